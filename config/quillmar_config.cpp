@@ -1,0 +1,41 @@
+#include "config/quillmar_config.h"
+
+#include <algorithm>
+
+#include "platform/uuid.h"
+
+namespace quillmar {
+
+std::string_view rawValue(CommandType type) {
+  switch (type) {
+    case CommandType::shellCommand:
+      return "Shell Command";
+    case CommandType::scriptFile:
+      return "Script File";
+    case CommandType::appleScript:
+      return "AppleScript";
+  }
+  return {};
+}
+
+std::optional<CommandType> commandTypeFromRawValue(std::string_view rawValue) {
+  for (const CommandType type : allCommandTypes) {
+    if (quillmar::rawValue(type) == rawValue) return type;
+  }
+  return std::nullopt;
+}
+
+MenuItem MenuItem::separator() {
+  MenuItem item;
+  item.id = makeUuid();
+  item.isSeparator = true;
+  return item;
+}
+
+std::vector<MenuCategory> sortedCategories(const std::vector<MenuCategory>& categories) {
+  std::vector<MenuCategory> sorted = categories;
+  std::ranges::stable_sort(sorted, {}, &MenuCategory::sortOrder);
+  return sorted;
+}
+
+}  // namespace quillmar

@@ -1,0 +1,52 @@
+// Child processes: launched with arguments, an environment and a working directory, standard output
+// and standard error joined in one pipe, standard input inherited.
+
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/result.h"
+
+namespace quillmar {
+
+/// A configured child process, not launched yet.
+struct Process {
+  /// Path of the program; it is not searched for in PATH.
+  std::string executable;
+  /// The arguments after the program's own name.
+  std::vector<std::string> arguments;
+  /// The whole environment of the child; nothing is inherited beside it.
+  std::map<std::string, std::string> environment;
+  std::string workingDirectory;
+
+  bool operator==(const Process&) const = default;
+};
+
+/// A launched child. Whoever holds it must call waitForExit() once; any one thread.
+class RunningProcess {
+ public:
+  virtual ~RunningProcess() = default;
+
+  /// Blocks until every holder of the pipe's other end has closed it; returns all bytes written.
+  virtual std::string readToEnd() = 0;
+
+  /// Blocks until the child has ended. Returns its exit status, or 128 plus the number of the
+  /// signal that ended it. Leaves no zombie behind.
+  virtual int waitForExit() = 0;
+};
+
+class Processes {
+ public:
+  virtual ~Processes() = default;
+
+  /// Starts the child; any thread. No descriptor of this program other than the standard ones
+  /// reaches it, and its signal dispositions and mask are the defaults. Fails, with a sentence that
+  /// tells them apart, when the program or the working directory is missing or unusable, when a
+  /// text holds a U+0000, or when the system has no process or descriptor to spare.
+  virtual Result<std::unique_ptr<RunningProcess>> launch(const Process& process) = 0;
+};
+
+}  // namespace quillmar

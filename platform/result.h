@@ -1,0 +1,57 @@
+// The outcome of an operation that can fail for a reason outside this program: a value or an error.
+// Failures cross the platform's interfaces as such values; exceptions never do.
+
+#pragma once
+
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace quillmar {
+
+/// Why something failed. `description` is UTF-8 text for people: whole sentences that name the
+/// file, program or place.
+struct Error {
+  std::string description;
+
+  bool operator==(const Error&) const = default;
+};
+
+template <class T, class E = Error>
+class [[nodiscard]] Result {
+ public:
+  Result(T value) : state_(std::in_place_index<0>, std::move(value)) {}
+  Result(E error) : state_(std::in_place_index<1>, std::move(error)) {}
+
+  bool ok() const { return state_.index() == 0; }
+  explicit operator bool() const { return ok(); }
+
+  /// Precondition: ok().
+  T& value() & { return std::get<0>(state_); }
+  const T& value() const& { return std::get<0>(state_); }
+  T&& value() && { return std::get<0>(std::move(state_)); }
+
+  /// Precondition: !ok().
+  const E& error() const { return std::get<1>(state_); }
+
+ private:
+  std::variant<T, E> state_;
+};
+
+template <class E>
+class [[nodiscard]] Result<void, E> {
+ public:
+  Result() = default;
+  Result(E error) : state_(std::move(error)) {}
+
+  bool ok() const { return state_.index() == 0; }
+  explicit operator bool() const { return ok(); }
+
+  /// Precondition: !ok().
+  const E& error() const { return std::get<1>(state_); }
+
+ private:
+  std::variant<std::monostate, E> state_;
+};
+
+}  // namespace quillmar

@@ -1,0 +1,36 @@
+// Questions about text that need Unicode's tables. All text is UTF-8. Any thread; the first question
+// about characters loads the tables for them.
+
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace quillmar::text {
+
+/// True when the bytes are well-formed UTF-8 (U+0000 is a character like any other).
+bool isValidUtf8(std::string_view bytes);
+
+/// Without the white space (general category Zs, and TAB) at both ends. Precondition: valid UTF-8.
+std::string_view trimWhitespace(std::string_view text);
+
+/// Without the white space and newlines (U+000A to U+000D, U+0085, U+2028, U+2029) at both ends.
+/// Precondition: valid UTF-8.
+std::string_view trimWhitespaceAndNewlines(std::string_view text);
+
+/// True when the text holds a newline, as above.
+bool containsNewline(std::string_view text);
+
+/// The last `count` characters as a reader counts them (extended grapheme clusters); the whole text
+/// when it has no more.
+std::string_view lastCharacters(std::string_view text, std::size_t count);
+
+/// Lower case by Unicode's rules, without any locale's own.
+std::string lowercased(std::string_view text);
+
+/// The text with every ill-formed sequence and, as buses and windowing systems take no U+0000, every
+/// U+0000 replaced by U+FFFD.
+std::string replacingUnsendable(std::string_view text);
+
+}  // namespace quillmar::text
