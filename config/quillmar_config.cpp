@@ -32,8 +32,10 @@ MenuItem MenuItem::separator() {
   return item;
 }
 
-std::vector<MenuCategory> sortedCategories(const std::vector<MenuCategory>& categories) {
-  std::vector<MenuCategory> sorted = categories;
+std::vector<const MenuCategory*> categoriesInDisplayOrder(const QuillmarConfig& config) {
+  std::vector<const MenuCategory*> sorted;
+  sorted.reserve(config.categories.size());
+  for (const MenuCategory& category : config.categories) sorted.push_back(&category);
   std::ranges::stable_sort(sorted, {}, &MenuCategory::sortOrder);
   return sorted;
 }

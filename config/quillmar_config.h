@@ -50,8 +50,8 @@ struct KeyboardShortcut {
   bool operator==(const KeyboardShortcut&) const = default;
 };
 
-/// A runnable entry of a folder, or a separator line inside one. Items are ordered by their position
-/// in the folder.
+/// A runnable entry of a folder, or a separator line inside one. Items are ordered by their
+/// position in the folder.
 struct MenuItem {
   std::string id;
   std::string title;
@@ -105,8 +105,9 @@ struct QuillmarConfig {
   bool operator==(const QuillmarConfig&) const = default;
 };
 
-/// The folders in display order: ascending by `sortOrder`, equal ones as they stand in the document.
-std::vector<MenuCategory> sortedCategories(const std::vector<MenuCategory>& categories);
+/// The folders, separators included, in display order: ascending by `sortOrder`, equal ones as they
+/// stand in the document. The pointers go into `config` and are valid until it changes.
+std::vector<const MenuCategory*> categoriesInDisplayOrder(const QuillmarConfig& config);
 
 /// How an imported document is brought into the current one.
 enum class ImportMode { merge, replace };

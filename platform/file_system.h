@@ -55,6 +55,10 @@ class FileSystem {
   virtual Result<void> replace(const std::string& path, std::string_view bytes,
                                std::uint32_t permissions) = 0;
 
+  /// Removes the file: for a symbolic link, what it points to, as everywhere. A missing one is a
+  /// failure.
+  virtual Result<void> remove(const std::string& path) = 0;
+
   /// Opens the file for overwriting, making it (default permissions) when it is missing. Opening
   /// changes nothing in an existing file.
   virtual Result<std::unique_ptr<FileOverwrite>> openForOverwriting(const std::string& path) = 0;

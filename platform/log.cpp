@@ -14,8 +14,12 @@ void writeLine(std::FILE* stream, std::string_view line) {
 
 }  // namespace
 
-void logToStandardOutput(std::string_view line) { writeLine(stdout, line); }
+void logToStandardOutput(std::string_view line) {
+  writeLine(stdout, line);
+}
 
-void logToStandardError(std::string_view line) { writeLine(stderr, line); }
+void logToStandardError(std::string_view line) {
+  writeLine(stderr, line);
+}
 
 }  // namespace quillmar

@@ -1,5 +1,5 @@
-// A menu as plain data: what it shows and what each entry asks for. It is built whole, handed to the
-// status item, and replaced by the next one; nothing edits a menu in place.
+// A menu as plain data: what it shows and what each entry asks for. It is built whole, handed to
+// the status item, and replaced by the next one; nothing edits a menu in place.
 
 #pragma once
 

@@ -19,6 +19,8 @@ Platform& Platform::shared() {
   return *installedPlatform;
 }
 
-void Platform::install(Platform& platform) { installedPlatform = &platform; }
+void Platform::install(Platform& platform) {
+  installedPlatform = &platform;
+}
 
 }  // namespace quillmar

@@ -39,8 +39,8 @@ struct Platform {
   UserNotificationCenter& notifications;
   StatusItem& statusItem;
 
-  /// The process-wide platform that the `shared()` objects are built on. Precondition: install() has
-  /// been called.
+  /// The process-wide platform that the `shared()` objects are built on. Precondition: install()
+  /// has been called.
   static Platform& shared();
 
   /// Makes `platform` the process-wide one; it must live to the end of the process. Called once, at

@@ -1,5 +1,5 @@
-// Questions about text that need Unicode's tables. All text is UTF-8. Any thread; the first question
-// about characters loads the tables for them.
+// Questions about text that need Unicode's tables. All text is UTF-8. Any thread; the first
+// question about characters loads the tables for them.
 
 #pragma once
 
@@ -29,8 +29,8 @@ std::string_view lastCharacters(std::string_view text, std::size_t count);
 /// Lower case by Unicode's rules, without any locale's own.
 std::string lowercased(std::string_view text);
 
-/// The text with every ill-formed sequence and, as buses and windowing systems take no U+0000, every
-/// U+0000 replaced by U+FFFD.
+/// The text with every ill-formed sequence and, as buses and windowing systems take no U+0000,
+/// every U+0000 replaced by U+FFFD.
 std::string replacingUnsendable(std::string_view text);
 
 }  // namespace quillmar::text

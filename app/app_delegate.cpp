@@ -1,0 +1,91 @@
+#include "app/app_delegate.h"
+
+#include <utility>
+
+#include "app/status_menu_builder.h"
+#include "commands/command_runner.h"
+#include "config/settings_manager.h"
+#include "platform/application.h"
+
+namespace quillmar {
+
+AppDelegate::AppDelegate(Collaborators collaborators) : collaborators_(std::move(collaborators)) {}
+
+AppDelegate::~AppDelegate() {
+  collaborators_.platform.statusItem.setActionHandler(nullptr);
+  collaborators_.platform.notifications.setDelegate(nullptr);
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+  Platform& platform = collaborators_.platform;
+  platform.notifications.setDelegate(this);
+  platform.notifications.requestAuthorization({.alert = true, .sound = true, .badge = true},
+                                              [log = collaborators_.log](bool granted) {
+                                                if (granted) log("Notification permission granted");
+                                              });
+
+  std::optional<Image> statusIcon = platform.images.named("statusIcon");
+  if (statusIcon) statusIcon->isTemplate = true;
+  platform.statusItem.setImage(std::move(statusIcon));
+  platform.statusItem.setActionHandler([this](const ActionEntry& entry) { perform(entry); });
+
+  rebuildMenu();
+  settingsObservation_ = collaborators_.notificationCenter.addObserver(
+      menuItemSettingsChanged, [this] { menuSettingsChanged(); });
+}
+
+PresentationOptions AppDelegate::willPresent(const UserNotification& /*notification*/) {
+  return {.banner = true, .list = true, .sound = true};
+}
+
+void AppDelegate::rebuildMenu() {
+  constexpr bool updatesConfigured = false;
+  collaborators_.platform.statusItem.setMenu(buildStatusMenu(
+      collaborators_.settings.config, collaborators_.platform.images, updatesConfigured));
+}
+
+void AppDelegate::menuSettingsChanged() {
+  rebuildMenu();
+}
+
+void AppDelegate::perform(const ActionEntry& entry) {
+  switch (entry.action) {
+    case MenuAction::runCommand:
+      runCommand(entry);
+      break;
+    case MenuAction::showAbout:
+      showAbout();
+      break;
+    case MenuAction::openSettings:
+      openSettings();
+      break;
+    case MenuAction::checkForUpdates:
+      break;
+    case MenuAction::quit:
+      quitApp();
+      break;
+  }
+}
+
+void AppDelegate::runCommand(const ActionEntry& sender) {
+  if (!sender.representedObject) return;
+  const auto found = collaborators_.settings.getItem(*sender.representedObject);
+  if (found) collaborators_.commandRunner.run(found->item);
+}
+
+void AppDelegate::openSettings() {
+  collaborators_.commandRunner.notify(
+      "Settings", "The settings window is not available yet. The settings are in “" +
+                      collaborators_.settings.settingsFileURL() +
+                      "”; Quillmar reads that file when it starts.");
+}
+
+void AppDelegate::showAbout() {
+  collaborators_.commandRunner.notify("About Quillmar", "The About window is not available yet.");
+}
+
+void AppDelegate::quitApp() {
+  collaborators_.platform.application.terminate();
+}
+
+}  // namespace quillmar

@@ -1,0 +1,63 @@
+// The application's own part in its life: the launch sequence, the status item with its menu, and
+// the actions of the menu's entries. Main thread.
+
+#pragma once
+
+#include <string>
+
+#include "platform/log.h"
+#include "platform/notification_center.h"
+#include "platform/platform.h"
+#include "platform/status_item.h"
+#include "platform/user_notifications.h"
+
+namespace quillmar {
+
+class CommandRunner;
+class SettingsManager;
+
+class AppDelegate : public UserNotificationCenterDelegate {
+ public:
+  /// Not owned; all must outlive the delegate.
+  struct Collaborators {
+    Platform& platform;
+    SettingsManager& settings;
+    CommandRunner& commandRunner;
+    NotificationCenter& notificationCenter = NotificationCenter::defaultCenter();
+    LogLine log = logToStandardOutput;
+  };
+
+  explicit AppDelegate(Collaborators collaborators);
+  ~AppDelegate() override;
+
+  AppDelegate(const AppDelegate&) = delete;
+  AppDelegate& operator=(const AppDelegate&) = delete;
+
+  /// The launch sequence. Called once.
+  void applicationDidFinishLaunching();
+
+  /// Banner, list and sound, always: results show also while a window of the program is in front.
+  PresentationOptions willPresent(const UserNotification& notification) override;
+
+  /// Builds the menu anew from the document and hands it to the status item.
+  void rebuildMenu();
+
+  /// The document has changed.
+  void menuSettingsChanged();
+
+  // Actions of menu entries.
+
+  /// Runs the item whose id the entry carries, as the document has it now; unknown ids do nothing.
+  void runCommand(const ActionEntry& sender);
+  void openSettings();
+  void showAbout();
+  void quitApp();
+
+ private:
+  void perform(const ActionEntry& entry);
+
+  Collaborators collaborators_;
+  NotificationCenter::Observation settingsObservation_;
+};
+
+}  // namespace quillmar

@@ -1,0 +1,219 @@
+#include "commands/command_runner.h"
+
+#include <utility>
+
+#include "commands/apple_script_source.h"
+#include "commands/command_environment.h"
+#include "config/settings_manager.h"
+#include "platform/apple_script.h"
+#include "platform/pasteboard.h"
+#include "platform/prompts.h"
+#include "platform/text.h"
+#include "platform/user_database.h"
+#include "platform/user_directories.h"
+#include "platform/user_notifications.h"
+#include "platform/uuid.h"
+#include "platform/workspace.h"
+
+namespace quillmar {
+
+namespace {
+
+constexpr std::string_view fallbackShell = "/bin/zsh";
+constexpr std::size_t notificationBodyCharacters = 400;
+
+std::string replacingEvery(std::string_view whole, std::string_view part,
+                           std::string_view replacement) {
+  std::string result;
+  std::size_t copied = 0;
+  for (std::size_t found = whole.find(part); found != std::string_view::npos;
+       found = whole.find(part, copied)) {
+    result.append(whole, copied, found - copied).append(replacement);
+    copied = found + part.size();
+  }
+  return result.append(whole, copied);
+}
+
+}  // namespace
+
+CommandRunner::CommandRunner(Platform& platform, SettingsManager& settings, LogLine log)
+    : platform_(platform),
+      settings_(settings),
+      log_(std::move(log)),
+      queue_(platform.queues.makeConcurrentQueue(
+          {"com.tovenworks.quillmar.commands", QualityOfService::userInitiated})) {}
+
+CommandRunner& CommandRunner::shared() {
+  static auto* runner = new CommandRunner(Platform::shared(), SettingsManager::shared());
+  return *runner;
+}
+
+void CommandRunner::run(const MenuItem& item, Completion completion) {
+  if (item.isSeparator) return;
+  if (!item.confirmBeforeRunning) {
+    askForInputIfNeeded(item, std::move(completion));
+    return;
+  }
+
+  PromptRequest request;
+  request.itemTitle = item.title;
+  request.title = "Run “" + item.title + "”?";
+  request.message = text::trimWhitespaceAndNewlines(item.command.value);
+  request.confirmTitle = "Run";
+  platform_.prompts.show(std::move(request),
+                         [this, item, completion](bool confirmed, const auto& /*text*/) {
+                           if (confirmed) {
+                             askForInputIfNeeded(item, completion);
+                           } else if (completion) {
+                             completion(std::nullopt);
+                           }
+                         });
+}
+
+void CommandRunner::askForInputIfNeeded(const MenuItem& item, Completion completion) {
+  if (item.command.value.find(inputPlaceholder) == std::string::npos) {
+    execute(item, std::nullopt, std::move(completion));
+    return;
+  }
+
+  PromptRequest request;
+  request.itemTitle = item.title;
+  request.title = item.title;
+  request.message = item.inputPrompt.value_or("");
+  if (request.message.empty()) request.message = "Enter a value";
+  request.placeholder = "";
+  request.confirmTitle = "Run";
+  platform_.prompts.show(std::move(request),
+                         [this, item, completion](bool confirmed, const auto& text) {
+                           if (confirmed) {
+                             execute(item, text.value_or(""), completion);
+                           } else if (completion) {
+                             completion(std::nullopt);
+                           }
+                         });
+}
+
+void CommandRunner::execute(const MenuItem& item, const std::optional<std::string>& input,
+                            Completion completion) {
+  MenuCommand command = item.command;
+  if (input) command.value = replacingEvery(command.value, inputPlaceholder, *input);
+
+  if (command.openInTerminal && command.type != CommandType::appleScript) {
+    const Result<void> opened = openInTerminal(command, item.title);
+    if (!opened) notify(item.title + " failed", opened.error().description);
+    if (completion) {
+      completion(RunResult{opened ? "" : opened.error().description, opened.ok()});
+    }
+    return;
+  }
+
+  const Preferences preferences = settings_.config.preferences;
+  const auto work = [this, item, command, preferences, completion = std::move(completion)] {
+    RunResult result = runByType(command, preferences.useLoginShell);
+    platform_.queues.mainQueue().async(
+        [this, item, command, preferences, completion, result = std::move(result)] {
+          report(item, command, result, preferences);
+          if (completion) completion(result);
+        });
+  };
+  if (command.runInBackground) {
+    queue_->async(work);
+  } else {
+    work();
+  }
+}
+
+CommandRunner::RunResult CommandRunner::runByType(const MenuCommand& command, bool loginShell) {
+  switch (command.type) {
+    case CommandType::shellCommand:
+      return runShell(command.value, loginShell);
+    case CommandType::scriptFile:
+      return runScriptFile(command.value);
+    case CommandType::appleScript:
+      return runAppleScript(command.value);
+  }
+  return {};
+}
+
+void CommandRunner::report(const MenuItem& item, const MenuCommand& command,
+                           const RunResult& result, const Preferences& preferences) {
+  const bool hasOutput = result.output && !result.output->empty();
+  if (command.copyToClipboard && result.success && hasOutput) {
+    platform_.pasteboard.setString(*result.output);
+  }
+  if (result.success && command.showNotification) {
+    notify(item.title, hasOutput ? *result.output : "Command completed successfully");
+  } else if (!result.success && (command.showNotification || preferences.notifyOnFailure)) {
+    notify(item.title + " failed",
+           hasOutput ? *result.output : "The command exited with an error.");
+  }
+}
+
+CommandRunner::RunResult CommandRunner::runShell(const std::string& commandText, bool loginShell) {
+  Process process;
+  process.executable = platform_.userDatabase.loginShell().value_or("");
+  if (!platform_.files.isExecutableFile(process.executable)) process.executable = fallbackShell;
+  if (loginShell) process.arguments.emplace_back("-l");
+  process.arguments.emplace_back("-c");
+  process.arguments.push_back(commandText);
+  process.environment = augmentedEnvironment();
+  process.workingDirectory = platform_.userDirectories.homeDirectory();
+  return capture(process);
+}
+
+CommandRunner::RunResult CommandRunner::runScriptFile(const std::string& path) {
+  const std::string expanded = expandingTilde(path, platform_.userDirectories.homeDirectory());
+  if (!platform_.files.exists(expanded)) return {"Script file not found: " + path, false};
+
+  ScriptLaunch launch = scriptLaunch(expanded);
+  Process process;
+  process.executable = std::move(launch.executable);
+  process.arguments = std::move(launch.arguments);
+  process.environment = augmentedEnvironment();
+  process.workingDirectory = deletingLastPathComponent(expanded);
+  return capture(process);
+}
+
+CommandRunner::RunResult CommandRunner::runAppleScript(const std::string& source) {
+  const std::unique_ptr<AppleScript> script =
+      platform_.appleScript.makeScript(appleScriptSource(source));
+  if (!script) return {"Failed to create AppleScript", false};
+
+  const auto outcome = script->execute();
+  if (!outcome) return {outcome.error().message.value_or(outcome.error().description), false};
+  return {outcome.value(), true};
+}
+
+CommandRunner::RunResult CommandRunner::capture(const Process& process) {
+  auto launched = platform_.processes.launch(process);
+  if (!launched) return {launched.error().description, false};
+
+  const std::string bytes = launched.value()->readToEnd();
+  const int status = launched.value()->waitForExit();
+
+  RunResult result;
+  if (text::isValidUtf8(bytes)) result.output = text::trimWhitespaceAndNewlines(bytes);
+  result.success = status == 0;
+  return result;
+}
+
+std::map<std::string, std::string> CommandRunner::augmentedEnvironment() const {
+  return quillmar::augmentedEnvironment(platform_.environment,
+                                        platform_.userDirectories.homeDirectory(), platform_.files);
+}
+
+void CommandRunner::notify(const std::string& title, const std::string& body) {
+  UserNotification notification;
+  notification.identifier = makeUuid();
+  notification.title = title;
+  notification.body = text::lastCharacters(body, notificationBodyCharacters);
+  platform_.notifications.add(std::move(notification), [log = log_](std::optional<Error> error) {
+    if (error) log("Notification error: " + error->description);
+  });
+}
+
+Result<void> CommandRunner::openInTerminal(const MenuCommand& command, const std::string& title) {
+  return platform_.workspace.openInTerminal(title, command.value);
+}
+
+}  // namespace quillmar

@@ -1,0 +1,95 @@
+// The one place where an item is run: asks what the item wants asked, runs its command as a child
+// process or a script in this process, and reports the result through the pasteboard and
+// notifications. Everything starts and reports on the main thread; commands marked to run in the
+// background run on threads of `queue`, others hold the main thread until they end.
+
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "commands/script_launch.h"
+#include "config/quillmar_config.h"
+#include "platform/log.h"
+#include "platform/platform.h"
+#include "platform/processes.h"
+#include "platform/result.h"
+#include "platform/task_queue.h"
+
+namespace quillmar {
+
+class SettingsManager;
+
+/// Stands in a command for the value that the user is asked for.
+inline constexpr std::string_view inputPlaceholder = "{{input}}";
+
+class CommandRunner {
+ public:
+  /// What became of one run.
+  struct RunResult {
+    /// What the command printed, without the white space and newlines around it; absent when that
+    /// was not UTF-8, or when a script gave no text.
+    std::optional<std::string> output;
+    bool success = false;
+
+    bool operator==(const RunResult&) const = default;
+  };
+
+  /// Gets a run's result after it was reported, or nothing when the user declined to run it. For
+  /// separators it is never called. Main thread.
+  using Completion = std::function<void(std::optional<RunResult> result)>;
+
+  /// The platform and the settings are not owned and must outlive the runner; the runner must
+  /// outlive its runs.
+  CommandRunner(Platform& platform, SettingsManager& settings, LogLine log = logToStandardOutput);
+
+  CommandRunner(const CommandRunner&) = delete;
+  CommandRunner& operator=(const CommandRunner&) = delete;
+
+  /// The process's one runner, made on first use from the installed platform.
+  static CommandRunner& shared();
+
+  /// Runs an item: confirmation, input, command, report. A separator does nothing.
+  void run(const MenuItem& item, Completion completion = nullptr);
+
+  /// Asks for the value of "{{input}}" when the command has the placeholder, then executes.
+  void askForInputIfNeeded(const MenuItem& item, Completion completion = nullptr);
+
+  /// Puts the input, as plain text and unquoted, in place of every placeholder, and runs the
+  /// command or opens it in a terminal.
+  void execute(const MenuItem& item, const std::optional<std::string>& input,
+               Completion completion = nullptr);
+
+  // The ways to run. Each blocks until the command has ended; any thread.
+
+  RunResult runShell(const std::string& commandText, bool loginShell);
+  RunResult runScriptFile(const std::string& path);
+  RunResult runAppleScript(const std::string& source);
+
+  /// Launches the process, reads its output to the end, then waits for it.
+  RunResult capture(const Process& process);
+
+  /// The environment for every child process, made afresh at each call. Any thread.
+  std::map<std::string, std::string> augmentedEnvironment() const;
+
+  /// Posts one notification with the last 400 characters of the body.
+  void notify(const std::string& title, const std::string& body);
+
+  /// Shows the command running in a terminal window.
+  Result<void> openInTerminal(const MenuCommand& command, const std::string& title);
+
+ private:
+  RunResult runByType(const MenuCommand& command, bool loginShell);
+  void report(const MenuItem& item, const MenuCommand& command, const RunResult& result,
+              const Preferences& preferences);
+
+  Platform& platform_;
+  SettingsManager& settings_;
+  LogLine log_;
+  std::unique_ptr<TaskQueue> queue_;
+};
+
+}  // namespace quillmar

@@ -1,0 +1,265 @@
+#include "config/settings_manager.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <unordered_map>
+#include <utility>
+
+#include "config/checked_arithmetic.h"
+#include "config/document_decoder.h"
+#include "config/document_encoder.h"
+#include "platform/platform.h"
+#include "platform/uuid.h"
+
+namespace quillmar {
+
+namespace {
+
+std::string appendingPathComponent(std::string directory, std::string_view component) {
+  if (!directory.ends_with('/')) directory += '/';
+  return directory.append(component);
+}
+
+/// The first item with the id, or the end.
+auto findItem(std::vector<MenuItem>& items, std::string_view id) {
+  return std::ranges::find(items, id, &MenuItem::id);
+}
+
+/// The index `offset` places on from `index`, when it is one of `count`.
+std::optional<std::size_t> movedIndex(std::size_t index, std::int64_t offset, std::size_t count) {
+  const std::int64_t target = checkedAdd(static_cast<std::int64_t>(index), offset);
+  if (target < 0 || target >= static_cast<std::int64_t>(count)) return std::nullopt;
+  return static_cast<std::size_t>(target);
+}
+
+std::vector<std::string> idsInDisplayOrder(const QuillmarConfig& config) {
+  std::vector<std::string> ids;
+  for (const MenuCategory* category : categoriesInDisplayOrder(config)) ids.push_back(category->id);
+  return ids;
+}
+
+}  // namespace
+
+SettingsManager::SettingsManager(Collaborators collaborators)
+    : collaborators_(std::move(collaborators)),
+      settingsFile_(collaborators_.files, collaborators_.now) {
+  loadFromFile();
+}
+
+SettingsManager& SettingsManager::shared() {
+  static auto* manager = [] {
+    const Platform& platform = Platform::shared();
+    return new SettingsManager({platform.environment, platform.userDirectories, platform.files});
+  }();
+  return *manager;
+}
+
+std::string SettingsManager::settingsFileURL() const {
+  std::string directory =
+      collaborators_.environment.value(std::string(settingsDirectoryVariable)).value_or("");
+  if (directory.empty()) {
+    const auto supportDirectories = collaborators_.userDirectories.applicationSupportDirectories();
+    if (supportDirectories.empty()) {
+      std::fputs("Quillmar stops: there is no folder for programs' own files.\n", stderr);
+      std::abort();
+    }
+    directory = appendingPathComponent(supportDirectories.front(), "Quillmar");
+  }
+  // A folder that cannot be made shows when the file is read or written.
+  (void)collaborators_.files.createDirectories(directory);
+  return appendingPathComponent(std::move(directory), "settings.json");
+}
+
+void SettingsManager::loadFromFile() {
+  const std::string path = settingsFileURL();
+  config = QuillmarConfig{};
+  loadError_.reset();
+  if (!collaborators_.files.exists(path)) {
+    isFirstLaunch_ = true;
+    return;
+  }
+
+  const auto load = [&]() -> Result<QuillmarConfig> {
+    const Result<std::string> bytes = collaborators_.files.read(path);
+    if (!bytes) return bytes.error();
+    return decodeDocument(bytes.value());
+  };
+  if (Result<QuillmarConfig> loaded = load()) {
+    config = std::move(loaded).value();
+  } else {
+    loadError_ = loaded.error();
+    collaborators_.log("Failed to load settings: " + loadError_->description);
+  }
+}
+
+void SettingsManager::save() {
+  const Result<void> saved = settingsFile_.overwrite(settingsFileURL(), encode(config));
+  if (!saved) collaborators_.log("Failed to save settings: " + saved.error().description);
+  collaborators_.notificationCenter.post(menuItemSettingsChanged);
+}
+
+std::string SettingsManager::encode(const QuillmarConfig& config) {
+  return encodeDocument(config);
+}
+
+std::vector<MenuCategory> SettingsManager::categories() const {
+  std::vector<MenuCategory> sorted;
+  sorted.reserve(config.categories.size());
+  for (const MenuCategory* category : categoriesInDisplayOrder(config)) sorted.push_back(*category);
+  return sorted;
+}
+
+std::optional<MenuCategory> SettingsManager::getCategory(std::string_view id) const {
+  const auto found = std::ranges::find(config.categories, id, &MenuCategory::id);
+  if (found == config.categories.end()) return std::nullopt;
+  return *found;
+}
+
+std::optional<ItemInCategory> SettingsManager::getItem(std::string_view id) const {
+  for (const MenuCategory& category : config.categories) {
+    for (const MenuItem& item : category.items) {
+      if (item.id == id) return ItemInCategory{item, category.id};
+    }
+  }
+  return std::nullopt;
+}
+
+std::vector<ItemInCategory> SettingsManager::allRunnableItems() const {
+  std::vector<ItemInCategory> runnable;
+  for (const MenuCategory* category : categoriesInDisplayOrder(config)) {
+    if (category->isSeparator) continue;
+    for (const MenuItem& item : category->items) {
+      if (item.isEnabled && !item.isSeparator) runnable.push_back({item, category->id});
+    }
+  }
+  return runnable;
+}
+
+MenuCategory SettingsManager::addCategory(std::string name,
+                                          std::optional<std::string> iconSymbolName,
+                                          bool showAtTopLevel) {
+  std::int64_t largest = -1;
+  if (!config.categories.empty()) {
+    largest = std::ranges::max_element(config.categories, {}, &MenuCategory::sortOrder)->sortOrder;
+  }
+  MenuCategory category;
+  category.id = makeUuid();
+  category.name = std::move(name);
+  category.sortOrder = checkedAdd(largest, 1);
+  category.iconSymbolName = std::move(iconSymbolName);
+  category.showAtTopLevel = showAtTopLevel;
+  config.categories.push_back(category);
+  save();
+  return category;
+}
+
+void SettingsManager::updateCategory(const MenuCategory& category) {
+  MenuCategory* stored = findCategory(category.id);
+  if (!stored) return;
+  *stored = category;
+  save();
+}
+
+void SettingsManager::moveCategory(std::string_view id, std::int64_t offset) {
+  std::vector<std::string> ids = idsInDisplayOrder(config);
+  const auto found = std::ranges::find(ids, id);
+  if (found == ids.end()) return;
+
+  const auto index = static_cast<std::size_t>(found - ids.begin());
+  const auto target = movedIndex(index, offset, ids.size());
+  if (!target) return;
+  std::swap(ids[index], ids[*target]);
+  renumber(ids);
+  save();
+}
+
+MenuCategory SettingsManager::addCategorySeparator(std::optional<std::string_view> afterId) {
+  std::vector<std::string> ids = idsInDisplayOrder(config);
+  auto position = ids.end();
+  if (afterId) {
+    position = std::ranges::find(ids, *afterId);
+    if (position != ids.end()) ++position;
+  }
+
+  MenuCategory separator;
+  separator.id = makeUuid();
+  separator.isSeparator = true;
+  ids.insert(position, separator.id);
+  config.categories.push_back(separator);
+  renumber(ids);
+  separator = config.categories.back();
+  save();
+  return separator;
+}
+
+void SettingsManager::addItem(const MenuItem& item, std::string_view categoryId,
+                              std::optional<std::string_view> afterItemId) {
+  MenuCategory* category = findCategory(categoryId);
+  if (!category) return;
+  auto position = category->items.end();
+  if (afterItemId) {
+    position = findItem(category->items, *afterItemId);
+    if (position != category->items.end()) ++position;
+  }
+  category->items.insert(position, item);
+  save();
+}
+
+void SettingsManager::updateItem(const MenuItem& item, std::string_view categoryId) {
+  MenuCategory* category = findCategory(categoryId);
+  if (!category) return;
+  const auto stored = findItem(category->items, item.id);
+  if (stored == category->items.end()) return;
+  *stored = item;
+  save();
+}
+
+void SettingsManager::deleteItem(std::string_view id, std::string_view categoryId) {
+  MenuCategory* category = findCategory(categoryId);
+  if (!category) return;
+  // The id may be a view into one of the items that go.
+  std::erase_if(category->items,
+                [id = std::string(id)](const MenuItem& item) { return item.id == id; });
+  save();
+}
+
+void SettingsManager::moveItem(std::string_view id, std::string_view categoryId,
+                               std::int64_t offset) {
+  MenuCategory* category = findCategory(categoryId);
+  if (!category) return;
+  std::vector<MenuItem>& items = category->items;
+  const auto item = findItem(items, id);
+  if (item == items.end()) return;
+
+  const auto target =
+      movedIndex(static_cast<std::size_t>(item - items.begin()), offset, items.size());
+  if (!target) return;
+  std::swap(*item, items[*target]);
+  save();
+}
+
+void SettingsManager::setItemEnabled(std::string_view id, std::string_view categoryId,
+                                     bool enabled) {
+  MenuCategory* category = findCategory(categoryId);
+  if (!category) return;
+  const auto item = findItem(category->items, id);
+  if (item == category->items.end()) return;
+  item->isEnabled = enabled;
+  save();
+}
+
+MenuCategory* SettingsManager::findCategory(std::string_view id) {
+  const auto found = std::ranges::find(config.categories, id, &MenuCategory::id);
+  return found == config.categories.end() ? nullptr : &*found;
+}
+
+void SettingsManager::renumber(const std::vector<std::string>& idsInOrder) {
+  std::unordered_map<std::string_view, MenuCategory*> firstWithId;
+  for (MenuCategory& category : config.categories) firstWithId.emplace(category.id, &category);
+  for (std::size_t position = 0; position < idsInOrder.size(); ++position) {
+    firstWithId.at(idsInOrder[position])->sortOrder = static_cast<std::int64_t>(position);
+  }
+}
+
+}  // namespace quillmar
