@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,16 +15,22 @@ namespace quillmar {
 
 /// A configured child process, not launched yet.
 struct Process {
-  /// Path of the program; it is not searched for in PATH.
+  /// Path of the program; it is not searched for in PATH. A relative one resolves against this
+  /// program's working directory, not the child's.
   std::string executable;
   /// The arguments after the program's own name.
   std::vector<std::string> arguments;
   /// The whole environment of the child; nothing is inherited beside it.
   std::map<std::string, std::string> environment;
+  /// Empty for this program's own.
   std::string workingDirectory;
 
   bool operator==(const Process&) const = default;
 };
+
+/// The launch error of a process in which a path, an argument or an environment variable holds a
+/// U+0000, which no program can be given; absent when all are fine. For backends.
+std::optional<Error> unusableTextIn(const Process& process);
 
 /// A launched child. Whoever holds it must call waitForExit() once; any one thread.
 class RunningProcess {

@@ -1,0 +1,85 @@
+// A tree of folders, files and symbolic links in memory, owned by one user who is bound by the
+// permissions (the owner's bits count). Relative paths resolve against the root. Any thread.
+
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "platform/file_system.h"
+
+namespace quillmar {
+
+class MemoryFileSystem final : public FileSystem {
+ public:
+  MemoryFileSystem();
+
+  // Making the scene. Missing folders above the path are made; what is at the path is replaced.
+
+  void addFile(const std::string& path, std::string bytes, std::uint32_t permissions = 0644);
+  void addFolder(const std::string& path, std::uint32_t permissions = 0755);
+  /// A relative target resolves against the link's folder; it need not exist.
+  void addSymbolicLink(const std::string& path, std::string target);
+  /// Removes the entry, with everything below it; a link is removed itself.
+  void remove(const std::string& path);
+
+  // Looking at the outcome.
+
+  /// The file's bytes, whatever its permissions; absent when no file is there.
+  std::optional<std::string> contents(const std::string& path) const;
+  /// True when the entry itself is a link.
+  bool isSymbolicLink(const std::string& path) const;
+  /// The path of every entry except the root, sorted.
+  std::vector<std::string> paths() const;
+
+  bool exists(const std::string& path) const override;
+  bool isExecutableFile(const std::string& path) const override;
+  Result<void> createDirectories(const std::string& path) override;
+  Result<std::string> read(const std::string& path) const override;
+  Result<std::uint32_t> permissions(const std::string& path) const override;
+  Result<void> replace(const std::string& path, std::string_view bytes,
+                       std::uint32_t permissions) override;
+  Result<std::unique_ptr<FileOverwrite>> openForOverwriting(const std::string& path) override;
+
+  /// A file's identity, which outlives its name while somebody has it open.
+  struct File {
+    std::string bytes;
+    std::uint32_t permissions = 0;
+  };
+
+ private:
+  struct Folder {
+    std::uint32_t permissions = 0755;
+  };
+  struct Link {
+    std::string target;
+  };
+  using Node = std::variant<Folder, std::shared_ptr<File>, Link>;
+
+  /// Where a path leads once its links are followed: a key of `nodes_`, or what could become one.
+  /// With a reason it leads nowhere.
+  struct Place {
+    std::string key;
+    std::string_view reason = {};
+  };
+
+  Place resolve(const std::string& path) const;
+  const Node* find(const Place& place) const;
+  std::shared_ptr<File> fileAt(const Place& place) const;
+  std::string_view reasonAgainstNewEntryAt(const Place& place) const;
+  void add(const std::string& path, Node node);
+  static void erase(std::map<std::string, Node>& nodes, const std::string& key);
+
+  std::shared_ptr<std::mutex> mutex_ = std::make_shared<std::mutex>();
+  /// By absolute path without "." or "..", the root's being "/".
+  std::map<std::string, Node> nodes_;
+};
+
+}  // namespace quillmar

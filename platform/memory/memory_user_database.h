@@ -1,0 +1,18 @@
+// The entry of a made-up user.
+
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/user_database.h"
+
+namespace quillmar {
+
+struct MemoryUserDatabase final : UserDatabase {
+  std::optional<std::string> shell;
+
+  std::optional<std::string> loginShell() const override { return shell; }
+};
+
+}  // namespace quillmar
