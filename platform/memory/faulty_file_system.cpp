@@ -106,6 +106,12 @@ Result<void> FaultyFileSystem::replace(const std::string& path, std::string_view
   return files_.replace(path, bytes, permissions);
 }
 
+Result<void> FaultyFileSystem::remove(const std::string& path) {
+  if (auto error = nextFailure(FileOperation::remove)) return *std::move(error);
+  if (!isAlive()) return {};
+  return files_.remove(path);
+}
+
 Result<std::unique_ptr<FileOverwrite>> FaultyFileSystem::openForOverwriting(
     const std::string& path) {
   if (auto error = nextFailure(FileOperation::openForOverwriting)) return *std::move(error);

@@ -19,6 +19,7 @@ enum class FileOperation {
   read,
   permissions,
   replace,
+  remove,
   openForOverwriting,
   reserve,
   write,
@@ -45,10 +46,10 @@ class FaultyFileSystem final : public FileSystem {
   void limitRoom(std::uint64_t bytes) { room_ = bytes; }
 
   /// Kills the program after this many more steps. A step is one call of createDirectories,
-  /// replace, openForOverwriting, reserve, write or setLength. Of the step after those, if it is a
-  /// write, the first `bytesOfNextWrite` bytes still land. From then on steps have no effect but
-  /// claim success, so that the caller runs to its end and what lies in the wrapped file system is
-  /// what the kill would have left.
+  /// replace, remove, openForOverwriting, reserve, write or setLength. Of the step after those, if
+  /// it is a write, the first `bytesOfNextWrite` bytes still land. From then on steps have no
+  /// effect but claim success, so that the caller runs to its end and what lies in the wrapped file
+  /// system is what the kill would have left.
   void dieAfterSteps(std::uint64_t steps, std::uint64_t bytesOfNextWrite = 0);
 
   /// How many steps have been called so far.
@@ -63,6 +64,7 @@ class FaultyFileSystem final : public FileSystem {
   Result<std::uint32_t> permissions(const std::string& path) const override;
   Result<void> replace(const std::string& path, std::string_view bytes,
                        std::uint32_t permissions) override;
+  Result<void> remove(const std::string& path) override;
   Result<std::unique_ptr<FileOverwrite>> openForOverwriting(const std::string& path) override;
 
  private:

@@ -189,6 +189,18 @@ Result<void> MemoryFileSystem::replace(const std::string& path, std::string_view
   return {};
 }
 
+Result<void> MemoryFileSystem::remove(const std::string& path) {
+  const std::lock_guard lock(*mutex_);
+  const Place place = resolve(path);
+  const Node* node = find(place);
+  if (!node) return fileError(path, "removed", place.reason.empty() ? noSuchFile : place.reason);
+  if (std::holds_alternative<Folder>(*node)) return fileError(path, "removed", isAFolder);
+  const std::string_view reason = reasonAgainstNewEntryAt(place);
+  if (!reason.empty()) return fileError(path, "removed", reason);
+  nodes_.erase(place.key);
+  return {};
+}
+
 Result<std::unique_ptr<FileOverwrite>> MemoryFileSystem::openForOverwriting(
     const std::string& path) {
   const std::lock_guard lock(*mutex_);
@@ -236,7 +248,7 @@ void MemoryFileSystem::add(const std::string& path, Node node) {
   nodes_.insert_or_assign(key, std::move(node));
 }
 
-void MemoryFileSystem::remove(const std::string& path) {
+void MemoryFileSystem::removeEntry(const std::string& path) {
   const std::lock_guard lock(*mutex_);
   erase(nodes_, path);
 }

@@ -27,8 +27,8 @@ class MemoryFileSystem final : public FileSystem {
   void addFolder(const std::string& path, std::uint32_t permissions = 0755);
   /// A relative target resolves against the link's folder; it need not exist.
   void addSymbolicLink(const std::string& path, std::string target);
-  /// Removes the entry, with everything below it; a link is removed itself.
-  void remove(const std::string& path);
+  /// Takes the entry away, with everything below it; a link goes itself.
+  void removeEntry(const std::string& path);
 
   // Looking at the outcome.
 
@@ -46,6 +46,7 @@ class MemoryFileSystem final : public FileSystem {
   Result<std::uint32_t> permissions(const std::string& path) const override;
   Result<void> replace(const std::string& path, std::string_view bytes,
                        std::uint32_t permissions) override;
+  Result<void> remove(const std::string& path) override;
   Result<std::unique_ptr<FileOverwrite>> openForOverwriting(const std::string& path) override;
 
   /// A file's identity, which outlives its name while somebody has it open.

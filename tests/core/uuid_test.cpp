@@ -1,9 +1,9 @@
 #include "platform/uuid.h"
 
-#include <gtest/gtest.h>
-
 #include <regex>
 #include <set>
+
+#include <gtest/gtest.h>
 
 namespace quillmar {
 namespace {

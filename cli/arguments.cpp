@@ -1,0 +1,134 @@
+#include "cli/arguments.h"
+
+#include <utility>
+
+namespace quillmar {
+
+namespace {
+
+/// One sub-command's words, split into options, their values, and operands.
+struct Words {
+  std::vector<std::string> operands;
+  std::optional<std::string> input;
+  bool yes = false;
+  bool json = false;
+};
+
+enum AllowedOptions : unsigned { noOptions = 0, jsonOption = 1, runOptions = 2 };
+
+Error unknownOption(const std::string& word) {
+  return Error{"There is no option “" + word + "” here."};
+}
+
+Result<Words> splitWords(const std::vector<std::string>& words, unsigned allowed) {
+  constexpr std::string_view inputEquals = "--input=";
+  Words split;
+  for (std::size_t i = 1; i < words.size(); ++i) {
+    const std::string& word = words[i];
+    if (word == "--") {
+      split.operands.insert(split.operands.end(), words.begin() + static_cast<long>(i) + 1,
+                            words.end());
+      break;
+    }
+    if (!word.starts_with('-') || word == "-") {
+      split.operands.push_back(word);
+    } else if ((allowed & jsonOption) != 0 && word == "--json") {
+      split.json = true;
+    } else if ((allowed & runOptions) != 0 && word == "--yes") {
+      split.yes = true;
+    } else if ((allowed & runOptions) != 0 && word.starts_with(inputEquals)) {
+      split.input = word.substr(inputEquals.size());
+    } else if ((allowed & runOptions) != 0 && word == "--input") {
+      if (i + 1 == words.size()) return Error{"The option “--input” needs a text behind it."};
+      split.input = words[++i];
+    } else {
+      return unknownOption(word);
+    }
+  }
+  return split;
+}
+
+Result<Invocation> parseWithoutOperands(const std::vector<std::string>& words, unsigned allowed,
+                                        Invocation (*make)(const Words&)) {
+  Result<Words> split = splitWords(words, allowed);
+  if (!split) return split.error();
+  if (!split.value().operands.empty()) {
+    return Error{"“" + words.front() + "” takes no further words, but there is “" +
+                 split.value().operands.front() + "”."};
+  }
+  return make(split.value());
+}
+
+Result<Invocation> parseCheck(const std::vector<std::string>& words) {
+  Result<Words> split = splitWords(words, noOptions);
+  if (!split) return split.error();
+  if (split.value().operands.empty()) return Error{"“check” needs the name of a file."};
+  return Invocation(CheckInvocation{std::move(split.value().operands)});
+}
+
+Result<Invocation> parseRun(const std::vector<std::string>& words) {
+  Result<Words> split = splitWords(words, runOptions);
+  if (!split) return split.error();
+  Words& found = split.value();
+  if (found.operands.empty()) return Error{"“run” needs the id or the title of an item."};
+  if (found.operands.size() > 1) {
+    return Error{"“run” takes one item; a title of several words needs quotes: “" +
+                 found.operands[0] + " " + found.operands[1] + "…”."};
+  }
+  return Invocation(
+      RunInvocation{std::move(found.operands.front()), std::move(found.input), found.yes});
+}
+
+}  // namespace
+
+Result<Invocation> parseArguments(const std::vector<std::string>& words) {
+  if (words.empty()) return Invocation(ResidentInvocation{});
+
+  const std::string& first = words.front();
+  if (first == "--help" || first == "-h" || first == "help") return Invocation(HelpInvocation{});
+  if (first == "--version") return Invocation(VersionInvocation{});
+  if (first == "list") {
+    return parseWithoutOperands(words, jsonOption, [](const Words& split) {
+      return Invocation(ListInvocation{split.json});
+    });
+  }
+  if (first == "settings-file") {
+    return parseWithoutOperands(words, noOptions,
+                                [](const Words&) { return Invocation(SettingsFileInvocation{}); });
+  }
+  if (first == "check") return parseCheck(words);
+  if (first == "run") return parseRun(words);
+  if (first.starts_with('-')) return unknownOption(first);
+  return Error{"There is no sub-command “" + first + "”."};
+}
+
+std::string_view helpText() {
+  return R"(Quillmar puts your own commands into a menu in the desktop's panel.
+
+Usage:
+  quillmar                        live in the panel until “Quit Quillmar”
+  quillmar list [--json]          list the folders and items of the menu
+  quillmar run ITEM [OPTION…]     run one item here, by its id or its title
+  quillmar check FILE…            say whether files are valid settings or packs
+  quillmar settings-file          print where the settings file is
+  quillmar --version
+  quillmar --help
+
+Options of “run”:
+  --input TEXT    the value for {{input}}, instead of asking for it
+  --yes           run without asking for a confirmation
+
+Examples:
+  quillmar list
+  quillmar run "Copy today's date"
+  quillmar run "Ping a host" --input example.org --yes
+  quillmar run 0B9D7A52-5E33-4E0C-8F3A-6C1B2D4E5F60
+  quillmar check ~/Downloads/*.quillmarpack
+  QUILLMAR_SETTINGS_DIR=/tmp/try quillmar
+
+Exit status: 0 when it worked; 1 when the command failed, a file is not valid or you declined;
+2 when the words make no sense or an option is missing.
+)";
+}
+
+}  // namespace quillmar

@@ -1,0 +1,24 @@
+// The sub-commands that answer from the settings alone. None of them needs a display or writes
+// settings.
+
+#pragma once
+
+#include "cli/arguments.h"
+#include "cli/console.h"
+#include "config/settings_manager.h"
+#include "platform/file_system.h"
+
+namespace quillmar {
+
+/// Prints the folders and their items, or a JSON array of the items.
+ExitStatus listItems(const ListInvocation& invocation, const SettingsManager& settings,
+                     Console& console);
+
+/// Says of each file that does not decode why.
+ExitStatus checkFiles(const CheckInvocation& invocation, const FileSystem& files, Console& console);
+
+/// The item that `name` means: the one with that id, else the only one with that title. The error
+/// says that there is none, or which ids the title could mean.
+Result<MenuItem> itemNamed(const std::string& name, const SettingsManager& settings);
+
+}  // namespace quillmar

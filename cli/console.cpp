@@ -1,0 +1,52 @@
+#include "cli/console.h"
+
+#include <cstdio>
+
+#include <unistd.h>
+
+namespace quillmar {
+
+void StandardConsole::print(std::string_view text) {
+  std::fwrite(text.data(), 1, text.size(), stdout);
+  std::fflush(stdout);
+}
+
+void StandardConsole::printError(std::string_view text) {
+  std::fwrite(text.data(), 1, text.size(), stderr);
+  std::fflush(stderr);
+}
+
+bool StandardConsole::isInteractive() const {
+  return isatty(STDIN_FILENO) == 1;
+}
+
+std::optional<std::string> StandardConsole::readLine() {
+  std::string line;
+  for (int character = std::getchar(); character != '\n'; character = std::getchar()) {
+    if (character == EOF) {
+      if (line.empty()) return std::nullopt;
+      break;
+    }
+    line += static_cast<char>(character);
+  }
+  return line;
+}
+
+std::string printable(std::string_view text) {
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const bool isC1 = byte == 0xC2 && i + 1 < text.size() &&
+                      static_cast<unsigned char>(text[i + 1]) >= 0x80 &&
+                      static_cast<unsigned char>(text[i + 1]) < 0xA0;
+    if (byte < 0x20 || byte == 0x7F || isC1) {
+      result += "\uFFFD";
+      if (isC1) ++i;
+    } else {
+      result += text[i];
+    }
+  }
+  return result;
+}
+
+}  // namespace quillmar

@@ -1,0 +1,43 @@
+// Where the command line prints and asks. Tests give it an in-memory one.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillmar {
+
+/// Exit statuses of the command line.
+enum class ExitStatus : int { success = 0, failure = 1, usage = 2 };
+
+class Console {
+ public:
+  virtual ~Console() = default;
+
+  /// Prints the text to standard output as it stands.
+  virtual void print(std::string_view text) = 0;
+
+  /// Prints the text to standard error as it stands.
+  virtual void printError(std::string_view text) = 0;
+
+  /// True when someone at a terminal can be asked.
+  virtual bool isInteractive() const = 0;
+
+  /// The next line typed, without its line feed; absent at the end of the input.
+  virtual std::optional<std::string> readLine() = 0;
+};
+
+/// The process's standard streams.
+class StandardConsole : public Console {
+ public:
+  void print(std::string_view text) override;
+  void printError(std::string_view text) override;
+  bool isInteractive() const override;
+  std::optional<std::string> readLine() override;
+};
+
+/// The text with control characters, which a terminal would obey, shown as U+FFFD.
+std::string printable(std::string_view text);
+
+}  // namespace quillmar

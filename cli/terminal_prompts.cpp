@@ -1,0 +1,42 @@
+#include "cli/terminal_prompts.h"
+
+#include <utility>
+
+namespace quillmar {
+
+TerminalPrompts::TerminalPrompts(Console& console, bool assumeYes, std::optional<std::string> input)
+    : console_(console), assumeYes_(assumeYes), input_(std::move(input)) {}
+
+void TerminalPrompts::show(PromptRequest request, PromptCompletion completion) {
+  if (request.placeholder) {
+    std::optional<std::string> value = askForValue(request);
+    const bool confirmed = value.has_value();
+    completion(confirmed, std::move(value));
+  } else {
+    completion(confirm(request), std::nullopt);
+  }
+}
+
+bool TerminalPrompts::confirm(const PromptRequest& request) {
+  if (assumeYes_) return true;
+  if (!console_.isInteractive()) {
+    missingOption_ = "--yes";
+    return false;
+  }
+  console_.printError(printable(request.title) + "\n" + printable(request.message) +
+                      "\nType y to run it: ");
+  const std::optional<std::string> answer = console_.readLine();
+  return answer && (*answer == "y" || *answer == "Y" || *answer == "yes");
+}
+
+std::optional<std::string> TerminalPrompts::askForValue(const PromptRequest& request) {
+  if (input_) return input_;
+  if (!console_.isInteractive()) {
+    missingOption_ = "--input";
+    return std::nullopt;
+  }
+  console_.printError(printable(request.title) + "\n" + printable(request.message) + ": ");
+  return console_.readLine();
+}
+
+}  // namespace quillmar

@@ -1,0 +1,172 @@
+#include "app/app_delegate.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/unavailable_prompts.h"
+#include "commands/command_runner.h"
+#include "config/settings_manager.h"
+#include "tests/core/memory_platform.h"
+#include "tests/core/menu_outline.h"
+
+namespace quillmar {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class AppDelegateTest : public testing::Test {
+ protected:
+  AppDelegateTest() {
+    memory.userDatabase.shell = "/bin/shell";
+    memory.files.addFile("/bin/shell", "", 0755);
+  }
+
+  void launch() {
+    delegate.applicationDidFinishLaunching();
+    memory.queues.runAll();
+  }
+
+  MenuItem addItem(const std::string& title, const std::string& commandText) {
+    MenuItem item;
+    item.id = "id of " + title;
+    item.title = title;
+    item.command.value = commandText;
+    if (settings.config.categories.empty()) settings.addCategory("Folder", std::nullopt, true);
+    settings.addItem(item, settings.config.categories[0].id, std::nullopt);
+    return item;
+  }
+
+  std::vector<std::string> shownMenu() const { return menuOutline(memory.statusItem.menu()); }
+
+  LogLine logLine() {
+    return [this](std::string_view line) { log.emplace_back(line); };
+  }
+
+  MemoryPlatform memory;
+  NotificationCenter center;
+  std::vector<std::string> log;
+  SettingsManager settings{
+      {memory.environment, memory.userDirectories, memory.files, center, logLine()}};
+  CommandRunner runner{memory.platform, settings, logLine()};
+  AppDelegate delegate{{memory.platform, settings, runner, center, logLine()}};
+};
+
+TEST_F(AppDelegateTest, LaunchingAsksToShowAlertsSoundsAndBadges) {
+  launch();
+  EXPECT_EQ(memory.notifications.requestedAuthorization(),
+            (AuthorizationOptions{.alert = true, .sound = true, .badge = true}));
+  EXPECT_THAT(log, ElementsAre("Notification permission granted"));
+}
+
+TEST_F(AppDelegateTest, ARefusedPermissionIsNotReported) {
+  memory.notifications.setGranted(false);
+  launch();
+  EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(AppDelegateTest, NotificationsArePresentedWithBannerListAndSound) {
+  launch();
+  runner.notify("Title", "Body");
+  memory.queues.runAll();
+  ASSERT_THAT(memory.notifications.shown(), SizeIs(1));
+  EXPECT_EQ(memory.notifications.shown()[0].presentation,
+            (PresentationOptions{.banner = true, .list = true, .sound = true}));
+}
+
+TEST_F(AppDelegateTest, TheStatusIconIsATemplateImage) {
+  memory.images.addNamed("statusIcon");
+  launch();
+  ASSERT_TRUE(memory.statusItem.image());
+  EXPECT_TRUE(memory.statusItem.image()->isTemplate);
+}
+
+TEST_F(AppDelegateTest, WithoutTheStatusIconTheLaunchContinues) {
+  launch();
+  EXPECT_FALSE(memory.statusItem.image());
+  EXPECT_THAT(shownMenu(), ElementsAre("About Quillmar", "Settings...", "---", "Quit Quillmar"));
+}
+
+TEST_F(AppDelegateTest, ASavedChangeRebuildsTheMenu) {
+  launch();
+  addItem("New", "true");
+  EXPECT_THAT(shownMenu(),
+              ElementsAre("New", "---", "About Quillmar", "Settings...", "---", "Quit Quillmar"));
+}
+
+TEST_F(AppDelegateTest, AChosenItemRunsAsTheDocumentHasItNow) {
+  MenuItem item = addItem("Greet", "echo old");
+  launch();
+  item.command.value = "echo new";
+  settings.config.categories[0].items[0] = item;
+  memory.statusItem.click({"Greet"});
+  memory.queues.runAll();
+  ASSERT_THAT(memory.processes.launched(), SizeIs(1));
+  EXPECT_EQ(memory.processes.launched()[0].arguments.back(), "echo new");
+}
+
+TEST_F(AppDelegateTest, AChosenItemThatIsGoneDoesNothing) {
+  addItem("Greet", "echo hello");
+  launch();
+  settings.config.categories.clear();
+  memory.statusItem.click({"Greet"});
+  memory.queues.runAll();
+  EXPECT_THAT(memory.processes.launched(), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, AnEntryWithoutAnItemDoesNothing) {
+  launch();
+  delegate.runCommand(ActionEntry{.title = "Odd"});
+  memory.queues.runAll();
+  EXPECT_THAT(memory.processes.launched(), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, SettingsNamesTheSettingsFileAndWhenItIsRead) {
+  launch();
+  memory.statusItem.click({"Settings..."});
+  memory.queues.runAll();
+  ASSERT_THAT(memory.notifications.shown(), SizeIs(1));
+  const std::string& body = memory.notifications.shown()[0].notification.body;
+  EXPECT_THAT(body, HasSubstr("is not available yet"));
+  EXPECT_THAT(body, HasSubstr(settings.settingsFileURL()));
+  EXPECT_THAT(body, HasSubstr("reads that file when it starts"));
+}
+
+TEST_F(AppDelegateTest, AboutSaysThatItIsNotAvailableYet) {
+  launch();
+  memory.statusItem.click({"About Quillmar"});
+  memory.queues.runAll();
+  ASSERT_THAT(memory.notifications.shown(), SizeIs(1));
+  EXPECT_THAT(memory.notifications.shown()[0].notification.body, HasSubstr("is not available yet"));
+}
+
+TEST_F(AppDelegateTest, QuitTerminatesTheApplication) {
+  launch();
+  memory.statusItem.click({"Quit Quillmar"});
+  memory.queues.runAll();
+  EXPECT_TRUE(memory.application.terminated);
+}
+
+TEST(UnavailablePromptsTest, AQuestionIsAnsweredByANotificationTitledByTheItemAndCancelled) {
+  UnavailablePrompts prompts;
+  std::vector<std::pair<std::string, std::string>> notified;
+  prompts.setNotify([&](const std::string& title, const std::string& body) {
+    notified.emplace_back(title, body);
+  });
+  int cancelled = 0;
+  const auto completion = [&](bool confirmed, const auto&) { cancelled += confirmed ? 0 : 1; };
+  prompts.show({.itemTitle = "Erase", .title = "Run “Erase”?"}, completion);
+  prompts.show({.itemTitle = "Ping", .title = "Ping", .placeholder = ""}, completion);
+
+  using Note = std::pair<std::string, std::string>;
+  EXPECT_THAT(notified,
+              ElementsAre(Note("Erase", "Asking for a confirmation is not available yet."),
+                          Note("Ping", "Asking for a value is not available yet.")));
+  EXPECT_EQ(cancelled, 2);
+}
+
+}  // namespace
+}  // namespace quillmar
