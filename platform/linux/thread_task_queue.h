@@ -1,0 +1,34 @@
+// A concurrent queue on the system's threads. Each task starts at once on a thread of its own,
+// which ends with it; when the system has no thread to spare, tasks wait for one that ends.
+
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/task_queue.h"
+
+namespace quillmar {
+
+class ThreadTaskQueue final : public TaskQueue {
+ public:
+  /// Starts a detached thread that calls the function once; false when the system refuses.
+  using StartThread = std::function<bool(void* (*run)(void*), void* argument)>;
+
+  /// The part of the label behind its last full stop names the threads. Should the system refuse a
+  /// thread while none of this queue's is left to take the task, the queue tries again from the
+  /// main queue, which must outlive its tasks.
+  ThreadTaskQueue(const ConcurrentQueueAttributes& attributes, TaskQueue& mainQueue);
+  ThreadTaskQueue(TaskQueue& mainQueue, StartThread startThread);
+
+  /// The tasks handed over go on, waiting ones too.
+  ~ThreadTaskQueue() override;
+
+  void async(Task task) override;
+
+ private:
+  class Pool;
+  std::shared_ptr<Pool> pool_;
+};
+
+}  // namespace quillmar
