@@ -1,0 +1,41 @@
+#include "platform/linux/desktop_pasteboard.h"
+
+#include <string>
+#include <utility>
+
+#include "platform/linux/wayland_pasteboard.h"
+#include "platform/linux/x11_pasteboard.h"
+
+namespace quillmar {
+
+DesktopPasteboard::DesktopPasteboard(const Environment& environment, LogLine log)
+    : log_(std::move(log)) {
+  const std::string wayland = environment.value("WAYLAND_DISPLAY").value_or("");
+  const std::string display = environment.value("DISPLAY").value_or("");
+  if (!wayland.empty()) {
+    backend_ = std::make_unique<WaylandPasteboard>(environment, log_);
+  } else if (!display.empty()) {
+    auto x11 = std::make_unique<X11Pasteboard>(display, log_);
+    x11_ = x11.get();
+    backend_ = std::move(x11);
+  }
+}
+
+DesktopPasteboard::~DesktopPasteboard() = default;
+
+void DesktopPasteboard::setString(std::string text) {
+  if (backend_) {
+    backend_->setString(std::move(text));
+  } else {
+    log_(
+        "The text was not copied to the clipboard: there is no display (neither WAYLAND_DISPLAY "
+        "nor "
+        "DISPLAY is set).");
+  }
+}
+
+void DesktopPasteboard::saveForQuit(std::chrono::milliseconds timeout) {
+  if (x11_) x11_->saveForQuit(timeout);
+}
+
+}  // namespace quillmar

@@ -1,0 +1,45 @@
+// The clipboard of a Wayland session, through the program wl-copy of wl-clipboard: the protocol
+// wants a surface with the focus, or privileges, and wl-copy knows how to get by with either. It
+// stays behind to serve the text, so nothing has to be saved on quitting. Main thread.
+
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <gio/gio.h>
+
+#include "platform/environment.h"
+#include "platform/linux/glib_pointers.h"
+#include "platform/log.h"
+#include "platform/pasteboard.h"
+
+namespace quillmar {
+
+class WaylandPasteboard final : public Pasteboard {
+ public:
+  /// `environment` is wl-copy's. `log` gets a line when a text could not be put on the clipboard.
+  /// `program` stands in for wl-copy: a path, or a name that is searched for in PATH.
+  WaylandPasteboard(Environment environment, LogLine log, std::string program = "wl-copy");
+
+  /// A wl-copy that has not read its text to the end is left to itself.
+  ~WaylandPasteboard() override;
+
+  /// Feeds the text to wl-copy while the main loop runs. Of several texts handed over while one is
+  /// being fed the last one follows it.
+  void setString(std::string text) override;
+
+ private:
+  void start(const std::string& text);
+  void finished(GAsyncResult* result);
+  void logFailure(const std::string& reason) const;
+
+  Environment environment_;
+  LogLine log_;
+  std::string program_;
+  GObjectPointer<GCancellable> cancellable_{g_cancellable_new()};
+  GObjectPointer<GSubprocess> running_;
+  std::optional<std::string> next_;
+};
+
+}  // namespace quillmar
