@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "config/document_decoder.h"
-#include "config/json_string.h"
+#include "config/json_writer.h"
 
 namespace quillmar {
 
@@ -26,34 +26,33 @@ std::string textListing(const SettingsManager& settings) {
   return listing;
 }
 
-void appendMember(std::string& json, std::string_view key, std::string_view value) {
-  json.append("    \"").append(key).append("\" : ");
-  appendJsonString(json, value);
-}
-
 std::string jsonListing(const SettingsManager& settings) {
-  std::string json = "[";
+  constexpr std::size_t estimatedSize = 4096;
+  JsonWriter json(estimatedSize);
+  json.beginArray();
   for (const MenuCategory* category : categoriesInDisplayOrder(settings.config)) {
     if (category->isSeparator) continue;
     for (const MenuItem& item : category->items) {
       if (item.isSeparator) continue;
-      json += json.size() == 1 ? "\n  {\n" : ",\n  {\n";
-      appendMember(json, "folder", category->name);
-      json += ",\n";
-      appendMember(json, "folderId", category->id);
-      json += ",\n";
-      appendMember(json, "id", item.id);
-      json += ",\n    \"isEnabled\" : ";
-      json += item.isEnabled ? "true" : "false";
-      json += ",\n";
-      appendMember(json, "title", item.title);
-      json += ",\n";
-      appendMember(json, "type", rawValue(item.command.type));
-      json += "\n  }";
+      json.element();
+      json.beginObject();
+      json.key("folder");
+      json.value(std::string_view(category->name));
+      json.key("folderId");
+      json.value(std::string_view(category->id));
+      json.key("id");
+      json.value(std::string_view(item.id));
+      json.key("isEnabled");
+      json.value(item.isEnabled);
+      json.key("title");
+      json.value(std::string_view(item.title));
+      json.key("type");
+      json.value(rawValue(item.command.type));
+      json.endObject();
     }
   }
-  json += json.size() == 1 ? "]\n" : "\n]\n";
-  return json;
+  json.endArray();
+  return json.take() + "\n";
 }
 
 }  // namespace

@@ -26,6 +26,7 @@ namespace {
 constexpr std::size_t spareCapacity = 64;
 constexpr mode_t permissionBits = 07777;
 constexpr mode_t newFilePermissions = 0666;
+constexpr mode_t temporaryFilePermissions = 0600;
 constexpr int mostLinks = 40;
 
 /// A path for the system's calls; one that holds a U+0000 names nothing and becomes the empty path,
@@ -133,13 +134,17 @@ class PosixFileOverwrite final : public FileOverwrite {
   FileDescriptor file_;
 };
 
-/// A file under a name of its own until it is renamed; deleted unless it has been.
+/// A file under a name of its own until it is renamed; deleted unless it has been. The name is
+/// always the same for one path, so a program that is killed leaves one behind at most, until the
+/// next time.
 class TemporaryFile {
  public:
-  /// In the folder of `path`. Without a descriptor, errno says why it could not be made.
-  explicit TemporaryFile(const std::string& path)
-      : path_((std::filesystem::path(path).parent_path() / ".quillmar-XXXXXX").string()),
-        file_(mkostemp(path_.data(), O_CLOEXEC)) {}
+  /// Beside `path`. Without a descriptor, errno says why it could not be made.
+  explicit TemporaryFile(const std::string& path) : path_(path + ".tmp") {
+    unlink(path_.c_str());
+    file_ = FileDescriptor(open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                                temporaryFilePermissions));
+  }
   ~TemporaryFile() {
     if (file_) unlink(path_.c_str());
   }
@@ -227,6 +232,16 @@ Result<void> PosixFileSystem::replace(const std::string& path, std::string_view 
   if (!temporary) return fileError(path, "written", systemErrorText(errno));
   if (const int error = temporary.become(target, bytes, permissions & permissionBits)) {
     return fileError(path, "written", systemErrorText(error));
+  }
+  return {};
+}
+
+Result<void> PosixFileSystem::remove(const std::string& path) {
+  const auto status = statusOf(path);
+  if (!status) return fileError(path, "removed", systemErrorText(errno));
+  if (S_ISDIR(status->st_mode)) return fileError(path, "removed", systemErrorText(EISDIR));
+  if (unlink(followLinks(path).c_str()) < 0) {
+    return fileError(path, "removed", systemErrorText(errno));
   }
   return {};
 }

@@ -21,6 +21,7 @@ class PosixFileSystem final : public FileSystem {
   Result<std::uint32_t> permissions(const std::string& path) const override;
   Result<void> replace(const std::string& path, std::string_view bytes,
                        std::uint32_t permissions) override;
+  Result<void> remove(const std::string& path) override;
   Result<std::unique_ptr<FileOverwrite>> openForOverwriting(const std::string& path) override;
 };
 

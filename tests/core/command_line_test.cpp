@@ -1,0 +1,274 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "cli/arguments.h"
+#include "cli/commands.h"
+#include "cli/run_command.h"
+#include "cli/terminal_prompts.h"
+#include "commands/command_runner.h"
+#include "tests/core/memory_platform.h"
+
+namespace quillmar {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+using testing::StartsWith;
+
+// Arguments.
+
+Invocation parsed(const std::vector<std::string>& words) {
+  return parseArguments(words).value();
+}
+
+TEST(ArgumentsTest, NoWordsMeanToLiveInThePanel) {
+  EXPECT_EQ(parsed({}), Invocation(ResidentInvocation{}));
+}
+
+TEST(ArgumentsTest, EverySubCommandIsUnderstood) {
+  EXPECT_EQ(parsed({"--help"}), Invocation(HelpInvocation{}));
+  EXPECT_EQ(parsed({"--version"}), Invocation(VersionInvocation{}));
+  EXPECT_EQ(parsed({"settings-file"}), Invocation(SettingsFileInvocation{}));
+  EXPECT_EQ(parsed({"list"}), Invocation(ListInvocation{false}));
+  EXPECT_EQ(parsed({"list", "--json"}), Invocation(ListInvocation{true}));
+  EXPECT_EQ(parsed({"check", "a", "b"}), Invocation(CheckInvocation{{"a", "b"}}));
+  EXPECT_EQ(parsed({"run", "Item"}), Invocation(RunInvocation{"Item", std::nullopt, false}));
+  EXPECT_EQ(parsed({"run", "--yes", "Item", "--input", "--json"}),
+            Invocation(RunInvocation{"Item", "--json", true}));
+  EXPECT_EQ(parsed({"run", "--input=", "Item"}), Invocation(RunInvocation{"Item", "", false}));
+}
+
+TEST(ArgumentsTest, BehindTwoHyphensAnItemMayBeginWithOne) {
+  EXPECT_EQ(parsed({"run", "--yes", "--", "--yes"}),
+            Invocation(RunInvocation{"--yes", std::nullopt, true}));
+}
+
+TEST(ArgumentsTest, WordsThatMakeNoSenseAreNamed) {
+  const auto error = [](const std::vector<std::string>& words) {
+    return parseArguments(words).error().description;
+  };
+  EXPECT_EQ(error({"start"}), "There is no sub-command “start”.");
+  EXPECT_EQ(error({"--start"}), "There is no option “--start” here.");
+  EXPECT_EQ(error({"list", "--yes"}), "There is no option “--yes” here.");
+  EXPECT_EQ(error({"list", "all"}), "“list” takes no further words, but there is “all”.");
+  EXPECT_EQ(error({"check"}), "“check” needs the name of a file.");
+  EXPECT_EQ(error({"run"}), "“run” needs the id or the title of an item.");
+  EXPECT_EQ(error({"run", "Item", "--input"}), "The option “--input” needs a text behind it.");
+  EXPECT_THAT(error({"run", "Copy", "date"}), HasSubstr("needs quotes"));
+}
+
+// Sub-commands.
+
+class MemoryConsole : public Console {
+ public:
+  void print(std::string_view text) override { out += text; }
+  void printError(std::string_view text) override { err += text; }
+  bool isInteractive() const override { return interactive; }
+  std::optional<std::string> readLine() override {
+    if (typed.empty()) return std::nullopt;
+    std::string line = typed.front();
+    typed.erase(typed.begin());
+    return line;
+  }
+
+  std::string out;
+  std::string err;
+  bool interactive = false;
+  std::vector<std::string> typed;
+};
+
+class CommandLineTest : public testing::Test {
+ protected:
+  CommandLineTest() {
+    memory.userDatabase.shell = "/bin/shell";
+    memory.files.addFile("/bin/shell", "", 0755);
+  }
+
+  MenuItem& add(const std::string& id, const std::string& title, const std::string& commandText) {
+    if (settings.config.categories.empty()) {
+      settings.config.categories.push_back({.id = "F", .name = "Folder"});
+    }
+    MenuItem item;
+    item.id = id;
+    item.title = title;
+    item.command.value = commandText;
+    return settings.config.categories[0].items.emplace_back(std::move(item));
+  }
+
+  ExitStatus run(const RunInvocation& invocation) {
+    TerminalPrompts prompts(console, invocation.yes, invocation.input);
+    Platform platform{memory.application,  memory.queues,          memory.environment,
+                      memory.userDatabase, memory.userDirectories, memory.files,
+                      memory.bundle,       memory.images,          memory.processes,
+                      memory.appleScript,  memory.workspace,       prompts,
+                      memory.pasteboard,   memory.notifications,   memory.statusItem};
+    CommandRunner runner(platform, settings);
+    return runItem(invocation, settings, runner, memory.queues, prompts, console);
+  }
+
+  void commandsGive(const std::string& output, int exitStatus = 0) {
+    memory.processes.setHandler(
+        [=](const Process&) { return ScriptedRun{.output = output, .exitStatus = exitStatus}; });
+  }
+
+  std::string onlyCommandRun() const {
+    const auto launched = memory.processes.launched();
+    EXPECT_THAT(launched, SizeIs(1));
+    return launched.empty() ? "" : launched[0].arguments.back();
+  }
+
+  MemoryPlatform memory;
+  NotificationCenter center;
+  SettingsManager settings{{memory.environment, memory.userDirectories, memory.files, center}};
+  MemoryConsole console;
+};
+
+TEST_F(CommandLineTest, ListShowsFoldersAndItemsInMenuOrder) {
+  add("1", "One", "true");
+  add("2", "Two\x1b[2J", "true").isEnabled = false;
+  settings.config.categories[0].items.push_back(MenuItem::separator());
+  settings.config.categories.push_back({.id = "E", .name = "Earlier", .sortOrder = -1});
+  EXPECT_EQ(listItems({}, settings, console), ExitStatus::success);
+  EXPECT_EQ(console.out, "Earlier\nFolder\n  1  One\n  2  Two\uFFFD[2J  (disabled)\n");
+}
+
+TEST_F(CommandLineTest, ListCanSpeakJson) {
+  add("1", "Say \"hi\"", "true");
+  EXPECT_EQ(listItems({.json = true}, settings, console), ExitStatus::success);
+  EXPECT_EQ(console.out,
+            "[\n"
+            "  {\n"
+            "    \"folder\" : \"Folder\",\n"
+            "    \"folderId\" : \"F\",\n"
+            "    \"id\" : \"1\",\n"
+            "    \"isEnabled\" : true,\n"
+            "    \"title\" : \"Say \\\"hi\\\"\",\n"
+            "    \"type\" : \"Shell Command\"\n"
+            "  }\n"
+            "]\n");
+}
+
+TEST_F(CommandLineTest, CheckIsSilentWhenEveryFileDecodes) {
+  memory.files.addFile("/a.json", "{}");
+  memory.files.addFile("/b.quillmarpack", R"({"categories":[]})");
+  EXPECT_EQ(checkFiles({{"/a.json", "/b.quillmarpack"}}, memory.files, console),
+            ExitStatus::success);
+  EXPECT_EQ(console.out + console.err, "");
+}
+
+TEST_F(CommandLineTest, CheckSaysOfEachBadFileWhyOnALine) {
+  memory.files.addFile("/good.json", "{}");
+  memory.files.addFile("/bad.json", R"({"version" : "two"})");
+  EXPECT_EQ(checkFiles({{"/bad.json", "/good.json", "/gone.json"}}, memory.files, console),
+            ExitStatus::failure);
+  EXPECT_THAT(console.err,
+              AllOf(StartsWith("/bad.json: "), HasSubstr("version"), HasSubstr("\n/gone.json: ")));
+  EXPECT_EQ(std::count(console.err.begin(), console.err.end(), '\n'), 2);
+}
+
+TEST_F(CommandLineTest, RunPrintsTheTrimmedOutputAndALineFeed) {
+  add("1", "Date", "date");
+  commandsGive("  today \n\n");
+  EXPECT_EQ(run({.item = "1"}), ExitStatus::success);
+  EXPECT_EQ(console.out, "today\n");
+  EXPECT_EQ(onlyCommandRun(), "date");
+}
+
+TEST_F(CommandLineTest, RunTakesTheExactTitleAndDisabledItemsToo) {
+  add("1", "Date", "date").isEnabled = false;
+  EXPECT_EQ(run({.item = "Date"}), ExitStatus::success);
+  EXPECT_EQ(onlyCommandRun(), "date");
+}
+
+TEST_F(CommandLineTest, AnIdGoesBeforeATitle) {
+  add("1", "2", "one");
+  add("2", "1", "two");
+  EXPECT_EQ(run({.item = "1"}), ExitStatus::success);
+  EXPECT_EQ(onlyCommandRun(), "one");
+}
+
+TEST_F(CommandLineTest, AFailedCommandGivesItsOutputAndExitStatus1) {
+  add("1", "Fail", "false");
+  commandsGive("no such thing", 3);
+  EXPECT_EQ(run({.item = "1"}), ExitStatus::failure);
+  EXPECT_EQ(console.out, "no such thing\n");
+}
+
+TEST_F(CommandLineTest, AFailedCommandWithoutOutputSaysSo) {
+  add("1", "Fail", "false");
+  commandsGive("", 3);
+  EXPECT_EQ(run({.item = "1"}), ExitStatus::failure);
+  EXPECT_EQ(console.out, "");
+  EXPECT_EQ(console.err, "The command exited with an error.\n");
+}
+
+TEST_F(CommandLineTest, OutputThatIsNotTextIsLeftOutAndSaidSo) {
+  add("1", "Bytes", "cat");
+  commandsGive("\xFF\xFE");
+  EXPECT_EQ(run({.item = "1"}), ExitStatus::success);
+  EXPECT_EQ(console.out, "");
+  EXPECT_EQ(console.err, "The output is not valid UTF-8 text and was left out.\n");
+}
+
+TEST_F(CommandLineTest, AnUnknownItemASeparatorAndAnAmbiguousTitleAreUsageErrors) {
+  add("1", "Twice", "true");
+  add("2", "Twice", "true");
+  settings.config.categories[0].items.push_back(MenuItem::separator());
+  EXPECT_EQ(run({.item = "twice"}), ExitStatus::usage);
+  EXPECT_THAT(console.err, HasSubstr("No item has the id or the title “twice”"));
+  EXPECT_EQ(run({.item = settings.config.categories[0].items[2].id}), ExitStatus::usage);
+  EXPECT_THAT(console.err, HasSubstr("is a separator line"));
+  EXPECT_EQ(run({.item = "Twice"}), ExitStatus::usage);
+  EXPECT_THAT(console.err, HasSubstr("2 items have the title “Twice”; name the one you mean by its "
+                                     "id: 1, 2."));
+  EXPECT_THAT(memory.processes.launched(), IsEmpty());
+}
+
+TEST_F(CommandLineTest, WithoutATerminalTheMissingOptionIsNamed) {
+  add("1", "Erase", "rm {{input}}").confirmBeforeRunning = true;
+  EXPECT_EQ(run({.item = "1"}), ExitStatus::usage);
+  EXPECT_THAT(console.err, HasSubstr("“--yes”"));
+  EXPECT_EQ(run({.item = "1", .yes = true}), ExitStatus::usage);
+  EXPECT_THAT(console.err, HasSubstr("“--input”"));
+  EXPECT_THAT(memory.processes.launched(), IsEmpty());
+}
+
+TEST_F(CommandLineTest, OptionsAnswerInsteadOfTheTerminal) {
+  add("1", "Erase", "rm {{input}}").confirmBeforeRunning = true;
+  EXPECT_EQ(run({.item = "1", .input = "a b", .yes = true}), ExitStatus::success);
+  EXPECT_EQ(onlyCommandRun(), "rm a b");
+}
+
+TEST_F(CommandLineTest, AnInputForAnItemThatAsksForNoneIsAUsageError) {
+  add("1", "Date", "date");
+  EXPECT_EQ(run({.item = "1", .input = "x"}), ExitStatus::usage);
+  EXPECT_THAT(memory.processes.launched(), IsEmpty());
+}
+
+TEST_F(CommandLineTest, OnATerminalTheQuestionsAreAskedThere) {
+  MenuItem& item = add("1", "Erase", "rm {{input}}");
+  item.confirmBeforeRunning = true;
+  item.inputPrompt = "Which file?";
+  console.interactive = true;
+  console.typed = {"y", "a.txt"};
+  EXPECT_EQ(run({.item = "1"}), ExitStatus::success);
+  EXPECT_EQ(onlyCommandRun(), "rm a.txt");
+  EXPECT_THAT(console.err, AllOf(HasSubstr("Run “Erase”?"), HasSubstr("rm {{input}}"),
+                                 HasSubstr("Which file?")));
+}
+
+TEST_F(CommandLineTest, DecliningOnTheTerminalIsAFailureAndRunsNothing) {
+  add("1", "Erase", "rm x").confirmBeforeRunning = true;
+  add("2", "Ask", "echo {{input}}");
+  console.interactive = true;
+  console.typed = {"n"};
+  EXPECT_EQ(run({.item = "1"}), ExitStatus::failure);
+  EXPECT_EQ(run({.item = "2"}), ExitStatus::failure) << "the input has ended";
+  EXPECT_THAT(memory.processes.launched(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace quillmar
