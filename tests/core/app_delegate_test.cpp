@@ -6,7 +6,7 @@
 #include "app/unavailable_prompts.h"
 #include "commands/command_runner.h"
 #include "config/settings_manager.h"
-#include "tests/core/memory_platform.h"
+#include "platform/memory/memory_platform.h"
 #include "tests/core/menu_outline.h"
 
 namespace quillmar {

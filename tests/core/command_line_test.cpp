@@ -6,7 +6,7 @@
 #include "cli/run_command.h"
 #include "cli/terminal_prompts.h"
 #include "commands/command_runner.h"
-#include "tests/core/memory_platform.h"
+#include "platform/memory/memory_platform.h"
 
 namespace quillmar {
 namespace {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "config/settings_manager.h"
-#include "tests/core/memory_platform.h"
+#include "platform/memory/memory_platform.h"
 
 namespace quillmar {
 namespace {
@@ -374,7 +374,7 @@ TEST_F(CommandRunnerTest, AScriptThatCannotBeMadeFails) {
 }
 
 TEST_F(CommandRunnerTest, AScriptErrorIsToldByItsMessageElseByItsDescription) {
-  using Outcome = ScriptedAppleScript::Outcome;
+  using Outcome = MemoryAppleScriptEngine::Outcome;
   memory.appleScript.outcome = Outcome(AppleScriptError{"The message.", "The description."});
   runToTheEnd(item("beep", CommandType::appleScript));
   memory.appleScript.outcome = Outcome(AppleScriptError{std::nullopt, "The description."});
@@ -384,7 +384,7 @@ TEST_F(CommandRunnerTest, AScriptErrorIsToldByItsMessageElseByItsDescription) {
 }
 
 TEST_F(CommandRunnerTest, AScriptWithoutAResultSucceedsWithoutOutput) {
-  memory.appleScript.outcome = ScriptedAppleScript::Outcome(std::optional<std::string>());
+  memory.appleScript.outcome = MemoryAppleScriptEngine::Outcome(std::optional<std::string>());
   MenuItem script = item("beep", CommandType::appleScript);
   script.command.showNotification = true;
   script.command.copyToClipboard = true;

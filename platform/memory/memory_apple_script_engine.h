@@ -1,0 +1,38 @@
+// An interpreter that only remembers the scripts and ends them as it is told.
+
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/apple_script.h"
+
+namespace quillmar {
+
+struct MemoryAppleScriptEngine final : AppleScriptEngine {
+  using Outcome = Result<std::optional<std::string>, AppleScriptError>;
+
+  /// Absent: no script can be made.
+  std::optional<Outcome> outcome = Outcome(std::optional<std::string>("done"));
+  std::vector<std::string> executed;
+
+  std::unique_ptr<AppleScript> makeScript(const std::string& source) override {
+    if (!outcome) return nullptr;
+    struct Script final : AppleScript {
+      Script(MemoryAppleScriptEngine& engine, std::string source)
+          : engine(engine), source(std::move(source)) {}
+      Outcome execute() override {
+        engine.executed.push_back(source);
+        return *engine.outcome;
+      }
+      MemoryAppleScriptEngine& engine;
+      std::string source;
+    };
+    return std::make_unique<Script>(*this, source);
+  }
+};
+
+}  // namespace quillmar

@@ -1,0 +1,26 @@
+// A bundle of made-up files.
+
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+
+#include "platform/bundle.h"
+
+namespace quillmar {
+
+struct MemoryBundle final : Bundle {
+  /// Paths by "subfolder/name.extension", or "name.extension" in the top folder.
+  std::map<std::string, std::string> resources;
+
+  std::optional<std::string> pathForResource(const std::string& name, const std::string& extension,
+                                             const std::string& subfolder) const override {
+    const std::string file = name + "." + extension;
+    const auto found = resources.find(subfolder.empty() ? file : subfolder + "/" + file);
+    if (found == resources.end()) return std::nullopt;
+    return found->second;
+  }
+};
+
+}  // namespace quillmar

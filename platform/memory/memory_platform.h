@@ -1,0 +1,46 @@
+// The whole platform in memory. Nothing happens before its owner drains the queues.
+
+#pragma once
+
+#include "platform/environment.h"
+#include "platform/memory/memory_apple_script_engine.h"
+#include "platform/memory/memory_application.h"
+#include "platform/memory/memory_bundle.h"
+#include "platform/memory/memory_file_system.h"
+#include "platform/memory/memory_images.h"
+#include "platform/memory/memory_notifications.h"
+#include "platform/memory/memory_pasteboard.h"
+#include "platform/memory/memory_processes.h"
+#include "platform/memory/memory_prompts.h"
+#include "platform/memory/memory_status_item.h"
+#include "platform/memory/memory_task_queues.h"
+#include "platform/memory/memory_user_database.h"
+#include "platform/memory/memory_user_directories.h"
+#include "platform/memory/memory_workspace.h"
+#include "platform/platform.h"
+
+namespace quillmar {
+
+struct MemoryPlatform {
+  MemoryApplication application;
+  MemoryTaskQueues queues;
+  Environment environment;
+  MemoryUserDatabase userDatabase;
+  MemoryUserDirectories userDirectories;
+  MemoryFileSystem files;
+  MemoryBundle bundle;
+  MemoryImages images;
+  MemoryProcesses processes;
+  MemoryAppleScriptEngine appleScript;
+  MemoryWorkspace workspace;
+  MemoryPrompts prompts;
+  MemoryPasteboard pasteboard;
+  MemoryNotifications notifications{queues.mainQueue()};
+  MemoryStatusItem statusItem{queues.mainQueue()};
+
+  Platform platform{application, queues,  environment, userDatabase,  userDirectories,
+                    files,       bundle,  images,      processes,     appleScript,
+                    workspace,   prompts, pasteboard,  notifications, statusItem};
+};
+
+}  // namespace quillmar
