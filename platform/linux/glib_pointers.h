@@ -15,6 +15,9 @@ struct GLibRelease {
   void operator()(GVariantIter* iterator) const { g_variant_iter_free(iterator); }
   void operator()(GBytes* bytes) const { g_bytes_unref(bytes); }
   void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
+  void operator()(GKeyFile* file) const { g_key_file_unref(file); }
+  void operator()(GMainContext* context) const { g_main_context_unref(context); }
+  void operator()(GDBusNodeInfo* info) const { g_dbus_node_info_unref(info); }
   void operator()(char* text) const { g_free(text); }
 };
 
@@ -34,5 +37,15 @@ template <class T>
 GObjectPointer<T> share(T* object) {
   return GObjectPointer<T>(static_cast<T*>(g_object_ref(object)));
 }
+
+template <class T>
+using GObjectPtr = GObjectPointer<T>;
+using GVariantPtr = GLibPointer<GVariant>;
+using GVariantIterPtr = GLibPointer<GVariantIter>;
+using GErrorPtr = GLibPointer<GError>;
+using GStringPtr = GLibPointer<char>;
+using GKeyFilePtr = GLibPointer<GKeyFile>;
+using GMainContextPtr = GLibPointer<GMainContext>;
+using GDBusNodeInfoPtr = GLibPointer<GDBusNodeInfo>;
 
 }  // namespace quillmar

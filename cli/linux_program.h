@@ -1,0 +1,21 @@
+// The program put together from the services of a Linux desktop.
+
+#pragma once
+
+#include "cli/arguments.h"
+#include "cli/console.h"
+#include "config/settings_manager.h"
+#include "platform/environment.h"
+
+namespace quillmar {
+
+/// Lives in the panel until it is told to quit. Does not return: the process ends here, whatever
+/// background commands are still running. Says why when it cannot start.
+[[noreturn]] void liveInPanel(const Environment& environment, Console& console);
+
+/// Runs one item in this process, with the desktop's clipboard and notifications reached through the
+/// instance in the panel, if there is one.
+ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environment& environment,
+                               SettingsManager& settings, Console& console);
+
+}  // namespace quillmar
