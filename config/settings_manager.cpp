@@ -1,25 +1,19 @@
 #include "config/settings_manager.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <unordered_map>
 #include <utility>
 
 #include "config/checked_arithmetic.h"
 #include "config/document_decoder.h"
 #include "config/document_encoder.h"
+#include "config/settings_location.h"
 #include "platform/platform.h"
 #include "platform/uuid.h"
 
 namespace quillmar {
 
 namespace {
-
-std::string appendingPathComponent(std::string directory, std::string_view component) {
-  if (!directory.ends_with('/')) directory += '/';
-  return directory.append(component);
-}
 
 /// The first item with the id, or the end.
 auto findItem(std::vector<MenuItem>& items, std::string_view id) {
@@ -56,19 +50,8 @@ SettingsManager& SettingsManager::shared() {
 }
 
 std::string SettingsManager::settingsFileURL() const {
-  std::string directory =
-      collaborators_.environment.value(std::string(settingsDirectoryVariable)).value_or("");
-  if (directory.empty()) {
-    const auto supportDirectories = collaborators_.userDirectories.applicationSupportDirectories();
-    if (supportDirectories.empty()) {
-      std::fputs("Quillmar stops: there is no folder for programs' own files.\n", stderr);
-      std::abort();
-    }
-    directory = appendingPathComponent(supportDirectories.front(), "Quillmar");
-  }
-  // A folder that cannot be made shows when the file is read or written.
-  (void)collaborators_.files.createDirectories(directory);
-  return appendingPathComponent(std::move(directory), "settings.json");
+  return settingsFilePath(collaborators_.environment, collaborators_.userDirectories,
+                          collaborators_.files);
 }
 
 void SettingsManager::loadFromFile() {

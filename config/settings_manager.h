@@ -22,9 +22,6 @@ namespace quillmar {
 /// Posted after every save, whether or not the file could be written.
 inline constexpr std::string_view menuItemSettingsChanged = "menuItemSettingsChanged";
 
-/// Names the directory of the settings file; empty counts as not set.
-inline constexpr std::string_view settingsDirectoryVariable = "QUILLMAR_SETTINGS_DIR";
-
 /// An item and the id of the folder that holds it.
 struct ItemInCategory {
   MenuItem item;
@@ -65,7 +62,7 @@ class SettingsManager {
 
   // Location and persistence.
 
-  /// Path of the settings file. Its directory is created; a failure to do so is ignored.
+  /// Path of the settings file, worked out anew at every call; see settingsFilePath().
   std::string settingsFileURL() const;
 
   /// Replaces the document by the file's: by the empty one when there is no file (a first launch)

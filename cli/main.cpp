@@ -1,0 +1,95 @@
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "cli/arguments.h"
+#include "cli/commands.h"
+#include "cli/console.h"
+#include "cli/linux_program.h"
+#include "config/settings_location.h"
+#include "config/settings_manager.h"
+#include "platform/linux/password_database.h"
+#include "platform/linux/posix_file_system.h"
+#include "platform/linux/process_environment.h"
+#include "platform/linux/xdg_directories.h"
+
+namespace quillmar {
+namespace {
+
+/// Calls the handler of the alternative that the variant holds.
+template <class... Handlers>
+struct Overloaded : Handlers... {
+  using Handlers::operator()...;
+};
+
+/// What sub-commands read the settings with.
+struct SettingsServices {
+  explicit SettingsServices(const Environment& environment)
+      : directories(environment, PasswordDatabase()) {}
+
+  PosixFileSystem files;
+  XdgDirectories directories;
+};
+
+/// Runs a sub-command on the settings; not to be able to load them is a failure.
+template <class SubCommand>
+ExitStatus withSettings(const Environment& environment, SubCommand subCommand) {
+  SettingsServices services(environment);
+  SettingsManager settings({environment, services.directories, services.files,
+                            NotificationCenter::defaultCenter(), logToStandardError});
+  if (settings.loadError()) return ExitStatus::failure;
+  return subCommand(settings);
+}
+
+ExitStatus printSettingsFile(const Environment& environment, Console& console) {
+  SettingsServices services(environment);
+  console.print(settingsFilePath(environment, services.directories, services.files) + "\n");
+  return ExitStatus::success;
+}
+
+ExitStatus dispatch(const Invocation& invocation, const Environment& environment,
+                    Console& console) {
+  return std::visit(
+      Overloaded{
+          [&](const ResidentInvocation&) -> ExitStatus { liveInPanel(environment, console); },
+          [&](const HelpInvocation&) {
+            console.print(helpText());
+            return ExitStatus::success;
+          },
+          [&](const VersionInvocation&) {
+            console.print("Quillmar " QUILLMAR_VERSION "\n");
+            return ExitStatus::success;
+          },
+          [&](const ListInvocation& list) {
+            return withSettings(environment, [&](SettingsManager& settings) {
+              return listItems(list, settings, console);
+            });
+          },
+          [&](const SettingsFileInvocation&) { return printSettingsFile(environment, console); },
+          [&](const CheckInvocation& check) {
+            return checkFiles(check, PosixFileSystem(), console);
+          },
+          [&](const RunInvocation& run) {
+            return withSettings(environment, [&](SettingsManager& settings) {
+              return runItemFromTerminal(run, environment, settings, console);
+            });
+          },
+      },
+      invocation);
+}
+
+}  // namespace
+}  // namespace quillmar
+
+int main(int argc, char** argv) {
+  using namespace quillmar;
+  const Environment environment = snapshotProcessEnvironment();
+  StandardConsole console;
+  const Result<Invocation> invocation =
+      parseArguments(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc));
+  if (!invocation) {
+    console.printError(invocation.error().description + "\nTry “quillmar --help”.\n");
+    return static_cast<int>(ExitStatus::usage);
+  }
+  return static_cast<int>(dispatch(invocation.value(), environment, console));
+}

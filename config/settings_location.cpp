@@ -1,0 +1,33 @@
+#include "config/settings_location.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace quillmar {
+
+namespace {
+
+std::string appendingPathComponent(std::string directory, std::string_view component) {
+  if (!directory.ends_with('/')) directory += '/';
+  return directory.append(component);
+}
+
+}  // namespace
+
+std::string settingsFilePath(const Environment& environment, const UserDirectories& userDirectories,
+                             FileSystem& files) {
+  std::string directory = environment.value(std::string(settingsDirectoryVariable)).value_or("");
+  if (directory.empty()) {
+    const auto supportDirectories = userDirectories.applicationSupportDirectories();
+    if (supportDirectories.empty()) {
+      std::fputs("Quillmar stops: there is no folder for programs' own files.\n", stderr);
+      std::abort();
+    }
+    directory = appendingPathComponent(supportDirectories.front(), "Quillmar");
+  }
+  // A folder that cannot be made shows when the file is read or written.
+  (void)files.createDirectories(directory);
+  return appendingPathComponent(std::move(directory), "settings.json");
+}
+
+}  // namespace quillmar
