@@ -1,0 +1,200 @@
+#include "config/json_writer.h"
+
+#include <algorithm>
+#include <bit>
+#include <charconv>
+#include <cstring>
+
+namespace quillmar {
+namespace {
+
+using Word = std::uint64_t;
+
+constexpr Word everyByte(unsigned char byte) {
+  return ~Word{0} / 0xFF * byte;
+}
+
+Word load(const char* bytes) {
+  Word word = 0;
+  std::memcpy(&word, bytes, sizeof word);
+  // The first byte of the text is the lowest of the word.
+  if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
+  return word;
+}
+
+/// How many of the word's first bytes stand for themselves in a string: up to a control character,
+/// quote, backslash or slash.
+std::size_t plainBytes(Word word) {
+  // Subtracting borrows from the top bit of a byte that is less; a borrow can spoil the bytes above
+  // it, but never hides the first one.
+  const auto less = [](Word bytes, unsigned char limit) {
+    return (bytes - everyByte(limit)) & ~bytes;
+  };
+  const auto equal = [&](unsigned char byte) { return less(word ^ everyByte(byte), 1); };
+  const Word special = (less(word, 0x20) | equal('"') | equal('\\') | equal('/')) & everyByte(0x80);
+  return static_cast<std::size_t>(std::countr_zero(special)) / 8;
+}
+
+constexpr bool isPlain(char c) {
+  return static_cast<unsigned char>(c) >= 0x20 && c != '"' && c != '\\' && c != '/';
+}
+
+constexpr std::size_t longestEscape = 6;
+
+/// Writes the escape of a character that is not plain; returns where it ends.
+char* writeEscape(char* target, char c) {
+  *target++ = '\\';
+  switch (c) {
+    case '"':
+    case '\\':
+    case '/':
+      *target++ = c;
+      return target;
+    case '\b':
+      *target++ = 'b';
+      return target;
+    case '\f':
+      *target++ = 'f';
+      return target;
+    case '\n':
+      *target++ = 'n';
+      return target;
+    case '\r':
+      *target++ = 'r';
+      return target;
+    case '\t':
+      *target++ = 't';
+      return target;
+    default:
+      break;
+  }
+  constexpr std::string_view digits = "0123456789abcdef";
+  for (const char digit : {'u', '0', '0', digits[c >> 4], digits[c & 0xF]}) *target++ = digit;
+  return target;
+}
+
+/// Writes the characters escaped where they need it; returns where they end. What it writes past
+/// that is less than a word.
+char* writeEscaped(char* target, std::string_view text) {
+  const char* source = text.data();
+  const char* const end = source + text.size();
+  while (end - source >= static_cast<std::ptrdiff_t>(sizeof(Word))) {
+    const std::size_t plain = plainBytes(load(source));
+    std::memcpy(target, source, sizeof(Word));
+    source += plain;
+    target += plain;
+    if (plain < sizeof(Word)) target = writeEscape(target, *source++);
+  }
+  for (; source != end; ++source) {
+    if (isPlain(*source)) {
+      *target++ = *source;
+    } else {
+      target = writeEscape(target, *source);
+    }
+  }
+  return target;
+}
+
+char* append(char* target, std::string_view text) {
+  return std::copy(text.begin(), text.end(), target);
+}
+
+}  // namespace
+
+JsonWriter::JsonWriter(std::size_t estimatedSize) : text_(estimatedSize, '\0') {}
+
+void JsonWriter::key(std::string_view key) {
+  startLine();
+  reserve(key.size() + 5);
+  char* next = text_.data() + size_;
+  *next++ = '"';
+  next = append(append(next, key), "\" : ");
+  size_ = static_cast<std::size_t>(next - text_.data());
+}
+
+void JsonWriter::value(bool value) {
+  const std::string_view name = value ? "true" : "false";
+  reserve(name.size());
+  append(text_.data() + size_, name);
+  size_ += name.size();
+}
+
+void JsonWriter::value(std::int64_t value) {
+  number(value);
+}
+void JsonWriter::value(std::uint64_t value) {
+  number(value);
+}
+
+template <class Number>
+void JsonWriter::number(Number value) {
+  constexpr std::size_t longestNumber = 20;
+  reserve(longestNumber);
+  char* const next = text_.data() + size_;
+  size_ += static_cast<std::size_t>(std::to_chars(next, next + longestNumber, value).ptr - next);
+}
+
+void JsonWriter::value(std::string_view text) {
+  // In pieces, so that the room for a piece all of whose bytes need an escape is never much.
+  constexpr std::size_t longestPiece = 4096;
+  reserve(1);
+  text_[size_++] = '"';
+  while (!text.empty()) {
+    const std::string_view piece = text.substr(0, longestPiece);
+    reserve(piece.size() * longestEscape + sizeof(Word));
+    size_ = static_cast<std::size_t>(writeEscaped(text_.data() + size_, piece) - text_.data());
+    text.remove_prefix(piece.size());
+  }
+  reserve(1);
+  text_[size_++] = '"';
+}
+
+void JsonWriter::begin(char bracket) {
+  reserve(1);
+  text_[size_++] = bracket;
+  ++depth_;
+  isEmpty_ = true;
+}
+
+void JsonWriter::endObject() {
+  end('}');
+}
+
+void JsonWriter::endArray() {
+  if (isEmpty_) {
+    reserve(1);
+    text_[size_++] = '\n';
+  }
+  end(']');
+}
+
+void JsonWriter::end(char bracket) {
+  --depth_;
+  isEmpty_ = true;  // no comma before the bracket
+  startLine();
+  text_[size_++] = bracket;
+}
+
+/// Begins the line of the next key, element or bracket, after a comma when one of them came before.
+void JsonWriter::startLine() {
+  const std::size_t indentation = 2 * depth_;
+  reserve(indentation + 3);
+  char* next = text_.data() + size_;
+  if (!isEmpty_) *next++ = ',';
+  *next++ = '\n';
+  next = std::fill_n(next, indentation, ' ');
+  size_ = static_cast<std::size_t>(next - text_.data());
+  isEmpty_ = false;
+}
+
+/// Makes room for that many bytes more.
+void JsonWriter::reserve(std::size_t size) {
+  if (text_.size() - size_ < size) text_.resize(2 * text_.size() + size);
+}
+
+std::string JsonWriter::take() {
+  text_.resize(size_);
+  return std::move(text_);
+}
+
+}  // namespace quillmar
