@@ -209,7 +209,7 @@ Result<std::string> PosixFileSystem::read(const std::string& path) const {
     bytes.append(rest.data(), static_cast<std::size_t>(count));
   }
   if (count < 0) return fileError(path, "read", systemErrorText(errno));
-  bytes.reserve(bytes.size() + spareCapacity);
+  if (bytes.capacity() - bytes.size() < spareCapacity) bytes.reserve(bytes.size() + spareCapacity);
   return bytes;
 }
 

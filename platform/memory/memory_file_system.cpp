@@ -74,7 +74,7 @@ MemoryFileSystem::MemoryFileSystem() {
 }
 
 MemoryFileSystem::Place MemoryFileSystem::resolve(const std::string& path) const {
-  if (path.empty()) return {"", noSuchFile};
+  if (path.empty() || path.find('\0') != std::string::npos) return {"", noSuchFile};
   std::vector<std::string> rest;
   pushComponents(rest, path);
   std::string key = "/";
