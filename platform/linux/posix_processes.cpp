@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <csignal>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -183,9 +185,11 @@ PosixProcesses::PosixProcesses(Sessions sessions) {
   sigaction(SIGCHLD, nullptr, &current);
   if (current.sa_handler == SIG_IGN) std::signal(SIGCHLD, SIG_DFL);
 
+  // sigfillset() leaves out the two signals that the C library keeps for itself, and posix_spawn()
+  // has those ignored in the child unless they are in the set.
   sigset_t all;
+  std::memset(&all, 0xFF, sizeof all);
   sigset_t none;
-  sigfillset(&all);
   sigemptyset(&none);
   short flags = POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK;
   if (sessions == Sessions::separate) flags |= POSIX_SPAWN_SETSID;

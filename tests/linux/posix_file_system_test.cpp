@@ -1,0 +1,187 @@
+#include "platform/linux/posix_file_system.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "tests/conformance/file_system_conformance.h"
+#include "tests/linux/temporary_folder.h"
+
+namespace quillmar {
+namespace {
+
+using testing::EndsWith;
+
+struct PosixFileSystemFixture {
+  PosixFileSystem& files() { return files_; }
+  std::string root() { return folder_.path(); }
+  void addSymbolicLink(const std::string& path, const std::string& target) {
+    std::filesystem::create_symlink(target, path);
+  }
+  bool isSymbolicLink(const std::string& path) { return std::filesystem::is_symlink(path); }
+  std::vector<std::string> names() {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder_.path())) {
+      names.push_back(entry.path().lexically_relative(folder_.path()).string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+  TemporaryFolder folder_;
+  PosixFileSystem files_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Posix, FileSystemConformance, PosixFileSystemFixture);
+
+class PosixFileSystemTest : public testing::Test {
+ protected:
+  std::string path(const std::string& name) { return folder_.path() + "/" + name; }
+
+  TemporaryFolder folder_;
+  PosixFileSystem files_;
+};
+
+TEST_F(PosixFileSystemTest, ANewFileHasTheDefaultPermissions) {
+  const mode_t before = umask(027);
+  EXPECT_TRUE(files_.openForOverwriting(path("a")).ok());
+  umask(before);
+  EXPECT_EQ(files_.permissions(path("a")).value(), 0640u);
+}
+
+TEST_F(PosixFileSystemTest, ReplacingSetsThePermissionsWhateverTheMaskIs) {
+  const mode_t before = umask(077);
+  EXPECT_TRUE(files_.replace(path("a"), "x", 0755).ok());
+  umask(before);
+  EXPECT_EQ(files_.permissions(path("a")).value(), 0755u);
+}
+
+TEST_F(PosixFileSystemTest, OverwritingKeepsTheFilesIdentity) {
+  std::ofstream(path("a")) << "old";
+  struct stat before {};
+  ASSERT_EQ(stat(path("a").c_str(), &before), 0);
+  EXPECT_TRUE(files_.openForOverwriting(path("a")).value()->write(0, "new").ok());
+  struct stat after {};
+  ASSERT_EQ(stat(path("a").c_str(), &after), 0);
+  EXPECT_EQ(after.st_ino, before.st_ino);
+}
+
+TEST_F(PosixFileSystemTest, AFileWhoseSizeTheSystemDoesNotSayIsReadWhole) {
+  const Result<std::string> read = files_.read("/proc/self/status");
+  ASSERT_TRUE(read.ok()) << read.error().description;
+  EXPECT_THAT(read.value(), testing::HasSubstr("Pid:\t" + std::to_string(getpid())));
+  EXPECT_GE(read.value().capacity(), read.value().size() + 64);
+}
+
+TEST_F(PosixFileSystemTest, PipesAndDevicesAreRefusedRatherThanWaitedFor) {
+  ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+  for (const std::string& special : {path("pipe"), std::string("/dev/zero")}) {
+    EXPECT_EQ(files_.read(special).error().description,
+              "The file “" + special + "” could not be read: It is not a regular file.");
+    EXPECT_EQ(files_.openForOverwriting(special).error().description,
+              "The file “" + special + "” could not be written: It is not a regular file.");
+  }
+}
+
+TEST_F(PosixFileSystemTest, APathThatIsNotUtf8IsToldInUtf8) {
+  EXPECT_EQ(files_.read("/no/such/\xFF").error().description,
+            "The file “/no/such/\uFFFD” could not be read: No such file or directory.");
+}
+
+TEST_F(PosixFileSystemTest, RelativePathsResolveAgainstTheWorkingDirectory) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(folder_.path());
+  EXPECT_TRUE(files_.replace("a", "bytes", 0600).ok());
+  EXPECT_EQ(files_.read("./a").value(), "bytes");
+  std::filesystem::current_path(before);
+  EXPECT_EQ(files_.read(path("a")).value(), "bytes");
+}
+
+TEST_F(PosixFileSystemTest, NoOperationLeavesADescriptorOpen) {
+  const auto countDescriptors = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+  };
+  const auto before = countDescriptors();
+  for (int i = 0; i < 10; ++i) {
+    EXPECT_TRUE(files_.replace(path("a"), "x", 0600).ok());
+    EXPECT_TRUE(files_.read(path("a")).ok());
+    EXPECT_TRUE(files_.openForOverwriting(path("a")).ok());
+    EXPECT_FALSE(files_.replace(folder_.path(), "x", 0600).ok());
+    EXPECT_FALSE(files_.read(folder_.path()).ok());
+  }
+  EXPECT_EQ(countDescriptors(), before);
+}
+
+/// A disk of one megabyte at the path, seen by this process and its children alone. Needs root or
+/// the right to make user namespaces.
+void mountSmallDisk(const std::string& path) {
+  const int asRoot = unshare(CLONE_NEWNS);
+  if (asRoot < 0) {
+    const std::string user = std::to_string(getuid());
+    const std::string group = std::to_string(getgid());
+    ASSERT_EQ(unshare(CLONE_NEWUSER | CLONE_NEWNS), 0) << "No namespaces here.";
+    std::ofstream("/proc/self/setgroups") << "deny";
+    std::ofstream("/proc/self/uid_map") << "0 " << user << " 1";
+    std::ofstream("/proc/self/gid_map") << "0 " << group << " 1";
+  }
+  ASSERT_EQ(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
+  ASSERT_EQ(mount("disk", path.c_str(), "tmpfs", 0, "size=1m"), 0);
+}
+
+/// Runs the body with a small disk at the path, in a child of this process.
+#define EXPECT_ON_SMALL_DISK(path, body) \
+  EXPECT_EXIT(                           \
+      {                                  \
+        mountSmallDisk(path);            \
+        if (!HasFatalFailure()) body();  \
+        _exit(HasFailure() ? 1 : 0);     \
+      },                                 \
+      testing::ExitedWithCode(0), "")
+
+class FullDiskDeathTest : public PosixFileSystemTest {
+ protected:
+  const std::string large_ = std::string(2 * 1024 * 1024, 'x');
+};
+
+TEST_F(FullDiskDeathTest, ReservingMoreThanThereIsFailsAndChangesNothing) {
+  EXPECT_ON_SMALL_DISK(folder_.path(), [&] {
+    EXPECT_TRUE(files_.replace(path("a"), "old", 0600).ok());
+    const auto file = std::move(files_.openForOverwriting(path("a"))).value();
+    EXPECT_EQ(file->reserve(large_.size()).error().description,
+              "The file “" + path("a") + "” could not be written: No space left on device.");
+    EXPECT_EQ(files_.read(path("a")).value(), "old");
+    EXPECT_TRUE(file->reserve(100000).ok());
+  });
+}
+
+TEST_F(FullDiskDeathTest, WhatWasReservedCanBeWrittenWhenTheRestOfTheDiskIsFull) {
+  EXPECT_ON_SMALL_DISK(folder_.path(), [&] {
+    const auto file = std::move(files_.openForOverwriting(path("a"))).value();
+    EXPECT_TRUE(file->reserve(500000).ok());
+    const auto filler = std::move(files_.openForOverwriting(path("filler"))).value();
+    EXPECT_FALSE(filler->write(0, large_).ok());
+    EXPECT_TRUE(file->write(0, std::string(500000, 'y')).ok());
+  });
+}
+
+TEST_F(FullDiskDeathTest, AFailedReplacementLeavesTheOldFileAndNothingElse) {
+  EXPECT_ON_SMALL_DISK(folder_.path(), [&] {
+    EXPECT_TRUE(files_.replace(path("a"), "old", 0600).ok());
+    EXPECT_EQ(files_.replace(path("a"), large_, 0600).error().description,
+              "The file “" + path("a") + "” could not be written: No space left on device.");
+    EXPECT_EQ(files_.read(path("a")).value(), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.path()), {}), 1);
+  });
+}
+
+}  // namespace
+}  // namespace quillmar

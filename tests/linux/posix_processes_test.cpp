@@ -1,0 +1,195 @@
+#include "platform/linux/posix_processes.h"
+
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "tests/conformance/processes_conformance.h"
+#include "tests/linux/temporary_folder.h"
+#include "tests/linux/test_program.h"
+
+namespace quillmar {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+
+struct PosixProcessesFixture {
+  PosixProcesses& processes() { return processes_; }
+
+  Process printing(const std::string& output, int exitStatus) {
+    return testProgram({"print", output, std::to_string(exitStatus)});
+  }
+  Process killedBySignal(int number) { return testProgram({"killSelf", std::to_string(number)}); }
+  Process showingArguments() { return testProgram({"showArguments"}); }
+  Process showingEnvironment() { return testProgram({"showEnvironment"}); }
+  Process missing() { return {"/no/such/program", {}, {}, "/"}; }
+  Process inMissingFolder(const std::string& path) {
+    Process process = printing("", 0);
+    process.workingDirectory = path;
+    return process;
+  }
+
+  PosixProcesses processes_{PosixProcesses::Sessions::separate};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Posix, ProcessesConformance, PosixProcessesFixture);
+
+class PosixProcessesTest : public testing::Test {
+ protected:
+  std::string outputOf(const Process& process) { return outputOf(processes_, process); }
+
+  static std::string outputOf(Processes& processes, const Process& process) {
+    Result<std::unique_ptr<RunningProcess>> launched = processes.launch(process);
+    if (!launched) return launched.error().description;
+    std::string output = launched.value()->readToEnd();
+    EXPECT_EQ(launched.value()->waitForExit(), 0);
+    return output;
+  }
+
+  /// A file in the test's folder; its path.
+  std::string makeFile(const std::string& name, const std::string& content, int permissions) {
+    const std::string path = folder_.path() + "/" + name;
+    std::ofstream(path) << content;
+    std::filesystem::permissions(path, std::filesystem::perms(permissions));
+    return path;
+  }
+
+  static bool hasNoChildren() { return waitpid(-1, nullptr, WNOHANG) < 0 && errno == ECHILD; }
+
+  TemporaryFolder folder_;
+  PosixProcesses processes_{PosixProcesses::Sessions::separate};
+};
+
+TEST_F(PosixProcessesTest, StandardOutputAndStandardErrorComeInOneStreamInOrder) {
+  EXPECT_EQ(outputOf(testProgram({"printInterleaved"})), "out1 err1 out2 err2 ");
+}
+
+TEST_F(PosixProcessesTest, OutputLargerThanAPipeArrivesWhole) {
+  EXPECT_EQ(outputOf(testProgram({"printMuch", "5000000"})), std::string(5000000, 'x'));
+}
+
+TEST_F(PosixProcessesTest, ReadingGoesOnUntilTheLastHolderOfThePipeHasClosedIt) {
+  const Process process{
+      "/bin/sh",
+      {"-c", "(read line <\"$0\"; echo late) & echo early", folder_.path() + "/fifo"},
+      {{"PATH", "/usr/bin:/bin"}},
+      "/"};
+  const std::string fifo = folder_.path() + "/fifo";
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  auto launched = processes_.launch(process);
+  ASSERT_TRUE(launched.ok()) << launched.error().description;
+  EXPECT_EQ(launched.value()->waitForExit(), 0);
+  std::ofstream(fifo) << "go\n";
+  EXPECT_EQ(launched.value()->readToEnd(), "early\nlate\n");
+}
+
+TEST_F(PosixProcessesTest, TheWorkingDirectoryIsTheGivenOneOrThisProgramsOwn) {
+  Process process = testProgram({"showWorkingDirectory"});
+  process.workingDirectory = folder_.path();
+  EXPECT_EQ(outputOf(process), std::filesystem::canonical(folder_.path()).string());
+  process.workingDirectory = "";
+  EXPECT_EQ(outputOf(process), std::filesystem::current_path().string());
+}
+
+TEST_F(PosixProcessesTest, ARelativeProgramResolvesAgainstThisProgramsWorkingDirectory) {
+  Process process = testProgram({"showWorkingDirectory"});
+  process.executable = std::filesystem::relative(process.executable).string();
+  process.workingDirectory = folder_.path();
+  EXPECT_EQ(outputOf(process), std::filesystem::canonical(folder_.path()).string());
+}
+
+TEST_F(PosixProcessesTest, NoDescriptorButTheStandardOnesReachesTheChild) {
+  const int inheritable = open("/dev/null", O_RDONLY);
+  const int high = fcntl(inheritable, F_DUPFD, 500);
+  ASSERT_GE(high, 500);
+  EXPECT_EQ(outputOf(testProgram({"showDescriptors"})), "0 1 2 ");
+  close(high);
+  close(inheritable);
+}
+
+TEST_F(PosixProcessesTest, AChildHasNoSignalBlockedOrIgnored) {
+  sigset_t blocked;
+  sigset_t before;
+  sigfillset(&blocked);
+  pthread_sigmask(SIG_BLOCK, &blocked, &before);
+  const auto beforePipe = std::signal(SIGPIPE, SIG_IGN);
+  const auto beforeInterrupt = std::signal(SIGINT, SIG_IGN);
+  EXPECT_EQ(outputOf(testProgram({"showSignals"})),
+            "SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n");
+  std::signal(SIGINT, beforeInterrupt);
+  std::signal(SIGPIPE, beforePipe);
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
+
+TEST_F(PosixProcessesTest, AChildLeadsASessionOfItsOwnOnlyWhenAskedFor) {
+  EXPECT_EQ(outputOf(testProgram({"showSession"})), "own");
+  PosixProcesses sharing(PosixProcesses::Sessions::shared);
+  EXPECT_EQ(outputOf(sharing, testProgram({"showSession"})), "inherited");
+}
+
+TEST_F(PosixProcessesTest, ExitStatusesArriveAlthoughTheStarterHadThemThrownAway) {
+  const auto before = std::signal(SIGCHLD, SIG_IGN);
+  PosixProcesses processes(PosixProcesses::Sessions::separate);
+  auto launched = processes.launch(testProgram({"print", "", "7"}));
+  ASSERT_TRUE(launched.ok()) << launched.error().description;
+  EXPECT_EQ(launched.value()->waitForExit(), 7);
+  std::signal(SIGCHLD, before);
+}
+
+TEST_F(PosixProcessesTest, NeitherEndedNorFailedLaunchesLeaveZombiesOrDescriptors) {
+  const std::string before =
+      outputOf({"/bin/ls", {"/proc/" + std::to_string(getpid()) + "/fd"}, {}, "/"});
+  for (int i = 0; i < 20; ++i) {
+    EXPECT_EQ(outputOf(testProgram({"print", "x", "0"})), "x");
+    EXPECT_FALSE(processes_.launch({"/no/such/program", {}, {}, "/"}).ok());
+    EXPECT_FALSE(processes_.launch({"/bin/sh", {}, {}, "/no/such/folder"}).ok());
+  }
+  EXPECT_TRUE(hasNoChildren());
+  EXPECT_EQ(outputOf({"/bin/ls", {"/proc/" + std::to_string(getpid()) + "/fd"}, {}, "/"}), before);
+}
+
+TEST_F(PosixProcessesTest, LaunchErrorsTellTheCausesApart) {
+  const std::string notExecutable = makeFile("plain", "#!/bin/sh\n", 0644);
+  const std::string noInterpreterLine = makeFile("bare", "echo hi\n", 0755);
+  const std::string lostInterpreter = makeFile("lost", "#!/no/such/interpreter\n", 0755);
+  const auto errorOf = [&](const std::string& program, const std::string& workingDirectory) {
+    const auto launched = processes_.launch({program, {}, {}, workingDirectory});
+    return launched ? "launched" : launched.error().description;
+  };
+  EXPECT_EQ(errorOf(notExecutable, "/"),
+            "The program “" + notExecutable + "” could not be launched: it is not executable.");
+  EXPECT_THAT(errorOf(noInterpreterLine, "/"),
+              HasSubstr("it is not a program, and it has no first line that names an interpreter"));
+  EXPECT_THAT(errorOf(lostInterpreter, "/"),
+              EndsWith("the interpreter that its first line names does not exist."));
+  EXPECT_THAT(errorOf(folder_.path(), "/"), EndsWith("it is a folder."));
+  EXPECT_THAT(errorOf("/bin/sh", notExecutable),
+              EndsWith("its working directory “" + notExecutable + "” is not a folder."));
+  EXPECT_THAT(errorOf("", "/"), EndsWith("it does not exist."));
+}
+
+TEST_F(PosixProcessesTest, TooLongArgumentsAreALaunchError) {
+  const auto launched = processes_.launch({"/bin/echo", {std::string(10'000'000, 'x')}, {}, "/"});
+  ASSERT_FALSE(launched.ok());
+  EXPECT_THAT(launched.error().description,
+              EndsWith("its arguments and environment are too long."));
+}
+
+TEST_F(PosixProcessesTest, CommandsBeyondTheDescriptorLimitFailAndLeaveSomeForTheProgram) {
+  EXPECT_EQ(outputOf(testProgram({"exhaustDescriptors"})),
+            "started many, all succeeded, zombies none, spare 24\n"
+            "all others: The program “/bin/cat” could not be launched: too many commands are "
+            "running.\n");
+}
+
+}  // namespace
+}  // namespace quillmar
