@@ -1,0 +1,28 @@
+// Images of a made-up desktop.
+
+#pragma once
+
+#include <optional>
+#include <set>
+#include <string>
+
+#include "platform/image.h"
+
+namespace quillmar {
+
+/// Has the images whose names it holds, under those very names.
+struct MemoryImages final : Images {
+  std::set<std::string> images = {"statusIcon"};
+  std::set<std::string> symbols = {"bolt.fill", "doc.on.clipboard", "folder", "star", "terminal"};
+
+  std::optional<Image> named(const std::string& name) override { return find(images, name); }
+  std::optional<Image> symbol(const std::string& name) override { return find(symbols, name); }
+
+ private:
+  static std::optional<Image> find(const std::set<std::string>& names, const std::string& name) {
+    if (!names.contains(name)) return std::nullopt;
+    return Image{.name = name, .isTemplate = false, .pointSize = {}, .weight = {}};
+  }
+};
+
+}  // namespace quillmar
