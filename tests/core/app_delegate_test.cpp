@@ -78,13 +78,13 @@ TEST_F(AppDelegateTest, NotificationsArePresentedWithBannerListAndSound) {
 }
 
 TEST_F(AppDelegateTest, TheStatusIconIsATemplateImage) {
-  memory.images.addNamed("statusIcon");
   launch();
   ASSERT_TRUE(memory.statusItem.image());
   EXPECT_TRUE(memory.statusItem.image()->isTemplate);
 }
 
 TEST_F(AppDelegateTest, WithoutTheStatusIconTheLaunchContinues) {
+  memory.images.images.clear();
   launch();
   EXPECT_FALSE(memory.statusItem.image());
   EXPECT_THAT(shownMenu(), ElementsAre("About Quillmar", "Settings...", "---", "Quit Quillmar"));

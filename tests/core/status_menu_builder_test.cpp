@@ -117,7 +117,7 @@ TEST_F(StatusMenuBuilderTest, FoldersComeInSortOrderAndItemsInDocumentOrder) {
 }
 
 TEST_F(StatusMenuBuilderTest, ASingleFolderIsFlattenedWhenThePreferenceAsksForIt) {
-  images.addSymbol("hammer");
+  images.symbols.insert("hammer");
   QuillmarConfig config =
       documentOf({folder("Tools", {item("One"), disabled("Off"), item("Two")})});
   config.categories[0].iconSymbolName = "hammer";
@@ -209,8 +209,8 @@ TEST_F(StatusMenuBuilderTest, AShortcutIsGivenToTheMenuAsStored) {
 }
 
 TEST_F(StatusMenuBuilderTest, KnownSymbolsAreShownAtPointSize13AndUnknownOnesNot) {
-  images.addSymbol("hammer");
-  images.addSymbol("terminal");
+  images.symbols.insert("hammer");
+  images.symbols.insert("terminal");
   MenuItem known = item("Known");
   known.iconSymbolName = "terminal";
   MenuItem unknown = item("Unknown");
