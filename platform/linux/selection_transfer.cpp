@@ -31,10 +31,11 @@ void SelectionTransfers::send(xcb_window_t requestor, xcb_atom_t property,
     return;
   }
   // Before the announcement, so that neither its deletion nor the window's end is missed.
-  selectEvents(requestor, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+  const std::uint32_t firstSequence =
+      selectEvents(requestor, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
   const auto atLeast = static_cast<std::uint32_t>(value.bytes->size());
   xcb_change_property(xcb_, XCB_PROP_MODE_REPLACE, requestor, property, incr_, 32, 1, &atLeast);
-  transfers_.push_back({requestor, property, value});
+  transfers_.push_back({requestor, property, value, firstSequence});
 }
 
 void SelectionTransfers::propertyDeleted(xcb_window_t requestor, xcb_atom_t property) {
@@ -46,12 +47,14 @@ void SelectionTransfers::propertyDeleted(xcb_window_t requestor, xcb_atom_t prop
   if (!sendsTo(requestor)) selectEvents(requestor, XCB_EVENT_MASK_NO_EVENT);
 }
 
-void SelectionTransfers::windowGone(xcb_window_t requestor) {
-  std::erase_if(transfers_, [&](const Transfer& each) { return each.requestor == requestor; });
+void SelectionTransfers::windowGone(xcb_window_t requestor, std::uint32_t sequence) {
+  std::erase_if(transfers_, [&](const Transfer& each) {
+    return each.requestor == requestor && !comesBefore(sequence, each.firstSequence);
+  });
 }
 
-void SelectionTransfers::selectEvents(xcb_window_t requestor, std::uint32_t mask) {
-  xcb_change_window_attributes(xcb_, requestor, XCB_CW_EVENT_MASK, &mask);
+std::uint32_t SelectionTransfers::selectEvents(xcb_window_t requestor, std::uint32_t mask) {
+  return xcb_change_window_attributes(xcb_, requestor, XCB_CW_EVENT_MASK, &mask).sequence;
 }
 
 bool SelectionTransfers::sendPiece(Transfer& transfer) {

@@ -26,8 +26,10 @@ class SelectionTransfers {
   /// The requestor has taken what the property held.
   void propertyDeleted(xcb_window_t requestor, xcb_atom_t property);
 
-  /// The window does not exist, or no longer: nothing more is sent to it.
-  void windowGone(xcb_window_t requestor);
+  /// The window did not exist, or no longer, when the server had come to the request of that
+  /// number: nothing more is sent to it. Transfers begun later go to another window that has got
+  /// its name.
+  void windowGone(xcb_window_t requestor, std::uint32_t sequence);
 
   std::size_t underWay() const { return transfers_.size(); }
 
@@ -36,10 +38,13 @@ class SelectionTransfers {
     xcb_window_t requestor;
     xcb_atom_t property;
     SelectionValue value;
+    /// The number of its first request.
+    std::uint32_t firstSequence;
     std::size_t sent = 0;
   };
 
-  void selectEvents(xcb_window_t requestor, std::uint32_t mask);
+  /// Returns the request's number.
+  std::uint32_t selectEvents(xcb_window_t requestor, std::uint32_t mask);
   /// Writes the next piece; false when it was the empty one that ends the value.
   bool sendPiece(Transfer& transfer);
   void forget(xcb_window_t requestor, xcb_atom_t property);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <cstdlib>
 #include <deque>
 #include <functional>
@@ -25,6 +26,11 @@ struct FreeWithStdlib {
 /// A reply or an event, which xcb allocates with malloc.
 template <class T>
 using XcbPointer = std::unique_ptr<T, FreeWithStdlib>;
+
+/// Orders the server's times, and the numbers of requests: both wrap around.
+inline bool comesBefore(std::uint32_t a, std::uint32_t b) {
+  return static_cast<std::int32_t>(a - b) < 0;
+}
 
 class X11Connection {
  public:

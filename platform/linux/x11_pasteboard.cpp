@@ -11,13 +11,10 @@ namespace {
 /// The high bit tells events that a client sent from the server's own.
 constexpr std::uint8_t eventTypeMask = 0x7F;
 constexpr std::uint8_t errorEventType = 0;
+/// How long a text waits for a busy server before it is left to the main loop.
+constexpr auto patience = std::chrono::milliseconds(250);
 /// Bound on what one MULTIPLE request may ask for, in elements of 32 bits.
 constexpr std::uint32_t mostMultipleElements = 2 * 256;
-
-/// Times and sequence numbers wrap around.
-bool isBefore(std::uint32_t a, std::uint32_t b) {
-  return static_cast<std::int32_t>(a - b) < 0;
-}
 
 template <class Event>
 const Event& as(const xcb_generic_event_t& event) {
@@ -62,13 +59,16 @@ X11Pasteboard::X11Pasteboard(std::string display, LogLine log)
 X11Pasteboard::~X11Pasteboard() = default;
 
 void X11Pasteboard::setString(std::string text) {
-  if (!connect()) {
-    log_("The text was not copied to the clipboard: the X display “" + display_ +
-         "” cannot be reached.");
-    return;
+  // Whether a connection still stands shows when it is used: a broken one gets a successor.
+  for (int attempt = 0; attempt < 2 && connect(); ++attempt) {
+    session_->next = text;
+    askForTime();
+    session_->connection->handleEventsUntil([this] { return !session_->next; },
+                                            std::chrono::steady_clock::now() + patience);
+    if (session_) return;
   }
-  session_->next = std::move(text);
-  askForTime();
+  log_("The text was not copied to the clipboard: the X display “" + display_ +
+       "” cannot be reached.");
 }
 
 bool X11Pasteboard::connect() {
@@ -90,7 +90,7 @@ void X11Pasteboard::handle(const xcb_generic_event_t& event) {
   switch (event.response_type & eventTypeMask) {
     case errorEventType:
       // Only requests about somebody else's window can fail: it has gone.
-      windowGone(as<xcb_generic_error_t>(event).resource_id);
+      windowGone(as<xcb_generic_error_t>(event).resource_id, event.full_sequence);
       break;
     case XCB_PROPERTY_NOTIFY:
       handleProperty(as<xcb_property_notify_event_t>(event));
@@ -99,7 +99,7 @@ void X11Pasteboard::handle(const xcb_generic_event_t& event) {
       handleRequest(as<xcb_selection_request_event_t>(event));
       break;
     case XCB_SELECTION_CLEAR:
-      if (!isBefore(event.full_sequence, session_->ownedSince)) session_->contents.reset();
+      if (!comesBefore(event.full_sequence, session_->ownedSince)) session_->contents.reset();
       break;
     case XCB_SELECTION_NOTIFY:
       if (as<xcb_selection_notify_event_t>(event).selection == session_->atoms.clipboardManager) {
@@ -107,15 +107,15 @@ void X11Pasteboard::handle(const xcb_generic_event_t& event) {
       }
       break;
     case XCB_DESTROY_NOTIFY:
-      windowGone(as<xcb_destroy_notify_event_t>(event).window);
+      windowGone(as<xcb_destroy_notify_event_t>(event).window, event.full_sequence);
       break;
     default:
       break;
   }
 }
 
-void X11Pasteboard::windowGone(xcb_window_t window) {
-  session_->transfers.windowGone(window);
+void X11Pasteboard::windowGone(xcb_window_t window, std::uint32_t sequence) {
+  session_->transfers.windowGone(window, sequence);
   if (window == session_->manager) session_->saving = Session::Saving::over;
 }
 
@@ -187,7 +187,8 @@ void X11Pasteboard::handleRequest(const xcb_selection_request_event_t& request) 
 
 bool X11Pasteboard::mayAnswer(const xcb_selection_request_event_t& request) const {
   return session_->contents && request.selection == session_->atoms.clipboard &&
-         (request.time == XCB_CURRENT_TIME || !isBefore(request.time, session_->contents->since()));
+         (request.time == XCB_CURRENT_TIME ||
+          !comesBefore(request.time, session_->contents->since()));
 }
 
 bool X11Pasteboard::convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property) {

@@ -31,6 +31,8 @@ class X11Pasteboard final : public Pasteboard {
   /// Gives the selection up.
   ~X11Pasteboard() override;
 
+  /// Waits for the server, so that the text is on the clipboard when this returns; behind a server
+  /// that is too busy it follows later.
   void setString(std::string text) override;
 
   /// Hands the text to the clipboard manager, so that it outlives this program. Blocks until the
@@ -49,7 +51,7 @@ class X11Pasteboard final : public Pasteboard {
   void handle(const xcb_generic_event_t& event);
   void handleProperty(const xcb_property_notify_event_t& event);
   void handleRequest(const xcb_selection_request_event_t& request);
-  void windowGone(xcb_window_t window);
+  void windowGone(xcb_window_t window, std::uint32_t sequence);
 
   /// Asks for the server's time; handleTime() gets it.
   void askForTime();

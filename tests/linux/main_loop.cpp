@@ -5,16 +5,30 @@
 
 namespace quillmar {
 
-void runMainLoopUntil(const std::function<bool()>& done) {
+namespace {
+
+constexpr guint failureSeconds = 60;
+
+}  // namespace
+
+bool runMainLoopUntil(const std::function<bool()>& condition) {
   bool late = false;
-  const auto markLate = [](gpointer data) -> gboolean {
-    *static_cast<bool*>(data) = true;
-    return G_SOURCE_CONTINUE;
-  };
-  const guint deadline = g_timeout_add_seconds(60, markLate, &late);
-  while (!late && !done()) g_main_context_iteration(nullptr, TRUE);
+  const guint deadline = g_timeout_add_seconds(
+      failureSeconds,
+      [](gpointer flag) -> gboolean {
+        *static_cast<bool*>(flag) = true;
+        return G_SOURCE_CONTINUE;
+      },
+      &late);
+  while (!condition() && !late) g_main_context_iteration(nullptr, true);
   g_source_remove(deadline);
   EXPECT_FALSE(late) << "The effect that was waited for did not come.";
+  return !late;
+}
+
+void runMainLoopWhileReady() {
+  while (g_main_context_iteration(nullptr, false)) {
+  }
 }
 
 }  // namespace quillmar

@@ -1,4 +1,4 @@
-// Running GLib's default main context in a test.
+// The default main context in tests: it is run until what the test waits for has happened.
 
 #pragma once
 
@@ -6,8 +6,11 @@
 
 namespace quillmar {
 
-/// Dispatches events until the condition, which is asked after each, holds; fails the test when it
-/// still does not after a minute.
-void runMainLoopUntil(const std::function<bool()>& done);
+/// Runs the main context until the condition, asked after every turn, is true. When that takes
+/// longer than any machine should need, the test has failed and the answer is false.
+bool runMainLoopUntil(const std::function<bool()>& condition);
+
+/// Handles everything that is ready now, without waiting.
+void runMainLoopWhileReady();
 
 }  // namespace quillmar

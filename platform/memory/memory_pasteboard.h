@@ -1,0 +1,31 @@
+// A pasteboard that only this program sees.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/pasteboard.h"
+
+namespace quillmar {
+
+class MemoryPasteboard final : public Pasteboard {
+ public:
+  void setString(std::string text) override { history_.push_back(std::move(text)); }
+
+  /// What the pasteboard holds; nothing before the first text.
+  std::optional<std::string> string() const {
+    if (history_.empty()) return std::nullopt;
+    return history_.back();
+  }
+
+  /// Every text that has been put on it, in order.
+  const std::vector<std::string>& history() const { return history_; }
+
+ private:
+  std::vector<std::string> history_;
+};
+
+}  // namespace quillmar

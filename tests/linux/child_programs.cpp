@@ -1,0 +1,146 @@
+#include "tests/linux/child_programs.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+
+#include <poll.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+#include "tests/linux/main_loop.h"
+
+namespace quillmar {
+
+namespace {
+
+constexpr int readyDescriptor = 3;
+constexpr int failureMilliseconds = 60'000;
+
+[[noreturn]] void fail(const std::string& what) {
+  std::fprintf(stderr, "%s\n", what.c_str());
+  std::abort();
+}
+
+GObjectPointer<GSubprocessLauncher> makeLauncher(int flags,
+                                                 const std::vector<std::string>& environment) {
+  GObjectPointer<GSubprocessLauncher> launcher(
+      g_subprocess_launcher_new(static_cast<GSubprocessFlags>(flags)));
+  for (const auto& assignment : environment) {
+    const auto equals = assignment.find('=');
+    g_subprocess_launcher_setenv(launcher.get(), assignment.substr(0, equals).c_str(),
+                                 assignment.substr(equals + 1).c_str(), true);
+  }
+  return launcher;
+}
+
+GObjectPointer<GSubprocess> spawn(GSubprocessLauncher* launcher,
+                                  const std::vector<std::string>& command) {
+  std::vector<const char*> arguments;
+  for (const auto& argument : command) arguments.push_back(argument.c_str());
+  arguments.push_back(nullptr);
+  GError* error = nullptr;
+  GObjectPointer<GSubprocess> process(
+      g_subprocess_launcher_spawnv(launcher, arguments.data(), &error));
+  if (!process) fail(error->message);
+  return process;
+}
+
+std::string readLine(int descriptor) {
+  std::string line;
+  while (true) {
+    pollfd ready{descriptor, POLLIN, 0};
+    char next = 0;
+    if (poll(&ready, 1, failureMilliseconds) <= 0 || read(descriptor, &next, 1) <= 0) {
+      fail("A server that the test needs did not become ready.");
+    }
+    if (next == '\n') return line;
+    line += next;
+  }
+}
+
+std::vector<std::string> serverCommand(const std::string& display) {
+  std::vector<std::string> command{"Xvfb"};
+  if (!display.empty()) command.push_back(display);
+  command.insert(command.end(), {"-displayfd", std::to_string(readyDescriptor), "-screen", "0",
+                                 "640x480x24", "-nolisten", "tcp", "-noreset"});
+  return command;
+}
+
+struct Communication {
+  bool over = false;
+  GBytes* output = nullptr;
+};
+
+CommandOutput communicate(GSubprocess* process, const std::string& input) {
+  Communication communication;
+  const GLibPointer<GBytes> bytes(g_bytes_new(input.data(), input.size()));
+  g_subprocess_communicate_async(
+      process, bytes.get(), nullptr,
+      [](GObject* source, GAsyncResult* result, gpointer data) {
+        auto* own = static_cast<Communication*>(data);
+        g_subprocess_communicate_finish(G_SUBPROCESS(source), result, &own->output, nullptr,
+                                        nullptr);
+        own->over = true;
+      },
+      &communication);
+  if (!runMainLoopUntil([&] { return communication.over; })) fail("A command did not end.");
+  const GLibPointer<GBytes> output(communication.output);
+  if (!g_subprocess_get_successful(process)) return std::nullopt;
+  if (!output) return std::string();
+  gsize size = 0;
+  const auto* data = static_cast<const char*>(g_bytes_get_data(output.get(), &size));
+  return std::string(data, size);
+}
+
+}  // namespace
+
+ServerProgram::ServerProgram(const std::vector<std::string>& command,
+                             const std::vector<std::string>& environment) {
+  int descriptors[2];
+  if (pipe(descriptors) != 0) fail("No pipe.");
+  const auto launcher = makeLauncher(
+      G_SUBPROCESS_FLAGS_STDOUT_SILENCE | G_SUBPROCESS_FLAGS_STDERR_SILENCE, environment);
+  g_subprocess_launcher_take_fd(launcher.get(), descriptors[1], readyDescriptor);
+  // A test that ends early leaves no server behind.
+  g_subprocess_launcher_set_child_setup(
+      launcher.get(), [](gpointer) { prctl(PR_SET_PDEATHSIG, SIGKILL); }, nullptr, nullptr);
+  process_ = spawn(launcher.get(), command);
+  g_subprocess_launcher_close(launcher.get());
+  readyLine_ = readLine(descriptors[0]);
+  close(descriptors[0]);
+}
+
+ServerProgram::~ServerProgram() {
+  kill();
+}
+
+void ServerProgram::kill() {
+  g_subprocess_force_exit(process_.get());
+  g_subprocess_wait(process_.get(), nullptr, nullptr);
+}
+
+XServer::XServer() : XServer(std::string()) {}
+
+XServer::XServer(const std::string& display)
+    : server_(serverCommand(display)), display_(":" + server_.readyLine()) {}
+
+CommandOutput runCommand(const std::vector<std::string>& command,
+                         const std::vector<std::string>& environment, const std::string& input) {
+  const auto launcher =
+      makeLauncher(G_SUBPROCESS_FLAGS_STDIN_PIPE | G_SUBPROCESS_FLAGS_STDOUT_PIPE |
+                       G_SUBPROCESS_FLAGS_STDERR_SILENCE,
+                   environment);
+  return communicate(spawn(launcher.get(), command).get(), input);
+}
+
+bool runDetachingCommand(const std::vector<std::string>& command,
+                         const std::vector<std::string>& environment, const std::string& input) {
+  const auto launcher =
+      makeLauncher(G_SUBPROCESS_FLAGS_STDIN_PIPE | G_SUBPROCESS_FLAGS_STDOUT_SILENCE |
+                       G_SUBPROCESS_FLAGS_STDERR_SILENCE,
+                   environment);
+  return communicate(spawn(launcher.get(), command).get(), input).has_value();
+}
+
+}  // namespace quillmar

@@ -1,0 +1,66 @@
+// Other programs that a test needs: servers that live as long as the test, and commands that run
+// while the main loop does.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gio/gio.h>
+
+#include "platform/linux/glib_pointers.h"
+
+namespace quillmar {
+
+/// A server that writes a line to descriptor 3 when it is ready. It is killed with this object.
+class ServerProgram {
+ public:
+  /// Starts it and waits for the line; a failure ends the test program.
+  explicit ServerProgram(const std::vector<std::string>& command,
+                         const std::vector<std::string>& environment = {});
+  ~ServerProgram();
+  ServerProgram(const ServerProgram&) = delete;
+  ServerProgram& operator=(const ServerProgram&) = delete;
+
+  /// What it wrote, without the line feed.
+  const std::string& readyLine() const { return readyLine_; }
+
+  /// Kills it and waits for its end.
+  void kill();
+
+ private:
+  GObjectPointer<GSubprocess> process_;
+  std::string readyLine_;
+};
+
+/// An X server of the test's own.
+class XServer {
+ public:
+  XServer();
+  /// One that takes the place of an earlier one.
+  explicit XServer(const std::string& display);
+
+  /// As the variable DISPLAY names it.
+  const std::string& display() const { return display_; }
+  void kill() { server_.kill(); }
+
+ private:
+  ServerProgram server_;
+  std::string display_;
+};
+
+/// What a command wrote to its standard output; nothing when it failed.
+using CommandOutput = std::optional<std::string>;
+
+/// Runs the command to its end, and the main loop meanwhile. `environment` holds assignments that
+/// are added to this process's; `input` is its standard input.
+CommandOutput runCommand(const std::vector<std::string>& command,
+                         const std::vector<std::string>& environment = {},
+                         const std::string& input = {});
+
+/// The same for a command that leaves a process behind: its output is not read.
+bool runDetachingCommand(const std::vector<std::string>& command,
+                         const std::vector<std::string>& environment, const std::string& input);
+
+}  // namespace quillmar
