@@ -227,6 +227,28 @@ TYPED_TEST_P(FileSystemConformance, AnOpenFileOutlivesItsReplacement) {
   EXPECT_EQ(this->contents("a"), "new");
 }
 
+TYPED_TEST_P(FileSystemConformance, RemovingTakesAwayTheFileAndNothingElse) {
+  this->write("a", "one");
+  this->write("b", "two");
+  EXPECT_TRUE(this->files().remove(this->path("a")));
+  EXPECT_THAT(this->fixture_.names(), testing::ElementsAre("b"));
+}
+
+TYPED_TEST_P(FileSystemConformance, RemovingThroughALinkTakesAwayWhatItLeadsToAndKeepsTheLink) {
+  this->write("target", "one");
+  this->fixture_.addSymbolicLink(this->path("link"), this->path("target"));
+  EXPECT_TRUE(this->files().remove(this->path("link")));
+  EXPECT_FALSE(this->files().exists(this->path("target")));
+  EXPECT_TRUE(this->fixture_.isSymbolicLink(this->path("link")));
+}
+
+TYPED_TEST_P(FileSystemConformance, NeitherAFolderNorNothingIsRemoved) {
+  EXPECT_TRUE(this->files().createDirectories(this->path("folder")));
+  EXPECT_FALSE(this->files().remove(this->path("folder")));
+  EXPECT_FALSE(this->files().remove(this->path("nothing")));
+  EXPECT_TRUE(this->files().exists(this->path("folder")));
+}
+
 REGISTER_TYPED_TEST_SUITE_P(
     FileSystemConformance, NothingIsThereBeforeItIsMade, FoldersAreMadeWithAllAboveThemAndMayExist,
     AFolderCannotBeMadeWhereAFileIs, AFileIsReadWholeWithSpareCapacityBehindIt,
@@ -237,6 +259,7 @@ REGISTER_TYPED_TEST_SUITE_P(
     OpeningForOverwritingMakesAMissingFile, OverwritingKeepsPermissionsAndWhatIsNotWritten,
     AWriteBehindTheEndAndAGreaterLengthFillWithZeros, ReservingChangesNeitherBytesNorLength,
     OverwritingThroughALinkKeepsIt, LinksAreFollowedEverywhere, ALinkThatLeadsNowhereIsNotThere,
-    AnOpenFileOutlivesItsReplacement);
+    AnOpenFileOutlivesItsReplacement, RemovingTakesAwayTheFileAndNothingElse,
+    RemovingThroughALinkTakesAwayWhatItLeadsToAndKeepsTheLink, NeitherAFolderNorNothingIsRemoved);
 
 }  // namespace quillmar
