@@ -1,0 +1,178 @@
+#include "platform/text.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <memory>
+
+#include <simdjson.h>
+#include <unicode/ubrk.h>
+#include <unicode/ucasemap.h>
+#include <unicode/uchar.h>
+#include <unicode/utext.h>
+#include <unicode/utf8.h>
+
+namespace quillmar::text {
+namespace {
+
+constexpr std::string_view replacementCharacter = "\uFFFD";
+
+// ICU counts bytes in 32 bits.
+constexpr std::size_t mostBytes = std::numeric_limits<std::int32_t>::max();
+
+struct CloseBreaks {
+  void operator()(UBreakIterator* breaks) const { ubrk_close(breaks); }
+};
+struct CloseText {
+  void operator()(UText* text) const { utext_close(text); }
+};
+struct CloseCaseMap {
+  void operator()(UCaseMap* map) const { ucasemap_close(map); }
+};
+
+bool isAscii(std::string_view text) {
+  return std::ranges::all_of(text, [](char c) { return static_cast<signed char>(c) >= 0; });
+}
+
+bool isWhitespace(UChar32 character) {
+  // The tables of categories are part of ICU's code: asking for one loads nothing.
+  return character == '\t' || u_charType(character) == U_SPACE_SEPARATOR;
+}
+
+bool isNewline(UChar32 character) {
+  return (character >= 0x0A && character <= 0x0D) || character == 0x85 || character == 0x2028 ||
+         character == 0x2029;
+}
+
+bool isWhitespaceOrNewline(UChar32 character) {
+  return isWhitespace(character) || isNewline(character);
+}
+
+/// The bytes of the character at the front of a text that is not empty.
+std::size_t firstCharacter(std::string_view text, UChar32& character) {
+  const std::string_view head = text.substr(0, U8_MAX_LENGTH);
+  std::int32_t length = 0;
+  U8_NEXT(head.data(), length, static_cast<std::int32_t>(head.size()), character);
+  return static_cast<std::size_t>(length);
+}
+
+/// The bytes of the character at the back of a text that is not empty.
+std::size_t lastCharacter(std::string_view text, UChar32& character) {
+  const std::string_view tail =
+      text.substr(text.size() - std::min<std::size_t>(text.size(), U8_MAX_LENGTH));
+  auto start = static_cast<std::int32_t>(tail.size());
+  U8_PREV(tail.data(), 0, start, character);
+  return tail.size() - static_cast<std::size_t>(start);
+}
+
+template <class Predicate>
+std::string_view trim(std::string_view text, Predicate isTrimmed) {
+  UChar32 character = 0;
+  while (!text.empty()) {
+    const std::size_t length = firstCharacter(text, character);
+    if (!isTrimmed(character)) break;
+    text.remove_prefix(length);
+  }
+  while (!text.empty()) {
+    const std::size_t length = lastCharacter(text, character);
+    if (!isTrimmed(character)) break;
+    text.remove_suffix(length);
+  }
+  return text;
+}
+
+/// The nearest to lastCharacters() without the tables for characters.
+std::string_view lastCodePoints(std::string_view text, std::size_t count) {
+  std::string_view before = text;
+  UChar32 character = 0;
+  for (; count > 0 && !before.empty(); --count) {
+    before.remove_suffix(lastCharacter(before, character));
+  }
+  return text.substr(before.size());
+}
+
+}  // namespace
+
+bool isValidUtf8(std::string_view bytes) {
+  return simdjson::validate_utf8(bytes.data(), bytes.size());
+}
+
+std::string_view trimWhitespace(std::string_view text) {
+  return trim(text, isWhitespace);
+}
+
+std::string_view trimWhitespaceAndNewlines(std::string_view text) {
+  return trim(text, isWhitespaceOrNewline);
+}
+
+bool containsNewline(std::string_view text) {
+  if (text.find_first_of("\n\v\f\r") != std::string_view::npos) return true;
+  for (const std::string_view newline : {"\u0085", "\u2028", "\u2029"}) {
+    if (text.find(newline) != std::string_view::npos) return true;
+  }
+  return false;
+}
+
+std::string_view lastCharacters(std::string_view text, std::size_t count) {
+  if (count == 0) return {};
+  if (text.size() <= count) return text;
+  // Between two ASCII characters is a boundary, except in CR LF.
+  const std::string_view asciiTail = text.substr(text.size() - count - 1);
+  if (isAscii(asciiTail) && asciiTail.find('\r') == std::string_view::npos) {
+    return asciiTail.substr(1);
+  }
+
+  const std::string_view tail = text.substr(text.size() - std::min(text.size(), mostBytes));
+  UErrorCode status = U_ZERO_ERROR;
+  const std::unique_ptr<UText, CloseText> source(
+      utext_openUTF8(nullptr, tail.data(), static_cast<std::int64_t>(tail.size()), &status));
+  const std::unique_ptr<UBreakIterator, CloseBreaks> breaks(
+      ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status));
+  ubrk_setUText(breaks.get(), source.get(), &status);
+  if (U_FAILURE(status)) return lastCodePoints(tail, count);
+
+  std::int32_t start = ubrk_last(breaks.get());
+  for (; count > 0 && start > 0; --count) start = ubrk_previous(breaks.get());
+  return tail.substr(static_cast<std::size_t>(std::max(start, 0)));
+}
+
+std::string lowercased(std::string_view text) {
+  std::string lower(text);
+  if (isAscii(text) || text.size() > mostBytes) {
+    std::ranges::transform(lower, lower.begin(), [](char c) {
+      return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+    });
+    return lower;
+  }
+
+  UErrorCode status = U_ZERO_ERROR;
+  const std::unique_ptr<UCaseMap, CloseCaseMap> caseMap(ucasemap_open("", 0, &status));
+  const auto map = [&] {
+    status = U_ZERO_ERROR;
+    return ucasemap_utf8ToLower(caseMap.get(), lower.data(),
+                                static_cast<std::int32_t>(lower.size()), text.data(),
+                                static_cast<std::int32_t>(text.size()), &status);
+  };
+  if (U_FAILURE(status)) return lower;
+  std::int32_t length = map();
+  if (status == U_BUFFER_OVERFLOW_ERROR) {
+    lower.resize(static_cast<std::size_t>(length));
+    length = map();
+  }
+  if (U_FAILURE(status)) return std::string(text);
+  lower.resize(static_cast<std::size_t>(length));
+  return lower;
+}
+
+std::string replacingUnsendable(std::string_view text) {
+  std::string sendable;
+  while (!text.empty()) {
+    UChar32 character = 0;
+    const std::size_t length = firstCharacter(text, character);
+    sendable += character > 0 ? text.substr(0, length) : replacementCharacter;
+    text.remove_prefix(length);
+  }
+  return sendable;
+}
+
+}  // namespace quillmar::text
