@@ -19,6 +19,7 @@ endif()
 add_library(quillmar_compiler INTERFACE)
 target_compile_options(quillmar_compiler INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+  -Wno-missing-field-initializers  # of designated ones: what is left out has its default
   -fno-semantic-interposition)
 target_link_options(quillmar_compiler INTERFACE -Wl,--as-needed -Wl,-z,relro)
 

@@ -21,15 +21,18 @@ struct MemoryAppleScriptEngine final : AppleScriptEngine {
 
   std::unique_ptr<AppleScript> makeScript(const std::string& source) override {
     if (!outcome) return nullptr;
-    struct Script final : AppleScript {
-      Script(MemoryAppleScriptEngine& engine, std::string source)
-          : engine(engine), source(std::move(source)) {}
+    class Script final : public AppleScript {
+     public:
+      Script(MemoryAppleScriptEngine& owner, std::string text)
+          : owner_(owner), text_(std::move(text)) {}
       Outcome execute() override {
-        engine.executed.push_back(source);
-        return *engine.outcome;
+        owner_.executed.push_back(text_);
+        return *owner_.outcome;
       }
-      MemoryAppleScriptEngine& engine;
-      std::string source;
+
+     private:
+      MemoryAppleScriptEngine& owner_;
+      std::string text_;
     };
     return std::make_unique<Script>(*this, source);
   }

@@ -57,13 +57,13 @@ class AppDelegateTest : public testing::Test {
 
 TEST_F(AppDelegateTest, LaunchingAsksToShowAlertsSoundsAndBadges) {
   launch();
-  EXPECT_EQ(memory.notifications.requestedAuthorization(),
-            (AuthorizationOptions{.alert = true, .sound = true, .badge = true}));
+  EXPECT_THAT(memory.notifications.authorizationRequests(),
+              ElementsAre(AuthorizationOptions{.alert = true, .sound = true, .badge = true}));
   EXPECT_THAT(log, ElementsAre("Notification permission granted"));
 }
 
 TEST_F(AppDelegateTest, ARefusedPermissionIsNotReported) {
-  memory.notifications.setGranted(false);
+  memory.notifications.setPermission(false);
   launch();
   EXPECT_THAT(log, IsEmpty());
 }

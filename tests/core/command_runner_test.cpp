@@ -512,7 +512,7 @@ TEST_F(CommandRunnerTest, TheCompletionGetsTheResultAfterTheReport) {
   std::size_t shownBefore = 0;
   runner().run(item("x"), [&](const auto& reported) {
     result = reported;
-    shownBefore = memory.notifications.added().size();
+    shownBefore = memory.notifications.shown().size();
   });
   memory.queues.runAll();
   EXPECT_EQ(result, (CommandRunner::RunResult{"out", false}));

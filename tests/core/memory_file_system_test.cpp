@@ -19,7 +19,7 @@ TEST(MemoryFileSystem, HoldsWhatTheSceneWasGiven) {
   EXPECT_TRUE(files.isSymbolicLink("/a/link"));
   EXPECT_FALSE(files.isSymbolicLink("/a/b/file"));
   EXPECT_TRUE(files.isExecutableFile("a/b/file"));
-  files.remove("/a/b");
+  files.removeEntry("/a/b");
   EXPECT_EQ(files.paths(), (std::vector<std::string>{"/a", "/a/link"}));
   EXPECT_EQ(files.contents("/a/link"), std::nullopt);
 }

@@ -291,8 +291,7 @@ TEST_F(SettingsManagerTest, MovingAFolderNumbersAllFoldersAnew) {
   SettingsManager manager = makeManager();
   manager.config.categories = {folder("P", 3), folder("Q", 3), folder("R", 7)};
   manager.moveCategory("R", -1);
-  EXPECT_THAT(orders(manager.config), ElementsAre(Order("P", 0), Order("R", 1), Order("Q", 2)))
-      << "in array order";
+  EXPECT_THAT(orders(manager.config), ElementsAre(Order("P", 0), Order("Q", 2), Order("R", 1)));
 }
 
 TEST_F(SettingsManagerTest, AnyOffsetSwapsJustTheTwoFolders) {
