@@ -66,7 +66,11 @@ class UserNotificationCenter {
                    std::function<void(std::optional<Error>)> completion) = 0;
 
  protected:
-  UserNotificationCenterDelegate* delegate() const { return delegate_; }
+  /// How to present the notification: as the delegate says, in full without one.
+  PresentationOptions presentation(const UserNotification& notification) const {
+    if (delegate_) return delegate_->willPresent(notification);
+    return {.banner = true, .list = true, .sound = true};
+  }
 
  private:
   UserNotificationCenterDelegate* delegate_ = nullptr;

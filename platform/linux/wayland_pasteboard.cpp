@@ -25,7 +25,7 @@ void WaylandPasteboard::setString(std::string text) {
 void WaylandPasteboard::start(const std::string& text) {
   ignoreBrokenPipes();
   // The part of wl-copy that stays behind would keep a pipe open, so its outputs get none.
-  const GObjectPointer<GSubprocessLauncher> launcher(
+  const GObjectPtr<GSubprocessLauncher> launcher(
       g_subprocess_launcher_new(static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDIN_PIPE |
                                                               G_SUBPROCESS_FLAGS_STDOUT_SILENCE |
                                                               G_SUBPROCESS_FLAGS_STDERR_SILENCE)));
@@ -41,12 +41,12 @@ void WaylandPasteboard::start(const std::string& text) {
   GError* error = nullptr;
   running_.reset(g_subprocess_launcher_spawnv(launcher.get(), arguments, &error));
   if (!running_) {
-    const GLibPointer<GError> failure(error);
+    const GErrorPtr failure(error);
     logFailure("“" + program_ + "”, of the package wl-clipboard, could not be started (" +
                failure->message + ").");
     return;
   }
-  const GLibPointer<GBytes> input(g_bytes_new(text.data(), text.size()));
+  const GBytesPtr input(g_bytes_new(text.data(), text.size()));
   g_subprocess_communicate_async(
       running_.get(), input.get(), cancellable_.get(),
       [](GObject*, GAsyncResult* result, gpointer self) {
@@ -57,10 +57,10 @@ void WaylandPasteboard::start(const std::string& text) {
 
 void WaylandPasteboard::finished(GAsyncResult* result) {
   GObject* subprocess = g_async_result_get_source_object(result);
-  const GObjectPointer<GObject> source(subprocess);
+  const GObjectPtr<GObject> source(subprocess);
   GError* error = nullptr;
   g_subprocess_communicate_finish(G_SUBPROCESS(subprocess), result, nullptr, nullptr, &error);
-  const GLibPointer<GError> failure(error);
+  const GErrorPtr failure(error);
   // Then this object is gone.
   if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
 

@@ -37,8 +37,8 @@ class WaylandPasteboard final : public Pasteboard {
   Environment environment_;
   LogLine log_;
   std::string program_;
-  GObjectPointer<GCancellable> cancellable_{g_cancellable_new()};
-  GObjectPointer<GSubprocess> running_;
+  GObjectPtr<GCancellable> cancellable_{g_cancellable_new()};
+  GObjectPtr<GSubprocess> running_;
   std::optional<std::string> next_;
 };
 

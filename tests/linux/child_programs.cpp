@@ -22,9 +22,9 @@ constexpr int failureMilliseconds = 60'000;
   std::abort();
 }
 
-GObjectPointer<GSubprocessLauncher> makeLauncher(int flags,
-                                                 const std::vector<std::string>& environment) {
-  GObjectPointer<GSubprocessLauncher> launcher(
+GObjectPtr<GSubprocessLauncher> makeLauncher(int flags,
+                                             const std::vector<std::string>& environment) {
+  GObjectPtr<GSubprocessLauncher> launcher(
       g_subprocess_launcher_new(static_cast<GSubprocessFlags>(flags)));
   for (const auto& assignment : environment) {
     const auto equals = assignment.find('=');
@@ -34,14 +34,13 @@ GObjectPointer<GSubprocessLauncher> makeLauncher(int flags,
   return launcher;
 }
 
-GObjectPointer<GSubprocess> spawn(GSubprocessLauncher* launcher,
-                                  const std::vector<std::string>& command) {
+GObjectPtr<GSubprocess> spawn(GSubprocessLauncher* launcher,
+                              const std::vector<std::string>& command) {
   std::vector<const char*> arguments;
   for (const auto& argument : command) arguments.push_back(argument.c_str());
   arguments.push_back(nullptr);
   GError* error = nullptr;
-  GObjectPointer<GSubprocess> process(
-      g_subprocess_launcher_spawnv(launcher, arguments.data(), &error));
+  GObjectPtr<GSubprocess> process(g_subprocess_launcher_spawnv(launcher, arguments.data(), &error));
   if (!process) fail(error->message);
   return process;
 }
@@ -74,7 +73,7 @@ struct Communication {
 
 CommandOutput communicate(GSubprocess* process, const std::string& input) {
   Communication communication;
-  const GLibPointer<GBytes> bytes(g_bytes_new(input.data(), input.size()));
+  const GBytesPtr bytes(g_bytes_new(input.data(), input.size()));
   g_subprocess_communicate_async(
       process, bytes.get(), nullptr,
       [](GObject* source, GAsyncResult* result, gpointer data) {
@@ -85,7 +84,7 @@ CommandOutput communicate(GSubprocess* process, const std::string& input) {
       },
       &communication);
   if (!runMainLoopUntil([&] { return communication.over; })) fail("A command did not end.");
-  const GLibPointer<GBytes> output(communication.output);
+  const GBytesPtr output(communication.output);
   if (!g_subprocess_get_successful(process)) return std::nullopt;
   if (!output) return std::string();
   gsize size = 0;

@@ -30,7 +30,7 @@ class ServerProgram {
   void kill();
 
  private:
-  GObjectPointer<GSubprocess> process_;
+  GObjectPtr<GSubprocess> process_;
   std::string readyLine_;
 };
 

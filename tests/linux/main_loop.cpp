@@ -11,7 +11,7 @@ constexpr guint failureSeconds = 60;
 
 }  // namespace
 
-bool runMainLoopUntil(const std::function<bool()>& condition) {
+bool runMainLoopUntil(const std::function<bool()>& done) {
   bool late = false;
   const guint deadline = g_timeout_add_seconds(
       failureSeconds,
@@ -20,7 +20,7 @@ bool runMainLoopUntil(const std::function<bool()>& condition) {
         return G_SOURCE_CONTINUE;
       },
       &late);
-  while (!condition() && !late) g_main_context_iteration(nullptr, true);
+  while (!done() && !late) g_main_context_iteration(nullptr, true);
   g_source_remove(deadline);
   EXPECT_FALSE(late) << "The effect that was waited for did not come.";
   return !late;

@@ -1,4 +1,4 @@
-// The default main context in tests: it is run until what the test waits for has happened.
+// Running GLib's default main context in a test.
 
 #pragma once
 
@@ -6,9 +6,9 @@
 
 namespace quillmar {
 
-/// Runs the main context until the condition, asked after every turn, is true. When that takes
-/// longer than any machine should need, the test has failed and the answer is false.
-bool runMainLoopUntil(const std::function<bool()>& condition);
+/// Dispatches events until the condition, which is asked after each turn, holds. False, and the
+/// test fails, when it still does not after a minute.
+bool runMainLoopUntil(const std::function<bool()>& done);
 
 /// Handles everything that is ready now, without waiting.
 void runMainLoopWhileReady();
