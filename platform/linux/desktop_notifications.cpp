@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/linux/application_instance.h"
 #include "platform/text.h"
 
 namespace quillmar {
@@ -12,8 +13,6 @@ namespace {
 
 constexpr const char* serviceName = "org.freedesktop.Notifications";
 constexpr const char* applicationName = "Quillmar";
-/// The names of the desktop entry and of the icon in the icon theme.
-constexpr const char* applicationId = "com.tovenworks.quillmar";
 constexpr const char* standardSoundName = "message-new-instant";
 constexpr guint8 normalUrgency = 1;
 constexpr gint32 timeoutOfTheService = -1;

@@ -119,6 +119,13 @@ void ServerProgram::kill() {
   g_subprocess_wait(process_.get(), nullptr, nullptr);
 }
 
+std::optional<int> ServerProgram::end(int signal) {
+  if (signal != 0) g_subprocess_send_signal(process_.get(), signal);
+  g_subprocess_wait(process_.get(), nullptr, nullptr);
+  if (!g_subprocess_get_if_exited(process_.get())) return std::nullopt;
+  return g_subprocess_get_exit_status(process_.get());
+}
+
 XServer::XServer() : XServer(std::string()) {}
 
 XServer::XServer(const std::string& display)

@@ -29,6 +29,10 @@ class ServerProgram {
   /// Kills it and waits for its end.
   void kill();
 
+  /// Sends it the signal, none when 0, and waits for its end. Returns its exit status, or nothing
+  /// when a signal ended it.
+  std::optional<int> end(int signal);
+
  private:
   GObjectPtr<GSubprocess> process_;
   std::string readyLine_;
