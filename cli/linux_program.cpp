@@ -1,0 +1,176 @@
+#include "cli/linux_program.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "app/app_delegate.h"
+#include "app/unavailable_prompts.h"
+#include "cli/run_command.h"
+#include "cli/terminal_prompts.h"
+#include "commands/command_environment.h"
+#include "commands/command_runner.h"
+#include "platform/linux/application_instance.h"
+#include "platform/linux/broken_pipes.h"
+#include "platform/linux/bundle_directory.h"
+#include "platform/linux/desktop_notifications.h"
+#include "platform/linux/desktop_pasteboard.h"
+#include "platform/linux/desktop_workspace.h"
+#include "platform/linux/icon_theme_images.h"
+#include "platform/linux/linux_task_queues.h"
+#include "platform/linux/main_loop_task_queue.h"
+#include "platform/linux/password_database.h"
+#include "platform/linux/posix_file_system.h"
+#include "platform/linux/posix_processes.h"
+#include "platform/linux/running_instance.h"
+#include "platform/linux/shell_apple_script_engine.h"
+#include "platform/linux/status_notifier_item.h"
+#include "platform/linux/xdg_directories.h"
+#include "platform/memory/memory_application.h"
+#include "platform/memory/memory_images.h"
+#include "platform/memory/memory_status_item.h"
+#include "platform/memory/memory_task_queues.h"
+#include "platform/platform.h"
+
+namespace quillmar {
+
+namespace {
+
+/// The services that are the same in the panel and on a terminal.
+struct SystemServices {
+  SystemServices(const Environment& processEnvironment, PosixProcesses::Sessions sessions)
+      : environment(processEnvironment),
+        userDirectories(environment, userDatabase),
+        bundle(BundleDirectory::ofThisProgram()),
+        processes(sessions),
+        appleScript(processes, [this] {
+          return augmentedEnvironment(environment, userDirectories.homeDirectory(), files);
+        }) {}
+
+  const Environment& environment;
+  PasswordDatabase userDatabase;
+  XdgDirectories userDirectories;
+  PosixFileSystem files;
+  BundleDirectory bundle;
+  PosixProcesses processes;
+  ShellAppleScriptEngine appleScript;
+  DesktopWorkspace workspace;
+};
+
+/// The program in the panel: the desktop's services, and the application's parts on top of them.
+class PanelProgram {
+ public:
+  PanelProgram(const Environment& environment, ApplicationInstance& instance)
+      : system_(environment, PosixProcesses::Sessions::separate),
+        queues_(mainQueue_),
+        images_(system_.bundle.iconThemePath(),
+                IconThemes::ofUser(environment, system_.userDirectories.homeDirectory())),
+        pasteboard_(environment, logToStandardOutput),
+        notifications_(instance.connection()),
+        statusItem_(instance.connection(), mainQueue_,
+                    {.id = applicationId,
+                     .title = "Quillmar",
+                     .iconThemePath = system_.bundle.iconThemePath(),
+                     .pixmapDirectory = system_.bundle.pixmapDirectory()}),
+        platform_{instance,
+                  queues_,
+                  system_.environment,
+                  system_.userDatabase,
+                  system_.userDirectories,
+                  system_.files,
+                  system_.bundle,
+                  images_,
+                  system_.processes,
+                  system_.appleScript,
+                  system_.workspace,
+                  prompts_,
+                  pasteboard_,
+                  notifications_,
+                  statusItem_} {
+    Platform::install(platform_);
+  }
+
+  void launch() {
+    delegate_.emplace(
+        AppDelegate::Collaborators{platform_, SettingsManager::shared(), CommandRunner::shared()});
+    prompts_.setNotify([](const std::string& title, const std::string& body) {
+      CommandRunner::shared().notify(title, body);
+    });
+    delegate_->applicationDidFinishLaunching();
+  }
+
+  DesktopPasteboard& pasteboard() { return pasteboard_; }
+
+ private:
+  SystemServices system_;
+  MainLoopTaskQueue mainQueue_;
+  LinuxTaskQueues queues_;
+  IconThemeImages images_;
+  UnavailablePrompts prompts_;
+  DesktopPasteboard pasteboard_;
+  DesktopNotifications notifications_;
+  StatusNotifierItem statusItem_;
+  Platform platform_;
+  std::optional<AppDelegate> delegate_;
+};
+
+/// Ends the process without waiting for the threads of background commands, which may still use
+/// what a return from main() would destroy.
+[[noreturn]] void endProcess(int status) {
+  std::fflush(nullptr);
+  std::_Exit(status);
+}
+
+}  // namespace
+
+void liveInPanel(const Environment& environment, Console& console) {
+  ignoreBrokenPipes();
+  ApplicationInstance instance({
+      .activate = nullptr,
+      .setClipboard =
+          [](std::string text) { Platform::shared().pasteboard.setString(std::move(text)); },
+      .notify = [](const std::string& title,
+                   const std::string& body) { CommandRunner::shared().notify(title, body); },
+  });
+  switch (instance.start()) {
+    case ApplicationInstance::Start::running:
+      break;
+    case ApplicationInstance::Start::alreadyRunning:
+      console.print("Quillmar is already running.\n");
+      endProcess(EXIT_SUCCESS);
+    case ApplicationInstance::Start::noSessionBus:
+      console.printError("Quillmar needs a session bus and there is none.\n");
+      endProcess(EXIT_FAILURE);
+  }
+
+  PanelProgram program(environment, instance);
+  program.launch();
+  const int status = instance.run();
+  program.pasteboard().saveForQuit();
+  endProcess(status);
+}
+
+ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environment& environment,
+                               SettingsManager& settings, Console& console) {
+  ignoreBrokenPipes();
+  SystemServices system(environment, PosixProcesses::Sessions::shared);
+  MemoryApplication application;
+  MemoryTaskQueues queues;
+  MemoryImages images;
+  MemoryStatusItem statusItem(queues.mainQueue());
+  TerminalPrompts prompts(console, invocation.yes, invocation.input);
+  RunningInstance instance;
+  LeftOut leftOut;
+  RemotePasteboard pasteboard(instance, leftOut);
+  RemoteNotifications notifications(instance, leftOut, queues.mainQueue());
+  Platform platform{
+      application,      queues,        environment, system.userDatabase, system.userDirectories,
+      system.files,     system.bundle, images,      system.processes,    system.appleScript,
+      system.workspace, prompts,       pasteboard,  notifications,       statusItem};
+  CommandRunner runner(platform, settings, logToStandardError);
+
+  const ExitStatus status = runItem(invocation, settings, runner, queues, prompts, console);
+  if (const auto sentence = leftOut.sentence()) console.printError(*sentence + "\n");
+  return status;
+}
+
+}  // namespace quillmar
