@@ -246,6 +246,13 @@ bool DocumentReader::read(const Value& value, std::vector<T>& target) {
   return true;
 }
 
+/// The last value of a key.
+struct Found {
+  dom::element element;
+  std::size_t ordinal = 0;
+  bool isPresent = false;
+};
+
 /// Reads the last value of every field's key; a field without one, or with null, is read as
 /// missing.
 template <class T, std::size_t count>
@@ -257,28 +264,28 @@ bool DocumentReader::readObject(const Value& value, T& target,
     return fail(value, "an object");
   }
 
-  std::array<Value, count> children;
-  for (std::size_t i = 0; i < count; ++i) children[i] = {.parent = &value, .key = fields[i].key};
-
+  std::array<Found, count> found;
   std::size_t ordinal = 0;
   // Most documents have their keys in the order of the fields, so the search begins after the last
   // one found.
   std::size_t next = 0;
-  for (const auto [key, element] : object) {
+  for (auto child = object.begin(); child != object.end(); ++child) {
+    const std::string_view key = child.key();
     for (std::size_t tried = 0; tried < count; ++tried) {
-      const std::size_t i = (next + tried) % count;
+      const std::size_t i = next;
+      next = next + 1 == count ? 0 : next + 1;
       if (fields[i].key != key) continue;
-      children[i].ordinal = ordinal;
-      children[i].element = element;
-      next = i + 1;
+      found[i].element = child.value();
+      found[i].ordinal = ordinal;
+      found[i].isPresent = true;
       break;
     }
     ++ordinal;
   }
 
   for (std::size_t i = 0; i < count; ++i) {
-    Value& child = children[i];
-    if (child.element && child.element->is_null()) child.element.reset();
+    Value child{.parent = &value, .key = fields[i].key, .ordinal = found[i].ordinal};
+    if (found[i].isPresent && !found[i].element.is_null()) child.element = found[i].element;
     if (!fields[i].read(*this, child, target)) return false;
   }
   return true;

@@ -46,15 +46,15 @@ void write(JsonWriter& writer, const std::vector<T>& values) {
   writer.endArray();
 }
 
-template <class T>
-void writeMember(JsonWriter& writer, std::string_view key, const T& value) {
+template <std::size_t size, class T>
+void writeMember(JsonWriter& writer, const char (&key)[size], const T& value) {
   writer.key(key);
   write(writer, value);
 }
 
 /// An absent value has no key.
-template <class T>
-void writeMember(JsonWriter& writer, std::string_view key, const std::optional<T>& value) {
+template <std::size_t size, class T>
+void writeMember(JsonWriter& writer, const char (&key)[size], const std::optional<T>& value) {
   if (value) writeMember(writer, key, *value);
 }
 

@@ -95,29 +95,9 @@ char* writeEscaped(char* target, std::string_view text) {
   return target;
 }
 
-char* append(char* target, std::string_view text) {
-  return std::copy(text.begin(), text.end(), target);
-}
-
 }  // namespace
 
 JsonWriter::JsonWriter(std::size_t estimatedSize) : text_(estimatedSize, '\0') {}
-
-void JsonWriter::key(std::string_view key) {
-  startLine();
-  reserve(key.size() + 5);
-  char* next = text_.data() + size_;
-  *next++ = '"';
-  next = append(append(next, key), "\" : ");
-  size_ = static_cast<std::size_t>(next - text_.data());
-}
-
-void JsonWriter::value(bool value) {
-  const std::string_view name = value ? "true" : "false";
-  reserve(name.size());
-  append(text_.data() + size_, name);
-  size_ += name.size();
-}
 
 void JsonWriter::value(std::int64_t value) {
   number(value);
@@ -156,10 +136,6 @@ void JsonWriter::begin(char bracket) {
   isEmpty_ = true;
 }
 
-void JsonWriter::endObject() {
-  end('}');
-}
-
 void JsonWriter::endArray() {
   if (isEmpty_) {
     reserve(1);
@@ -171,25 +147,12 @@ void JsonWriter::endArray() {
 void JsonWriter::end(char bracket) {
   --depth_;
   isEmpty_ = true;  // no comma before the bracket
-  startLine();
+  startLine(1);
   text_[size_++] = bracket;
 }
 
-/// Begins the line of the next key, element or bracket, after a comma when one of them came before.
-void JsonWriter::startLine() {
-  const std::size_t indentation = 2 * depth_;
-  reserve(indentation + 3);
-  char* next = text_.data() + size_;
-  if (!isEmpty_) *next++ = ',';
-  *next++ = '\n';
-  next = std::fill_n(next, indentation, ' ');
-  size_ = static_cast<std::size_t>(next - text_.data());
-  isEmpty_ = false;
-}
-
-/// Makes room for that many bytes more.
-void JsonWriter::reserve(std::size_t size) {
-  if (text_.size() - size_ < size) text_.resize(2 * text_.size() + size);
+void JsonWriter::grow(std::size_t size) {
+  text_.resize(2 * text_.size() + size);
 }
 
 std::string JsonWriter::take() {

@@ -1,0 +1,80 @@
+// Reading and writing a document of 10,000 items, beside libraries that do no more than parse or
+// print the same JSON.
+
+#include <optional>
+#include <string>
+
+#include <benchmark/benchmark.h>
+#include <nlohmann/json.hpp>
+#include <simdjson.h>
+
+#include "bench/sample_document.h"
+#include "config/document_decoder.h"
+#include "config/document_encoder.h"
+#include "config/quillmar_config.h"
+
+namespace quillmar {
+namespace {
+
+const QuillmarConfig& sample() {
+  static const QuillmarConfig config = makeSampleDocument();
+  return config;
+}
+
+/// The sample's text, with the room behind it that files are read with.
+const std::string& sampleText() {
+  static const std::string text = [] {
+    std::string encoded = encodeDocument(sample());
+    encoded.reserve(encoded.size() + simdjson::SIMDJSON_PADDING);
+    return encoded;
+  }();
+  return text;
+}
+
+void countBytes(benchmark::State& state) {
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(sampleText().size()));
+}
+
+void decodeDocument(benchmark::State& state) {
+  DocumentDecoder decoder;
+  for (auto _ : state) {
+    std::optional<Result<QuillmarConfig>> result = decoder.decode(sampleText());
+    benchmark::DoNotOptimize(result);
+    // The parser alone has nothing to throw away.
+    state.PauseTiming();
+    result.reset();
+    state.ResumeTiming();
+  }
+  countBytes(state);
+}
+BENCHMARK(decodeDocument)->Unit(benchmark::kMicrosecond);
+
+void parseWithSimdjson(benchmark::State& state) {
+  simdjson::dom::parser parser;
+  const std::string& text = sampleText();
+  for (auto _ : state) benchmark::DoNotOptimize(parser.parse(text.data(), text.size(), false));
+  countBytes(state);
+}
+BENCHMARK(parseWithSimdjson)->Unit(benchmark::kMicrosecond);
+
+void parseWithNlohmann(benchmark::State& state) {
+  for (auto _ : state) benchmark::DoNotOptimize(nlohmann::json::parse(sampleText()));
+  countBytes(state);
+}
+BENCHMARK(parseWithNlohmann)->Unit(benchmark::kMicrosecond);
+
+void encodeDocument(benchmark::State& state) {
+  for (auto _ : state) benchmark::DoNotOptimize(quillmar::encodeDocument(sample()));
+  countBytes(state);
+}
+BENCHMARK(encodeDocument)->Unit(benchmark::kMicrosecond);
+
+void dumpWithNlohmann(benchmark::State& state) {
+  const nlohmann::json json = nlohmann::json::parse(sampleText());
+  for (auto _ : state) benchmark::DoNotOptimize(json.dump(2));
+  countBytes(state);
+}
+BENCHMARK(dumpWithNlohmann)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace quillmar
