@@ -48,7 +48,9 @@ struct BareChild {
 BareChild spawnBare() {
   static char** const variables = [] {
     auto* texts = new std::vector<std::string>;
-    for (const auto& [name, value] : environment()) texts->push_back(name + "=" + value);
+    for (const auto& [name, value] : environment()) {
+      texts->emplace_back(name).append("=").append(value);
+    }
     auto* addresses = new std::vector<char*>;
     for (std::string& text : *texts) addresses->push_back(text.data());
     addresses->push_back(nullptr);
@@ -81,7 +83,7 @@ bool readBare(BareChild& child) {
 }
 
 void bareCommand(benchmark::State& state) {
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     BareChild child = spawnBare();
     while (readBare(child)) {
     }
@@ -91,7 +93,7 @@ BENCHMARK(bareCommand)->UseRealTime();
 
 void command(benchmark::State& state) {
   PosixProcesses processes(PosixProcesses::Sessions::separate);
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     auto launched = processes.launch(trueProgram());
     if (!launched) std::abort();
     benchmark::DoNotOptimize(launched.value()->readToEnd());
@@ -101,7 +103,7 @@ void command(benchmark::State& state) {
 BENCHMARK(command)->UseRealTime();
 
 void bareThousandCommands(benchmark::State& state) {
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     std::vector<BareChild> children;
     std::vector<pollfd> waiting;
     for (int i = 0; i < commandCount; ++i) {
@@ -126,7 +128,7 @@ void thousandBackgroundCommands(benchmark::State& state) {
   auto& main = *new MemoryTaskQueue;
   LinuxTaskQueues queues(main);
   const std::unique_ptr<TaskQueue> queue = queues.makeConcurrentQueue({"bench"});
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     int done = 0;
     for (int i = 0; i < commandCount; ++i) {
       queue->async([&] {

@@ -11,8 +11,8 @@ namespace quillmar {
 
 namespace {
 
-constexpr std::size_t firstBufferSize = 1024;
-constexpr std::size_t lastBufferSize = 1024 * 1024;
+constexpr std::size_t firstBufferSize = 1 << 10;
+constexpr std::size_t lastBufferSize = 1 << 20;
 
 std::optional<std::string> fieldOfRealUser(char* passwd::*field) {
   for (std::size_t size = firstBufferSize; size <= lastBufferSize; size *= 2) {

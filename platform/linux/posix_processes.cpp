@@ -102,7 +102,9 @@ std::vector<std::string> argumentVector(const Process& process) {
 std::vector<std::string> environmentVector(const Process& process) {
   std::vector<std::string> texts;
   texts.reserve(process.environment.size());
-  for (const auto& [name, value] : process.environment) texts.push_back(name + "=" + value);
+  for (const auto& [name, value] : process.environment) {
+    texts.emplace_back(name).append("=").append(value);
+  }
   return texts;
 }
 

@@ -15,7 +15,7 @@ namespace quillmar {
 
 namespace {
 
-constexpr std::size_t stackSize = 256 * 1024;
+constexpr std::size_t stackSize = 256 << 10;
 constexpr std::size_t longestThreadName = 15;
 constexpr std::chrono::milliseconds pauseBeforeRetry{10};
 

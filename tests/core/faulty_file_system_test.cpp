@@ -10,9 +10,11 @@ namespace quillmar {
 namespace {
 
 /// A wrapper without faults is like the file system that it wraps.
-struct FaultlessFileSystemFixture : MemoryFileSystemFixture {
+class FaultlessFileSystemFixture : public MemoryFileSystemFixture {
+ public:
   FaultyFileSystem& files() { return faulty_; }
 
+ private:
   FaultyFileSystem faulty_{files_};
 };
 

@@ -9,7 +9,8 @@
 
 namespace quillmar {
 
-struct MemoryFileSystemFixture {
+class MemoryFileSystemFixture {
+ public:
   MemoryFileSystemFixture() { files_.addFolder("/root"); }
 
   MemoryFileSystem& files() { return files_; }
@@ -26,6 +27,7 @@ struct MemoryFileSystemFixture {
     return names;
   }
 
+ protected:
   MemoryFileSystem files_;
 };
 

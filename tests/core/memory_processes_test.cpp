@@ -8,7 +8,8 @@
 namespace quillmar {
 namespace {
 
-struct MemoryProcessesFixture {
+class MemoryProcessesFixture {
+ public:
   MemoryProcesses& processes() { return processes_; }
 
   Process printing(const std::string& output, int exitStatus) {
@@ -20,6 +21,7 @@ struct MemoryProcessesFixture {
   Process missing() { return {"/bin/missing", {}, {}, "/"}; }
   Process inMissingFolder(const std::string& path) { return {"/bin/print", {"", "0"}, {}, path}; }
 
+ private:
   static ScriptedRun behave(const Process& process) {
     if (process.executable == "/bin/missing") {
       return {"", 0, launchError(process.executable, "it does not exist")};

@@ -10,7 +10,8 @@
 namespace quillmar {
 namespace {
 
-struct MemoryTaskQueuesFixture {
+class MemoryTaskQueuesFixture {
+ public:
   MemoryTaskQueues& queues() { return queues_; }
 
   void runUntil(const std::function<bool()>& done) {
@@ -22,6 +23,7 @@ struct MemoryTaskQueuesFixture {
     }
   }
 
+ private:
   MemoryTaskQueues queues_;
 };
 

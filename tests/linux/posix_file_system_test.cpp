@@ -19,9 +19,8 @@
 namespace quillmar {
 namespace {
 
-using testing::EndsWith;
-
-struct PosixFileSystemFixture {
+class PosixFileSystemFixture {
+ public:
   PosixFileSystem& files() { return files_; }
   std::string root() { return folder_.path(); }
   void addSymbolicLink(const std::string& path, const std::string& target) {
@@ -37,6 +36,7 @@ struct PosixFileSystemFixture {
     return names;
   }
 
+ private:
   TemporaryFolder folder_;
   PosixFileSystem files_;
 };
@@ -149,7 +149,7 @@ void mountSmallDisk(const std::string& path) {
 
 class FullDiskDeathTest : public PosixFileSystemTest {
  protected:
-  const std::string large_ = std::string(2 * 1024 * 1024, 'x');
+  const std::string large_ = std::string(2 << 20, 'x');
 };
 
 TEST_F(FullDiskDeathTest, ReservingMoreThanThereIsFailsAndChangesNothing) {

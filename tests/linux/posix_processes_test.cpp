@@ -22,7 +22,8 @@ namespace {
 using testing::EndsWith;
 using testing::HasSubstr;
 
-struct PosixProcessesFixture {
+class PosixProcessesFixture {
+ public:
   PosixProcesses& processes() { return processes_; }
 
   Process printing(const std::string& output, int exitStatus) {
@@ -38,6 +39,7 @@ struct PosixProcessesFixture {
     return process;
   }
 
+ private:
   PosixProcesses processes_{PosixProcesses::Sessions::separate};
 };
 
@@ -57,7 +59,7 @@ class PosixProcessesTest : public testing::Test {
 
   /// A file in the test's folder; its path.
   std::string makeFile(const std::string& name, const std::string& content, int permissions) {
-    const std::string path = folder_.path() + "/" + name;
+    std::string path = folder_.path() + "/" + name;
     std::ofstream(path) << content;
     std::filesystem::permissions(path, std::filesystem::perms(permissions));
     return path;
@@ -74,7 +76,7 @@ TEST_F(PosixProcessesTest, StandardOutputAndStandardErrorComeInOneStreamInOrder)
 }
 
 TEST_F(PosixProcessesTest, OutputLargerThanAPipeArrivesWhole) {
-  EXPECT_EQ(outputOf(testProgram({"printMuch", "5000000"})), std::string(5000000, 'x'));
+  EXPECT_EQ(outputOf(testProgram({"printMuch", "500000"})), std::string(500'000, 'x'));
 }
 
 TEST_F(PosixProcessesTest, ReadingGoesOnUntilTheLastHolderOfThePipeHasClosedIt) {

@@ -22,19 +22,23 @@ namespace quillmar {
 namespace {
 
 /// The queues of the resident program.
-struct MainLoopQueuesFixture {
+class MainLoopQueuesFixture {
+ public:
   TaskQueues& queues() { return queues_; }
   void runUntil(const std::function<bool()>& done) { runMainLoopUntil(done); }
 
+ private:
   MainLoopTaskQueue main_;
   LinuxTaskQueues queues_{main_};
 };
 
 /// The queues of the command line.
-struct CommandLineQueuesFixture {
+class CommandLineQueuesFixture {
+ public:
   TaskQueues& queues() { return queues_; }
   void runUntil(const std::function<bool()>& done) { main_.runUntil(done); }
 
+ private:
   MemoryTaskQueue main_;
   LinuxTaskQueues queues_{main_};
 };
