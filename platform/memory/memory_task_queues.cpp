@@ -20,10 +20,9 @@ class MemoryConcurrentQueue final : public TaskQueue {
 }  // namespace
 
 void MemoryTaskQueue::async(Task task) {
-  {
-    const std::lock_guard lock(mutex_);
-    tasks_.push_back(std::move(task));
-  }
+  // Under the lock: once the task has been taken, the owner may destroy the queue.
+  const std::lock_guard lock(mutex_);
+  tasks_.push_back(std::move(task));
   handedOver_.notify_one();
 }
 

@@ -113,7 +113,7 @@ TYPED_TEST_P(TaskQueuesConformance, AConcurrentTaskDoesNotRunInsideTheCallThatHa
     // Inside the call, the task would wait for this lock for ever.
     const std::lock_guard lock(mutex);
     queue->async([&] {
-      const std::lock_guard inner(mutex);
+      { const std::lock_guard inner(mutex); }
       this->mainQueue().async([&] { ran = true; });
     });
   }
