@@ -13,19 +13,19 @@ DesktopPasteboard::DesktopPasteboard(const Environment& environment, LogLine log
   const std::string wayland = environment.value("WAYLAND_DISPLAY").value_or("");
   const std::string display = environment.value("DISPLAY").value_or("");
   if (!wayland.empty()) {
-    backend_ = std::make_unique<WaylandPasteboard>(environment, log_);
+    wayland_ = std::make_unique<WaylandPasteboard>(environment, log_);
   } else if (!display.empty()) {
-    auto x11 = std::make_unique<X11Pasteboard>(display, log_);
-    x11_ = x11.get();
-    backend_ = std::move(x11);
+    x11_ = std::make_unique<X11Pasteboard>(display, log_);
   }
 }
 
 DesktopPasteboard::~DesktopPasteboard() = default;
 
 void DesktopPasteboard::setString(std::string text) {
-  if (backend_) {
-    backend_->setString(std::move(text));
+  if (wayland_) {
+    wayland_->setString(std::move(text));
+  } else if (x11_) {
+    x11_->setString(std::move(text));
   } else {
     log_(
         "The text was not copied to the clipboard: there is no display (neither WAYLAND_DISPLAY "
@@ -35,6 +35,7 @@ void DesktopPasteboard::setString(std::string text) {
 }
 
 void DesktopPasteboard::saveForQuit(std::chrono::milliseconds timeout) {
+  if (wayland_) wayland_->saveForQuit(timeout);
   if (x11_) x11_->saveForQuit(timeout);
 }
 

@@ -12,6 +12,7 @@
 
 namespace quillmar {
 
+class WaylandPasteboard;
 class X11Pasteboard;
 
 class DesktopPasteboard final : public Pasteboard {
@@ -28,9 +29,9 @@ class DesktopPasteboard final : public Pasteboard {
 
  private:
   LogLine log_;
-  std::unique_ptr<Pasteboard> backend_;
-  /// `backend_` when it is X11's.
-  X11Pasteboard* x11_ = nullptr;
+  /// One of them at most.
+  std::unique_ptr<WaylandPasteboard> wayland_;
+  std::unique_ptr<X11Pasteboard> x11_;
 };
 
 }  // namespace quillmar

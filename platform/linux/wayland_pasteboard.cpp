@@ -64,16 +64,26 @@ void WaylandPasteboard::finished(GAsyncResult* result) {
   // Then this object is gone.
   if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
 
-  if (failure) {
-    logFailure("“" + program_ + "” did not take it (" + failure->message + ").");
-  } else if (!g_subprocess_get_successful(running_.get())) {
-    logFailure("“" + program_ + "” failed.");
+  if (failure || !g_subprocess_get_successful(running_.get())) {
+    logFailure("“" + program_ + "” did not take it.");
   }
   running_.reset();
   if (next_) {
     const std::string text = *std::exchange(next_, std::nullopt);
     start(text);
   }
+}
+
+void WaylandPasteboard::saveForQuit(std::chrono::milliseconds timeout) {
+  if (!isBusy()) return;
+  bool late = false;
+  const auto markLate = [](gpointer flag) -> gboolean {
+    *static_cast<bool*>(flag) = true;
+    return G_SOURCE_CONTINUE;
+  };
+  const guint deadline = g_timeout_add(static_cast<guint>(timeout.count()), markLate, &late);
+  while (isBusy() && !late) g_main_context_iteration(nullptr, true);
+  g_source_remove(deadline);
 }
 
 void WaylandPasteboard::logFailure(const std::string& reason) const {

@@ -1,9 +1,10 @@
 // The clipboard of a Wayland session, through the program wl-copy of wl-clipboard: the protocol
 // wants a surface with the focus, or privileges, and wl-copy knows how to get by with either. It
-// stays behind to serve the text, so nothing has to be saved on quitting. Main thread.
+// stays behind to serve the text, also after this program. Main thread.
 
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -28,6 +29,13 @@ class WaylandPasteboard final : public Pasteboard {
   /// Feeds the text to wl-copy while the main loop runs. Of several texts handed over while one is
   /// being fed the last one follows it.
   void setString(std::string text) override;
+
+  /// True while a text is on its way to wl-copy.
+  bool isBusy() const { return running_ != nullptr; }
+
+  /// Runs the main context until every text is with wl-copy, at most for `timeout`: the end of this
+  /// program would cut it short.
+  void saveForQuit(std::chrono::milliseconds timeout);
 
  private:
   void start(const std::string& text);

@@ -3,6 +3,8 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 
 #include <poll.h>
 #include <sys/prctl.h>
@@ -130,6 +132,31 @@ XServer::XServer() : XServer(std::string()) {}
 
 XServer::XServer(const std::string& display)
     : server_(serverCommand(display)), display_(":" + server_.readyLine()) {}
+
+WaylandServer::WaylandServer() {
+  const GStringPtr folder(g_dir_make_tmp("quillmar-wayland-XXXXXX", nullptr));
+  folder_ = folder.get();
+  const std::string configuration = folder_ + "/config";
+  std::ofstream(configuration) << "xwayland disable\nexec sh -c 'echo $WAYLAND_DISPLAY >&3'\n";
+  std::vector<std::string> command{"sway", "--config", configuration};
+  // It refuses to run as root.
+  constexpr uid_t nobody = 65534;
+  if (geteuid() == 0) {
+    const std::string id = std::to_string(nobody);
+    command.insert(command.begin(), {"setpriv", "--reuid=" + id, "--regid=" + id, "--clear-groups",
+                                     "--pdeathsig=KILL"});
+    if (chown(folder_.c_str(), nobody, nobody) != 0) fail("No folder for the compositor.");
+  }
+  server_ = std::make_unique<ServerProgram>(
+      command, std::vector<std::string>{"XDG_RUNTIME_DIR=" + folder_, "WLR_BACKENDS=headless",
+                                        "WLR_RENDERER=pixman", "WLR_LIBINPUT_NO_DEVICES=1"});
+}
+
+WaylandServer::~WaylandServer() {
+  server_.reset();
+  std::error_code ignored;
+  std::filesystem::remove_all(folder_, ignored);
+}
 
 CommandOutput runCommand(const std::vector<std::string>& command,
                          const std::vector<std::string>& environment, const std::string& input) {

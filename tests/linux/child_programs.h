@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -52,6 +53,23 @@ class XServer {
  private:
   ServerProgram server_;
   std::string display_;
+};
+
+/// A Wayland compositor of the test's own, without a screen.
+class WaylandServer {
+ public:
+  WaylandServer();
+  ~WaylandServer();
+  WaylandServer(const WaylandServer&) = delete;
+  WaylandServer& operator=(const WaylandServer&) = delete;
+
+  const std::string& runtimeFolder() const { return folder_; }
+  /// As the variable WAYLAND_DISPLAY names it.
+  const std::string& display() const { return server_->readyLine(); }
+
+ private:
+  std::string folder_;
+  std::unique_ptr<ServerProgram> server_;
 };
 
 /// What a command wrote to its standard output; nothing when it failed.
