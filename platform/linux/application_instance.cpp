@@ -73,6 +73,8 @@ ApplicationInstance::Start ApplicationInstance::start() {
 
 int ApplicationInstance::run() {
   if (!terminated_) g_main_loop_run(loop_.get());
+  // The call that ended the loop, a click on "Quit Quillmar", still waits for its answer.
+  g_dbus_connection_flush_sync(connection_.get(), nullptr, nullptr);
   return EXIT_SUCCESS;
 }
 

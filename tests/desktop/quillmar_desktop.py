@@ -17,6 +17,9 @@ import tempfile
 import time
 import unittest
 
+import dbus
+from dbus.lowlevel import MESSAGE_TYPE_METHOD_RETURN as METHOD_RETURN
+from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import Gio, GLib
 
 DEADLINE_SECONDS = 60
@@ -222,21 +225,18 @@ class Notifications:
     def __init__(self):
         self.calls = {}  # by the sender and the serial of the call
         self.taken = set()
-        self.bus = Bus()
-        self.bus.connection.add_filter(self.overhear)
-        self.bus.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
-                      "org.freedesktop.DBus.Monitoring.BecomeMonitor",
-                      GLib.Variant("(asu)", (self.RULES, 0)))
+        bus = dbus.SessionBus(private=True, mainloop=DBusGMainLoop())
+        bus.call_blocking("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                          "org.freedesktop.DBus.Monitoring", "BecomeMonitor", "asu",
+                          (self.RULES, 0))
+        bus.add_message_filter(self.overhear)
+        self.bus = bus
 
-    def overhear(self, _connection, message, incoming):
-        if not incoming:
-            return message
-        if message.get_message_type() == Gio.DBusMessageType.METHOD_CALL:
-            if message.get_member() == "Notify":
-                self.calls[message.get_sender(), message.get_serial()] = message.get_body().unpack()
-        else:
+    def overhear(self, _connection, message):
+        if message.get_member() == "Notify":
+            self.calls[message.get_sender(), message.get_serial()] = message.get_args_list()
+        elif message.get_type() == METHOD_RETURN:
             self.taken.add((message.get_destination(), message.get_reply_serial()))
-        return None
 
     def all(self):
         return [Notification(call[0], call[3], call[4], call[6], key in self.taken)
