@@ -1,0 +1,167 @@
+// What every status item promises, whoever shows it. A harness shows one to a pretended user:
+//
+//   StatusItem& item();
+//   Opened open();                        the menu as it stands, opened
+//   std::vector<ShownEntry> shown(const Opened&);
+//   bool click(const Opened&, const std::vector<std::string>& path);
+//                                         true when the entry took the click; the tasks wait
+//   void runTasks();                      runs what waits in the main queue
+//   std::string icon();                   name of the icon; empty for none
+
+#pragma once
+
+#include <deque>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/status_item.h"
+#include "platform/task_queue.h"
+
+namespace quillmar {
+
+/// An entry as a user sees it.
+struct ShownEntry {
+  /// Empty for a separator.
+  std::string title;
+  std::string icon;
+  bool hasShortcut = false;
+  std::vector<ShownEntry> children;
+
+  bool operator==(const ShownEntry&) const = default;
+};
+
+inline void PrintTo(const ShownEntry& entry, std::ostream* out) {
+  *out << "{" << entry.title << ", " << entry.icon << (entry.hasShortcut ? ", shortcut" : "")
+       << ", " << testing::PrintToString(entry.children) << "}";
+}
+
+/// A main queue that runs when it is told to.
+class HeldTaskQueue final : public TaskQueue {
+ public:
+  void async(Task task) override { tasks_.push_back(std::move(task)); }
+
+  void run() {
+    while (!tasks_.empty()) {
+      const Task task = std::move(tasks_.front());
+      tasks_.pop_front();
+      task();
+    }
+  }
+
+ private:
+  std::deque<Task> tasks_;
+};
+
+inline ActionEntry itemEntry(const std::string& title, const std::string& id) {
+  ActionEntry entry;
+  entry.title = title;
+  entry.representedObject = id;
+  return entry;
+}
+
+inline Menu menuWith(std::vector<MenuEntry> entries) {
+  Menu menu;
+  menu.entries = std::move(entries);
+  return menu;
+}
+
+template <class Harness>
+class StatusItemConformance : public testing::Test {
+ protected:
+  StatusItemConformance() {
+    harness.item().setActionHandler([this](const ActionEntry& entry) { chosen.push_back(entry); });
+  }
+
+  Harness harness;
+  std::vector<ActionEntry> chosen;
+};
+
+TYPED_TEST_SUITE_P(StatusItemConformance);
+
+TYPED_TEST_P(StatusItemConformance, ShowsTheMenuThatItWasGiven) {
+  ActionEntry plain = itemEntry("my_command_name & more", "1");
+  plain.image = Image{.name = "terminal", .isTemplate = true, .pointSize = 13, .weight = {}};
+  SubmenuEntry folder;
+  folder.title = "Folder";
+  folder.image = Image{.name = "folder", .isTemplate = true, .pointSize = 13, .weight = {}};
+  folder.submenu = menuWith({itemEntry("Inner", "2"), SeparatorEntry{}, SeparatorEntry{}});
+  ActionEntry quit;
+  quit.title = "Quit";
+  quit.action = MenuAction::quit;
+  quit.keyEquivalent = KeyEquivalent{.character = "q"};
+  this->harness.item().setMenu(menuWith({plain, folder, SeparatorEntry{}, quit}));
+
+  const std::vector<ShownEntry> expected = {
+      {"my_command_name & more", "terminal", false, {}},
+      {"Folder", "folder", false, {{"Inner", "", false, {}}, {}, {}}},
+      {},
+      {"Quit", "", true, {}}};
+  EXPECT_EQ(this->harness.shown(this->harness.open()), expected);
+}
+
+TYPED_TEST_P(StatusItemConformance, AClickIsAnsweredBeforeItsActionRuns) {
+  SubmenuEntry folder;
+  folder.title = "Folder";
+  folder.submenu = menuWith({itemEntry("Inner", "2")});
+  this->harness.item().setMenu(menuWith({itemEntry("Outer", "1"), folder}));
+
+  EXPECT_TRUE(this->harness.click(this->harness.open(), {"Folder", "Inner"}));
+  EXPECT_THAT(this->chosen, testing::IsEmpty());
+  this->harness.runTasks();
+  EXPECT_THAT(this->chosen, testing::ElementsAre(itemEntry("Inner", "2")));
+}
+
+TYPED_TEST_P(StatusItemConformance, AnOpenMenuDoesWhatItShowedThroughOneReplacement) {
+  this->harness.item().setMenu(menuWith({itemEntry("Same title", "old")}));
+  const auto opened = this->harness.open();
+  this->harness.item().setMenu(menuWith({itemEntry("Same title", "new")}));
+
+  EXPECT_TRUE(this->harness.click(opened, {"Same title"}));
+  EXPECT_TRUE(this->harness.click(this->harness.open(), {"Same title"}));
+  this->harness.runTasks();
+  EXPECT_THAT(this->chosen,
+              testing::ElementsAre(itemEntry("Same title", "old"), itemEntry("Same title", "new")));
+}
+
+TYPED_TEST_P(StatusItemConformance, AnOpenMenuIsDeadAfterTwoReplacements) {
+  this->harness.item().setMenu(menuWith({itemEntry("Title", "first")}));
+  const auto opened = this->harness.open();
+  this->harness.item().setMenu(menuWith({itemEntry("Title", "second")}));
+  this->harness.item().setMenu(menuWith({itemEntry("Title", "third")}));
+
+  EXPECT_FALSE(this->harness.click(opened, {"Title"}));
+  this->harness.runTasks();
+  EXPECT_THAT(this->chosen, testing::IsEmpty());
+}
+
+TYPED_TEST_P(StatusItemConformance, AChosenEntryStillRunsWhenItsMenuGoesAwayMeanwhile) {
+  this->harness.item().setMenu(menuWith({itemEntry("Title", "first")}));
+  EXPECT_TRUE(this->harness.click(this->harness.open(), {"Title"}));
+  this->harness.item().setMenu(menuWith({itemEntry("Title", "second")}));
+  this->harness.item().setMenu(menuWith({}));
+  this->harness.runTasks();
+  EXPECT_THAT(this->chosen, testing::ElementsAre(itemEntry("Title", "first")));
+}
+
+TYPED_TEST_P(StatusItemConformance, ShowsTheImageThatWasSetLast) {
+  EXPECT_EQ(this->harness.icon(), "");
+  this->harness.item().setImage(
+      Image{.name = "statusIcon", .isTemplate = true, .pointSize = {}, .weight = {}});
+  EXPECT_EQ(this->harness.icon(), "statusIcon");
+  this->harness.item().setImage(std::nullopt);
+  EXPECT_EQ(this->harness.icon(), "");
+}
+
+REGISTER_TYPED_TEST_SUITE_P(StatusItemConformance, ShowsTheMenuThatItWasGiven,
+                            AClickIsAnsweredBeforeItsActionRuns,
+                            AnOpenMenuDoesWhatItShowedThroughOneReplacement,
+                            AnOpenMenuIsDeadAfterTwoReplacements,
+                            AChosenEntryStillRunsWhenItsMenuGoesAwayMeanwhile,
+                            ShowsTheImageThatWasSetLast);
+
+}  // namespace quillmar

@@ -1,0 +1,101 @@
+#include "platform/memory/memory_status_item.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/memory/memory_images.h"
+#include "tests/conformance/status_item_conformance.h"
+
+namespace quillmar {
+namespace {
+
+class MemoryHarness {
+ public:
+  struct Opened {
+    MemoryStatusItem::OpenMenu handle;
+    Menu menu;
+  };
+
+  StatusItem& item() { return item_; }
+  Opened open() const { return {item_.open(), item_.menu()}; }
+
+  std::vector<ShownEntry> shown(const Opened& opened) const { return shownOf(opened.menu); }
+
+  bool click(const Opened& opened, const std::vector<std::string>& path) {
+    return item_.click(opened.handle, path);
+  }
+  void runTasks() { queue_.run(); }
+  std::string icon() const { return item_.image() ? item_.image()->name : ""; }
+
+ private:
+  static std::vector<ShownEntry> shownOf(const Menu& menu) {
+    std::vector<ShownEntry> shown;
+    for (const MenuEntry& entry : menu.entries) {
+      ShownEntry& row = shown.emplace_back();
+      if (const auto* action = std::get_if<ActionEntry>(&entry)) {
+        row.title = action->title;
+        row.icon = action->image ? action->image->name : "";
+        row.hasShortcut = action->keyEquivalent.has_value();
+      } else if (const auto* folder = std::get_if<SubmenuEntry>(&entry)) {
+        row.title = folder->title;
+        row.icon = folder->image ? folder->image->name : "";
+        row.children = shownOf(folder->submenu);
+      }
+    }
+    return shown;
+  }
+
+  HeldTaskQueue queue_;
+  MemoryStatusItem item_{queue_};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, StatusItemConformance, MemoryHarness);
+
+TEST(MemoryStatusItem, CountsTheMenusThatItWasGiven) {
+  HeldTaskQueue queue;
+  MemoryStatusItem item(queue);
+  EXPECT_EQ(item.menuCount(), 0u);
+  item.setMenu({});
+  item.setMenu({});
+  EXPECT_EQ(item.menuCount(), 2u);
+}
+
+TEST(MemoryStatusItem, RefusesAClickOnAPathThatLeadsNowhere) {
+  HeldTaskQueue queue;
+  MemoryStatusItem item(queue);
+  SubmenuEntry folder;
+  folder.title = "Folder";
+  folder.submenu = menuWith({itemEntry("Inner", "1")});
+  item.setMenu(menuWith({folder, itemEntry("Outer", "2")}));
+
+  EXPECT_FALSE(item.click({}));
+  EXPECT_FALSE(item.click({"Folder"}));
+  EXPECT_FALSE(item.click({"Inner"}));
+  EXPECT_FALSE(item.click({"Outer", "Inner"}));
+  EXPECT_TRUE(item.click({"Folder", "Inner"}));
+}
+
+TEST(MemoryStatusItem, AnActionThatWaitsWhenTheItemGoesAwayIsDropped) {
+  HeldTaskQueue queue;
+  int runs = 0;
+  {
+    MemoryStatusItem item(queue);
+    item.setActionHandler([&](const ActionEntry&) { ++runs; });
+    item.setMenu(menuWith({itemEntry("Title", "1")}));
+    EXPECT_TRUE(item.click({"Title"}));
+  }
+  queue.run();
+  EXPECT_EQ(runs, 0);
+}
+
+TEST(MemoryImages, HasTheImagesThatItWasToldOf) {
+  MemoryImages images;
+  images.symbols = {"bolt.fill"};
+  ASSERT_TRUE(images.symbol("bolt.fill"));
+  EXPECT_EQ(images.symbol("bolt.fill")->name, "bolt.fill");
+  EXPECT_FALSE(images.symbol("statusIcon"));
+  EXPECT_TRUE(images.named("statusIcon"));
+}
+
+}  // namespace
+}  // namespace quillmar

@@ -1,0 +1,238 @@
+#include "platform/linux/status_notifier_item.h"
+
+#include <algorithm>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/linux/bundle_directory.h"
+#include "tests/conformance/status_item_conformance.h"
+#include "tests/linux/panel_client.h"
+#include "tests/linux/main_loop.h"
+#include "tests/linux/bus_client.h"
+#include "tests/linux/private_bus.h"
+
+namespace quillmar {
+namespace {
+
+constexpr const char* statusIcon = "com.tovenworks.quillmar-statusIcon-symbolic";
+
+StatusNotifierItemOptions testOptions() {
+  return {.id = "com.tovenworks.quillmar",
+          .title = "Quillmar",
+          .iconThemePath = "/usr/share/icons",
+          .pixmapDirectory = BundleDirectory::ofThisProgram().pixmapDirectory()};
+}
+
+/// A status item on a bus of its own, and a panel that reads it.
+class BusHarness {
+ public:
+  using Opened = PanelEntry;
+
+  StatusItem& item() { return item_; }
+  PanelClient& panel() { return panel_; }
+  Opened open() { return panel_.layout(); }
+
+  std::vector<ShownEntry> shown(const PanelEntry& menu) const {
+    std::vector<ShownEntry> shown;
+    for (const PanelEntry& entry : menu.children) {
+      shown.push_back({title(entry), text(entry, "icon-name"),
+                       entry.properties.contains("shortcut"), this->shown(entry)});
+    }
+    return shown;
+  }
+
+  bool click(const Opened& opened, const std::vector<std::string>& path) {
+    const PanelEntry* entry = &opened;
+    for (const std::string& wanted : path) {
+      const auto found = std::ranges::find_if(
+          entry->children, [&](const PanelEntry& child) { return title(child) == wanted; });
+      if (found == entry->children.end()) return false;
+      entry = &*found;
+    }
+    return panel_.event(entry->id, "clicked").value != nullptr;
+  }
+
+  void runTasks() { queue_.run(); }
+
+  std::string icon() {
+    const GVariantPtr name = panel_.itemProperty("IconName");
+    return name ? g_variant_get_string(name.get(), nullptr) : "no answer";
+  }
+
+ private:
+  static std::string text(const PanelEntry& entry, const std::string& property) {
+    const auto found = entry.properties.find(property);
+    if (found == entry.properties.end()) return {};
+    return found->second.substr(1, found->second.size() - 2);
+  }
+
+  /// As a panel shows the label: a doubled underscore is one.
+  static std::string title(const PanelEntry& entry) {
+    std::string label = text(entry, "label");
+    for (std::size_t at = label.find("__"); at != std::string::npos;
+         at = label.find("__", at + 1)) {
+      label.erase(at, 1);
+    }
+    return label;
+  }
+
+  PrivateBus bus_;
+  GObjectPtr<GDBusConnection> connection_ = bus_.connect();
+  HeldTaskQueue queue_;
+  StatusNotifierItem item_{connection_.get(), queue_, testOptions()};
+  PanelClient panel_{bus_, connection_.get()};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Bus, StatusItemConformance, BusHarness);
+
+class StatusNotifierItemTest : public testing::Test {
+ protected:
+  std::string uniqueName() const { return g_dbus_connection_get_unique_name(connection.get()); }
+
+  PrivateBus bus;
+  GObjectPtr<GDBusConnection> connection = bus.connect();
+  HeldTaskQueue queue;
+};
+
+TEST_F(StatusNotifierItemTest, RegistersWithAWatcherThatIsThereAlready) {
+  const FakeWatcher watcher(bus, true);
+  const StatusNotifierItem item(connection.get(), queue, testOptions());
+  EXPECT_TRUE(runMainLoopUntil([&] { return item.hasHost(); }));
+  EXPECT_THAT(watcher.registrations(), testing::ElementsAre(uniqueName()));
+}
+
+TEST_F(StatusNotifierItemTest, RegistersWithAWatcherThatComesLate) {
+  const StatusNotifierItem item(connection.get(), queue, testOptions());
+  settle(connection.get());
+  EXPECT_FALSE(item.hasHost());
+
+  const FakeWatcher watcher(bus, true);
+  EXPECT_TRUE(runMainLoopUntil([&] { return item.hasHost(); }));
+  EXPECT_THAT(watcher.registrations(), testing::ElementsAre(uniqueName()));
+}
+
+TEST_F(StatusNotifierItemTest, RegistersAgainWithAWatcherThatRestarted) {
+  auto first = std::make_unique<FakeWatcher>(bus, true);
+  const StatusNotifierItem item(connection.get(), queue, testOptions());
+  ASSERT_TRUE(runMainLoopUntil([&] { return item.hasHost(); }));
+  first.reset();
+  ASSERT_TRUE(runMainLoopUntil([&] { return !item.hasHost(); }));
+
+  const FakeWatcher second(bus, true);
+  EXPECT_TRUE(runMainLoopUntil([&] { return item.hasHost(); }));
+  EXPECT_THAT(second.registrations(), testing::ElementsAre(uniqueName()));
+}
+
+TEST_F(StatusNotifierItemTest, RegistersAgainWhenTheWatcherGetsItsHost) {
+  FakeWatcher watcher(bus, false);
+  const StatusNotifierItem item(connection.get(), queue, testOptions());
+  ASSERT_TRUE(runMainLoopUntil([&] { return watcher.registrations().size() == 1; }));
+  settle(connection.get());
+  EXPECT_FALSE(item.hasHost());
+
+  watcher.announceHost();
+  EXPECT_TRUE(runMainLoopUntil([&] { return watcher.registrations().size() == 2; }));
+  EXPECT_TRUE(item.hasHost());
+}
+
+TEST_F(StatusNotifierItemTest, MayGoAwayWhileItsCallsAreUnderWay) {
+  FakeWatcher watcher(bus, true);
+  {
+    const StatusNotifierItem item(connection.get(), queue, testOptions());
+    ASSERT_TRUE(runMainLoopUntil([&] { return !watcher.registrations().empty(); }));
+  }
+  settle(connection.get());
+  watcher.announceHost();
+  settle(connection.get());
+  EXPECT_EQ(watcher.registrations().size(), 1u);
+}
+
+TEST_F(StatusNotifierItemTest, DescribesItselfToPanels) {
+  const StatusNotifierItem item(connection.get(), queue, testOptions());
+  PanelClient panel(bus, connection.get());
+  EXPECT_EQ(panel.itemPropertyText("Category"), "'ApplicationStatus'");
+  EXPECT_EQ(panel.itemPropertyText("Id"), "'com.tovenworks.quillmar'");
+  EXPECT_EQ(panel.itemPropertyText("Title"), "'Quillmar'");
+  EXPECT_EQ(panel.itemPropertyText("Status"), "'Active'");
+  EXPECT_EQ(panel.itemPropertyText("ItemIsMenu"), "true");
+  EXPECT_EQ(panel.itemPropertyText("Menu"), "'/MenuBar'");
+  EXPECT_EQ(panel.itemPropertyText("IconThemePath"), "'/usr/share/icons'");
+  EXPECT_EQ(panel.itemPropertyText("IconAccessibleDesc"), "'Quillmar'");
+  EXPECT_EQ(panel.itemPropertyText("AttentionIconName"), "''");
+  EXPECT_EQ(panel.itemPropertyText("OverlayIconPixmap"), "[]");
+}
+
+TEST_F(StatusNotifierItemTest, EscapesMarkupInWhatPanelsTakeForMarkup) {
+  StatusNotifierItemOptions options = testOptions();
+  options.title = "Ink & <Quill>";
+  const StatusNotifierItem item(connection.get(), queue, options);
+  PanelClient panel(bus, connection.get());
+  EXPECT_EQ(panel.itemPropertyText("ToolTip"), "('', [], 'Ink &amp; &lt;Quill&gt;', '')");
+  EXPECT_EQ(panel.itemPropertyText("Title"), "'Ink &amp; &lt;Quill&gt;'");
+  EXPECT_EQ(panel.itemPropertyText("IconAccessibleDesc"), "'Ink & <Quill>'");
+}
+
+TEST_F(StatusNotifierItemTest, SendsItsIconAsPixelsOfSeveralSizes) {
+  StatusNotifierItem item(connection.get(), queue, testOptions());
+  PanelClient panel(bus, connection.get());
+  EXPECT_EQ(panel.itemPropertyText("IconPixmap"), "[]");
+  item.setImage(Image{.name = statusIcon, .isTemplate = true, .pointSize = {}, .weight = {}});
+
+  const GVariantPtr pixmaps = panel.itemProperty("IconPixmap");
+  std::vector<int> sizes;
+  for (gsize i = 0; i < g_variant_n_children(pixmaps.get()); ++i) {
+    const GVariantPtr pixmap(g_variant_get_child_value(pixmaps.get(), i));
+    gint32 width = 0;
+    gint32 height = 0;
+    GVariant* bytes = nullptr;
+    g_variant_get(pixmap.get(), "(ii@ay)", &width, &height, &bytes);
+    const GVariantPtr owned(bytes);
+    EXPECT_EQ(width, height);
+    EXPECT_EQ(g_variant_get_size(bytes), static_cast<gsize>(width * height * 4));
+    sizes.push_back(width);
+
+    // Somewhere it is opaque, somewhere transparent, and the colour follows the alpha byte.
+    const auto* data = static_cast<const unsigned char*>(g_variant_get_data(bytes));
+    bool opaque = false;
+    bool transparent = false;
+    for (gsize at = 0; at < g_variant_get_size(bytes); at += 4) {
+      opaque = opaque || data[at] == 0xFF;
+      transparent = transparent || data[at] == 0;
+      EXPECT_THAT(std::vector<int>({data[at + 1], data[at + 2], data[at + 3]}),
+                  testing::ElementsAre(0x7D, 0x87, 0xA0));
+    }
+    EXPECT_TRUE(opaque);
+    EXPECT_TRUE(transparent);
+  }
+  EXPECT_THAT(sizes, testing::ElementsAre(16, 22, 24, 32, 48));
+}
+
+TEST_F(StatusNotifierItemTest, AnnouncesANewIconOnlyWhenItIsAnother) {
+  StatusNotifierItem item(connection.get(), queue, testOptions());
+  PanelClient panel(bus, connection.get());
+  const Image image{.name = statusIcon, .isTemplate = true, .pointSize = {}, .weight = {}};
+  item.setImage(image);
+  item.setImage(image);
+  panel.settleSignals();
+  EXPECT_EQ(panel.newIconCount(), 1);
+  item.setImage(std::nullopt);
+  panel.settleSignals();
+  EXPECT_EQ(panel.newIconCount(), 2);
+}
+
+TEST_F(StatusNotifierItemTest, AnActionThatWaitsWhenTheItemGoesAwayIsDropped) {
+  int runs = 0;
+  {
+    StatusNotifierItem item(connection.get(), queue, testOptions());
+    item.setActionHandler([&](const ActionEntry&) { ++runs; });
+    item.setMenu(menuWith({itemEntry("Title", "1")}));
+    PanelClient panel(bus, connection.get());
+    EXPECT_TRUE(panel.event(panel.layout().children.at(0).id, "clicked").value);
+  }
+  queue.run();
+  EXPECT_EQ(runs, 0);
+}
+
+}  // namespace
+}  // namespace quillmar
