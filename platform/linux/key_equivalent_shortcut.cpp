@@ -171,7 +171,8 @@ std::string keysymName(gunichar character) {
   if (character < 0x80 && g_ascii_isalnum(static_cast<char>(character))) {
     return {static_cast<char>(character)};
   }
-  if (!g_unichar_isgraph(character)) return {};
+  const bool isPrivate = g_unichar_type(character) == G_UNICODE_PRIVATE_USE;
+  if (isPrivate || !g_unichar_isgraph(character)) return {};
   std::array<char, 16> name{};
   std::snprintf(name.data(), name.size(), "U%04X", character);
   return name.data();

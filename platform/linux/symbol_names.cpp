@@ -63,11 +63,11 @@ bool canDrop(Parts parts) {
   return true;
 }
 
-void addVariants(std::vector<std::string>& names, const std::string& base, Parts rest) {
-  if (!rest.empty()) names.push_back(base + "-" + join(rest, '-'));
+/// The base with fewer variants than `rest`.
+void addReduced(std::vector<std::string>& names, const std::string& base, Parts rest) {
   if (rest.size() > 1 && rest.back() == "fill") names.push_back(base + "-fill");
   if (rest.size() > 1) names.push_back(base + "-" + std::string(rest.front()));
-  names.push_back(base);
+  if (!rest.empty()) names.push_back(base);
 }
 
 }  // namespace
@@ -79,12 +79,14 @@ std::vector<std::string> iconNamesForSymbol(std::string_view symbol) {
   const Parts parts(allParts);
   for (std::size_t length = parts.size(); length > 0; --length) {
     const Parts rest = parts.subspan(length);
-    if (!canDrop(rest)) break;
+    if (!canDrop(rest)) continue;
     const Parts base = parts.first(length);
-    if (const std::string_view icon = iconInTable(join(base, '.')); !icon.empty()) {
-      addVariants(names, std::string(icon), rest);
+    if (const std::string icon(iconInTable(join(base, '.'))); !icon.empty()) {
+      names.push_back(rest.empty() ? icon : icon + "-" + join(rest, '-'));
+      addReduced(names, icon, rest);
     }
-    addVariants(names, join(base, '-'), rest);
+    if (rest.empty()) names.push_back(join(parts, '-'));
+    addReduced(names, join(base, '-'), rest);
   }
   return names;
 }

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
@@ -122,11 +123,10 @@ TEST_F(IconThemeImagesTest, RemembersItsAnswers) {
 }
 
 TEST(SymbolNames, OffersTheTableFirstThenTheRuleThenFewerVariants) {
-  EXPECT_EQ(iconNamesForSymbol("bolt.circle.fill"),
-            (std::vector<std::string>{"bolt-circle-fill", "bolt-circle-fill", "bolt-circle",
-                                      "lightning-circle-fill", "lightning-fill", "lightning-circle",
-                                      "lightning", "bolt-circle-fill", "bolt-fill", "bolt-circle",
-                                      "bolt"}));
+  EXPECT_THAT(iconNamesForSymbol("bolt.circle.fill"),
+              testing::ElementsAre("bolt-circle-fill", "bolt-circle", "lightning-circle-fill",
+                                   "lightning-fill", "lightning-circle", "lightning", "bolt-fill",
+                                   "bolt-circle", "bolt"));
 }
 
 }  // namespace
