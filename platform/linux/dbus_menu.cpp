@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-#include "platform/linux/dbus_menu_properties.h"
+#include "platform/linux/dbus_menu_writer.h"
 #include "platform/linux/glib_pointers.h"
 #include "platform/text.h"
 
@@ -91,22 +91,6 @@ GVariant* idArray(const std::vector<Id>& ids) {
   return g_variant_new_fixed_array(G_VARIANT_TYPE_INT32, ids.data(), ids.size(), sizeof(Id));
 }
 
-/// The entry with its descendants down to `depth` levels, all of them for -1: `(ia{sv}av)`.
-GVariant* layout(const DbusMenuTree& tree, const Node& node, int depth,
-                 const DbusMenuPropertySet& properties) {
-  GVariantBuilder children;
-  g_variant_builder_init(&children, G_VARIANT_TYPE("av"));
-  if (depth != 0) {
-    for (Id id = node.firstChild; id < node.firstChild + node.childCount; ++id) {
-      GVariant* child = layout(tree, *tree.find(id), depth - 1, properties);
-      g_variant_builder_add_value(&children, g_variant_new_variant(child));
-    }
-  }
-  const std::array<GVariant*, 3> fields = {g_variant_new_int32(node.id), properties.valuesFor(node),
-                                           g_variant_builder_end(&children)};
-  return g_variant_new_tuple(fields.data(), fields.size());
-}
-
 }  // namespace
 
 DbusMenu::DbusMenu(GDBusConnection* connection, std::string iconThemePath, ClickHandler onClick)
@@ -145,9 +129,9 @@ void DbusMenu::getLayout(GVariant* arguments, GDBusMethodInvocation* invocation)
 
   const std::optional<Node> node = tree_.find(parent);
   if (!node) return refuseUnknownId(invocation, parent);
+  DbusMenuWriter writer(tree_, names);
   g_dbus_method_invocation_return_value(
-      invocation, g_variant_new("(u@(ia{sv}av))", tree_.revision(),
-                                layout(tree_, *node, depth, DbusMenuPropertySet(names))));
+      invocation, g_variant_new("(u@(ia{sv}av))", tree_.revision(), writer.layout(*node, depth)));
 }
 
 void DbusMenu::getGroupProperties(GVariant* arguments, GDBusMethodInvocation* invocation) const {
@@ -157,11 +141,11 @@ void DbusMenu::getGroupProperties(GVariant* arguments, GDBusMethodInvocation* in
   const GVariantIterPtr ownedIds(ids);
   const GVariantPtr ownedNames(names);
 
-  const DbusMenuPropertySet properties(names);
+  DbusMenuWriter writer(tree_, names);
   GVariantBuilder answers;
   g_variant_builder_init(&answers, G_VARIANT_TYPE("a(ia{sv})"));
   const auto add = [&](const Node& node) {
-    g_variant_builder_add(&answers, "(i@a{sv})", node.id, properties.valuesFor(node));
+    g_variant_builder_add(&answers, "(i@a{sv})", node.id, writer.properties(node));
   };
   if (g_variant_iter_n_children(ids) == 0) {
     add(*tree_.find(DbusMenuTree::rootId));
@@ -182,10 +166,10 @@ void DbusMenu::getProperty(GVariant* arguments, GDBusMethodInvocation* invocatio
 
   const std::optional<Node> node = tree_.find(id);
   if (!node) return refuseUnknownId(invocation, id);
-  const GVariantPtr set(g_variant_ref_sink(DbusMenuPropertySet(name).valuesFor(*node)));
+  const GVariantPtr set(g_variant_ref_sink(DbusMenuWriter(tree_, name).properties(*node)));
   GVariantPtr value(g_variant_lookup_value(set.get(), name, nullptr));
   if (!value) {
-    GVariant* fallback = dbusMenuPropertyDefault(name);
+    GVariant* fallback = DbusMenuWriter::defaultOf(name);
     if (!fallback) {
       return refuse(invocation, std::string("Menu entries have no property \"") + name + "\".");
     }
