@@ -93,7 +93,8 @@ GVariant* idArray(const std::vector<Id>& ids) {
 
 }  // namespace
 
-DbusMenu::DbusMenu(GDBusConnection* connection, std::string iconThemePath, ClickHandler onClick)
+DbusMenu::DbusMenu(GDBusConnection* connection, const std::string& iconThemePath,
+                   ClickHandler onClick)
     : iconThemePath_(text::replacingUnsendable(iconThemePath)),
       onClick_(std::move(onClick)),
       object_(

@@ -25,7 +25,7 @@ class DbusMenu {
 
   /// An empty menu at /MenuBar. `iconThemePath` is a folder with icon themes that panels look for
   /// the entries' icons in, besides the system's.
-  DbusMenu(GDBusConnection* connection, std::string iconThemePath, ClickHandler onClick);
+  DbusMenu(GDBusConnection* connection, const std::string& iconThemePath, ClickHandler onClick);
 
   /// Shows the menu and announces it with one LayoutUpdated.
   void setMenu(Menu menu);

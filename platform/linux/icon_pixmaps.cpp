@@ -22,9 +22,9 @@ std::string readFile(const std::string& path) {
 GVariant* loadIconPixmaps(const std::string& directory, const std::string& iconName) {
   GVariantBuilder builder;
   g_variant_builder_init(&builder, G_VARIANT_TYPE("a(iiay)"));
+  const std::string stem = directory + "/" + iconName + "-";
   for (const int size : sizes) {
-    const std::string pixels =
-        readFile(directory + "/" + iconName + "-" + std::to_string(size) + ".argb32");
+    const std::string pixels = readFile(stem + std::to_string(size) + ".argb32");
     const auto side = static_cast<std::size_t>(size);
     if (pixels.size() != side * side * bytesPerPixel) continue;
     g_variant_builder_add(

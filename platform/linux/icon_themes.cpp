@@ -86,8 +86,8 @@ std::vector<std::string> IconThemes::findLeaves() const {
   std::vector<std::string> themes = themes_;
   for (std::size_t i = 0; i < themes.size(); ++i) {
     for (const std::string& directory : directories_) {
-      const std::string base = directory + "/" + themes[i];
-      const GKeyFilePtr index = loadKeyFile(base + "/index.theme");
+      const std::string base = directory + "/" + themes[i] + "/";
+      const GKeyFilePtr index = loadKeyFile(base + "index.theme");
       if (!index) continue;
       for (const std::string& parent :
            split(stringValue(index.get(), themeGroup, "Inherits"), ',')) {
@@ -95,7 +95,7 @@ std::vector<std::string> IconThemes::findLeaves() const {
       }
       for (const std::string& leaf :
            split(stringValue(index.get(), themeGroup, "Directories"), ',')) {
-        if (isDirectory(base + "/" + leaf)) leaves.push_back(base + "/" + leaf);
+        if (isDirectory(base + leaf)) leaves.push_back(base + leaf);
       }
     }
   }
