@@ -7,7 +7,7 @@ namespace quillmar {
 namespace {
 
 /// Small enough to leave the server to others between two pieces.
-constexpr std::size_t preferredPieceBytes = 256 * 1024;
+constexpr std::size_t preferredPieceBytes = 0x40000;
 /// More than the fixed part of a ChangeProperty request.
 constexpr std::size_t requestOverheadBytes = 64;
 

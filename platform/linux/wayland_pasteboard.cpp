@@ -1,7 +1,6 @@
 #include "platform/linux/wayland_pasteboard.h"
 
 #include <utility>
-#include <vector>
 
 #include "platform/linux/broken_pipes.h"
 
@@ -29,12 +28,10 @@ void WaylandPasteboard::start(const std::string& text) {
       g_subprocess_launcher_new(static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDIN_PIPE |
                                                               G_SUBPROCESS_FLAGS_STDOUT_SILENCE |
                                                               G_SUBPROCESS_FLAGS_STDERR_SILENCE)));
-  std::vector<std::string> entries;
-  for (const auto& [name, value] : environment_.variables) entries.push_back(name + "=" + value);
-  std::vector<char*> environment;
-  for (auto& entry : entries) environment.push_back(entry.data());
-  environment.push_back(nullptr);
-  g_subprocess_launcher_set_environ(launcher.get(), environment.data());
+  g_subprocess_launcher_set_environ(launcher.get(), nullptr);
+  for (const auto& [name, value] : environment_.variables) {
+    g_subprocess_launcher_setenv(launcher.get(), name.c_str(), value.c_str(), true);
+  }
 
   // Without a type wl-copy would guess one from the text.
   const char* arguments[] = {program_.c_str(), "--type", "text/plain;charset=utf-8", nullptr};
