@@ -14,8 +14,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/linux/linux_task_queues.h"
-#include "platform/linux/posix_processes.h"
+#include "platform/linux/processes/linux_task_queues.h"
+#include "platform/linux/processes/posix_processes.h"
 #include "platform/memory/memory_task_queues.h"
 
 namespace quillmar {

@@ -13,8 +13,8 @@ namespace quillmar {
 /// background commands are still running. Says why when it cannot start.
 [[noreturn]] void liveInPanel(const Environment& environment, Console& console);
 
-/// Runs one item in this process, with the desktop's clipboard and notifications reached through the
-/// instance in the panel, if there is one.
+/// Runs one item in this process, with the desktop's clipboard and notifications reached through
+/// the instance in the panel, if there is one.
 ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environment& environment,
                                SettingsManager& settings, Console& console);
 

@@ -8,10 +8,10 @@
 #include "cli/linux_program.h"
 #include "config/settings_location.h"
 #include "config/settings_manager.h"
-#include "platform/linux/password_database.h"
-#include "platform/linux/posix_file_system.h"
-#include "platform/linux/process_environment.h"
-#include "platform/linux/xdg_directories.h"
+#include "platform/linux/application/process_environment.h"
+#include "platform/linux/files/password_database.h"
+#include "platform/linux/files/posix_file_system.h"
+#include "platform/linux/files/xdg_directories.h"
 
 namespace quillmar {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/application_instance.h"
+#include "platform/linux/application/application_instance.h"
 
 #include <csignal>
 #include <cstdio>
@@ -13,7 +13,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/linux/running_instance.h"
+#include "platform/linux/application/running_instance.h"
 #include "tests/linux/child_programs.h"
 #include "tests/linux/main_loop.h"
 #include "tests/linux/private_bus.h"

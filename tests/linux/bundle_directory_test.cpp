@@ -1,4 +1,4 @@
-#include "platform/linux/bundle_directory.h"
+#include "platform/linux/files/bundle_directory.h"
 
 #include <filesystem>
 

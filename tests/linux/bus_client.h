@@ -7,7 +7,7 @@
 
 #include <gio/gio.h>
 
-#include "platform/linux/glib_pointers.h"
+#include "platform/linux/bus/glib_pointers.h"
 
 namespace quillmar {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/dbus_menu.h"
+#include "platform/linux/status_item/dbus_menu.h"
 
 #include <set>
 
@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/conformance/status_item_conformance.h"
-#include "tests/linux/panel_client.h"
 #include "tests/linux/bus_client.h"
+#include "tests/linux/panel_client.h"
 #include "tests/linux/private_bus.h"
 
 namespace quillmar {

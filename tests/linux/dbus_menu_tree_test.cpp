@@ -1,4 +1,4 @@
-#include "platform/linux/dbus_menu_tree.h"
+#include "platform/linux/status_item/dbus_menu_tree.h"
 
 #include <limits>
 

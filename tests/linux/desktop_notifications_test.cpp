@@ -1,4 +1,4 @@
-#include "platform/linux/desktop_notifications.h"
+#include "platform/linux/notifications/desktop_notifications.h"
 
 #include <memory>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "platform/linux/desktop_pasteboard.h"
+#include "platform/linux/pasteboard/desktop_pasteboard.h"
 
 #include <chrono>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "platform/linux/icon_theme_images.h"
+#include "platform/linux/icons/icon_theme_images.h"
 
 #include <filesystem>
 #include <fstream>
@@ -7,9 +7,9 @@
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
-#include "platform/linux/bundle_directory.h"
-#include "platform/linux/symbol_name_table.h"
-#include "platform/linux/symbol_names.h"
+#include "platform/linux/files/bundle_directory.h"
+#include "platform/linux/icons/symbol_name_table.h"
+#include "platform/linux/icons/symbol_names.h"
 
 namespace quillmar {
 namespace {

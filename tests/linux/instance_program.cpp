@@ -5,7 +5,7 @@
 
 #include <unistd.h>
 
-#include "platform/linux/application_instance.h"
+#include "platform/linux/application/application_instance.h"
 
 int main(int, char** arguments) {
   std::ofstream out(arguments[1], std::ios::app);

@@ -1,4 +1,4 @@
-#include "platform/linux/key_equivalent_shortcut.h"
+#include "platform/linux/status_item/key_equivalent_shortcut.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

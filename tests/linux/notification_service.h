@@ -9,7 +9,7 @@
 
 #include <gio/gio.h>
 
-#include "platform/linux/glib_pointers.h"
+#include "platform/linux/bus/glib_pointers.h"
 #include "tests/linux/private_bus.h"
 
 namespace quillmar {

@@ -12,8 +12,8 @@
 
 #include <gio/gio.h>
 
-#include "platform/linux/dbus_object.h"
-#include "platform/linux/glib_pointers.h"
+#include "platform/linux/bus/dbus_object.h"
+#include "platform/linux/bus/glib_pointers.h"
 #include "tests/linux/bus_client.h"
 #include "tests/linux/private_bus.h"
 

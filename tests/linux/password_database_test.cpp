@@ -1,4 +1,4 @@
-#include "platform/linux/password_database.h"
+#include "platform/linux/files/password_database.h"
 
 #include <fstream>
 #include <sstream>

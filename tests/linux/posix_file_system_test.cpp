@@ -1,4 +1,4 @@
-#include "platform/linux/posix_file_system.h"
+#include "platform/linux/files/posix_file_system.h"
 
 #include <algorithm>
 #include <filesystem>

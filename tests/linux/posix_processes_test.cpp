@@ -1,4 +1,4 @@
-#include "platform/linux/posix_processes.h"
+#include "platform/linux/processes/posix_processes.h"
 
 #include <cerrno>
 #include <csignal>

@@ -8,7 +8,7 @@
 
 #include <gio/gio.h>
 
-#include "platform/linux/glib_pointers.h"
+#include "platform/linux/bus/glib_pointers.h"
 #include "tests/linux/child_programs.h"
 
 namespace quillmar {

@@ -1,10 +1,10 @@
-#include "platform/linux/shell_apple_script_engine.h"
+#include "platform/linux/processes/shell_apple_script_engine.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/linux/posix_processes.h"
-#include "platform/linux/shell_script_statements.h"
+#include "platform/linux/processes/posix_processes.h"
+#include "platform/linux/processes/shell_script_statements.h"
 #include "platform/memory/memory_processes.h"
 
 namespace quillmar {

@@ -1,15 +1,15 @@
-#include "platform/linux/status_notifier_item.h"
+#include "platform/linux/status_item/status_notifier_item.h"
 
 #include <algorithm>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/linux/bundle_directory.h"
+#include "platform/linux/files/bundle_directory.h"
 #include "tests/conformance/status_item_conformance.h"
-#include "tests/linux/panel_client.h"
-#include "tests/linux/main_loop.h"
 #include "tests/linux/bus_client.h"
+#include "tests/linux/main_loop.h"
+#include "tests/linux/panel_client.h"
 #include "tests/linux/private_bus.h"
 
 namespace quillmar {

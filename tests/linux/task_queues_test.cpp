@@ -9,10 +9,10 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 
-#include "platform/linux/linux_task_queues.h"
-#include "platform/linux/main_loop_task_queue.h"
-#include "platform/linux/posix_processes.h"
-#include "platform/linux/thread_task_queue.h"
+#include "platform/linux/processes/linux_task_queues.h"
+#include "platform/linux/processes/main_loop_task_queue.h"
+#include "platform/linux/processes/posix_processes.h"
+#include "platform/linux/processes/thread_task_queue.h"
 #include "platform/memory/memory_task_queues.h"
 #include "tests/conformance/task_queues_conformance.h"
 #include "tests/linux/main_loop.h"

@@ -1,4 +1,4 @@
-#include "platform/linux/wayland_pasteboard.h"
+#include "platform/linux/pasteboard/wayland_pasteboard.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -14,7 +14,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/linux/glib_pointers.h"
+#include "platform/linux/bus/glib_pointers.h"
 #include "tests/conformance/pasteboard_conformance.h"
 #include "tests/linux/child_programs.h"
 #include "tests/linux/main_loop.h"

@@ -1,4 +1,4 @@
-#include "platform/linux/x11_pasteboard.h"
+#include "platform/linux/pasteboard/x11_pasteboard.h"
 
 #include <algorithm>
 #include <chrono>

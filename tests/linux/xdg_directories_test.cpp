@@ -1,4 +1,4 @@
-#include "platform/linux/xdg_directories.h"
+#include "platform/linux/files/xdg_directories.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,40 @@
+#include "platform/linux/bus/bus_calls.h"
+
+#include <memory>
+#include <utility>
+
+namespace quillmar {
+
+BusCalls::~BusCalls() {
+  g_cancellable_cancel(cancellable_.get());
+}
+
+void BusCalls::call(const BusMethod& method, GVariant* arguments, const char* resultType,
+                    Answer answer) {
+  const auto finish = [](GObject* connection, GAsyncResult* result, gpointer data) {
+    const std::unique_ptr<Answer> own(static_cast<Answer*>(data));
+    GError* error = nullptr;
+    const GVariantPtr value(
+        g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error));
+    const GErrorPtr failure(error);
+    // Then whoever wanted the answer is gone.
+    if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
+    (*own)(value.get(), failure.get());
+  };
+  g_dbus_connection_call(connection_.get(), method.destination, method.path, method.interface,
+                         method.name, arguments, G_VARIANT_TYPE(resultType), G_DBUS_CALL_FLAGS_NONE,
+                         -1, cancellable_.get(), finish, new Answer(std::move(answer)));
+}
+
+std::string busErrorName(const GError& error) {
+  const GStringPtr name(g_dbus_error_get_remote_error(&error));
+  return name ? name.get() : "";
+}
+
+std::string busErrorMessage(const GError& error) {
+  const GErrorPtr copy(g_error_copy(&error));
+  g_dbus_error_strip_remote_error(copy.get());
+  return copy->message;
+}
+
+}  // namespace quillmar

@@ -1,0 +1,257 @@
+#include "platform/linux/files/posix_file_system.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/error_text.h"
+#include "platform/linux/files/file_descriptor.h"
+#include "platform/linux/files/system_error.h"
+
+namespace quillmar {
+
+namespace {
+
+constexpr std::size_t spareCapacity = 64;
+constexpr mode_t permissionBits = 07777;
+constexpr mode_t newFilePermissions = 0666;
+constexpr mode_t temporaryFilePermissions = 0600;
+constexpr int mostLinks = 40;
+
+/// A path for the system's calls; one that holds a U+0000 names nothing and becomes the empty path,
+/// which the system does not find.
+const char* systemPath(const std::string& path) {
+  return path.find('\0') == std::string::npos ? path.c_str() : "";
+}
+
+std::optional<struct stat> statusOf(const std::string& path) {
+  struct stat status {};
+  if (stat(systemPath(path), &status) < 0) return std::nullopt;
+  return status;
+}
+
+/// Why the descriptor or path with this status is not read or written; empty when it may be.
+std::string obstacleInType(mode_t mode) {
+  if (S_ISREG(mode)) return "";
+  return S_ISDIR(mode) ? systemErrorText(EISDIR) : "It is not a regular file";
+}
+
+/// Opens a regular file. What stands at the path is looked at first, because opening alone can wake
+/// a device or the other end of a pipe, and again once it is open.
+Result<FileDescriptor, std::string> openRegularFile(const std::string& path, int flags) {
+  if (const auto status = statusOf(path)) {
+    if (std::string obstacle = obstacleInType(status->st_mode); !obstacle.empty()) return obstacle;
+  }
+  FileDescriptor file(
+      open(systemPath(path), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, newFilePermissions));
+  struct stat status {};
+  if (!file || fstat(file.number(), &status) < 0) return systemErrorText(errno);
+  if (std::string obstacle = obstacleInType(status.st_mode); !obstacle.empty()) return obstacle;
+  return file;
+}
+
+/// Reads into the buffer until it is full or the file ends; the count, or -1 with errno.
+ssize_t readFully(int file, char* buffer, std::size_t size) {
+  std::size_t done = 0;
+  while (done < size) {
+    const ssize_t count = ::read(file, buffer + done, size - done);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return -1;
+    if (count == 0) break;
+    done += static_cast<std::size_t>(count);
+  }
+  return static_cast<ssize_t>(done);
+}
+
+/// Writes all of the bytes; 0 or the error number.
+int writeFully(int file, std::uint64_t offset, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = pwrite(file, bytes.data(), bytes.size(), static_cast<off_t>(offset));
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return errno;
+    offset += static_cast<std::uint64_t>(count);
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return 0;
+}
+
+/// The path of the file that the path leads to: the end of a chain of links, which need not exist.
+std::string followLinks(std::string path) {
+  for (int links = 0; links < mostLinks; ++links) {
+    std::error_code notALink;
+    const std::filesystem::path target = std::filesystem::read_symlink(path, notALink);
+    if (notALink) break;
+    path = (std::filesystem::path(path).parent_path() / target).string();
+  }
+  return path;
+}
+
+class PosixFileOverwrite final : public FileOverwrite {
+ public:
+  PosixFileOverwrite(std::string path, FileDescriptor file)
+      : path_(std::move(path)), file_(std::move(file)) {}
+
+  Result<void> reserve(std::uint64_t size) override {
+    int error = 0;
+    do {
+      error = fallocate(file_.number(), FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) < 0
+                  ? errno
+                  : 0;
+    } while (error == EINTR);
+    const bool lacksRoom = error == ENOSPC || error == EDQUOT || error == EFBIG;
+    return lacksRoom ? failure(error) : Result<void>();
+  }
+
+  Result<void> write(std::uint64_t offset, std::string_view bytes) override {
+    const int error = writeFully(file_.number(), offset, bytes);
+    return error == 0 ? Result<void>() : failure(error);
+  }
+
+  Result<void> setLength(std::uint64_t size) override {
+    while (ftruncate(file_.number(), static_cast<off_t>(size)) < 0) {
+      if (errno != EINTR) return failure(errno);
+    }
+    return {};
+  }
+
+ private:
+  Result<void> failure(int error) const {
+    return fileError(path_, "written", systemErrorText(error));
+  }
+
+  std::string path_;
+  FileDescriptor file_;
+};
+
+/// A file under a name of its own until it is renamed; deleted unless it has been. The name is
+/// always the same for one path, so a program that is killed leaves one behind at most, until the
+/// next time.
+class TemporaryFile {
+ public:
+  /// Beside `path`. Without a descriptor, errno says why it could not be made.
+  explicit TemporaryFile(const std::string& path) : path_(path + ".tmp") {
+    unlink(path_.c_str());
+    file_ = FileDescriptor(
+        open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, temporaryFilePermissions));
+  }
+  ~TemporaryFile() {
+    if (file_) unlink(path_.c_str());
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  explicit operator bool() const { return static_cast<bool>(file_); }
+
+  /// Fills it and puts it in the place of `path`; 0 or the error number.
+  int become(const std::string& path, std::string_view bytes, mode_t permissions) {
+    if (fchmod(file_.number(), permissions) < 0) return errno;
+    if (const int error = writeFully(file_.number(), 0, bytes)) return error;
+    while (fdatasync(file_.number()) < 0) {
+      if (errno != EINTR) return errno;
+    }
+    if (rename(path_.c_str(), path.c_str()) < 0) return errno;
+    file_.close();
+    return 0;
+  }
+
+ private:
+  std::string path_;
+  FileDescriptor file_;
+};
+
+}  // namespace
+
+bool PosixFileSystem::exists(const std::string& path) const {
+  return statusOf(path).has_value();
+}
+
+bool PosixFileSystem::isExecutableFile(const std::string& path) const {
+  const auto status = statusOf(path);
+  return status && S_ISREG(status->st_mode) && access(systemPath(path), X_OK) == 0;
+}
+
+Result<void> PosixFileSystem::createDirectories(const std::string& path) {
+  std::error_code error;
+  std::filesystem::create_directories(systemPath(path), error);
+  if (error) return folderError(path, "made", systemErrorText(error.value()));
+  return {};
+}
+
+Result<std::string> PosixFileSystem::read(const std::string& path) const {
+  const Result<FileDescriptor, std::string> opened = openRegularFile(path, O_RDONLY);
+  if (!opened) return fileError(path, "read", opened.error());
+  const int file = opened.value().number();
+  struct stat status {};
+  fstat(file, &status);
+  const auto expected = static_cast<std::size_t>(status.st_size);
+
+  std::string bytes;
+  bytes.reserve(expected + spareCapacity);
+  bytes.resize(expected);
+  ssize_t count = readFully(file, bytes.data(), expected);
+  bytes.resize(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+  // The size was a hint: the kernel's own files say 0, and others may grow meanwhile.
+  std::array<char, 4096> rest;
+  while (count >= 0) {
+    count = readFully(file, rest.data(), rest.size());
+    if (count <= 0) break;
+    bytes.append(rest.data(), static_cast<std::size_t>(count));
+  }
+  if (count < 0) return fileError(path, "read", systemErrorText(errno));
+  if (bytes.capacity() - bytes.size() < spareCapacity) bytes.reserve(bytes.size() + spareCapacity);
+  return bytes;
+}
+
+Result<std::uint32_t> PosixFileSystem::permissions(const std::string& path) const {
+  const auto status = statusOf(path);
+  if (!status) return fileError(path, "examined", systemErrorText(errno));
+  return static_cast<std::uint32_t>(status->st_mode & permissionBits);
+}
+
+Result<void> PosixFileSystem::replace(const std::string& path, std::string_view bytes,
+                                      std::uint32_t permissions) {
+  const auto status = statusOf(path);
+  if (status && S_ISDIR(status->st_mode)) {
+    return fileError(path, "written", systemErrorText(EISDIR));
+  }
+  if (!status && errno != ENOENT) return fileError(path, "written", systemErrorText(errno));
+  const std::string target = followLinks(systemPath(path));
+  if (target.empty()) return fileError(path, "written", systemErrorText(ENOENT));
+  TemporaryFile temporary(target);
+  if (!temporary) return fileError(path, "written", systemErrorText(errno));
+  if (const int error = temporary.become(target, bytes, permissions & permissionBits)) {
+    return fileError(path, "written", systemErrorText(error));
+  }
+  return {};
+}
+
+Result<void> PosixFileSystem::remove(const std::string& path) {
+  const auto status = statusOf(path);
+  if (!status) return fileError(path, "removed", systemErrorText(errno));
+  if (S_ISDIR(status->st_mode)) return fileError(path, "removed", systemErrorText(EISDIR));
+  if (unlink(followLinks(path).c_str()) < 0) {
+    return fileError(path, "removed", systemErrorText(errno));
+  }
+  return {};
+}
+
+Result<std::unique_ptr<FileOverwrite>> PosixFileSystem::openForOverwriting(
+    const std::string& path) {
+  Result<FileDescriptor, std::string> opened = openRegularFile(path, O_WRONLY | O_CREAT);
+  if (!opened) return fileError(path, "written", opened.error());
+  return std::unique_ptr<FileOverwrite>(
+      std::make_unique<PosixFileOverwrite>(path, std::move(opened).value()));
+}
+
+}  // namespace quillmar

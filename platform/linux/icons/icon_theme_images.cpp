@@ -1,0 +1,57 @@
+#include "platform/linux/icons/icon_theme_images.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "platform/linux/icons/symbol_names.h"
+
+namespace quillmar {
+
+namespace {
+
+constexpr const char* applicationPrefix = "com.tovenworks.quillmar-";
+constexpr const char* symbolPrefix = "quillmar-";
+/// Panels give icons of such names the colour of their text.
+constexpr const char* symbolicSuffix = "-symbolic";
+
+}  // namespace
+
+IconThemeImages::IconThemeImages(std::string iconThemePath, IconThemes userThemes)
+    : themeDirectory_(std::move(iconThemePath) + "/hicolor/"), userThemes_(std::move(userThemes)) {}
+
+std::optional<Image> IconThemeImages::named(const std::string& name) {
+  Answer icon = findNamed(name);
+  if (!icon) return std::nullopt;
+  return Image{.name = *std::move(icon), .isTemplate = false, .pointSize = {}, .weight = {}};
+}
+
+std::optional<Image> IconThemeImages::symbol(const std::string& name) {
+  auto known = symbols_.find(name);
+  if (known == symbols_.end()) known = symbols_.emplace(name, findSymbol(name)).first;
+  if (!known->second) return std::nullopt;
+  return Image{.name = *known->second, .isTemplate = true, .pointSize = {}, .weight = {}};
+}
+
+IconThemeImages::Answer IconThemeImages::findNamed(const std::string& name) const {
+  const std::string symbolic = applicationPrefix + name + symbolicSuffix;
+  if (ships("symbolic/apps/" + symbolic)) return symbolic;
+  if (ships("scalable/apps/" + name)) return name;
+  return std::nullopt;
+}
+
+IconThemeImages::Answer IconThemeImages::findSymbol(const std::string& name) {
+  for (const std::string& candidate : iconNamesForSymbol(name)) {
+    std::string icon = symbolPrefix + candidate + symbolicSuffix;
+    if (ships("scalable/actions/" + icon)) return icon;
+  }
+  if (userThemes_.contains(name)) return name;
+  return std::nullopt;
+}
+
+bool IconThemeImages::ships(const std::string& pathInTheme) const {
+  std::error_code ignored;
+  return std::filesystem::is_regular_file(themeDirectory_ + pathInTheme + ".svg", ignored);
+}
+
+}  // namespace quillmar

@@ -1,0 +1,37 @@
+// Images by the names that panels and toolkits look up in icon themes. Main thread.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+#include "platform/image.h"
+#include "platform/linux/icons/icon_themes.h"
+
+namespace quillmar {
+
+class IconThemeImages final : public Images {
+ public:
+  /// `iconThemePath` holds the icons that ship with the application, under the theme "hicolor".
+  IconThemeImages(std::string iconThemePath, IconThemes userThemes);
+
+  std::optional<Image> named(const std::string& name) override;
+
+  /// A symbol that ships with the application, else an icon of the user's themes of that very name.
+  std::optional<Image> symbol(const std::string& name) override;
+
+ private:
+  /// An icon name, absent when there is no such icon.
+  using Answer = std::optional<std::string>;
+
+  Answer findNamed(const std::string& name) const;
+  Answer findSymbol(const std::string& name);
+  bool ships(const std::string& pathInTheme) const;
+
+  std::string themeDirectory_;
+  IconThemes userThemes_;
+  std::unordered_map<std::string, Answer> symbols_;
+};
+
+}  // namespace quillmar

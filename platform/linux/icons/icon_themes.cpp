@@ -1,0 +1,105 @@
+#include "platform/linux/icons/icon_themes.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+#include <system_error>
+#include <utility>
+
+#include "platform/linux/bus/glib_pointers.h"
+
+namespace quillmar {
+
+namespace {
+
+constexpr const char* themeGroup = "Icon Theme";
+
+/// Null when the file cannot be read.
+GKeyFilePtr loadKeyFile(const std::string& path) {
+  GKeyFilePtr file(g_key_file_new());
+  if (!g_key_file_load_from_file(file.get(), path.c_str(), G_KEY_FILE_NONE, nullptr)) file.reset();
+  return file;
+}
+
+std::string stringValue(GKeyFile* file, const char* group, const char* key) {
+  const GStringPtr value(g_key_file_get_string(file, group, key, nullptr));
+  return value ? value.get() : "";
+}
+
+std::vector<std::string> split(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::istringstream stream(text);
+  for (std::string part; std::getline(stream, part, separator);) {
+    if (!part.empty()) parts.push_back(part);
+  }
+  return parts;
+}
+
+bool isDirectory(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_directory(path, ignored);
+}
+
+bool isFile(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_regular_file(path, ignored);
+}
+
+}  // namespace
+
+IconThemes::IconThemes(std::vector<std::string> directories, std::vector<std::string> themes)
+    : directories_(std::move(directories)), themes_(std::move(themes)) {}
+
+IconThemes IconThemes::ofUser(const Environment& environment, const std::string& homeDirectory) {
+  const auto valueOr = [&](const char* name, std::string fallback) {
+    std::string value = environment.value(name).value_or("");
+    return value.empty() ? std::move(fallback) : value;
+  };
+  std::vector<std::string> directories = {
+      homeDirectory + "/.icons",
+      valueOr("XDG_DATA_HOME", homeDirectory + "/.local/share") + "/icons"};
+  for (const std::string& data :
+       split(valueOr("XDG_DATA_DIRS", "/usr/local/share:/usr/share"), ':')) {
+    directories.push_back(data + "/icons");
+  }
+
+  std::vector<std::string> themes = {"Adwaita", "hicolor"};
+  const GKeyFilePtr settings =
+      loadKeyFile(valueOr("XDG_CONFIG_HOME", homeDirectory + "/.config") + "/gtk-3.0/settings.ini");
+  const std::string chosen =
+      settings ? stringValue(settings.get(), "Settings", "gtk-icon-theme-name") : "";
+  if (!chosen.empty()) themes.insert(themes.begin(), chosen);
+  return {std::move(directories), std::move(themes)};
+}
+
+bool IconThemes::contains(const std::string& iconName) {
+  if (iconName.empty() || iconName.find('/') != std::string::npos) return false;
+  if (!leaves_) leaves_ = findLeaves();
+  return std::ranges::any_of(*leaves_, [&](const std::string& leaf) {
+    const std::string path = leaf + "/" + iconName;
+    return isFile(path + ".svg") || isFile(path + ".png");
+  });
+}
+
+std::vector<std::string> IconThemes::findLeaves() const {
+  std::vector<std::string> leaves;
+  std::vector<std::string> themes = themes_;
+  for (std::size_t i = 0; i < themes.size(); ++i) {
+    for (const std::string& directory : directories_) {
+      const std::string base = directory + "/" + themes[i] + "/";
+      const GKeyFilePtr index = loadKeyFile(base + "index.theme");
+      if (!index) continue;
+      for (const std::string& parent :
+           split(stringValue(index.get(), themeGroup, "Inherits"), ',')) {
+        if (std::ranges::find(themes, parent) == themes.end()) themes.push_back(parent);
+      }
+      for (const std::string& leaf :
+           split(stringValue(index.get(), themeGroup, "Directories"), ',')) {
+        if (isDirectory(base + leaf)) leaves.push_back(base + leaf);
+      }
+    }
+  }
+  return leaves;
+}
+
+}  // namespace quillmar

@@ -1,0 +1,130 @@
+#include "platform/linux/pasteboard/x11_connection.h"
+
+#include <cstdint>
+#include <utility>
+
+#include <poll.h>
+
+#include "platform/linux/application/broken_pipes.h"
+
+namespace quillmar {
+
+// The part of a GSource that GLib does not know. GLib allocates and frees the whole.
+struct X11Connection::Source {
+  GSource base;
+  X11Connection* connection;
+  gpointer descriptor;
+};
+
+GSourceFuncs X11Connection::sourceFunctions = {
+    prepareSource, checkSource, dispatchSource, nullptr, nullptr, nullptr,
+};
+
+std::unique_ptr<X11Connection> X11Connection::open(const std::string& display, Handlers handlers) {
+  ignoreBrokenPipes();
+  int screenNumber = 0;
+  xcb_connection_t* xcb = xcb_connect(display.c_str(), &screenNumber);
+  if (xcb_connection_has_error(xcb)) {
+    xcb_disconnect(xcb);
+    return nullptr;
+  }
+  std::unique_ptr<X11Connection> connection(new X11Connection(xcb, std::move(handlers)));
+  auto screens = xcb_setup_roots_iterator(xcb_get_setup(xcb));
+  for (; screenNumber > 0 && screens.rem > 1; --screenNumber) xcb_screen_next(&screens);
+  connection->root_ = screens.data->root;
+  return connection;
+}
+
+X11Connection::X11Connection(xcb_connection_t* xcb, Handlers handlers)
+    : xcb_(xcb), handlers_(std::move(handlers)) {
+  source_ = reinterpret_cast<Source*>(g_source_new(&sourceFunctions, sizeof(Source)));
+  source_->connection = this;
+  source_->descriptor =
+      g_source_add_unix_fd(&source_->base, xcb_get_file_descriptor(xcb_), G_IO_IN);
+  g_source_set_name(&source_->base, "X11Connection");
+  g_source_attach(&source_->base, nullptr);
+}
+
+X11Connection::~X11Connection() {
+  g_source_destroy(&source_->base);
+  g_source_unref(&source_->base);
+  xcb_disconnect(xcb_);
+}
+
+std::vector<xcb_atom_t> X11Connection::internAtoms(const std::vector<std::string_view>& names) {
+  std::vector<xcb_intern_atom_cookie_t> cookies;
+  cookies.reserve(names.size());
+  for (const std::string_view name : names) {
+    cookies.push_back(
+        xcb_intern_atom(xcb_, false, static_cast<std::uint16_t>(name.size()), name.data()));
+  }
+  std::vector<xcb_atom_t> atoms;
+  atoms.reserve(names.size());
+  for (const auto cookie : cookies) {
+    const XcbPointer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(xcb_, cookie, nullptr));
+    atoms.push_back(reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE});
+  }
+  return atoms;
+}
+
+xcb_window_t X11Connection::createHiddenWindow() {
+  const xcb_window_t window = xcb_generate_id(xcb_);
+  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+  xcb_create_window(xcb_, 0, window, root_, -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                    XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+  return window;
+}
+
+bool X11Connection::handleEventsUntil(const std::function<bool()>& done,
+                                      std::chrono::steady_clock::time_point deadline) {
+  while (true) {
+    if (!handlePending()) return false;
+    if (done()) return true;
+    if (hasPending()) continue;
+    const auto left =
+        std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+    if (left.count() <= 0) return false;
+    pollfd descriptor{xcb_get_file_descriptor(xcb_), POLLIN, 0};
+    poll(&descriptor, 1, static_cast<int>(left.count()));
+  }
+}
+
+bool X11Connection::hasPending() {
+  if (auto* event = xcb_poll_for_queued_event(xcb_)) queued_.emplace_back(event);
+  return !queued_.empty() || xcb_connection_has_error(xcb_);
+}
+
+XcbPointer<xcb_generic_event_t> X11Connection::nextEvent() {
+  if (queued_.empty()) return XcbPointer<xcb_generic_event_t>(xcb_poll_for_event(xcb_));
+  auto event = std::move(queued_.front());
+  queued_.pop_front();
+  return event;
+}
+
+bool X11Connection::handlePending() {
+  while (const auto event = nextEvent()) handlers_.event(*event);
+  xcb_flush(xcb_);
+  if (!xcb_connection_has_error(xcb_)) return true;
+  g_source_destroy(&source_->base);
+  // The handler may destroy this object, and with it the handler.
+  const auto closed = std::exchange(handlers_.closed, nullptr);
+  if (closed) closed();
+  return false;
+}
+
+gboolean X11Connection::prepareSource(GSource* source, gint* timeout) {
+  *timeout = -1;
+  return reinterpret_cast<Source*>(source)->connection->hasPending();
+}
+
+gboolean X11Connection::checkSource(GSource* source) {
+  const auto* own = reinterpret_cast<Source*>(source);
+  return g_source_query_unix_fd(source, own->descriptor) != 0 || own->connection->hasPending();
+}
+
+gboolean X11Connection::dispatchSource(GSource* source, GSourceFunc, gpointer) {
+  reinterpret_cast<Source*>(source)->connection->handlePending();
+  return G_SOURCE_CONTINUE;
+}
+
+}  // namespace quillmar

@@ -1,0 +1,71 @@
+// The clipboard of an X server: this program owns the selection CLIPBOARD and gives its text to
+// every program that asks. Main thread; requests are answered while the main loop runs.
+//
+// Nothing is connected before the first text. A server that goes away takes the text with it; the
+// next text connects again.
+
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <xcb/xcb.h>
+
+#include "platform/linux/pasteboard/selection_contents.h"
+#include "platform/linux/pasteboard/selection_transfer.h"
+#include "platform/linux/pasteboard/x11_connection.h"
+#include "platform/log.h"
+#include "platform/pasteboard.h"
+
+namespace quillmar {
+
+class X11Pasteboard final : public Pasteboard {
+ public:
+  /// `display` as the variable DISPLAY names it. `log` gets a line when a text could not be put on
+  /// the clipboard.
+  X11Pasteboard(std::string display, LogLine log);
+
+  /// Gives the selection up.
+  ~X11Pasteboard() override;
+
+  /// Waits for the server, so that the text is on the clipboard when this returns; behind a server
+  /// that is too busy it follows later.
+  void setString(std::string text) override;
+
+  /// Hands the text to the clipboard manager, so that it outlives this program. Blocks until the
+  /// manager has it, at most for `timeout`; returns at once when there is no manager or the
+  /// clipboard is not ours.
+  void saveForQuit(std::chrono::milliseconds timeout);
+
+ private:
+  /// All that lives as long as one connection.
+  struct Session;
+
+  /// Connects unless connected; false when there is no server.
+  bool connect();
+  void serverGone();
+
+  void handle(const xcb_generic_event_t& event);
+  void handleProperty(const xcb_property_notify_event_t& event);
+  void handleRequest(const xcb_selection_request_event_t& request);
+  void windowGone(xcb_window_t window, std::uint32_t sequence);
+
+  /// Asks for the server's time; handleTime() gets it.
+  void askForTime();
+  void handleTime(xcb_timestamp_t time);
+  void takeOwnership(xcb_timestamp_t time);
+  bool ownsSelection() const;
+
+  bool mayAnswer(const xcb_selection_request_event_t& request) const;
+  bool convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_t property);
+  bool convertMultiple(xcb_window_t requestor, xcb_atom_t property);
+
+  std::string display_;
+  LogLine log_;
+  std::unique_ptr<Session> session_;
+};
+
+}  // namespace quillmar

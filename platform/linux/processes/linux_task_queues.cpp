@@ -1,0 +1,12 @@
+#include "platform/linux/processes/linux_task_queues.h"
+
+#include "platform/linux/processes/thread_task_queue.h"
+
+namespace quillmar {
+
+std::unique_ptr<TaskQueue> LinuxTaskQueues::makeConcurrentQueue(
+    ConcurrentQueueAttributes attributes) {
+  return std::make_unique<ThreadTaskQueue>(attributes, mainQueue_);
+}
+
+}  // namespace quillmar

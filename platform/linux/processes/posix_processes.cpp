@@ -1,0 +1,229 @@
+#include "platform/linux/processes/posix_processes.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/error_text.h"
+#include "platform/linux/files/file_descriptor.h"
+#include "platform/linux/files/system_error.h"
+
+namespace quillmar {
+
+namespace {
+
+constexpr rlim_t descriptorsKeptBack = 32;
+constexpr int statusOfUnknownEnd = 255;
+
+class PosixRunningProcess final : public RunningProcess {
+ public:
+  PosixRunningProcess(pid_t id, FileDescriptor output) : id_(id), output_(std::move(output)) {}
+
+  std::string readToEnd() override {
+    // As much as a pipe holds, so that one call empties it.
+    std::array<char, 65536> buffer;
+    std::string bytes;
+    for (;;) {
+      const ssize_t count = ::read(output_.number(), buffer.data(), buffer.size());
+      if (count < 0 && errno == EINTR) continue;
+      if (count <= 0) break;
+      bytes.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    output_.close();
+    return bytes;
+  }
+
+  int waitForExit() override {
+    int status = 0;
+    while (waitpid(id_, &status, 0) < 0) {
+      if (errno != EINTR) return statusOfUnknownEnd;
+    }
+    return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+  }
+
+ private:
+  pid_t id_;
+  FileDescriptor output_;
+};
+
+/// What the child does between its birth and its program.
+class ChildSteps {
+ public:
+  ChildSteps(int output, const std::string& workingDirectory) {
+    posix_spawn_file_actions_init(&actions_);
+    posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions_, output, STDERR_FILENO);
+    posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+    if (!workingDirectory.empty()) {
+      posix_spawn_file_actions_addchdir_np(&actions_, workingDirectory.c_str());
+    }
+  }
+  ~ChildSteps() { posix_spawn_file_actions_destroy(&actions_); }
+  ChildSteps(const ChildSteps&) = delete;
+  ChildSteps& operator=(const ChildSteps&) = delete;
+
+  const posix_spawn_file_actions_t* get() const { return &actions_; }
+
+ private:
+  posix_spawn_file_actions_t actions_;
+};
+
+/// The texts' addresses, with a nullptr at the end. The texts must outlive them unchanged.
+std::vector<char*> addressesOf(const std::vector<std::string>& texts) {
+  std::vector<char*> addresses;
+  addresses.reserve(texts.size() + 1);
+  for (const std::string& text : texts) addresses.push_back(const_cast<char*>(text.c_str()));
+  addresses.push_back(nullptr);
+  return addresses;
+}
+
+std::vector<std::string> argumentVector(const Process& process) {
+  std::vector<std::string> texts;
+  texts.reserve(process.arguments.size() + 1);
+  texts.push_back(process.executable);
+  texts.insert(texts.end(), process.arguments.begin(), process.arguments.end());
+  return texts;
+}
+
+std::vector<std::string> environmentVector(const Process& process) {
+  std::vector<std::string> texts;
+  texts.reserve(process.environment.size());
+  for (const auto& [name, value] : process.environment) {
+    texts.emplace_back(name).append("=").append(value);
+  }
+  return texts;
+}
+
+/// The program's path as it holds in the child too, whose working directory is another one.
+std::string absolutePath(const std::string& path) {
+  if (path.empty() || path.starts_with('/')) return path;
+  std::array<char, PATH_MAX> folder;
+  return getcwd(folder.data(), folder.size()) ? std::string(folder.data()) + "/" + path : path;
+}
+
+struct Pipe {
+  FileDescriptor readEnd;
+  FileDescriptor writeEnd;
+};
+
+/// A pipe that leaves the descriptors kept back alone; the reason when there is none to be had.
+/// The system gives out the lowest free numbers, so a high one says that all below are taken.
+Result<Pipe, std::string> makePipe() {
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) < 0) {
+    if (errno == EMFILE || errno == ENFILE) return std::string("too many commands are running");
+    return systemErrorText(errno);
+  }
+  Pipe pipe{FileDescriptor(ends[0]), FileDescriptor(ends[1])};
+  rlimit limit{};
+  getrlimit(RLIMIT_NOFILE, &limit);
+  const auto highest = static_cast<rlim_t>(std::max(ends[0], ends[1]));
+  if (limit.rlim_cur != RLIM_INFINITY && highest + descriptorsKeptBack >= limit.rlim_cur) {
+    return std::string("too many commands are running");
+  }
+  return pipe;
+}
+
+/// Why nobody can work in the folder; absent when one can.
+std::optional<std::string> obstacleInWorkingDirectory(const std::string& path) {
+  if (path.empty()) return std::nullopt;
+  const std::string folder = "its working directory " + quotedPath(path);
+  struct stat status {};
+  if (stat(path.c_str(), &status) < 0) {
+    if (errno == ENOENT) return folder + " does not exist";
+    return folder + " cannot be entered (" + systemErrorText(errno) + ")";
+  }
+  if (!S_ISDIR(status.st_mode)) return folder + " is not a folder";
+  if (access(path.c_str(), X_OK) < 0) {
+    return folder + " cannot be entered (" + systemErrorText(errno) + ")";
+  }
+  return std::nullopt;
+}
+
+/// Why the program did not start. The system says the same of a missing program and of a missing
+/// working directory, so both are looked at again.
+std::string launchObstacle(int error, const std::string& program,
+                           const std::string& workingDirectory) {
+  switch (error) {
+    case EAGAIN:
+    case ENOMEM:
+      return "the system has no room for another process";
+    case E2BIG:
+      return "its arguments and environment are too long";
+    case ENOEXEC:
+      return "it is not a program, and it has no first line that names an interpreter, such as "
+             "“#!/bin/sh”";
+    default:
+      break;
+  }
+  if (auto obstacle = obstacleInWorkingDirectory(workingDirectory)) return *std::move(obstacle);
+  struct stat status {};
+  const bool found = stat(program.c_str(), &status) == 0;
+  if (error == ENOENT && found) return "the interpreter that its first line names does not exist";
+  if (error == ENOENT) return "it does not exist";
+  if (error == EACCES && found && S_ISDIR(status.st_mode)) return "it is a folder";
+  if (error == EACCES && found) return "it is not executable";
+  return systemErrorText(error);
+}
+
+}  // namespace
+
+PosixProcesses::PosixProcesses(Sessions sessions) {
+  struct sigaction current {};
+  sigaction(SIGCHLD, nullptr, &current);
+  if (current.sa_handler == SIG_IGN) std::signal(SIGCHLD, SIG_DFL);
+
+  // sigfillset() leaves out the two signals that the C library keeps for itself, and posix_spawn()
+  // has those ignored in the child unless they are in the set.
+  sigset_t all;
+  std::memset(&all, 0xFF, sizeof all);
+  sigset_t none;
+  sigemptyset(&none);
+  short flags = POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK;
+  if (sessions == Sessions::separate) flags |= POSIX_SPAWN_SETSID;
+  posix_spawnattr_init(&attributes_);
+  posix_spawnattr_setsigdefault(&attributes_, &all);
+  posix_spawnattr_setsigmask(&attributes_, &none);
+  posix_spawnattr_setflags(&attributes_, flags);
+}
+
+PosixProcesses::~PosixProcesses() {
+  posix_spawnattr_destroy(&attributes_);
+}
+
+Result<std::unique_ptr<RunningProcess>> PosixProcesses::launch(const Process& process) {
+  if (std::optional<Error> error = unusableTextIn(process)) return *std::move(error);
+  Result<Pipe, std::string> made = makePipe();
+  if (!made) return launchError(process.executable, made.error());
+  Pipe pipe = std::move(made).value();
+
+  const std::string program = absolutePath(process.executable);
+  const std::vector<std::string> arguments = argumentVector(process);
+  const std::vector<std::string> environment = environmentVector(process);
+  const ChildSteps steps(pipe.writeEnd.number(), process.workingDirectory);
+  pid_t id = 0;
+  const int error = posix_spawn(&id, program.c_str(), steps.get(), &attributes_,
+                                addressesOf(arguments).data(), addressesOf(environment).data());
+  if (error != 0) {
+    return launchError(process.executable,
+                       launchObstacle(error, program, process.workingDirectory));
+  }
+  return std::unique_ptr<RunningProcess>(
+      std::make_unique<PosixRunningProcess>(id, std::move(pipe.readEnd)));
+}
+
+}  // namespace quillmar

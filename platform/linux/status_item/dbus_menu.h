@@ -1,0 +1,53 @@
+// The menu behind the icon, as panels read it from the bus (com.canonical.dbusmenu).
+//
+// It is filled eagerly: a panel that finds an empty menu shows one of its own instead. Only
+// properties that differ from the protocol's defaults are sent. Main thread.
+
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include <gio/gio.h>
+
+#include "platform/linux/bus/dbus_object.h"
+#include "platform/linux/status_item/dbus_menu_tree.h"
+#include "platform/menu.h"
+
+namespace quillmar {
+
+class DbusMenu {
+ public:
+  static constexpr const char* objectPath = "/MenuBar";
+
+  /// Called for a clicked entry, inside the panel's call but after its answer has been sent off.
+  using ClickHandler = std::function<void(const ActionEntry& entry)>;
+
+  /// An empty menu at /MenuBar. `iconThemePath` is a folder with icon themes that panels look for
+  /// the entries' icons in, besides the system's.
+  DbusMenu(GDBusConnection* connection, const std::string& iconThemePath, ClickHandler onClick);
+
+  /// Shows the menu and announces it with one LayoutUpdated.
+  void setMenu(Menu menu);
+
+ private:
+  void answer(const char* method, GVariant* arguments, GDBusMethodInvocation* invocation);
+  void getLayout(GVariant* arguments, GDBusMethodInvocation* invocation) const;
+  void getGroupProperties(GVariant* arguments, GDBusMethodInvocation* invocation) const;
+  void getProperty(GVariant* arguments, GDBusMethodInvocation* invocation) const;
+  void event(GVariant* arguments, GDBusMethodInvocation* invocation) const;
+  void eventGroup(GVariant* arguments, GDBusMethodInvocation* invocation) const;
+  void aboutToShow(GVariant* arguments, GDBusMethodInvocation* invocation) const;
+  void aboutToShowGroup(GVariant* arguments, GDBusMethodInvocation* invocation) const;
+  GVariant* property(const char* name) const;
+
+  /// Hands a click on an action entry to the click handler; other events mean nothing here.
+  void take(DbusMenuTree::Id id, const char* eventName) const;
+
+  std::string iconThemePath_;
+  ClickHandler onClick_;
+  DbusMenuTree tree_;
+  DbusObject object_;
+};
+
+}  // namespace quillmar

@@ -1,0 +1,70 @@
+#include "platform/linux/status_item/dbus_menu_tree.h"
+
+#include <cstddef>
+#include <limits>
+#include <utility>
+
+namespace quillmar {
+
+namespace {
+
+std::size_t countEntries(const Menu& menu) {
+  std::size_t count = menu.entries.size();
+  for (const MenuEntry& entry : menu.entries) {
+    if (const auto* folder = std::get_if<SubmenuEntry>(&entry)) {
+      count += countEntries(folder->submenu);
+    }
+  }
+  return count;
+}
+
+}  // namespace
+
+DbusMenuTree::DbusMenuTree(Id firstId) : nextId_(firstId) {}
+
+void DbusMenuTree::replace(Menu menu) {
+  const std::size_t count = countEntries(menu);
+  const auto left = static_cast<std::size_t>(std::numeric_limits<Id>::max() - nextId_);
+  if (count > left) nextId_ = 1;
+
+  Generation generation;
+  generation.menu = std::move(menu);
+  generation.firstId = nextId_;
+  generation.nodes.reserve(count);
+  addNodes(generation, generation.menu, generation.root);
+
+  nextId_ += static_cast<Id>(count);
+  previous_ = std::exchange(current_, std::move(generation));
+  ++revision_;
+}
+
+std::optional<DbusMenuTree::Node> DbusMenuTree::find(Id id) const {
+  if (id == rootId) return current_.root;
+  for (const Generation* generation : {&current_, &previous_}) {
+    if (const Node* node = generation->find(id)) return *node;
+  }
+  return std::nullopt;
+}
+
+const DbusMenuTree::Node* DbusMenuTree::Generation::find(Id id) const {
+  if (id < firstId || static_cast<std::size_t>(id - firstId) >= nodes.size()) return nullptr;
+  return &nodes[static_cast<std::size_t>(id - firstId)];
+}
+
+// `parent` may be one of generation.nodes: they have their whole room already, so it stays put.
+void DbusMenuTree::addNodes(Generation& generation, const Menu& menu, Node& parent) {
+  const std::size_t first = generation.nodes.size();
+  parent.firstChild = generation.firstId + static_cast<Id>(first);
+  parent.childCount = static_cast<Id>(menu.entries.size());
+  for (std::size_t i = 0; i < menu.entries.size(); ++i) {
+    generation.nodes.push_back(
+        {.id = parent.firstChild + static_cast<Id>(i), .entry = &menu.entries[i]});
+  }
+  for (std::size_t i = 0; i < menu.entries.size(); ++i) {
+    if (const auto* folder = std::get_if<SubmenuEntry>(&menu.entries[i])) {
+      addNodes(generation, folder->submenu, generation.nodes[first + i]);
+    }
+  }
+}
+
+}  // namespace quillmar

@@ -1,0 +1,81 @@
+// Puts a menu into the variants of the menu protocol.
+//
+// A menu has thousands of entries and few different icons and keys, so the variants of these are
+// made once and shared. A writer serves one answer: it keeps what it has made. Main thread.
+
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+#include <gio/gio.h>
+
+#include "platform/linux/bus/glib_pointers.h"
+#include "platform/linux/status_item/dbus_menu_tree.h"
+#include "platform/menu.h"
+
+namespace quillmar {
+
+class DbusMenuWriter {
+ public:
+  /// Writes the properties that are named in the `as`, all for an empty one. The tree must outlive
+  /// the writer.
+  DbusMenuWriter(const DbusMenuTree& tree, GVariant* propertyNames);
+
+  /// Writes one property.
+  DbusMenuWriter(const DbusMenuTree& tree, const char* propertyName);
+
+  /// The entry with its descendants down to `depth` levels, all of them for a negative one:
+  /// `(ia{sv}av)`, floating.
+  GVariant* layout(const DbusMenuTree::Node& node, int depth);
+
+  /// The entry's properties that differ from their defaults: `a{sv}`, floating or shared.
+  GVariant* properties(const DbusMenuTree::Node& node);
+
+  /// The default of a property of the protocol, floating; null when it has no such property.
+  static GVariant* defaultOf(const char* propertyName);
+
+ private:
+  enum Property : std::size_t { type, label, iconName, childrenDisplay, shortcut };
+  static constexpr std::size_t propertyCount = 5;
+  static const std::array<const char*, propertyCount> names;
+
+  /// The `{sv}` of an entry, as many as there are.
+  struct Values {
+    std::array<GVariant*, propertyCount> values{};
+    std::size_t count = 0;
+
+    void add(GVariant* value) {
+      if (value) values.at(count++) = value;
+    }
+  };
+
+  DbusMenuWriter(const DbusMenuTree& tree, std::uint32_t wanted);
+
+  static std::uint32_t bitNamed(const char* name);
+  static std::uint32_t bitsNamed(GVariant* names);
+
+  bool wants(Property property) const { return (wanted_ >> property & 1U) != 0; }
+  void addTitleAndImage(Values& values, const std::string& title,
+                        const std::optional<Image>& image);
+  GVariant* pair(Property property, GVariant* value) const;
+  GVariant* iconPair(const std::string& icon);
+  /// Null for a key without a name.
+  GVariant* shortcutPair(const KeyEquivalent& keyEquivalent);
+
+  const DbusMenuTree& tree_;
+  std::uint32_t wanted_;
+  std::array<GVariantPtr, propertyCount> keys_;
+  GVariantPtr noChildren_;
+  GVariantPtr separatorPair_;
+  GVariantPtr submenuPair_;
+  std::unordered_map<std::string, GVariantPtr> iconPairs_;
+  /// By character and modifier mask.
+  std::unordered_map<std::string, GVariantPtr> shortcutPairs_;
+};
+
+}  // namespace quillmar

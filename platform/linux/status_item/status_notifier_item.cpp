@@ -1,0 +1,115 @@
+#include "platform/linux/status_item/status_notifier_item.h"
+
+#include <string_view>
+
+#include "platform/linux/bus/glib_pointers.h"
+#include "platform/linux/status_item/icon_pixmaps.h"
+#include "platform/text.h"
+
+namespace quillmar {
+
+namespace {
+
+// No Activate or ContextMenu: panels answer their absence by opening the menu themselves.
+constexpr const char* introspection = R"xml(<node>
+  <interface name="org.kde.StatusNotifierItem">
+    <property name="Category" type="s" access="read"/>
+    <property name="Id" type="s" access="read"/>
+    <property name="Title" type="s" access="read"/>
+    <property name="Status" type="s" access="read"/>
+    <property name="WindowId" type="i" access="read"/>
+    <property name="IconThemePath" type="s" access="read"/>
+    <property name="Menu" type="o" access="read"/>
+    <property name="ItemIsMenu" type="b" access="read"/>
+    <property name="IconName" type="s" access="read"/>
+    <property name="IconPixmap" type="a(iiay)" access="read"/>
+    <property name="IconAccessibleDesc" type="s" access="read"/>
+    <property name="OverlayIconName" type="s" access="read"/>
+    <property name="OverlayIconPixmap" type="a(iiay)" access="read"/>
+    <property name="AttentionIconName" type="s" access="read"/>
+    <property name="AttentionIconPixmap" type="a(iiay)" access="read"/>
+    <property name="AttentionMovieName" type="s" access="read"/>
+    <property name="ToolTip" type="(sa(iiay)ss)" access="read"/>
+    <signal name="NewTitle"/>
+    <signal name="NewIcon"/>
+    <signal name="NewAttentionIcon"/>
+    <signal name="NewOverlayIcon"/>
+    <signal name="NewToolTip"/>
+    <signal name="NewStatus">
+      <arg type="s" name="status"/>
+    </signal>
+  </interface>
+</node>)xml";
+
+GVariant* noPixmaps() {
+  return g_variant_new_array(G_VARIANT_TYPE("(iiay)"), nullptr, 0);
+}
+
+std::string escapedMarkup(const std::string& text) {
+  const GStringPtr escaped(g_markup_escape_text(text.c_str(), static_cast<gssize>(text.size())));
+  return escaped.get();
+}
+
+StatusNotifierItemOptions sendable(StatusNotifierItemOptions options) {
+  options.id = text::replacingUnsendable(options.id);
+  options.title = text::replacingUnsendable(options.title);
+  return options;
+}
+
+}  // namespace
+
+StatusNotifierItem::StatusNotifierItem(GDBusConnection* connection, TaskQueue& mainQueue,
+                                       StatusNotifierItemOptions options)
+    : mainQueue_(mainQueue),
+      options_(sendable(std::move(options))),
+      self_(std::make_shared<StatusNotifierItem*>(this)),
+      menu_(connection, options_.iconThemePath,
+            [this](const ActionEntry& entry) { runLater(entry); }),
+      object_(connection, objectPath, introspection,
+              {.call = [](const char*, GVariant*, GDBusMethodInvocation*) {},
+               .property = [this](const char* name) { return property(name); }}),
+      registration_(connection) {}
+
+void StatusNotifierItem::setImage(std::optional<Image> image) {
+  std::string name = image ? std::move(image->name) : std::string();
+  if (name == iconName_) return;
+  iconName_ = std::move(name);
+  object_.emit("NewIcon", nullptr);
+}
+
+void StatusNotifierItem::runLater(const ActionEntry& entry) {
+  mainQueue_.async([weakSelf = std::weak_ptr(self_), entry] {
+    if (const auto self = weakSelf.lock()) (*self)->sendAction(entry);
+  });
+}
+
+GVariant* StatusNotifierItem::property(const char* name) const {
+  const std::string_view wanted = name;
+  if (wanted == "Category") return g_variant_new_string("ApplicationStatus");
+  if (wanted == "Id") return g_variant_new_string(options_.id.c_str());
+  // Some panels take titles for markup.
+  if (wanted == "Title") return g_variant_new_string(escapedMarkup(options_.title).c_str());
+  if (wanted == "Status") return g_variant_new_string("Active");
+  if (wanted == "WindowId") return g_variant_new_int32(0);
+  if (wanted == "IconThemePath") {
+    return g_variant_new_string(text::replacingUnsendable(options_.iconThemePath).c_str());
+  }
+  if (wanted == "Menu") return g_variant_new_object_path(DbusMenu::objectPath);
+  // A click with any button opens the menu.
+  if (wanted == "ItemIsMenu") return g_variant_new_boolean(TRUE);
+  if (wanted == "IconName") {
+    return g_variant_new_string(text::replacingUnsendable(iconName_).c_str());
+  }
+  if (wanted == "IconPixmap") {
+    return iconName_.empty() ? noPixmaps() : loadIconPixmaps(options_.pixmapDirectory, iconName_);
+  }
+  if (wanted == "IconAccessibleDesc") return g_variant_new_string(options_.title.c_str());
+  if (wanted == "ToolTip") {
+    return g_variant_new("(s@a(iiay)ss)", "", noPixmaps(), escapedMarkup(options_.title).c_str(),
+                         "");
+  }
+  if (g_str_has_suffix(name, "Pixmap")) return noPixmaps();
+  return g_variant_new_string("");
+}
+
+}  // namespace quillmar

@@ -1,0 +1,66 @@
+// The icon in the desktop's panel, as panels read it from the session bus
+// (org.kde.StatusNotifierItem), with its menu (com.canonical.dbusmenu).
+//
+// A panel that starts late or again finds it as well, and no panel at all is no error. Main thread;
+// nothing here blocks.
+
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include <gio/gio.h>
+
+#include "platform/linux/bus/dbus_object.h"
+#include "platform/linux/status_item/dbus_menu.h"
+#include "platform/linux/status_item/status_notifier_registration.h"
+#include "platform/status_item.h"
+#include "platform/task_queue.h"
+
+namespace quillmar {
+
+/// Who the icon belongs to and where its pictures are.
+struct StatusNotifierItemOptions {
+  /// The application's id in reverse-DNS form.
+  std::string id;
+  /// The application's name as people know it.
+  std::string title;
+  /// A folder with icon themes that panels look into besides the system's.
+  std::string iconThemePath;
+  /// A folder with icons as pixels; see loadIconPixmaps.
+  std::string pixmapDirectory;
+};
+
+class StatusNotifierItem final : public StatusItem {
+ public:
+  static constexpr const char* objectPath = "/StatusNotifierItem";
+
+  /// Shows itself on the connection, which must be a bus's, at once. Actions run in turns of
+  /// `mainQueue`.
+  StatusNotifierItem(GDBusConnection* connection, TaskQueue& mainQueue,
+                     StatusNotifierItemOptions options);
+
+  void setImage(std::optional<Image> image) override;
+  void setMenu(Menu menu) override { menu_.setMenu(std::move(menu)); }
+
+  /// True while a panel shows icons of this kind, as far as is known.
+  bool hasHost() const { return registration_.hasHost(); }
+
+ private:
+  GVariant* property(const char* name) const;
+  void runLater(const ActionEntry& entry);
+
+  TaskQueue& mainQueue_;
+  StatusNotifierItemOptions options_;
+  /// Name of the icon; empty for none.
+  std::string iconName_;
+  /// What tasks that wait in the queue look back through: gone when this object is.
+  std::shared_ptr<StatusNotifierItem*> self_;
+  DbusMenu menu_;
+  DbusObject object_;
+  StatusNotifierRegistration registration_;
+};
+
+}  // namespace quillmar
