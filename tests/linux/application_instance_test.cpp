@@ -114,6 +114,14 @@ TEST_F(InstanceTest, WithoutASessionBusItRunsAllTheSame) {
   EXPECT_EQ(instance.run(), 0);
 }
 
+TEST_F(InstanceTest, AnotherInstanceThatDoesNotAnswerIsRunningAllTheSame) {
+  const auto busy = bus_.connect();
+  ASSERT_TRUE(takeName(busy.get(), applicationId));
+  ApplicationInstance instance({});
+  // Nobody answers for the other instance while this one starts: that would be in this thread.
+  EXPECT_EQ(instance.start(), ApplicationInstance::Start::alreadyRunning);
+}
+
 TEST_F(InstanceTest, TerminatedBeforeItRunsItEndsAtOnce) {
   ApplicationInstance instance({});
   instance.terminate();

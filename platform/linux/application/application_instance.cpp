@@ -15,6 +15,19 @@ gboolean terminateOnSignal(gpointer self) {
   return G_SOURCE_CONTINUE;
 }
 
+/// True when some process of the session has the program's name.
+bool isNameTaken() {
+  const GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+  if (!bus) return false;
+  const GVariantPtr reply(g_dbus_connection_call_sync(
+      bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+      "NameHasOwner", g_variant_new("(s)", applicationId), G_VARIANT_TYPE("(b)"),
+      G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+  gboolean taken = false;
+  if (reply) g_variant_get(reply.get(), "(b)", &taken);
+  return taken;
+}
+
 }  // namespace
 
 ApplicationInstance::ApplicationInstance(Handlers handlers)
@@ -56,6 +69,8 @@ void ApplicationInstance::addAction(const char* name, const char* parameterType,
 }
 
 ApplicationInstance::Start ApplicationInstance::start() {
+  // Registering would ask the other instance what it can do, and wait while a command holds it.
+  if (isNameTaken()) return Start::alreadyRunning;
   // g_application_run() would give the name up as soon as its own loop is left.
   if (!g_application_register(application_.get(), nullptr, nullptr)) return Start::noSessionBus;
   if (g_application_get_is_remote(application_.get())) return Start::alreadyRunning;
@@ -74,7 +89,7 @@ ApplicationInstance::Start ApplicationInstance::start() {
 int ApplicationInstance::run() {
   if (!terminated_) g_main_loop_run(loop_.get());
   // The call that ended the loop, a click on "Quit Quillmar", still waits for its answer.
-  g_dbus_connection_flush_sync(connection_.get(), nullptr, nullptr);
+  if (connection_) g_dbus_connection_flush_sync(connection_.get(), nullptr, nullptr);
   return EXIT_SUCCESS;
 }
 
