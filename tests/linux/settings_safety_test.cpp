@@ -86,7 +86,7 @@ class SettingsSafetyTest : public testing::Test {
 
 /// Saves documents of very different lengths one after another, for ever.
 [[noreturn]] void saveForEver(SettingsManager& manager, int started) {
-  constexpr std::size_t lengths[] = {10, 3000, 800, 2500};
+  constexpr std::size_t lengths[] = {10, 12000, 4000, 10000};
   for (int number = 0;; ++number) {
     manager.config = numberedDocument(number, lengths[number % 4]);
     manager.save();
@@ -111,7 +111,7 @@ TEST_F(SettingsSafetyTest, KilledAtARandomMomentOf1000SavesTheFileOrItsCopyIsWho
     ASSERT_EQ(read(started[0], &byte, 1), 1);
     close(started[0]);
     const auto moment =
-        std::chrono::steady_clock::now() + std::chrono::microseconds(random() % 4000);
+        std::chrono::steady_clock::now() + std::chrono::microseconds(random() % 8000);
     while (std::chrono::steady_clock::now() < moment) {
     }
     ASSERT_EQ(kill(child, SIGKILL), 0);
