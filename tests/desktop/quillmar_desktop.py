@@ -345,6 +345,8 @@ def tools(*items):
 class DesktopTestCase(unittest.TestCase):
     """A test with a bus and a scratch folder. What it starts is ended with it."""
 
+    maxDiff = None  # a menu is shown whole
+
     def setUp(self):
         self.bus = Bus()
         scratch = tempfile.TemporaryDirectory(prefix="test-")
