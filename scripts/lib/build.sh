@@ -23,9 +23,14 @@ build() {
   quietly "build/$1.build.log" cmake --build --preset "$1" --parallel "$jobs"
 }
 
-# run_tests PRESET: runs all tests and prints ctest's closing lines.
+# run_tests PRESET: runs all tests and prints ctest's closing lines, and before them what failed.
 run_tests() {
+  local log=build/$1.test.log
   echo "Testing the preset $1"
-  quietly "build/$1.test.log" ctest --preset "$1" --parallel "$jobs" --no-tests=error
-  sed -n '/tests passed/,$p' "build/$1.test.log"
+  if ctest --preset "$1" --parallel "$jobs" --no-tests=error >"$log" 2>&1 </dev/null; then
+    sed -n '/tests passed/,$p' "$log"
+  else
+    grep -vE ' Start +[0-9]+: | Passed +[0-9.]+ sec' "$log" | tail -n 300 >&2
+    return 1
+  fi
 }

@@ -75,16 +75,21 @@ class Bus:
         return self.call(name, path, "org.freedesktop.DBus.Properties.GetAll",
                          GLib.Variant("(s)", (interface,)))[0]
 
+    def property(self, name, path, interface, member):
+        return self.call(name, path, "org.freedesktop.DBus.Properties.Get",
+                         GLib.Variant("(ss)", (interface, member)))[0]
+
     def registered_items(self):
         """The status icons that the panel knows, as (bus name, path); none without a panel."""
         if not self.daemon("NameHasOwner", WATCHER):
             return []
         try:
-            watcher = self.properties(WATCHER, "/StatusNotifierWatcher", WATCHER)
+            registered = self.property(WATCHER, "/StatusNotifierWatcher", WATCHER,
+                                       "RegisteredStatusNotifierItems")
         except GLib.Error:  # the panel went away in between
             return []
         items = []
-        for item in watcher["RegisteredStatusNotifierItems"]:
+        for item in registered:
             name, slash, path = item.partition("/")
             items.append((name, slash + path if slash else "/StatusNotifierItem"))
         return items
@@ -166,6 +171,7 @@ class StatusIcon:
         self.bus = bus
         self.program = program
         self.name, self.path = wait_until(self.find, "the icon is registered at the panel")
+        self.menu_path = bus.property(self.name, self.path, ITEM_INTERFACE, "Menu")
 
     def find(self):
         if not self.program.is_running():
@@ -180,7 +186,7 @@ class StatusIcon:
 
     def nodes(self):
         """The menu's root node as (id, properties, children)."""
-        _, root = self.bus.call(self.name, self.properties()["Menu"], f"{MENU_INTERFACE}.GetLayout",
+        _, root = self.bus.call(self.name, self.menu_path, f"{MENU_INTERFACE}.GetLayout",
                                 GLib.Variant("(iias)", (0, -1, [])))
         return root
 
@@ -209,7 +215,7 @@ class StatusIcon:
             if len(matching) != 1:
                 raise AssertionError(f"{len(matching)} entries are titled “{title}”.")
             node = matching[0]
-        self.bus.call(self.name, self.properties()["Menu"], f"{MENU_INTERFACE}.Event",
+        self.bus.call(self.name, self.menu_path, f"{MENU_INTERFACE}.Event",
                       GLib.Variant("(isvu)", (node[0], "clicked", GLib.Variant("s", ""), 0)))
 
 
