@@ -81,7 +81,7 @@ void StatusNotifierRegistration::registered(GObject* connection, GAsyncResult* r
       g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error));
   const GErrorPtr owned(error);
   if (error && !g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) {
-    logToStandardError(std::string("The panel did not take the status icon: ") + error->message);
+    logToStandardOutput(std::string("The panel did not take the status icon: ") + error->message);
   }
 }
 
