@@ -1,7 +1,8 @@
 #include "config/settings_file.h"
 
+#include <cstdint>
 #include <ctime>
-#include <optional>
+#include <memory>
 #include <utility>
 
 #include "config/document_decoder.h"
@@ -30,9 +31,18 @@ std::string timeStamp(std::chrono::system_clock::time_point time) {
   return text;
 }
 
+/// Writes the bytes over whatever the open file holds.
 Result<void> writeWhole(FileOverwrite& file, std::string_view bytes) {
   if (Result<void> written = file.write(0, bytes); !written) return written;
-  return file.setLength(bytes.size());
+  if (Result<void> cut = file.setLength(bytes.size()); !cut) return cut;
+  return file.finish();
+}
+
+Result<void> reopenAndWriteWhole(FileSystem& files, const std::string& path,
+                                 std::string_view bytes) {
+  const auto opened = files.openForOverwriting(path);
+  if (!opened) return opened.error();
+  return writeWhole(*opened.value(), bytes);
 }
 
 }  // namespace
@@ -40,45 +50,59 @@ Result<void> writeWhole(FileOverwrite& file, std::string_view bytes) {
 SettingsFile::SettingsFile(FileSystem& files, Clock now) : files_(files), now_(std::move(now)) {}
 
 Result<void> SettingsFile::overwrite(const std::string& path, std::string_view bytes) {
-  const bool existed = files_.exists(path);
+  if (!files_.exists(path)) return files_.replace(path, bytes, std::nullopt);
+
   std::optional<std::string> oldBytes;
-  if (existed) {
-    if (Result<std::string> read = files_.read(path)) oldBytes = std::move(read).value();
+  std::optional<std::string> copyPath;
+  if (Result<std::string> read = files_.read(path)) {
+    oldBytes = std::move(read).value();
+    copyPath = keepCopy(path, *oldBytes);
   }
-  if (oldBytes) keepCopy(path, *oldBytes);
+  return writeInPlace(path, bytes, oldBytes, copyPath);
+}
 
-  auto opened = files_.openForOverwriting(path);
+Result<void> SettingsFile::writeInPlace(const std::string& path, std::string_view bytes,
+                                        const std::optional<std::string>& oldBytes,
+                                        const std::optional<std::string>& copyPath) {
+  const auto opened = files_.openForOverwriting(path);
   if (!opened) return opened.error();
-  const std::unique_ptr<FileOverwrite> file = std::move(opened).value();
+  if (Result<void> reserved = opened.value()->reserve(bytes.size()); !reserved) return reserved;
 
-  Result<void> outcome = file->reserve(bytes.size());
-  if (outcome) {
-    outcome = writeWhole(*file, bytes);
-    if (!outcome && oldBytes && !writeWhole(*file, *oldBytes)) {
-      return Error{outcome.error().description +
-                   " The old settings could not be put back; they are kept in “" +
-                   siblingPath(path, ".previous") + "”."};
-    }
+  const Result<void> written = writeWhole(*opened.value(), bytes);
+  if (written || !oldBytes) return written;
+  if (reopenAndWriteWhole(files_, path, *oldBytes)) return written;
+  return Error{written.error().description + " The old settings could not be put back; " +
+               (copyPath ? "they are kept in “" + *copyPath + "”."
+                         : "no copy of them could be kept either.")};
+}
+
+/// Keeps the bytes that are about to be overwritten; the path of the copy, absent when it could not
+/// be made.
+std::optional<std::string> SettingsFile::keepCopy(const std::string& path,
+                                                  const std::string& bytes) {
+  const auto keep = [&](const std::string& original, const std::string& copyPath,
+                        std::string_view copied) -> std::optional<std::string> {
+    const Result<std::uint32_t> permissions = files_.permissions(original);
+    const Result<void> kept =
+        files_.replace(copyPath, copied, permissions ? permissions.value() : privatePermissions);
+    return kept ? std::optional(copyPath) : std::nullopt;
+  };
+
+  const std::string previousPath = siblingPath(path, ".previous");
+  if (decodeDocument(bytes)) return keep(path, previousPath, bytes);
+
+  const std::string time = timeStamp(now_());
+  if (const Result<std::string> previous = files_.read(previousPath)) {
+    keep(previousPath, freePath(path, ".previous-" + time), previous.value());
   }
-  // A file that this write made must not stay behind empty or cut: it would count as settings.
-  if (!outcome && !existed) (void)files_.remove(path);
-  return outcome;
+  return keep(path, freePath(path, ".damaged-" + time), bytes);
 }
 
-void SettingsFile::keepCopy(const std::string& path, const std::string& bytes) {
-  const bool isDocument = decodeDocument(bytes).ok();
-  const std::string copyPath = isDocument ? siblingPath(path, ".previous") : freeDamagedPath(path);
-
-  const Result<std::uint32_t> permissions = files_.permissions(path);
-  // The settings are saved even when no copy can be kept.
-  (void)files_.replace(copyPath, bytes, permissions ? permissions.value() : privatePermissions);
-}
-
-std::string SettingsFile::freeDamagedPath(const std::string& path) const {
-  const std::string base = ".damaged-" + timeStamp(now_());
-  std::string candidate = siblingPath(path, base);
+/// The sibling with the suffix, or, when there is one already, with a number behind it.
+std::string SettingsFile::freePath(const std::string& path, const std::string& suffix) const {
+  std::string candidate = siblingPath(path, suffix);
   for (int number = 2; files_.exists(candidate); ++number) {
-    candidate = siblingPath(path, base + "-" + std::to_string(number));
+    candidate = siblingPath(path, suffix + "-" + std::to_string(number));
   }
   return candidate;
 }

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,10 @@ class FileOverwrite {
 
   /// Makes the file `size` bytes long.
   virtual Result<void> setLength(std::uint64_t size) = 0;
+
+  /// Closes the file and tells whether everything written has been taken: network file systems may
+  /// say only now that there was no room. The last call.
+  virtual Result<void> finish() = 0;
 };
 
 class FileSystem {
@@ -50,14 +55,10 @@ class FileSystem {
   virtual Result<std::uint32_t> permissions(const std::string& path) const = 0;
 
   /// Replaces the file, or makes it, in one step: a temporary file beside it with these permission
-  /// bits is written, brought to the disk and renamed over it. On failure the old file is untouched
-  /// and no temporary file stays.
+  /// bits (a new file's default ones when absent) is written, brought to the disk and renamed over
+  /// it. On failure the old file is untouched and no temporary file stays.
   virtual Result<void> replace(const std::string& path, std::string_view bytes,
-                               std::uint32_t permissions) = 0;
-
-  /// Removes the file: for a symbolic link, what it points to, as everywhere. A missing one is a
-  /// failure.
-  virtual Result<void> remove(const std::string& path) = 0;
+                               std::optional<std::uint32_t> permissions) = 0;
 
   /// Opens the file for overwriting, making it (default permissions) when it is missing. Opening
   /// changes nothing in an existing file.

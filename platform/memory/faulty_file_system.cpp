@@ -38,6 +38,11 @@ class FaultyFileSystem::Overwrite final : public FileOverwrite {
     return file_->setLength(size);
   }
 
+  Result<void> finish() override {
+    if (auto error = owner_.nextFailure(FileOperation::finish)) return *std::move(error);
+    return file_ ? file_->finish() : Result<void>();
+  }
+
  private:
   FaultyFileSystem& owner_;
   std::string path_;
@@ -96,7 +101,7 @@ Result<std::uint32_t> FaultyFileSystem::permissions(const std::string& path) con
 }
 
 Result<void> FaultyFileSystem::replace(const std::string& path, std::string_view bytes,
-                                       std::uint32_t permissions) {
+                                       std::optional<std::uint32_t> permissions) {
   if (auto error = nextFailure(FileOperation::replace)) return *std::move(error);
   if (!isAlive()) return {};
   if (room_) {
@@ -104,12 +109,6 @@ Result<void> FaultyFileSystem::replace(const std::string& path, std::string_view
     *room_ -= bytes.size();
   }
   return files_.replace(path, bytes, permissions);
-}
-
-Result<void> FaultyFileSystem::remove(const std::string& path) {
-  if (auto error = nextFailure(FileOperation::remove)) return *std::move(error);
-  if (!isAlive()) return {};
-  return files_.remove(path);
 }
 
 Result<std::unique_ptr<FileOverwrite>> FaultyFileSystem::openForOverwriting(

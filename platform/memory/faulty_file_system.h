@@ -19,11 +19,11 @@ enum class FileOperation {
   read,
   permissions,
   replace,
-  remove,
   openForOverwriting,
   reserve,
   write,
   setLength,
+  finish,
 };
 
 /// The faults that are set apply together. The wrapped file system must outlive this one, and this
@@ -46,7 +46,7 @@ class FaultyFileSystem final : public FileSystem {
   void limitRoom(std::uint64_t bytes) { room_ = bytes; }
 
   /// Kills the program after this many more steps. A step is one call of createDirectories,
-  /// replace, remove, openForOverwriting, reserve, write or setLength. Of the step after those, if
+  /// replace, openForOverwriting, reserve, write or setLength. Of the step after those, if
   /// it is a write, the first `bytesOfNextWrite` bytes still land. From then on steps have no
   /// effect but claim success, so that the caller runs to its end and what lies in the wrapped file
   /// system is what the kill would have left.
@@ -63,8 +63,7 @@ class FaultyFileSystem final : public FileSystem {
   Result<std::string> read(const std::string& path) const override;
   Result<std::uint32_t> permissions(const std::string& path) const override;
   Result<void> replace(const std::string& path, std::string_view bytes,
-                       std::uint32_t permissions) override;
-  Result<void> remove(const std::string& path) override;
+                       std::optional<std::uint32_t> permissions) override;
   Result<std::unique_ptr<FileOverwrite>> openForOverwriting(const std::string& path) override;
 
  private:

@@ -62,6 +62,8 @@ class MemoryFileOverwrite final : public FileOverwrite {
     return {};
   }
 
+  Result<void> finish() override { return {}; }
+
  private:
   std::shared_ptr<MemoryFileSystem::File> file_;
   std::shared_ptr<std::mutex> mutex_;
@@ -178,26 +180,16 @@ Result<std::uint32_t> MemoryFileSystem::permissions(const std::string& path) con
 }
 
 Result<void> MemoryFileSystem::replace(const std::string& path, std::string_view bytes,
-                                       std::uint32_t permissions) {
+                                       std::optional<std::uint32_t> permissions) {
   const std::lock_guard lock(*mutex_);
   const Place place = resolve(path);
   const Node* node = find(place);
   const std::string_view reason =
       node && std::holds_alternative<Folder>(*node) ? isAFolder : reasonAgainstNewEntryAt(place);
   if (!reason.empty()) return fileError(path, "written", reason);
-  nodes_.insert_or_assign(place.key, std::make_shared<File>(File{std::string(bytes), permissions}));
-  return {};
-}
-
-Result<void> MemoryFileSystem::remove(const std::string& path) {
-  const std::lock_guard lock(*mutex_);
-  const Place place = resolve(path);
-  const Node* node = find(place);
-  if (!node) return fileError(path, "removed", place.reason.empty() ? noSuchFile : place.reason);
-  if (std::holds_alternative<Folder>(*node)) return fileError(path, "removed", isAFolder);
-  const std::string_view reason = reasonAgainstNewEntryAt(place);
-  if (!reason.empty()) return fileError(path, "removed", reason);
-  nodes_.erase(place.key);
+  nodes_.insert_or_assign(
+      place.key,
+      std::make_shared<File>(File{std::string(bytes), permissions.value_or(newFilePermissions)}));
   return {};
 }
 

@@ -227,26 +227,20 @@ TYPED_TEST_P(FileSystemConformance, AnOpenFileOutlivesItsReplacement) {
   EXPECT_EQ(this->contents("a"), "new");
 }
 
-TYPED_TEST_P(FileSystemConformance, RemovingTakesAwayTheFileAndNothingElse) {
-  this->write("a", "one");
-  this->write("b", "two");
-  EXPECT_TRUE(this->files().remove(this->path("a")));
-  EXPECT_THAT(this->fixture_.names(), testing::ElementsAre("b"));
+TYPED_TEST_P(FileSystemConformance, ReplacingWithoutPermissionsGivesThoseOfANewFile) {
+  EXPECT_TRUE(this->files().replace(this->path("replaced"), "bytes", std::nullopt));
+  EXPECT_TRUE(this->open("opened"));
+  EXPECT_EQ(this->contents("replaced"), "bytes");
+  EXPECT_EQ(this->files().permissions(this->path("replaced")).value(),
+            this->files().permissions(this->path("opened")).value());
 }
 
-TYPED_TEST_P(FileSystemConformance, RemovingThroughALinkTakesAwayWhatItLeadsToAndKeepsTheLink) {
-  this->write("target", "one");
-  this->fixture_.addSymbolicLink(this->path("link"), this->path("target"));
-  EXPECT_TRUE(this->files().remove(this->path("link")));
-  EXPECT_FALSE(this->files().exists(this->path("target")));
-  EXPECT_TRUE(this->fixture_.isSymbolicLink(this->path("link")));
-}
-
-TYPED_TEST_P(FileSystemConformance, NeitherAFolderNorNothingIsRemoved) {
-  EXPECT_TRUE(this->files().createDirectories(this->path("folder")));
-  EXPECT_FALSE(this->files().remove(this->path("folder")));
-  EXPECT_FALSE(this->files().remove(this->path("nothing")));
-  EXPECT_TRUE(this->files().exists(this->path("folder")));
+TYPED_TEST_P(FileSystemConformance, AFinishedFileHoldsWhatWasWritten) {
+  this->write("a", "old");
+  const auto file = this->open("a");
+  EXPECT_TRUE(file->write(0, "newer"));
+  EXPECT_TRUE(file->finish());
+  EXPECT_EQ(this->contents("a"), "newer");
 }
 
 REGISTER_TYPED_TEST_SUITE_P(
@@ -259,7 +253,7 @@ REGISTER_TYPED_TEST_SUITE_P(
     OpeningForOverwritingMakesAMissingFile, OverwritingKeepsPermissionsAndWhatIsNotWritten,
     AWriteBehindTheEndAndAGreaterLengthFillWithZeros, ReservingChangesNeitherBytesNorLength,
     OverwritingThroughALinkKeepsIt, LinksAreFollowedEverywhere, ALinkThatLeadsNowhereIsNotThere,
-    AnOpenFileOutlivesItsReplacement, RemovingTakesAwayTheFileAndNothingElse,
-    RemovingThroughALinkTakesAwayWhatItLeadsToAndKeepsTheLink, NeitherAFolderNorNothingIsRemoved);
+    AnOpenFileOutlivesItsReplacement, ReplacingWithoutPermissionsGivesThoseOfANewFile,
+    AFinishedFileHoldsWhatWasWritten);
 
 }  // namespace quillmar

@@ -140,11 +140,58 @@ TEST_F(SettingsFileTest, WhenTheOldBytesCannotBePutBackTheErrorNamesTheCopy) {
   EXPECT_EQ(files.contents(previousPath), document("old"));
 }
 
+TEST_F(SettingsFileTest, WithoutACopyTheErrorSaysThatThereIsNone) {
+  files.addFile(path, document("old"));
+  FaultyFileSystem faulty(files);
+  faulty.failEveryCall(FileOperation::replace);
+  faulty.failEveryCall(FileOperation::write, Error{"The disk is broken."});
+  EXPECT_EQ(overwrite(faulty, document("new")).error().description,
+            "The disk is broken. The old settings could not be put back; no copy of them could be "
+            "kept either.");
+}
+
+TEST_F(SettingsFileTest, WhenDamagedBytesCannotBePutBackTheErrorNamesTheirCopy) {
+  files.addFile(path, "{ my precious notes");
+  FaultyFileSystem faulty(files);
+  faulty.failEveryCall(FileOperation::write, Error{"The disk is broken."});
+  EXPECT_THAT(overwrite(faulty, document("new")).error().description, HasSubstr(damagedPath));
+  EXPECT_EQ(files.contents(damagedPath), "{ my precious notes");
+}
+
+TEST_F(SettingsFileTest, AWriteThatTheDiskRefusesAtTheEndPutsTheOldBytesBack) {
+  files.addFile(path, document("old"));
+  FaultyFileSystem faulty(files);
+  faulty.failCall(FileOperation::finish, 1, Error{"The server has no room."});
+  EXPECT_EQ(overwrite(faulty, document("new")).error().description, "The server has no room.");
+  EXPECT_EQ(files.contents(path), document("old"));
+}
+
 TEST_F(SettingsFileTest, AFailedFirstWriteLeavesNoFileBehind) {
   FaultyFileSystem faulty(files);
-  faulty.failCall(FileOperation::reserve);
+  faulty.limitRoom(10);
   EXPECT_FALSE(overwrite(faulty, document("new")));
   EXPECT_FALSE(files.exists(path));
+}
+
+TEST_F(SettingsFileTest, KilledDuringTheFirstWriteThereIsNoFileOrAWholeOne) {
+  for (std::uint64_t steps = 0; steps < 4; ++steps) {
+    MemoryFileSystem disk;
+    disk.addFolder("/settings");
+    FaultyFileSystem faulty(disk);
+    faulty.dieAfterSteps(steps, 5);
+    (void)overwrite(faulty, document("new"));
+    EXPECT_EQ(disk.contents(path).value_or(document("new")), document("new"));
+  }
+}
+
+TEST_F(SettingsFileTest, AfterATornWriteTheLastWholeCopyOutlivesLaterSaves) {
+  files.addFile(previousPath, document("the user's menu"));
+  files.addFile(path, document("torn").substr(0, 20));
+  EXPECT_TRUE(overwrite(files, document("first save")));
+  EXPECT_TRUE(overwrite(files, document("second save")));
+  EXPECT_EQ(files.contents(previousPath), document("first save"));
+  EXPECT_EQ(files.contents("/settings/settings.previous-20010909T014640Z.json"),
+            document("the user's menu"));
 }
 
 TEST_F(SettingsFileTest, KilledAtAnyStepAndAnyByteTheFileOrTheCopyIsWhole) {

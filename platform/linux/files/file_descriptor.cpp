@@ -11,4 +11,9 @@ void FileDescriptor::close() {
   errno = before;
 }
 
+int FileDescriptor::finish() {
+  // After EINTR the descriptor is closed all the same.
+  return ::close(std::exchange(number_, -1)) < 0 && errno != EINTR ? errno : 0;
+}
+
 }  // namespace quillmar

@@ -26,6 +26,9 @@ class FileDescriptor {
   /// Closes it now. The errno of whatever failed before stays.
   void close();
 
+  /// Closes it now; 0, or the error number of what was written and could not be kept.
+  int finish();
+
  private:
   int number_ = -1;
 };

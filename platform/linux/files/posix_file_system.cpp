@@ -26,7 +26,7 @@ namespace {
 constexpr std::size_t spareCapacity = 64;
 constexpr mode_t permissionBits = 07777;
 constexpr mode_t newFilePermissions = 0666;
-constexpr mode_t temporaryFilePermissions = 0600;
+constexpr mode_t privateFilePermissions = 0600;
 constexpr int mostLinks = 40;
 
 /// A path for the system's calls; one that holds a U+0000 names nothing and becomes the empty path,
@@ -125,6 +125,11 @@ class PosixFileOverwrite final : public FileOverwrite {
     return {};
   }
 
+  Result<void> finish() override {
+    const int error = file_.finish();
+    return error == 0 ? Result<void>() : failure(error);
+  }
+
  private:
   Result<void> failure(int error) const {
     return fileError(path_, "written", systemErrorText(error));
@@ -140,10 +145,10 @@ class PosixFileOverwrite final : public FileOverwrite {
 class TemporaryFile {
  public:
   /// Beside `path`. Without a descriptor, errno says why it could not be made.
-  explicit TemporaryFile(const std::string& path) : path_(path + ".tmp") {
+  TemporaryFile(const std::string& path, mode_t permissions) : path_(path + ".tmp") {
     unlink(path_.c_str());
-    file_ = FileDescriptor(
-        open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, temporaryFilePermissions));
+    file_ =
+        FileDescriptor(open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions));
   }
   ~TemporaryFile() {
     if (file_) unlink(path_.c_str());
@@ -154,8 +159,9 @@ class TemporaryFile {
   explicit operator bool() const { return static_cast<bool>(file_); }
 
   /// Fills it and puts it in the place of `path`; 0 or the error number.
-  int become(const std::string& path, std::string_view bytes, mode_t permissions) {
-    if (fchmod(file_.number(), permissions) < 0) return errno;
+  int become(const std::string& path, std::string_view bytes,
+             std::optional<std::uint32_t> permissions) {
+    if (permissions && fchmod(file_.number(), *permissions & permissionBits) < 0) return errno;
     if (const int error = writeFully(file_.number(), 0, bytes)) return error;
     while (fdatasync(file_.number()) < 0) {
       if (errno != EINTR) return errno;
@@ -220,7 +226,7 @@ Result<std::uint32_t> PosixFileSystem::permissions(const std::string& path) cons
 }
 
 Result<void> PosixFileSystem::replace(const std::string& path, std::string_view bytes,
-                                      std::uint32_t permissions) {
+                                      std::optional<std::uint32_t> permissions) {
   const auto status = statusOf(path);
   if (status && S_ISDIR(status->st_mode)) {
     return fileError(path, "written", systemErrorText(EISDIR));
@@ -228,20 +234,11 @@ Result<void> PosixFileSystem::replace(const std::string& path, std::string_view 
   if (!status && errno != ENOENT) return fileError(path, "written", systemErrorText(errno));
   const std::string target = followLinks(systemPath(path));
   if (target.empty()) return fileError(path, "written", systemErrorText(ENOENT));
-  TemporaryFile temporary(target);
+  // Nobody else may read it before it has the permissions that it is to have.
+  TemporaryFile temporary(target, permissions ? privateFilePermissions : newFilePermissions);
   if (!temporary) return fileError(path, "written", systemErrorText(errno));
-  if (const int error = temporary.become(target, bytes, permissions & permissionBits)) {
+  if (const int error = temporary.become(target, bytes, permissions)) {
     return fileError(path, "written", systemErrorText(error));
-  }
-  return {};
-}
-
-Result<void> PosixFileSystem::remove(const std::string& path) {
-  const auto status = statusOf(path);
-  if (!status) return fileError(path, "removed", systemErrorText(errno));
-  if (S_ISDIR(status->st_mode)) return fileError(path, "removed", systemErrorText(EISDIR));
-  if (unlink(followLinks(path).c_str()) < 0) {
-    return fileError(path, "removed", systemErrorText(errno));
   }
   return {};
 }

@@ -20,8 +20,7 @@ class PosixFileSystem final : public FileSystem {
   Result<std::string> read(const std::string& path) const override;
   Result<std::uint32_t> permissions(const std::string& path) const override;
   Result<void> replace(const std::string& path, std::string_view bytes,
-                       std::uint32_t permissions) override;
-  Result<void> remove(const std::string& path) override;
+                       std::optional<std::uint32_t> permissions) override;
   Result<std::unique_ptr<FileOverwrite>> openForOverwriting(const std::string& path) override;
 };
 
