@@ -38,7 +38,8 @@ class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
-  /// True when something, a file or a folder, is at the path.
+  /// False when nothing is at the path for certain. True when something, a file or a folder, is
+  /// there, and when the system does not let one look: whoever opens it then hears why.
   virtual bool exists(const std::string& path) const = 0;
 
   /// True when the path is a regular file that this user may execute.

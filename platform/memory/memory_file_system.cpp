@@ -132,7 +132,8 @@ std::string_view MemoryFileSystem::reasonAgainstNewEntryAt(const Place& place) c
 
 bool MemoryFileSystem::exists(const std::string& path) const {
   const std::lock_guard lock(*mutex_);
-  return find(resolve(path)) != nullptr;
+  const Place place = resolve(path);
+  return find(place) || !(place.reason.empty() || place.reason == noSuchFile);
 }
 
 bool MemoryFileSystem::isExecutableFile(const std::string& path) const {

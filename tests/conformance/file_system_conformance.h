@@ -213,7 +213,6 @@ TYPED_TEST_P(FileSystemConformance, ALinkThatLeadsNowhereIsNotThere) {
   this->fixture_.addSymbolicLink(this->path("dangling"), "nothing");
   this->fixture_.addSymbolicLink(this->path("loop"), "loop");
   EXPECT_FALSE(this->files().exists(this->path("dangling")));
-  EXPECT_FALSE(this->files().exists(this->path("loop")));
   EXPECT_EQ(this->contents("dangling"), this->readError("dangling", "No such file or directory"));
   EXPECT_EQ(this->contents("loop"), this->readError("loop", "Too many levels of symbolic links"));
   EXPECT_FALSE(this->files().replace(this->path("loop"), "x", 0644).ok());
@@ -243,6 +242,15 @@ TYPED_TEST_P(FileSystemConformance, AFinishedFileHoldsWhatWasWritten) {
   EXPECT_EQ(this->contents("a"), "newer");
 }
 
+TYPED_TEST_P(FileSystemConformance, APathThatCannotBeLookedAtIsNotSaidToBeMissing) {
+  this->write("file", "bytes");
+  this->fixture_.addSymbolicLink(this->path("loop"), this->path("loop"));
+  EXPECT_TRUE(this->files().exists(this->path("file/below")));
+  EXPECT_TRUE(this->files().exists(this->path("loop")));
+  EXPECT_FALSE(this->files().read(this->path("loop")));
+  EXPECT_FALSE(this->files().exists(this->path("nothing/below")));
+}
+
 REGISTER_TYPED_TEST_SUITE_P(
     FileSystemConformance, NothingIsThereBeforeItIsMade, FoldersAreMadeWithAllAboveThemAndMayExist,
     AFolderCannotBeMadeWhereAFileIs, AFileIsReadWholeWithSpareCapacityBehindIt,
@@ -254,6 +262,6 @@ REGISTER_TYPED_TEST_SUITE_P(
     AWriteBehindTheEndAndAGreaterLengthFillWithZeros, ReservingChangesNeitherBytesNorLength,
     OverwritingThroughALinkKeepsIt, LinksAreFollowedEverywhere, ALinkThatLeadsNowhereIsNotThere,
     AnOpenFileOutlivesItsReplacement, ReplacingWithoutPermissionsGivesThoseOfANewFile,
-    AFinishedFileHoldsWhatWasWritten);
+    AFinishedFileHoldsWhatWasWritten, APathThatCannotBeLookedAtIsNotSaidToBeMissing);
 
 }  // namespace quillmar

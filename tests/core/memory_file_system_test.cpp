@@ -49,11 +49,12 @@ TEST(MemoryFileSystem, NothingIsMadeInAReadOnlyFolder) {
   EXPECT_EQ(files.contents("/folder/file"), "old");
 }
 
-TEST(MemoryFileSystem, AFolderThatMayNotBeSearchedHidesWhatIsInIt) {
+TEST(MemoryFileSystem, AFolderThatMayNotBeSearchedDoesNotTellWhatIsInIt) {
   MemoryFileSystem files;
   files.addFile("/folder/file", "bytes");
   files.addFolder("/folder", 0600);
-  EXPECT_FALSE(files.exists("/folder/file"));
+  EXPECT_TRUE(files.exists("/folder/file"));
+  EXPECT_TRUE(files.exists("/folder/nothing"));
   EXPECT_EQ(files.read("/folder/file").error().description,
             "The file “/folder/file” could not be read: Permission denied.");
 }

@@ -106,13 +106,14 @@ TEST_F(SettingsManagerTest, TheLocationIsWorkedOutAnewOnEveryUse) {
   EXPECT_EQ(manager.settingsFileURL(), "/elsewhere/settings.json");
 }
 
-TEST_F(SettingsManagerTest, ADirectoryThatCannotBeCreatedIsIgnored) {
+TEST_F(SettingsManagerTest, ADirectoryThatCannotBeCreatedShowsWhenTheFileIsReadAndWritten) {
   files.addFile("/blocked", "a file");
   environment.variables["QUILLMAR_SETTINGS_DIR"] = "/blocked/settings";
   SettingsManager manager = makeManager();
-  EXPECT_TRUE(manager.isFirstLaunch());
+  EXPECT_FALSE(manager.isFirstLaunch());
   manager.save();
-  EXPECT_THAT(log, ElementsAre(StartsWith("Failed to save settings: ")));
+  EXPECT_THAT(log, ElementsAre(StartsWith("Failed to load settings: "),
+                               StartsWith("Failed to save settings: ")));
   EXPECT_EQ(posts, 1);
 }
 
@@ -159,6 +160,13 @@ TEST_F(SettingsManagerTest, ACorruptFileGivesAnEmptyDocumentAndIsReplacedAtTheFi
 
   manager.save();
   EXPECT_EQ(onDisk(), QuillmarConfig{});
+}
+
+TEST_F(SettingsManagerTest, AFileThatCannotBeReachedIsReportedAndNotAFirstLaunch) {
+  files.addSymbolicLink(settingsPath, settingsPath);
+  const SettingsManager manager = makeManager();
+  EXPECT_FALSE(manager.isFirstLaunch());
+  EXPECT_THAT(log, ElementsAre(StartsWith("Failed to load settings: ")));
 }
 
 TEST_F(SettingsManagerTest, AnUnreadableFileIsReportedAndNotAFirstLaunch) {

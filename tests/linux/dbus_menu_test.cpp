@@ -1,5 +1,6 @@
 #include "platform/linux/status_item/dbus_menu.h"
 
+#include <limits>
 #include <set>
 
 #include <gmock/gmock.h>
@@ -127,6 +128,7 @@ TEST_F(DbusMenuTest, LimitsTheLayoutToTheDepthAndTheNamesThatWereAskedFor) {
     const GVariantPtr root(g_variant_get_child_value(layout.value.get(), 1));
     return panelEntry(root.get());
   };
+  EXPECT_EQ(layoutOf(0, std::numeric_limits<int>::min(), "label").children.size(), 2u);
   const PanelEntry flat = layoutOf(0, 1, "children-display");
   ASSERT_EQ(flat.children.size(), 2u);
   EXPECT_THAT(flat.children[0].properties, IsEmpty());

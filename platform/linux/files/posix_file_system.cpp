@@ -179,7 +179,7 @@ class TemporaryFile {
 }  // namespace
 
 bool PosixFileSystem::exists(const std::string& path) const {
-  return statusOf(path).has_value();
+  return statusOf(path).has_value() || errno != ENOENT;
 }
 
 bool PosixFileSystem::isExecutableFile(const std::string& path) const {

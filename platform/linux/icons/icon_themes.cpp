@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <sstream>
 #include <system_error>
 #include <utility>
@@ -74,11 +75,28 @@ IconThemes IconThemes::ofUser(const Environment& environment, const std::string&
 
 bool IconThemes::contains(const std::string& iconName) {
   if (iconName.empty() || iconName.find('/') != std::string::npos) return false;
-  if (!leaves_) leaves_ = findLeaves();
-  return std::ranges::any_of(*leaves_, [&](const std::string& leaf) {
+  if (!listing_) listing_ = list();
+  const std::size_t hash = std::hash<std::string>()(iconName);
+  if (!std::ranges::binary_search(listing_->nameHashes, hash)) return false;
+  return std::ranges::any_of(listing_->leaves, [&](const std::string& leaf) {
     const std::string path = leaf + "/" + iconName;
     return isFile(path + ".svg") || isFile(path + ".png");
   });
+}
+
+IconThemes::Listing IconThemes::list() const {
+  Listing listing{.leaves = findLeaves()};
+  for (const std::string& leaf : listing.leaves) {
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(leaf, ignored)) {
+      listing.nameHashes.push_back(std::hash<std::string>()(entry.path().stem().string()));
+    }
+  }
+  std::ranges::sort(listing.nameHashes);
+  const auto repeated = std::ranges::unique(listing.nameHashes);
+  listing.nameHashes.erase(repeated.begin(), repeated.end());
+  listing.nameHashes.shrink_to_fit();
+  return listing;
 }
 
 std::vector<std::string> IconThemes::findLeaves() const {

@@ -1,8 +1,10 @@
-// Which icons the user's own icon themes have. Read lazily: the themes' folders with the first
-// question, a name's files with each. Main thread.
+// Which icons the user's own icon themes have. Read lazily: the themes' folders are listed with the
+// first question; a name that stands in none of them, however many such names there are, costs no
+// further look at the disk. Main thread.
 
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,12 +26,21 @@ class IconThemes {
   bool contains(const std::string& iconName);
 
  private:
+  struct Listing {
+    /// The folders that hold the themes' files.
+    std::vector<std::string> leaves;
+    /// Hashes of the names of all icons in them, sorted: tens of thousands of names would weigh
+    /// megabytes.
+    std::vector<std::size_t> nameHashes;
+  };
+
   std::vector<std::string> findLeaves() const;
+  Listing list() const;
 
   std::vector<std::string> directories_;
   std::vector<std::string> themes_;
-  /// The folders that hold the themes' files; absent until the first question.
-  std::optional<std::vector<std::string>> leaves_;
+  /// Absent until the first question.
+  std::optional<Listing> listing_;
 };
 
 }  // namespace quillmar

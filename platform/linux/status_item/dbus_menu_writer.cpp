@@ -83,11 +83,12 @@ std::uint32_t DbusMenuWriter::bitsNamed(GVariant* wantedNames) {
 GVariant* DbusMenuWriter::layout(const DbusMenuTree::Node& node, int depth) {
   GVariant* children = noChildren_.get();
   if (depth != 0 && node.childCount > 0) {
+    const int childDepth = depth < 0 ? depth : depth - 1;  // Below zero there is no limit.
     std::vector<GVariant*> boxes;
     boxes.reserve(static_cast<std::size_t>(node.childCount));
     for (DbusMenuTree::Id i = 0; i < node.childCount; ++i) {
       const auto child = tree_.find(node.firstChild + i);
-      boxes.push_back(g_variant_new_variant(layout(*child, depth - 1)));
+      boxes.push_back(g_variant_new_variant(layout(*child, childDepth)));
     }
     children = g_variant_new_array(G_VARIANT_TYPE_VARIANT, boxes.data(), boxes.size());
   }
