@@ -188,7 +188,7 @@ CommandRunner::RunResult CommandRunner::capture(const Process& process) {
   auto launched = platform_.processes.launch(process);
   if (!launched) return {launched.error().description, false};
 
-  const std::string bytes = launched.value()->readToEnd();
+  const std::string bytes = launched.value()->readToEnd().standardOutput;
   const int status = launched.value()->waitForExit();
 
   RunResult result;

@@ -1,5 +1,5 @@
 // Child processes: launched with arguments, an environment and a working directory, standard output
-// and standard error joined in one pipe, standard input inherited.
+// and standard error read by this program, standard input inherited.
 
 #pragma once
 
@@ -13,6 +13,10 @@
 
 namespace quillmar {
 
+/// Where a child's standard error goes: into its standard output, in the order in which the child
+/// writes, or where it can be told from that.
+enum class StandardError { joined, apart };
+
 /// A configured child process, not launched yet.
 struct Process {
   /// Path of the program; it is not searched for in PATH. A relative one resolves against this
@@ -24,6 +28,7 @@ struct Process {
   std::map<std::string, std::string> environment;
   /// Empty for this program's own.
   std::string workingDirectory;
+  StandardError standardError = StandardError::joined;
 
   bool operator==(const Process&) const = default;
 };
@@ -32,13 +37,24 @@ struct Process {
 /// U+0000, which no program can be given; absent when all are fine. For backends.
 std::optional<Error> unusableTextIn(const Process& process);
 
+/// All bytes that a child wrote.
+struct ProcessOutput {
+  /// Standard error too, when that is joined.
+  std::string standardOutput;
+  /// Empty unless it is kept apart.
+  std::string standardError;
+
+  bool operator==(const ProcessOutput&) const = default;
+};
+
 /// A launched child. Whoever holds it must call waitForExit() once; any one thread.
 class RunningProcess {
  public:
   virtual ~RunningProcess() = default;
 
-  /// Blocks until every holder of the pipe's other end has closed it; returns all bytes written.
-  virtual std::string readToEnd() = 0;
+  /// Blocks until every holder of the pipes' other ends has closed them. Whichever the child fills
+  /// first, it never waits for the reader of the other one.
+  virtual ProcessOutput readToEnd() = 0;
 
   /// Blocks until the child has ended. Returns its exit status, or 128 plus the number of the
   /// signal that ended it. Leaves no zombie behind.

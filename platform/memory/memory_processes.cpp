@@ -6,20 +6,22 @@ namespace {
 
 class MemoryRunningProcess final : public RunningProcess {
  public:
-  MemoryRunningProcess(ScriptedRun run, std::shared_ptr<std::atomic<std::size_t>> unreaped)
-      : run_(std::move(run)), unreaped_(std::move(unreaped)) {
+  MemoryRunningProcess(ProcessOutput output, int exitStatus,
+                       std::shared_ptr<std::atomic<std::size_t>> unreaped)
+      : output_(std::move(output)), exitStatus_(exitStatus), unreaped_(std::move(unreaped)) {
     ++*unreaped_;
   }
 
-  std::string readToEnd() override { return std::exchange(run_.output, {}); }
+  ProcessOutput readToEnd() override { return std::exchange(output_, {}); }
 
   int waitForExit() override {
     --*unreaped_;
-    return run_.exitStatus;
+    return exitStatus_;
   }
 
  private:
-  ScriptedRun run_;
+  ProcessOutput output_;
+  int exitStatus_;
   std::shared_ptr<std::atomic<std::size_t>> unreaped_;
 };
 
@@ -35,8 +37,12 @@ Result<std::unique_ptr<RunningProcess>> MemoryProcesses::launch(const Process& p
   if (std::optional<Error> error = unusableTextIn(process)) return *std::move(error);
   ScriptedRun run = handler_ ? handler_(process) : ScriptedRun{};
   if (run.launchError) return *std::move(run.launchError);
+  ProcessOutput output{std::move(run.standardOutput), std::move(run.standardError)};
+  if (process.standardError == StandardError::joined) {
+    output.standardOutput += std::exchange(output.standardError, {});
+  }
   return std::unique_ptr<RunningProcess>(
-      std::make_unique<MemoryRunningProcess>(std::move(run), unreaped_));
+      std::make_unique<MemoryRunningProcess>(std::move(output), run.exitStatus, unreaped_));
 }
 
 std::vector<Process> MemoryProcesses::launched() const {

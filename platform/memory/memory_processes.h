@@ -18,10 +18,12 @@ namespace quillmar {
 
 /// What becomes of a launched process.
 struct ScriptedRun {
-  std::string output;
+  std::string standardOutput;
   int exitStatus = 0;
   /// When set, the launch fails with it and nothing runs.
   std::optional<Error> launchError = std::nullopt;
+  /// Follows the standard output when the process joins them.
+  std::string standardError = {};
 };
 
 /// Any thread; the handler runs inside launch().

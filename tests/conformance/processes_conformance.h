@@ -2,6 +2,10 @@
 // default-constructible, gives out `processes()`, and configures programs that behave as the suite
 // wants them:
 //   Process printing(output, exitStatus)   writes the output and exits
+//   Process printingBoth(output, errors)   writes the output, then the errors to standard error
+//   Process printingMuch(bytes)            writes so many 'e' to standard error, then as many 'o'
+//   to
+//                                          standard output
 //   Process killedBySignal(number)         ends by that signal
 //   Process showingArguments()             writes each of its arguments and a line feed
 //   Process showingEnvironment()           writes NAME=VALUE and a line feed per variable
@@ -10,6 +14,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -27,6 +32,7 @@ class ProcessesConformance : public testing::Test {
   struct Outcome {
     std::string output;
     int status = -1;
+    std::string errors;
   };
 
   Outcome run(const Process& process) {
@@ -35,8 +41,9 @@ class ProcessesConformance : public testing::Test {
       ADD_FAILURE() << launched.error().description;
       return {};
     }
-    std::string output = launched.value()->readToEnd();
-    return {std::move(output), launched.value()->waitForExit()};
+    ProcessOutput output = launched.value()->readToEnd();
+    return {std::move(output.standardOutput), launched.value()->waitForExit(),
+            std::move(output.standardError)};
   }
 
   std::string launchErrorOf(const Process& process) {
@@ -71,6 +78,27 @@ TYPED_TEST_P(ProcessesConformance, NoOutputIsTheEmptyText) {
   EXPECT_EQ(this->run(this->fixture_.printing("", 0)).output, "");
 }
 
+TYPED_TEST_P(ProcessesConformance, StandardErrorJoinsTheOutputUnlessItIsKeptApart) {
+  Process process = this->fixture_.printingBoth("out", "err");
+  auto outcome = this->run(process);
+  EXPECT_EQ(outcome.output, "outerr");
+  EXPECT_EQ(outcome.errors, "");
+  process.standardError = StandardError::apart;
+  outcome = this->run(process);
+  EXPECT_EQ(outcome.output, "out");
+  EXPECT_EQ(outcome.errors, "err");
+}
+
+TYPED_TEST_P(ProcessesConformance, BothStreamsArriveWholeHoweverMuchTheyCarry) {
+  constexpr std::size_t bytes = 1'000'000;
+  Process process = this->fixture_.printingMuch(bytes);
+  process.standardError = StandardError::apart;
+  const auto outcome = this->run(process);
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(outcome.output == std::string(bytes, 'o')) << outcome.output.size() << " bytes";
+  EXPECT_TRUE(outcome.errors == std::string(bytes, 'e')) << outcome.errors.size() << " bytes";
+}
+
 TYPED_TEST_P(ProcessesConformance, ASignalThatEndsTheProgramIsToldAs128PlusItsNumber) {
   EXPECT_EQ(this->run(this->fixture_.killedBySignal(15)).status, 128 + 15);
 }
@@ -98,7 +126,7 @@ TYPED_TEST_P(ProcessesConformance, ChildrenRunSideBySide) {
   }
   for (int i = 19; i >= 0; --i) {
     RunningProcess& child = *children[static_cast<std::size_t>(i)];
-    EXPECT_EQ(child.readToEnd(), std::to_string(i));
+    EXPECT_EQ(child.readToEnd().standardOutput, std::to_string(i));
     EXPECT_EQ(child.waitForExit(), i);
   }
 }
@@ -138,7 +166,8 @@ TYPED_TEST_P(ProcessesConformance, ANullCharacterInAnyTextIsALaunchErrorThatSays
 
 REGISTER_TYPED_TEST_SUITE_P(ProcessesConformance, AProgramsOutputAndExitStatusArrive,
                             AFailingProgramsOutputAndStatusArrive, OutputOfAnyBytesArrivesUnchanged,
-                            NoOutputIsTheEmptyText,
+                            NoOutputIsTheEmptyText, StandardErrorJoinsTheOutputUnlessItIsKeptApart,
+                            BothStreamsArriveWholeHoweverMuchTheyCarry,
                             ASignalThatEndsTheProgramIsToldAs128PlusItsNumber,
                             ArgumentsArriveUnchanged, TheEnvironmentIsTheGivenOneAndNothingElse,
                             ChildrenRunSideBySide, AMissingProgramIsALaunchErrorThatNamesIt,

@@ -110,8 +110,9 @@ class CommandLineTest : public testing::Test {
   }
 
   void commandsGive(const std::string& output, int exitStatus = 0) {
-    memory.processes.setHandler(
-        [=](const Process&) { return ScriptedRun{.output = output, .exitStatus = exitStatus}; });
+    memory.processes.setHandler([=](const Process&) {
+      return ScriptedRun{.standardOutput = output, .exitStatus = exitStatus};
+    });
   }
 
   std::string onlyCommandRun() const {

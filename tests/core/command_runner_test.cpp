@@ -34,8 +34,9 @@ class CommandRunnerTest : public testing::Test {
 
   /// Lets the next commands print this and end so.
   void commandsGive(std::string output, int exitStatus = 0) {
-    memory.processes.setHandler(
-        [=](const Process&) { return ScriptedRun{.output = output, .exitStatus = exitStatus}; });
+    memory.processes.setHandler([=](const Process&) {
+      return ScriptedRun{.standardOutput = output, .exitStatus = exitStatus};
+    });
   }
 
   void launchesFail(const std::string& description) {

@@ -15,6 +15,12 @@ class MemoryProcessesFixture {
   Process printing(const std::string& output, int exitStatus) {
     return {"/bin/print", {output, std::to_string(exitStatus)}, {}, "/"};
   }
+  Process printingBoth(const std::string& output, const std::string& errors) {
+    return {"/bin/printBoth", {output, errors}, {}, "/"};
+  }
+  Process printingMuch(std::size_t bytes) {
+    return printingBoth(std::string(bytes, 'o'), std::string(bytes, 'e'));
+  }
   Process killedBySignal(int number) { return printing("", 128 + number); }
   Process showingArguments() { return {"/bin/arguments", {}, {}, "/"}; }
   Process showingEnvironment() { return {"/bin/environment", {}, {}, "/"}; }
@@ -35,11 +41,13 @@ class MemoryProcessesFixture {
     ScriptedRun run;
     if (process.executable == "/bin/print") {
       run = {process.arguments[0], std::stoi(process.arguments[1])};
+    } else if (process.executable == "/bin/printBoth") {
+      run = {.standardOutput = process.arguments[0], .standardError = process.arguments[1]};
     } else if (process.executable == "/bin/arguments") {
-      for (const std::string& argument : process.arguments) run.output += argument + "\n";
+      for (const std::string& argument : process.arguments) run.standardOutput += argument + "\n";
     } else {
       for (const auto& [name, value] : process.environment) {
-        run.output.append(name).append("=").append(value).append("\n");
+        run.standardOutput.append(name).append("=").append(value).append("\n");
       }
     }
     return run;

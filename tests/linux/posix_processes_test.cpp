@@ -29,6 +29,12 @@ class PosixProcessesFixture {
   Process printing(const std::string& output, int exitStatus) {
     return testProgram({"print", output, std::to_string(exitStatus)});
   }
+  Process printingBoth(const std::string& output, const std::string& errors) {
+    return testProgram({"printBoth", output, errors});
+  }
+  Process printingMuch(std::size_t bytes) {
+    return testProgram({"printMuch", std::to_string(bytes)});
+  }
   Process killedBySignal(int number) { return testProgram({"killSelf", std::to_string(number)}); }
   Process showingArguments() { return testProgram({"showArguments"}); }
   Process showingEnvironment() { return testProgram({"showEnvironment"}); }
@@ -52,7 +58,7 @@ class PosixProcessesTest : public testing::Test {
   static std::string outputOf(Processes& processes, const Process& process) {
     Result<std::unique_ptr<RunningProcess>> launched = processes.launch(process);
     if (!launched) return launched.error().description;
-    std::string output = launched.value()->readToEnd();
+    std::string output = launched.value()->readToEnd().standardOutput;
     EXPECT_EQ(launched.value()->waitForExit(), 0);
     return output;
   }
@@ -76,7 +82,24 @@ TEST_F(PosixProcessesTest, StandardOutputAndStandardErrorComeInOneStreamInOrder)
 }
 
 TEST_F(PosixProcessesTest, OutputLargerThanAPipeArrivesWhole) {
-  EXPECT_EQ(outputOf(testProgram({"printMuch", "500000"})), std::string(500'000, 'x'));
+  EXPECT_EQ(outputOf(testProgram({"printMuch", "500000"})),
+            std::string(500'000, 'e') + std::string(500'000, 'o'));
+}
+
+TEST_F(PosixProcessesTest, AStreamThatTheChildClosesEarlyDoesNotEndTheOther) {
+  const auto written = [&](const std::string& command) {
+    auto launched = processes_.launch({.executable = "/bin/sh",
+                                       .arguments = {"-c", command},
+                                       .environment = {{"PATH", "/usr/bin:/bin"}},
+                                       .workingDirectory = "/",
+                                       .standardError = StandardError::apart});
+    if (!launched) return ProcessOutput{launched.error().description, ""};
+    ProcessOutput output = launched.value()->readToEnd();
+    EXPECT_EQ(launched.value()->waitForExit(), 0);
+    return output;
+  };
+  EXPECT_EQ(written("echo out; exec >&-; echo err >&2"), (ProcessOutput{"out\n", "err\n"}));
+  EXPECT_EQ(written("echo err >&2; exec 2>&-; echo out"), (ProcessOutput{"out\n", "err\n"}));
 }
 
 TEST_F(PosixProcessesTest, ReadingGoesOnUntilTheLastHolderOfThePipeHasClosedIt) {
@@ -91,7 +114,7 @@ TEST_F(PosixProcessesTest, ReadingGoesOnUntilTheLastHolderOfThePipeHasClosedIt) 
   ASSERT_TRUE(launched.ok()) << launched.error().description;
   EXPECT_EQ(launched.value()->waitForExit(), 0);
   std::ofstream(fifo) << "go\n";
-  EXPECT_EQ(launched.value()->readToEnd(), "early\nlate\n");
+  EXPECT_EQ(launched.value()->readToEnd().standardOutput, "early\nlate\n");
 }
 
 TEST_F(PosixProcessesTest, TheWorkingDirectoryIsTheGivenOneOrThisProgramsOwn) {
@@ -153,9 +176,13 @@ TEST_F(PosixProcessesTest, NeitherEndedNorFailedLaunchesLeaveZombiesOrDescriptor
   };
   const auto before = countDescriptors();
   for (int i = 0; i < 20; ++i) {
-    EXPECT_EQ(outputOf(testProgram({"print", "x", "0"})), "x");
-    EXPECT_FALSE(processes_.launch({"/no/such/program", {}, {}, "/"}).ok());
-    EXPECT_FALSE(processes_.launch({"/bin/sh", {}, {}, "/no/such/folder"}).ok());
+    for (const StandardError standardError : {StandardError::joined, StandardError::apart}) {
+      Process process = testProgram({"print", "x", "0"});
+      process.standardError = standardError;
+      EXPECT_EQ(outputOf(process), "x");
+      EXPECT_FALSE(processes_.launch({"/no/such/program", {}, {}, "/", standardError}).ok());
+      EXPECT_FALSE(processes_.launch({"/bin/sh", {}, {}, "/no/such/folder", standardError}).ok());
+    }
   }
   EXPECT_TRUE(hasNoChildren());
   EXPECT_EQ(countDescriptors(), before);
@@ -189,10 +216,12 @@ TEST_F(PosixProcessesTest, TooLongArgumentsAreALaunchError) {
 }
 
 TEST_F(PosixProcessesTest, CommandsBeyondTheDescriptorLimitFailAndLeaveSomeForTheProgram) {
-  EXPECT_EQ(outputOf(testProgram({"exhaustDescriptors"})),
-            "started many, all succeeded, zombies none, spare 24\n"
-            "all others: The program “/bin/cat” could not be launched: too many commands are "
-            "running.\n");
+  const std::string outcome =
+      "started many, all succeeded, zombies none, spare 24\n"
+      "all others: The program “/bin/cat” could not be launched: too many commands are "
+      "running.\n";
+  EXPECT_EQ(outputOf(testProgram({"exhaustDescriptors", "joined", "200"})), outcome);
+  EXPECT_EQ(outputOf(testProgram({"exhaustDescriptors", "apart", "100"})), outcome);
 }
 
 }  // namespace

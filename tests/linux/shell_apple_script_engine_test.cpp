@@ -98,9 +98,10 @@ TEST_F(ShellAppleScriptEngineTest, EachCommandRunsInAShellWithTheGivenEnvironmen
   const auto value = execute("do shell script \"echo 'a'\"\ndo shell script \"date\"");
   EXPECT_TRUE(value.ok());
   const std::map<std::string, std::string> environment = {{"PATH", "/bin"}};
-  EXPECT_THAT(processes_.launched(),
-              ElementsAre(Process{"/bin/sh", {"-c", "echo 'a'"}, environment, "/"},
-                          Process{"/bin/sh", {"-c", "date"}, environment, "/"}));
+  EXPECT_THAT(
+      processes_.launched(),
+      ElementsAre(Process{"/bin/sh", {"-c", "echo 'a'"}, environment, "/", StandardError::apart},
+                  Process{"/bin/sh", {"-c", "date"}, environment, "/", StandardError::apart}));
   EXPECT_EQ(processes_.unreapedCount(), 0u);
 }
 
@@ -108,6 +109,13 @@ TEST_F(ShellAppleScriptEngineTest, TheValueIsTheLastOutputWithoutOneLineFeed) {
   processes_.setHandler(
       [](const Process& process) -> ScriptedRun { return {process.arguments[1] + "\n\n"}; });
   EXPECT_EQ(execute("do shell script \"a\"\ndo shell script \"b\"").value(), "b\n");
+}
+
+TEST_F(ShellAppleScriptEngineTest, WarningsAreNotPartOfTheValue) {
+  processes_.setHandler([](const Process&) -> ScriptedRun {
+    return {.standardOutput = "value\n", .standardError = "careful\n"};
+  });
+  EXPECT_EQ(execute("do shell script \"a\"").value(), "value");
 }
 
 TEST_F(ShellAppleScriptEngineTest, OutputThatIsNotUtf8IsNoValue) {
@@ -123,8 +131,10 @@ TEST_F(ShellAppleScriptEngineTest, ASourceOfCommentsSucceedsWithoutAValue) {
   EXPECT_EQ(value.value(), std::nullopt);
 }
 
-TEST_F(ShellAppleScriptEngineTest, AFailingCommandEndsTheScriptWithItsOutput) {
-  processes_.setHandler([](const Process&) -> ScriptedRun { return {"no luck\n", 3}; });
+TEST_F(ShellAppleScriptEngineTest, AFailingCommandEndsTheScriptWithItsStandardError) {
+  processes_.setHandler([](const Process&) -> ScriptedRun {
+    return {.standardOutput = "so far\n", .exitStatus = 3, .standardError = "no luck\n"};
+  });
   const auto value = execute("do shell script \"a\"\ndo shell script \"b\"");
   ASSERT_FALSE(value.ok());
   EXPECT_EQ(value.error().message, "no luck");
@@ -132,8 +142,8 @@ TEST_F(ShellAppleScriptEngineTest, AFailingCommandEndsTheScriptWithItsOutput) {
   EXPECT_EQ(processes_.launched().size(), 1u);
 }
 
-TEST_F(ShellAppleScriptEngineTest, ASilentFailureIsPutIntoWords) {
-  processes_.setHandler([](const Process&) -> ScriptedRun { return {"\n", 1}; });
+TEST_F(ShellAppleScriptEngineTest, AFailureWithoutStandardErrorIsPutIntoWords) {
+  processes_.setHandler([](const Process&) -> ScriptedRun { return {"so far\n", 1}; });
   const auto value = execute("do shell script \"a\"");
   ASSERT_FALSE(value.ok());
   EXPECT_EQ(value.error().message, "The command exited with a non-zero status.");
@@ -161,6 +171,18 @@ TEST(ShellAppleScriptEngine, RunsRealCommands) {
   });
   EXPECT_EQ(engine.makeScript("do shell script \"echo hello $NAME; pwd\"")->execute().value(),
             "hello world\n/");
+}
+
+TEST(ShellAppleScriptEngine, TellsRealWarningsFromTheValue) {
+  PosixProcesses processes(PosixProcesses::Sessions::separate);
+  ShellAppleScriptEngine engine(processes, [] { return std::map<std::string, std::string>{}; });
+  EXPECT_EQ(
+      engine.makeScript("do shell script \"echo careful >&2; echo value\"")->execute().value(),
+      "value");
+  const auto failed =
+      engine.makeScript("do shell script \"echo value; echo no luck >&2; exit 4\"")->execute();
+  ASSERT_FALSE(failed.ok());
+  EXPECT_EQ(failed.error().description, "no luck (error 4)");
 }
 
 }  // namespace

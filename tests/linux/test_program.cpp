@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -57,10 +58,17 @@ int printInterleaved(const Arguments&) {
   return 0;
 }
 
-/// As many bytes as asked for.
+int printBoth(const Arguments& arguments) {
+  std::cout << arguments[0] << std::flush;
+  std::cerr << arguments[1];
+  return 0;
+}
+
+/// As many bytes as asked for to standard error, then as many to standard output.
 int printMuch(const Arguments& arguments) {
-  const std::string block(1000, 'x');
-  for (int left = std::stoi(arguments[0]); left > 0; left -= 1000) std::cout << block;
+  const std::size_t bytes = std::stoul(arguments[0]);
+  std::cerr << std::string(bytes, 'e');
+  std::cout << std::string(bytes, 'o');
   return 0;
 }
 
@@ -114,7 +122,11 @@ int leaveWithHangingTasks(const Arguments&) {
 }
 
 /// Launches far more commands than there are descriptors for, with those few that it is allowed.
-int exhaustDescriptors(const Arguments&) {
+/// The arguments: where their standard error goes, and how many at least are to run.
+int exhaustDescriptors(const Arguments& arguments) {
+  const StandardError standardError =
+      arguments[0] == "apart" ? StandardError::apart : StandardError::joined;
+  const std::size_t many = std::stoul(arguments[1]);
   const rlimit limit{256, 256};
   setrlimit(RLIMIT_NOFILE, &limit);
   // The children read their standard input, which ends when this program says so.
@@ -124,7 +136,7 @@ int exhaustDescriptors(const Arguments&) {
   std::vector<std::unique_ptr<RunningProcess>> running;
   std::map<std::string, int> errors;
   for (int i = 0; i < 1000; ++i) {
-    auto launched = processes.launch({"/bin/cat", {}, {}, "/"});
+    auto launched = processes.launch({"/bin/cat", {}, {}, "/", standardError});
     if (launched) {
       running.push_back(std::move(launched).value());
     } else {
@@ -143,7 +155,7 @@ int exhaustDescriptors(const Arguments&) {
     if (child->waitForExit() == 0) ++succeeded;
   }
   const bool reaped = waitpid(-1, nullptr, WNOHANG) < 0 && errno == ECHILD;
-  std::cout << "started " << (running.size() > 200 ? "many" : "few") << ", all "
+  std::cout << "started " << (running.size() > many ? "many" : "few") << ", all "
             << (succeeded == static_cast<int>(running.size()) ? "succeeded" : "did not succeed")
             << ", zombies " << (reaped ? "none" : "some") << ", spare " << spare << "\n";
   for (const auto& [text, count] : errors) {
@@ -160,6 +172,7 @@ int run(const std::string& task, const Arguments& arguments) {
       {"showEnvironment", showEnvironment},
       {"killSelf", killSelf},
       {"printInterleaved", printInterleaved},
+      {"printBoth", printBoth},
       {"printMuch", printMuch},
       {"showDescriptors", showDescriptors},
       {"showSignals", showSignals},

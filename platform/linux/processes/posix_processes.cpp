@@ -13,6 +13,7 @@
 #include <vector>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -31,20 +32,24 @@ constexpr int statusOfUnknownEnd = 255;
 
 class PosixRunningProcess final : public RunningProcess {
  public:
-  PosixRunningProcess(pid_t id, FileDescriptor output) : id_(id), output_(std::move(output)) {}
+  /// `standardError` holds no descriptor when it is joined with the standard output.
+  PosixRunningProcess(pid_t id, FileDescriptor standardOutput, FileDescriptor standardError)
+      : id_(id),
+        standardOutput_(std::move(standardOutput)),
+        standardError_(std::move(standardError)) {}
 
-  std::string readToEnd() override {
-    // As much as a pipe holds, so that one call empties it.
-    std::array<char, 65536> buffer;
-    std::string bytes;
-    for (;;) {
-      const ssize_t count = ::read(output_.number(), buffer.data(), buffer.size());
-      if (count < 0 && errno == EINTR) continue;
-      if (count <= 0) break;
-      bytes.append(buffer.data(), static_cast<std::size_t>(count));
+  ProcessOutput readToEnd() override {
+    ProcessOutput output;
+    while (standardOutput_ && standardError_) {
+      pollfd pipes[] = {{standardOutput_.number(), POLLIN, 0},
+                        {standardError_.number(), POLLIN, 0}};
+      if (poll(pipes, 2, -1) < 0 && errno != EINTR) break;
+      if (pipes[0].revents != 0) readSome(standardOutput_, output.standardOutput);
+      if (pipes[1].revents != 0) readSome(standardError_, output.standardError);
     }
-    output_.close();
-    return bytes;
+    while (standardOutput_) readSome(standardOutput_, output.standardOutput);
+    while (standardError_) readSome(standardError_, output.standardError);
+    return output;
   }
 
   int waitForExit() override {
@@ -56,17 +61,30 @@ class PosixRunningProcess final : public RunningProcess {
   }
 
  private:
+  /// Appends what the pipe has, blocking while that is nothing, and closes it at its end.
+  static void readSome(FileDescriptor& pipe, std::string& bytes) {
+    // As much as a pipe holds, so that one call empties it.
+    std::array<char, 65536> buffer;
+    const ssize_t count = ::read(pipe.number(), buffer.data(), buffer.size());
+    if (count > 0) {
+      bytes.append(buffer.data(), static_cast<std::size_t>(count));
+    } else if (count == 0 || errno != EINTR) {
+      pipe.close();
+    }
+  }
+
   pid_t id_;
-  FileDescriptor output_;
+  FileDescriptor standardOutput_;
+  FileDescriptor standardError_;
 };
 
 /// What the child does between its birth and its program.
 class ChildSteps {
  public:
-  ChildSteps(int output, const std::string& workingDirectory) {
+  ChildSteps(int standardOutput, int standardError, const std::string& workingDirectory) {
     posix_spawn_file_actions_init(&actions_);
-    posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions_, output, STDERR_FILENO);
+    posix_spawn_file_actions_adddup2(&actions_, standardOutput, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions_, standardError, STDERR_FILENO);
     posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
     if (!workingDirectory.empty()) {
       posix_spawn_file_actions_addchdir_np(&actions_, workingDirectory.c_str());
@@ -207,14 +225,18 @@ PosixProcesses::~PosixProcesses() {
 
 Result<std::unique_ptr<RunningProcess>> PosixProcesses::launch(const Process& process) {
   if (std::optional<Error> error = unusableTextIn(process)) return *std::move(error);
-  Result<Pipe, std::string> made = makePipe();
-  if (!made) return launchError(process.executable, made.error());
-  Pipe pipe = std::move(made).value();
+  const bool joined = process.standardError == StandardError::joined;
+  Result<Pipe, std::string> output = makePipe();
+  if (!output) return launchError(process.executable, output.error());
+  Result<Pipe, std::string> errors = joined ? Pipe{} : makePipe();
+  if (!errors) return launchError(process.executable, errors.error());
 
   const std::string program = absolutePath(process.executable);
   const std::vector<std::string> arguments = argumentVector(process);
   const std::vector<std::string> environment = environmentVector(process);
-  const ChildSteps steps(pipe.writeEnd.number(), process.workingDirectory);
+  const int outputEnd = output.value().writeEnd.number();
+  const ChildSteps steps(outputEnd, joined ? outputEnd : errors.value().writeEnd.number(),
+                         process.workingDirectory);
   pid_t id = 0;
   const int error = posix_spawn(&id, program.c_str(), steps.get(), &attributes_,
                                 addressesOf(arguments).data(), addressesOf(environment).data());
@@ -222,8 +244,8 @@ Result<std::unique_ptr<RunningProcess>> PosixProcesses::launch(const Process& pr
     return launchError(process.executable,
                        launchObstacle(error, program, process.workingDirectory));
   }
-  return std::unique_ptr<RunningProcess>(
-      std::make_unique<PosixRunningProcess>(id, std::move(pipe.readEnd)));
+  return std::unique_ptr<RunningProcess>(std::make_unique<PosixRunningProcess>(
+      id, std::move(output.value().readEnd), std::move(errors.value().readEnd)));
 }
 
 }  // namespace quillmar

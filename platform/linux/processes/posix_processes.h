@@ -27,7 +27,7 @@ class PosixProcesses final : public Processes {
   PosixProcesses(const PosixProcesses&) = delete;
   PosixProcesses& operator=(const PosixProcesses&) = delete;
 
-  /// Also fails when the child's pipe would take one of the last 32 descriptors that this program
+  /// Also fails when the child's pipes would take one of the last 32 descriptors that this program
   /// may have: those are kept back for its own files and connections.
   Result<std::unique_ptr<RunningProcess>> launch(const Process& process) override;
 

@@ -39,19 +39,28 @@ class ShellAppleScript final : public AppleScript {
  private:
   Result<Value, AppleScriptError> run(const std::string& command) const {
     Result<std::unique_ptr<RunningProcess>> launched =
-        processes_.launch({"/bin/sh", {"-c", command}, makeEnvironment_(), "/"});
+        processes_.launch({.executable = "/bin/sh",
+                           .arguments = {"-c", command},
+                           .environment = makeEnvironment_(),
+                           .workingDirectory = "/",
+                           .standardError = StandardError::apart});
     if (!launched) return failure(launched.error().description);
     RunningProcess& child = *launched.value();
-    std::string output = child.readToEnd();
+    ProcessOutput output = child.readToEnd();
     const int status = child.waitForExit();
-    if (output.ends_with('\n')) output.pop_back();
-    if (status != 0) return failureOf(output, status);
-    return text::isValidUtf8(output) ? Value(std::move(output)) : std::nullopt;
+    if (status != 0) return failureOf(withoutLineFeed(std::move(output.standardError)), status);
+    std::string value = withoutLineFeed(std::move(output.standardOutput));
+    return text::isValidUtf8(value) ? Value(std::move(value)) : std::nullopt;
   }
 
-  static AppleScriptError failureOf(const std::string& output, int status) {
-    const std::string message = output.empty() ? "The command exited with a non-zero status."
-                                               : text::replacingUnsendable(output);
+  static std::string withoutLineFeed(std::string text) {
+    if (text.ends_with('\n')) text.pop_back();
+    return text;
+  }
+
+  static AppleScriptError failureOf(const std::string& errorText, int status) {
+    const std::string message = errorText.empty() ? "The command exited with a non-zero status."
+                                                  : text::replacingUnsendable(errorText);
     return {message, message + " (error " + std::to_string(status) + ")"};
   }
 

@@ -26,7 +26,8 @@ class ShellAppleScriptEngine final : public AppleScriptEngine {
 
   /// Never nullptr. Nothing runs unless the whole source is understood. The commands run one after
   /// another, in the root folder as under the real interpreter, until one fails. The value is what
-  /// the last one printed, without one trailing line feed; none when that is not UTF-8.
+  /// the last one wrote to standard output, without one trailing line feed; none when that is not
+  /// UTF-8. What it wrote to standard error is the message when it failed, and nothing otherwise.
   std::unique_ptr<AppleScript> makeScript(const std::string& source) override;
 
  private:
