@@ -1,5 +1,12 @@
 #include "app/app_delegate.h"
 
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -143,11 +150,97 @@ TEST_F(AppDelegateTest, AboutSaysThatItIsNotAvailableYet) {
   EXPECT_THAT(memory.notifications.shown()[0].notification.body, HasSubstr("is not available yet"));
 }
 
+TEST_F(AppDelegateTest, CheckingForUpdatesDoesNothing) {
+  launch();
+  log.clear();
+  memory.statusItem.setMenu(
+      {.entries = {ActionEntry{.title = "Check", .action = MenuAction::checkForUpdates}}});
+  ASSERT_TRUE(memory.statusItem.click({"Check"}));
+  memory.queues.runAll();
+  EXPECT_THAT(memory.processes.launched(), IsEmpty());
+  EXPECT_THAT(memory.notifications.shown(), IsEmpty());
+  EXPECT_THAT(memory.prompts.open, IsEmpty());
+  EXPECT_THAT(log, IsEmpty());
+  EXPECT_THAT(shownMenu(), ElementsAre("Check"));
+  EXPECT_FALSE(memory.application.terminated);
+}
+
 TEST_F(AppDelegateTest, QuitTerminatesTheApplication) {
   launch();
   memory.statusItem.click({"Quit Quillmar"});
   memory.queues.runAll();
   EXPECT_TRUE(memory.application.terminated);
+}
+
+using Events = std::vector<std::string>;
+
+/// Records the request for permission, and lets a delegate that is there by then record itself.
+class RecordingNotifications final : public UserNotificationCenter {
+ public:
+  explicit RecordingNotifications(Events& events) : events_(events) {}
+
+  void requestAuthorization(AuthorizationOptions /*options*/,
+                            std::function<void(bool granted)> /*completion*/) override {
+    presentation({});
+    events_.emplace_back("permission");
+  }
+  void add(UserNotification /*notification*/,
+           std::function<void(std::optional<Error>)> /*completion*/) override {}
+
+ private:
+  Events& events_;
+};
+
+/// Records what it is given, and announces a change while it gets a menu: whoever observes changes
+/// by then hands over another one at once.
+class RecordingStatusItem final : public StatusItem {
+ public:
+  RecordingStatusItem(Events& events, NotificationCenter& center)
+      : events_(events), center_(center) {}
+
+  void setImage(std::optional<Image> /*image*/) override { events_.emplace_back("image"); }
+  void setMenu(Menu /*menu*/) override {
+    events_.emplace_back("menu");
+    if (!std::exchange(announcing_, true)) center_.post(menuItemSettingsChanged);
+  }
+
+ private:
+  Events& events_;
+  NotificationCenter& center_;
+  bool announcing_ = false;
+};
+
+class RecordingAppDelegate final : public AppDelegate {
+ public:
+  RecordingAppDelegate(Events& events, Collaborators collaborators)
+      : AppDelegate(std::move(collaborators)), events_(events) {}
+
+  PresentationOptions willPresent(const UserNotification& notification) override {
+    events_.emplace_back("delegate");
+    return AppDelegate::willPresent(notification);
+  }
+
+ private:
+  Events& events_;
+};
+
+TEST_F(AppDelegateTest, TheLaunchKeepsItsOrder) {
+  Events events;
+  RecordingNotifications notifications(events);
+  RecordingStatusItem statusItem(events, center);
+  Platform platform{memory.application,  memory.queues,          memory.environment,
+                    memory.userDatabase, memory.userDirectories, memory.files,
+                    memory.bundle,       memory.images,          memory.processes,
+                    memory.appleScript,  memory.workspace,       memory.prompts,
+                    memory.pasteboard,   notifications,          statusItem};
+  RecordingAppDelegate recorded(events, {platform, settings, runner, center, logLine()});
+
+  recorded.applicationDidFinishLaunching();
+  // One menu: nobody observed changes yet.
+  EXPECT_THAT(events, ElementsAre("delegate", "permission", "image", "menu"));
+  events.clear();
+  center.post(menuItemSettingsChanged);
+  EXPECT_THAT(events, ElementsAre("menu"));
 }
 
 TEST(UnavailablePromptsTest, AQuestionIsAnsweredByANotificationTitledByTheItemAndCancelled) {
