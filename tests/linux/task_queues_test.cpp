@@ -1,9 +1,12 @@
+#include <chrono>
 #include <csignal>
+#include <functional>
 #include <future>
 #include <latch>
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -66,9 +69,13 @@ class LimitedThreads {
   std::vector<std::jthread> threads;
 };
 
+void unexpectedRetry(std::chrono::milliseconds, const TaskQueue::Task&) {
+  ADD_FAILURE() << "The system has refused a thread.";
+}
+
 TEST(ThreadTaskQueue, TheTwoHundredthTaskStartsWhileTheOthersHang) {
   MemoryTaskQueue main;
-  ThreadTaskQueue queue({"org.example.test"}, main);
+  ThreadTaskQueue queue({"org.example.test"}, unexpectedRetry);
   constexpr int hanging = 199;
   std::latch allStarted(hanging);
   std::promise<void> release;
@@ -94,7 +101,7 @@ TEST(ThreadTaskQueue, ThreadsBearTheLastPartOfTheLabel) {
   MemoryTaskQueue main;
   const auto nameFor = [&](const std::string& label) {
     std::string name;
-    ThreadTaskQueue({label}, main).async([&] {
+    ThreadTaskQueue({label}, unexpectedRetry).async([&] {
       char buffer[16] = "";
       pthread_getname_np(pthread_self(), buffer, sizeof buffer);
       main.async([&name, found = std::string(buffer)] { name = found; });
@@ -112,7 +119,7 @@ TEST(ThreadTaskQueue, EverySignalIsBlockedInItsThreads) {
   bool done = false;
   sigset_t mask;
   sigemptyset(&mask);
-  ThreadTaskQueue({"test"}, main).async([&] {
+  ThreadTaskQueue({"test"}, unexpectedRetry).async([&] {
     sigset_t current;
     pthread_sigmask(SIG_BLOCK, nullptr, &current);
     main.async([&, current] {
@@ -130,7 +137,7 @@ TEST(ThreadTaskQueue, TasksWithoutAThreadAreTakenByThoseThatEnd) {
   MemoryTaskQueue main;
   LimitedThreads system;
   system.allowed = 1;
-  ThreadTaskQueue queue(main, system.starter());
+  ThreadTaskQueue queue({}, unexpectedRetry, system.starter());
   std::promise<void> release;
   std::string order;
   queue.async([&, released = release.get_future().share()] {
@@ -150,14 +157,48 @@ TEST(ThreadTaskQueue, TasksWithoutAThreadAreTakenByThoseThatEnd) {
 TEST(ThreadTaskQueue, WithNoThreadAtAllItTriesAgainUntilItGetsOne) {
   MemoryTaskQueue main;
   LimitedThreads system;
-  ThreadTaskQueue queue(main, system.starter());
+  std::vector<TaskQueue::Task> retries;
+  const auto runLater = [&](std::chrono::milliseconds delay, TaskQueue::Task task) {
+    EXPECT_GT(delay.count(), 0);
+    retries.push_back(std::move(task));
+  };
+  ThreadTaskQueue queue({}, runLater, system.starter());
   int ran = 0;
   for (int i = 0; i < 3; ++i) queue.async([&] { main.async([&] { ++ran; }); });
   EXPECT_EQ(system.refusals, 3);
-  main.runUntil([&] { return system.refusals == 5; });
-  EXPECT_EQ(ran, 0);
+  ASSERT_EQ(retries.size(), 1u);
+  std::exchange(retries, {})[0]();
+  EXPECT_EQ(system.refusals, 4);
+  ASSERT_EQ(retries.size(), 1u);
   system.allowed = 1;
+  std::exchange(retries, {})[0]();
   main.runUntil([&] { return ran == 3; });
+  EXPECT_EQ(retries.size(), 0u);
+}
+
+TEST(ThreadTaskQueue, TheMainLoopGoesOnUntilTheSystemHasAThread) {
+  MainLoopTaskQueue main;
+  LimitedThreads system;
+  ThreadTaskQueue queue({}, MainLoopTaskQueue::asyncAfter, system.starter());
+  bool ran = false;
+  queue.async([&] { main.async([&] { ran = true; }); });
+  bool wentOn = false;
+  main.async([&] { wentOn = true; });
+  runMainLoopUntil([&] { return system.refusals == 2; });
+  EXPECT_TRUE(wentOn);
+  EXPECT_FALSE(ran);
+  system.allowed = 1;
+  runMainLoopUntil([&] { return ran; });
+}
+
+TEST(MainLoopTaskQueue, ADelayedTaskRunsInTheLoopWhenItsTimeHasCome) {
+  bool early = false;
+  bool due = false;
+  MainLoopTaskQueue::asyncAfter(std::chrono::hours(1), [&] { early = true; });
+  MainLoopTaskQueue::asyncAfter(std::chrono::milliseconds(1), [&] { due = true; });
+  EXPECT_FALSE(due);
+  runMainLoopUntil([&] { return due; });
+  EXPECT_FALSE(early);
 }
 
 TEST(ThreadTaskQueue, TheProgramLeavesAtOnceWhileTasksHang) {

@@ -11,7 +11,8 @@ namespace quillmar {
 class LinuxTaskQueues final : public TaskQueues {
  public:
   /// The main queue, which is whatever the program's main loop drains, must outlive the tasks of
-  /// all queues, those of hanging threads too: let it live to the end of the process.
+  /// all queues, those of hanging threads too: let it live to the end of the process. A task for
+  /// which the system has no thread at all waits for a timer of GLib's default main context.
   explicit LinuxTaskQueues(TaskQueue& mainQueue) : mainQueue_(mainQueue) {}
 
   TaskQueue& mainQueue() override { return mainQueue_; }

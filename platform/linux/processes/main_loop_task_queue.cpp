@@ -6,14 +6,27 @@
 
 namespace quillmar {
 
+namespace {
+
+gboolean runOnce(gpointer task) {
+  (*static_cast<TaskQueue::Task*>(task))();
+  return G_SOURCE_REMOVE;
+}
+
+void destroy(gpointer task) {
+  delete static_cast<TaskQueue::Task*>(task);
+}
+
+}  // namespace
+
 void MainLoopTaskQueue::async(Task task) {
-  const auto run = [](gpointer data) -> gboolean {
-    (*static_cast<Task*>(data))();
-    return G_SOURCE_REMOVE;
-  };
-  const auto destroy = [](gpointer data) { delete static_cast<Task*>(data); };
   // Sources of one priority are dispatched in the order in which they were attached.
-  g_idle_add_full(G_PRIORITY_DEFAULT, run, new Task(std::move(task)), destroy);
+  g_idle_add_full(G_PRIORITY_DEFAULT, runOnce, new Task(std::move(task)), destroy);
+}
+
+void MainLoopTaskQueue::asyncAfter(std::chrono::milliseconds delay, Task task) {
+  g_timeout_add_full(G_PRIORITY_DEFAULT, static_cast<guint>(delay.count()), runOnce,
+                     new Task(std::move(task)), destroy);
 }
 
 }  // namespace quillmar

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <chrono>
+
 #include "platform/task_queue.h"
 
 namespace quillmar {
@@ -11,6 +13,9 @@ namespace quillmar {
 class MainLoopTaskQueue final : public TaskQueue {
  public:
   void async(Task task) override;
+
+  /// Returns at once; the task runs in the main loop when the delay is over. Any thread.
+  static void asyncAfter(std::chrono::milliseconds delay, Task task);
 };
 
 }  // namespace quillmar

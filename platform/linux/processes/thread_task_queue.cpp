@@ -4,9 +4,9 @@
 #include <csignal>
 #include <cstddef>
 #include <deque>
+#include <memory>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <utility>
 
 #include <pthread.h>
@@ -17,23 +17,7 @@ namespace {
 
 constexpr std::size_t stackSize = 256 << 10;
 constexpr std::size_t longestThreadName = 15;
-constexpr std::chrono::milliseconds pauseBeforeRetry{10};
-
-/// Starts a detached thread with a small stack in which every signal is blocked: signals are the
-/// main thread's.
-bool startSystemThread(void* (*run)(void*), void* argument) {
-  pthread_attr_t attributes;
-  if (pthread_attr_init(&attributes) != 0) return false;
-  sigset_t all;
-  sigfillset(&all);
-  pthread_attr_setsigmask_np(&attributes, &all);
-  pthread_attr_setstacksize(&attributes, stackSize);
-  pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
-  pthread_t thread;
-  const int error = pthread_create(&thread, &attributes, run, argument);
-  pthread_attr_destroy(&attributes);
-  return error == 0;
-}
+constexpr std::chrono::milliseconds pauseBeforeRetry{100};
 
 std::string threadNameOf(const std::string& label) {
   const std::size_t stop = label.rfind('.');
@@ -45,9 +29,9 @@ std::string threadNameOf(const std::string& label) {
 /// What the queue shares with its threads; the last of them destroys it.
 class ThreadTaskQueue::Pool : public std::enable_shared_from_this<Pool> {
  public:
-  Pool(std::string threadName, TaskQueue& mainQueue, StartThread startThread)
+  Pool(std::string threadName, RunLater runLater, StartThread startThread)
       : threadName_(std::move(threadName)),
-        mainQueue_(mainQueue),
+        runLater_(std::move(runLater)),
         startThread_(std::move(startThread)) {}
 
   void async(Task task) {
@@ -107,8 +91,7 @@ class ThreadTaskQueue::Pool : public std::enable_shared_from_this<Pool> {
   }
 
   void retryLater() {
-    mainQueue_.async([pool = shared_from_this()] {
-      std::this_thread::sleep_for(pauseBeforeRetry);
+    runLater_(pauseBeforeRetry, [pool = shared_from_this()] {
       {
         const std::lock_guard lock(pool->mutex_);
         pool->retrying_ = false;
@@ -118,7 +101,7 @@ class ThreadTaskQueue::Pool : public std::enable_shared_from_this<Pool> {
   }
 
   const std::string threadName_;
-  TaskQueue& mainQueue_;
+  const RunLater runLater_;
   const StartThread startThread_;
   std::mutex mutex_;
   std::deque<Task> waiting_;
@@ -128,16 +111,29 @@ class ThreadTaskQueue::Pool : public std::enable_shared_from_this<Pool> {
   bool retrying_ = false;
 };
 
-ThreadTaskQueue::ThreadTaskQueue(const ConcurrentQueueAttributes& attributes, TaskQueue& mainQueue)
-    : pool_(std::make_shared<Pool>(threadNameOf(attributes.label), mainQueue, startSystemThread)) {}
-
-ThreadTaskQueue::ThreadTaskQueue(TaskQueue& mainQueue, StartThread startThread)
-    : pool_(std::make_shared<Pool>("", mainQueue, std::move(startThread))) {}
+ThreadTaskQueue::ThreadTaskQueue(const ConcurrentQueueAttributes& attributes, RunLater runLater,
+                                 StartThread startThread)
+    : pool_(std::make_shared<Pool>(threadNameOf(attributes.label), std::move(runLater),
+                                   std::move(startThread))) {}
 
 ThreadTaskQueue::~ThreadTaskQueue() = default;
 
 void ThreadTaskQueue::async(Task task) {
   pool_->async(std::move(task));
+}
+
+bool ThreadTaskQueue::startSystemThread(void* (*run)(void*), void* argument) {
+  pthread_attr_t attributes;
+  if (pthread_attr_init(&attributes) != 0) return false;
+  sigset_t all;
+  sigfillset(&all);
+  pthread_attr_setsigmask_np(&attributes, &all);
+  pthread_attr_setstacksize(&attributes, stackSize);
+  pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
+  pthread_t thread;
+  const int error = pthread_create(&thread, &attributes, run, argument);
+  pthread_attr_destroy(&attributes);
+  return error == 0;
 }
 
 }  // namespace quillmar
