@@ -16,15 +16,15 @@ void buildMenu(benchmark::State& state, std::size_t folders) {
   for (auto _ : state) benchmark::DoNotOptimize(buildStatusMenu(config, images, false));
 }
 
-void menuModelOf1000Items(benchmark::State& state) {
-  buildMenu(state, 10);
-}
 void menuModelOf10000Items(benchmark::State& state) {
   buildMenu(state, 100);
 }
+void menuModelOf20000Items(benchmark::State& state) {
+  buildMenu(state, 200);
+}
 
-BENCHMARK(menuModelOf1000Items)->Unit(benchmark::kMicrosecond);
 BENCHMARK(menuModelOf10000Items)->Unit(benchmark::kMicrosecond);
+BENCHMARK(menuModelOf20000Items)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace quillmar
