@@ -34,6 +34,15 @@ std::string replacingEvery(std::string_view whole, std::string_view part,
   return result.append(whole, copied);
 }
 
+/// Takes the white space and newlines off both ends; an output of hundreds of megabytes is not
+/// copied for it.
+void trimInPlace(std::string& text) {
+  const std::string_view trimmed = text::trimWhitespaceAndNewlines(text);
+  const auto front = static_cast<std::size_t>(trimmed.data() - text.data());
+  text.resize(front + trimmed.size());
+  text.erase(0, front);
+}
+
 }  // namespace
 
 CommandRunner::CommandRunner(Platform& platform, SettingsManager& settings, LogLine log)
@@ -188,11 +197,16 @@ CommandRunner::RunResult CommandRunner::capture(const Process& process) {
   auto launched = platform_.processes.launch(process);
   if (!launched) return {launched.error().description, false};
 
-  const std::string bytes = launched.value()->readToEnd().standardOutput;
+  Result<ProcessOutput> read = launched.value()->readToEnd();
   const int status = launched.value()->waitForExit();
+  if (!read) return {read.error().description, false};
 
   RunResult result;
-  if (text::isValidUtf8(bytes)) result.output = text::trimWhitespaceAndNewlines(bytes);
+  std::string& bytes = read.value().standardOutput;
+  if (text::isValidUtf8(bytes)) {
+    trimInPlace(bytes);
+    result.output = std::move(bytes);
+  }
   result.success = status == 0;
   return result;
 }

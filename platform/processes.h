@@ -53,8 +53,9 @@ class RunningProcess {
   virtual ~RunningProcess() = default;
 
   /// Blocks until every holder of the pipes' other ends has closed them. Whichever the child fills
-  /// first, it never waits for the reader of the other one.
-  virtual ProcessOutput readToEnd() = 0;
+  /// first, it never waits for the reader of the other one. Fails when the bytes do not fit into
+  /// memory; the pipes are closed then, which ends a child that goes on writing.
+  virtual Result<ProcessOutput> readToEnd() = 0;
 
   /// Blocks until the child has ended. Returns its exit status, or 128 plus the number of the
   /// signal that ended it. Leaves no zombie behind.

@@ -6,13 +6,19 @@ namespace {
 
 class MemoryRunningProcess final : public RunningProcess {
  public:
-  MemoryRunningProcess(ProcessOutput output, int exitStatus,
+  MemoryRunningProcess(ProcessOutput output, std::optional<Error> readError, int exitStatus,
                        std::shared_ptr<std::atomic<std::size_t>> unreaped)
-      : output_(std::move(output)), exitStatus_(exitStatus), unreaped_(std::move(unreaped)) {
+      : output_(std::move(output)),
+        readError_(std::move(readError)),
+        exitStatus_(exitStatus),
+        unreaped_(std::move(unreaped)) {
     ++*unreaped_;
   }
 
-  ProcessOutput readToEnd() override { return std::exchange(output_, {}); }
+  Result<ProcessOutput> readToEnd() override {
+    if (readError_) return *readError_;
+    return std::exchange(output_, {});
+  }
 
   int waitForExit() override {
     --*unreaped_;
@@ -21,6 +27,7 @@ class MemoryRunningProcess final : public RunningProcess {
 
  private:
   ProcessOutput output_;
+  std::optional<Error> readError_;
   int exitStatus_;
   std::shared_ptr<std::atomic<std::size_t>> unreaped_;
 };
@@ -41,8 +48,8 @@ Result<std::unique_ptr<RunningProcess>> MemoryProcesses::launch(const Process& p
   if (process.standardError == StandardError::joined) {
     output.standardOutput += std::exchange(output.standardError, {});
   }
-  return std::unique_ptr<RunningProcess>(
-      std::make_unique<MemoryRunningProcess>(std::move(output), run.exitStatus, unreaped_));
+  return std::unique_ptr<RunningProcess>(std::make_unique<MemoryRunningProcess>(
+      std::move(output), std::move(run.readError), run.exitStatus, unreaped_));
 }
 
 std::vector<Process> MemoryProcesses::launched() const {

@@ -22,6 +22,8 @@ struct ScriptedRun {
   int exitStatus = 0;
   /// When set, the launch fails with it and nothing runs.
   std::optional<Error> launchError = std::nullopt;
+  /// When set, reading the output fails with it.
+  std::optional<Error> readError = std::nullopt;
   /// Follows the standard output when the process joins them.
   std::string standardError = {};
 };

@@ -41,7 +41,7 @@ class ProcessesConformance : public testing::Test {
       ADD_FAILURE() << launched.error().description;
       return {};
     }
-    ProcessOutput output = launched.value()->readToEnd();
+    ProcessOutput output = launched.value()->readToEnd().value();
     return {std::move(output.standardOutput), launched.value()->waitForExit(),
             std::move(output.standardError)};
   }
@@ -126,7 +126,7 @@ TYPED_TEST_P(ProcessesConformance, ChildrenRunSideBySide) {
   }
   for (int i = 19; i >= 0; --i) {
     RunningProcess& child = *children[static_cast<std::size_t>(i)];
-    EXPECT_EQ(child.readToEnd().standardOutput, std::to_string(i));
+    EXPECT_EQ(child.readToEnd().value().standardOutput, std::to_string(i));
     EXPECT_EQ(child.waitForExit(), i);
   }
 }

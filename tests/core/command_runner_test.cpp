@@ -464,6 +464,16 @@ TEST_F(CommandRunnerTest, AFailedLaunchIsAFailureWithItsReason) {
   EXPECT_THAT(notified(), ElementsAre(Note("Title failed", "There are no more processes.")));
 }
 
+TEST_F(CommandRunnerTest, OutputThatDoesNotFitIntoMemoryIsAFailureWithItsReason) {
+  memory.processes.setHandler([](const Process&) {
+    return ScriptedRun{.readError = Error{"The command printed more than fits into memory."}};
+  });
+  runToTheEnd(item("yes"));
+  EXPECT_THAT(notified(),
+              ElementsAre(Note("Title failed", "The command printed more than fits into memory.")));
+  EXPECT_EQ(memory.processes.unreapedCount(), 0u);
+}
+
 TEST_F(CommandRunnerTest, OutputThatIsNotUtf8CountsAsNoOutputAndTheStatusDecides) {
   commandsGive("caf\xE9");
   MenuItem both = item("cat");

@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -58,7 +59,7 @@ class PosixProcessesTest : public testing::Test {
   static std::string outputOf(Processes& processes, const Process& process) {
     Result<std::unique_ptr<RunningProcess>> launched = processes.launch(process);
     if (!launched) return launched.error().description;
-    std::string output = launched.value()->readToEnd().standardOutput;
+    std::string output = launched.value()->readToEnd().value().standardOutput;
     EXPECT_EQ(launched.value()->waitForExit(), 0);
     return output;
   }
@@ -94,7 +95,7 @@ TEST_F(PosixProcessesTest, AStreamThatTheChildClosesEarlyDoesNotEndTheOther) {
                                        .workingDirectory = "/",
                                        .standardError = StandardError::apart});
     if (!launched) return ProcessOutput{launched.error().description, ""};
-    ProcessOutput output = launched.value()->readToEnd();
+    ProcessOutput output = launched.value()->readToEnd().value();
     EXPECT_EQ(launched.value()->waitForExit(), 0);
     return output;
   };
@@ -114,7 +115,7 @@ TEST_F(PosixProcessesTest, ReadingGoesOnUntilTheLastHolderOfThePipeHasClosedIt) 
   ASSERT_TRUE(launched.ok()) << launched.error().description;
   EXPECT_EQ(launched.value()->waitForExit(), 0);
   std::ofstream(fifo) << "go\n";
-  EXPECT_EQ(launched.value()->readToEnd().standardOutput, "early\nlate\n");
+  EXPECT_EQ(launched.value()->readToEnd().value().standardOutput, "early\nlate\n");
 }
 
 TEST_F(PosixProcessesTest, TheWorkingDirectoryIsTheGivenOneOrThisProgramsOwn) {
@@ -223,6 +224,24 @@ TEST_F(PosixProcessesTest, CommandsBeyondTheDescriptorLimitFailAndLeaveSomeForTh
   EXPECT_EQ(outputOf(testProgram({"exhaustDescriptors", "joined", "200"})), outcome);
   EXPECT_EQ(outputOf(testProgram({"exhaustDescriptors", "apart", "100"})), outcome);
 }
+
+#ifndef __SANITIZE_ADDRESS__  // The sanitizer's allocator ends the program where others throw.
+
+/// Ends the process: with 0 when an endless output was an error and its command was ended by it.
+[[noreturn]] void readEndlessOutputInLittleMemory(PosixProcesses& processes) {
+  const auto launched = processes.launch({"/usr/bin/yes", {}, {}, "/"});
+  // The child keeps what it was born with; only this process has to be content with less.
+  const rlimit limit{rlim_t{1} << 30, rlim_t{1} << 30};
+  setrlimit(RLIMIT_AS, &limit);
+  const bool failed = launched && !launched.value()->readToEnd();
+  _exit(failed && launched.value()->waitForExit() == 128 + SIGPIPE ? 0 : 1);
+}
+
+TEST_F(PosixProcessesTest, AnEndlessOutputIsAnErrorOnceMemoryIsFull) {
+  EXPECT_EXIT(readEndlessOutputInLittleMemory(processes_), testing::ExitedWithCode(0), "");
+}
+
+#endif
 
 }  // namespace
 }  // namespace quillmar

@@ -205,7 +205,7 @@ TEST(ThreadTaskQueue, TheProgramLeavesAtOnceWhileTasksHang) {
   PosixProcesses processes(PosixProcesses::Sessions::separate);
   auto launched = processes.launch(testProgram({"leaveWithHangingTasks"}));
   ASSERT_TRUE(launched.ok()) << launched.error().description;
-  EXPECT_EQ(launched.value()->readToEnd().standardOutput, "leaving");
+  EXPECT_EQ(launched.value()->readToEnd().value().standardOutput, "leaving");
   EXPECT_EQ(launched.value()->waitForExit(), 0);
 }
 

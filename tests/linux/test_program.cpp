@@ -151,7 +151,7 @@ int exhaustDescriptors(const Arguments& arguments) {
   close(ends[1]);
   int succeeded = 0;
   for (const auto& child : running) {
-    child->readToEnd();
+    if (!child->readToEnd()) return 1;
     if (child->waitForExit() == 0) ++succeeded;
   }
   const bool reaped = waitpid(-1, nullptr, WNOHANG) < 0 && errno == ECHILD;

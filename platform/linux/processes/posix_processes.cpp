@@ -6,6 +6,7 @@
 #include <climits>
 #include <csignal>
 #include <cstring>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,7 +39,26 @@ class PosixRunningProcess final : public RunningProcess {
         standardOutput_(std::move(standardOutput)),
         standardError_(std::move(standardError)) {}
 
-  ProcessOutput readToEnd() override {
+  Result<ProcessOutput> readToEnd() override {
+    try {
+      return readPipes();
+    } catch (const std::bad_alloc&) {
+      standardOutput_.close();
+      standardError_.close();
+      return Error{"The command printed more than fits into memory."};
+    }
+  }
+
+  int waitForExit() override {
+    int status = 0;
+    while (waitpid(id_, &status, 0) < 0) {
+      if (errno != EINTR) return statusOfUnknownEnd;
+    }
+    return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+  }
+
+ private:
+  ProcessOutput readPipes() {
     ProcessOutput output;
     while (standardOutput_ && standardError_) {
       pollfd pipes[] = {{standardOutput_.number(), POLLIN, 0},
@@ -52,15 +72,6 @@ class PosixRunningProcess final : public RunningProcess {
     return output;
   }
 
-  int waitForExit() override {
-    int status = 0;
-    while (waitpid(id_, &status, 0) < 0) {
-      if (errno != EINTR) return statusOfUnknownEnd;
-    }
-    return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
-  }
-
- private:
   /// Appends what the pipe has, blocking while that is nothing, and closes it at its end.
   static void readSome(FileDescriptor& pipe, std::string& bytes) {
     // As much as a pipe holds, so that one call empties it.

@@ -46,8 +46,10 @@ class ShellAppleScript final : public AppleScript {
                            .standardError = StandardError::apart});
     if (!launched) return failure(launched.error().description);
     RunningProcess& child = *launched.value();
-    ProcessOutput output = child.readToEnd();
+    Result<ProcessOutput> read = child.readToEnd();
     const int status = child.waitForExit();
+    if (!read) return failure(read.error().description);
+    ProcessOutput& output = read.value();
     if (status != 0) return failureOf(withoutLineFeed(std::move(output.standardError)), status);
     std::string value = withoutLineFeed(std::move(output.standardOutput));
     return text::isValidUtf8(value) ? Value(std::move(value)) : std::nullopt;
