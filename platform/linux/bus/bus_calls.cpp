@@ -31,10 +31,22 @@ std::string busErrorName(const GError& error) {
   return name ? name.get() : "";
 }
 
+bool isMissingService(const GError& error) {
+  return g_error_matches(&error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
+         g_error_matches(&error, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
+}
+
+bool isMissingAnswer(const GError& error) {
+  return g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT) ||
+         g_error_matches(&error, G_DBUS_ERROR, G_DBUS_ERROR_NO_REPLY);
+}
+
 std::string busErrorMessage(const GError& error) {
   const GErrorPtr copy(g_error_copy(&error));
   g_dbus_error_strip_remote_error(copy.get());
-  return copy->message;
+  std::string message = copy->message;
+  if (message.ends_with('.')) message.pop_back();
+  return message;
 }
 
 }  // namespace quillmar

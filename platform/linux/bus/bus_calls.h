@@ -52,7 +52,13 @@ inline constexpr BusMethod busItself(const char* name) {
 /// an error of this side.
 std::string busErrorName(const GError& error);
 
-/// The error's message without its name on the bus.
+/// True when nobody provides the service and nobody can be started for it.
+bool isMissingService(const GError& error);
+
+/// True when no answer came in time.
+bool isMissingAnswer(const GError& error);
+
+/// The error's message without its name on the bus and without a full stop at its end.
 std::string busErrorMessage(const GError& error);
 
 }  // namespace quillmar

@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/linux/bus/bus_calls.h"
 #include "platform/log.h"
 
 namespace quillmar {
@@ -34,8 +35,8 @@ DbusObject::DbusObject(GDBusConnection* connection, const char* path, const char
                                                     &handlers_, nullptr, &error);
   const GErrorPtr owned(error);
   if (error) {
-    logToStandardError(std::string("Could not export ") + interface().name + " at " + path_ + ": " +
-                       error->message);
+    logToStandardError("The object " + path_ + " with the interface " + interface().name +
+                       " could not be shown on the session bus (" + busErrorMessage(*error) + ").");
   }
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/linux/application/application_instance.h"
+#include "platform/linux/bus/markup.h"
 #include "platform/text.h"
 
 namespace quillmar {
@@ -21,27 +22,6 @@ constexpr BusMethod service(const char* name) {
   return {serviceName, "/org/freedesktop/Notifications", serviceName, name};
 }
 
-std::string escapedMarkup(std::string_view text) {
-  std::string out;
-  out.reserve(text.size());
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        out += "&amp;";
-        break;
-      case '<':
-        out += "&lt;";
-        break;
-      case '>':
-        out += "&gt;";
-        break;
-      default:
-        out += c;
-    }
-  }
-  return out;
-}
-
 bool holds(GVariant* strings, std::string_view wanted) {
   const GStringListPtr list(g_variant_get_strv(strings, nullptr));
   for (const gchar** each = list.get(); *each; ++each) {
@@ -50,26 +30,19 @@ bool holds(GVariant* strings, std::string_view wanted) {
   return false;
 }
 
-bool isMissingService(const GError& error) {
-  return g_error_matches(&error, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
-         g_error_matches(&error, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
-}
-
 Error describe(const GError& error) {
   if (isMissingService(error)) {
     return {"No notification service is running and none can be started."};
   }
   if (busErrorName(error).starts_with("org.freedesktop.DBus.Error.Spawn.")) {
-    return {"The notification service could not be started: " + busErrorMessage(error)};
+    return {"The notification service could not be started (" + busErrorMessage(error) + ")."};
   }
   if (g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_CLOSED)) {
     return {"The connection to the session bus, and so to the notification service, has ended."};
   }
-  if (g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT) ||
-      g_error_matches(&error, G_DBUS_ERROR, G_DBUS_ERROR_NO_REPLY)) {
-    return {"The notification service did not answer."};
-  }
-  return {"The notification service did not take the notification: " + busErrorMessage(error)};
+  if (isMissingAnswer(error)) return {"The notification service did not answer."};
+  return {"The notification service did not take the notification (" + busErrorMessage(error) +
+          ")."};
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "platform/linux/bus/glib_pointers.h"
+#include "platform/linux/bus/markup.h"
 #include "platform/linux/status_item/icon_pixmaps.h"
 #include "platform/text.h"
 
@@ -43,11 +43,6 @@ constexpr const char* introspection = R"xml(<node>
 
 GVariant* noPixmaps() {
   return g_variant_new_array(G_VARIANT_TYPE("(iiay)"), nullptr, 0);
-}
-
-std::string escapedMarkup(const std::string& text) {
-  const GStringPtr escaped(g_markup_escape_text(text.c_str(), static_cast<gssize>(text.size())));
-  return escaped.get();
 }
 
 StatusNotifierItemOptions sendable(StatusNotifierItemOptions options) {

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "platform/linux/bus/bus_calls.h"
 #include "platform/log.h"
 
 namespace quillmar {
@@ -81,7 +82,8 @@ void StatusNotifierRegistration::registered(GObject* connection, GAsyncResult* r
       g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error));
   const GErrorPtr owned(error);
   if (error && !g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) {
-    logToStandardOutput(std::string("The panel did not take the status icon: ") + error->message);
+    logToStandardOutput("The panel did not take the status icon (" + busErrorMessage(*error) +
+                        ").");
   }
 }
 
