@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/linux/child_programs.h"
+#include "tests/linux/main_loop.h"
 
 namespace quillmar {
 namespace {
@@ -50,6 +51,7 @@ TEST_F(DesktopPasteboardTest, AnXDisplayGetsTheText) {
 TEST_F(DesktopPasteboardTest, AWaylandDisplayGoesBeforeAnXDisplay) {
   copyIn({{{"DISPLAY", server_.display()}, {"WAYLAND_DISPLAY", "nonexistent"}}});
   EXPECT_EQ(pasteFromX(), std::nullopt);
+  runMainLoopUntil([this] { return !log_.empty(); });
   EXPECT_THAT(log_,
               ElementsAre("The text was not copied to the clipboard: “wl-copy” did not take it."));
 }

@@ -4,8 +4,10 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <fcntl.h>
@@ -52,8 +54,7 @@ class WaylandPasteboardTest : public testing::Test {
     WaylandPasteboard pasteboard(
         {}, [this](std::string_view line) { log_.emplace_back(line); }, program);
     pasteboard.setString(std::move(text));
-    pasteboard.saveForQuit(std::chrono::hours(1));
-    EXPECT_FALSE(pasteboard.isBusy());
+    runMainLoopUntil([&] { return !pasteboard.isBusy(); });
   }
 
   std::vector<std::string> log_;
@@ -78,25 +79,84 @@ TEST_F(WaylandPasteboardTest, AProgramThatStopsReadingHarmsNobody) {
   EXPECT_THAT(log_, testing::SizeIs(1));
 }
 
-TEST_F(WaylandPasteboardTest, AProgramThatHangsIsNotWaitedForLongerThanAllowed) {
-  const GStringPtr folder(g_dir_make_tmp("quillmar-wl-copy-XXXXXX", nullptr));
-  const std::string pipe = std::string(folder.get()) + "/pipe";
-  const std::string program = std::string(folder.get()) + "/program";
-  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  // It waits for the end of the pipe, which comes with the end of this test.
-  const int writer = open(pipe.c_str(), O_RDWR | O_CLOEXEC);
-  std::ofstream(program) << "#!/bin/sh\nexec cat '" << pipe << "'\n";
-  ASSERT_EQ(chmod(program.c_str(), 0700), 0);
+/// With a program that notes each text in a file, but hangs on the first one until it is told.
+class SlowWaylandPasteboardTest : public testing::Test {
+ protected:
+  SlowWaylandPasteboardTest() {
+    mkfifo(path("gate").c_str(), 0600);
+    std::ofstream(path("program")) << "#!/bin/sh\ncd '" << folder_.get() << "' || exit\n"
+                                   << "[ -e texts ] || { : > texts; read -r _ < gate; }\n"
+                                   << "cat >> texts; echo >> texts\n";
+    chmod(path("program").c_str(), 0700);
+    gate_ = open(path("gate").c_str(), O_RDWR | O_CLOEXEC);
+    pasteboard_.emplace(
+        Environment{{{"PATH", std::getenv("PATH")}}},
+        [this](std::string_view line) { log_.emplace_back(line); }, path("program"));
+  }
 
-  WaylandPasteboard pasteboard(
-      {}, [this](std::string_view line) { log_.emplace_back(line); }, program);
-  pasteboard.setString("text");
-  pasteboard.saveForQuit(std::chrono::milliseconds(50));
-  EXPECT_TRUE(pasteboard.isBusy());
-  close(writer);
-  runMainLoopUntil([&] { return !pasteboard.isBusy(); });
+  ~SlowWaylandPasteboardTest() override {
+    close(gate_);
+    std::filesystem::remove_all(folder_.get());
+  }
+
+  std::string path(const std::string& name) const { return folder_.get() + ("/" + name); }
+
+  void letGo() { EXPECT_EQ(write(gate_, "\n", 1), 1); }
+
+  std::string texts() const {
+    std::ifstream in(path("texts"));
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+
+  const GStringPtr folder_{g_dir_make_tmp("quillmar-wl-copy-XXXXXX", nullptr)};
+  int gate_ = -1;
+  std::optional<WaylandPasteboard> pasteboard_;
+  std::vector<std::string> log_;
+};
+
+TEST_F(SlowWaylandPasteboardTest, AProgramThatHangsIsNotWaitedForLongerThanAllowed) {
+  pasteboard_->setString("first");
+  pasteboard_->setString("second");
+  pasteboard_->saveForQuit(std::chrono::milliseconds(50));
+  EXPECT_TRUE(pasteboard_->isBusy());
+  EXPECT_EQ(texts(), "");
+  letGo();
+  runMainLoopUntil([&] { return !pasteboard_->isBusy(); });
+  EXPECT_EQ(texts(), "first\nsecond\n");
   EXPECT_THAT(log_, IsEmpty());
-  std::filesystem::remove_all(folder.get());
+}
+
+TEST_F(SlowWaylandPasteboardTest, OfTheTextsThatWaitTheLastOneIsSavedAtTheEnd) {
+  pasteboard_->setString("first");
+  pasteboard_->setString("skipped");
+  pasteboard_->setString("last");
+  letGo();
+  bool dispatched = false;
+  const guint other = g_idle_add_full(
+      G_PRIORITY_HIGH,
+      [](gpointer flag) -> gboolean {
+        *static_cast<bool*>(flag) = true;
+        return G_SOURCE_CONTINUE;
+      },
+      &dispatched, nullptr);
+  pasteboard_->saveForQuit(std::chrono::hours(1));
+  EXPECT_FALSE(dispatched) << "Saving let something else happen.";
+  g_source_remove(other);
+  runMainLoopUntil([&] { return !pasteboard_->isBusy(); });
+  EXPECT_EQ(texts(), "first\nlast\n");
+  EXPECT_THAT(log_, IsEmpty());
+}
+
+TEST_F(SlowWaylandPasteboardTest, ATextOutlivesThePasteboard) {
+  const std::string text(5'000'000, 'x');
+  pasteboard_->setString(text);
+  pasteboard_->saveForQuit(std::chrono::hours(1));
+  pasteboard_.reset();
+  letGo();
+  const guint tick = g_timeout_add(
+      10, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
+  EXPECT_TRUE(runMainLoopUntil([&] { return texts().size() > text.size(); }));
+  g_source_remove(tick);
 }
 
 }  // namespace

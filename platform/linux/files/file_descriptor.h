@@ -23,6 +23,9 @@ class FileDescriptor {
   int number() const { return number_; }
   explicit operator bool() const { return number_ >= 0; }
 
+  /// Leaves it to the caller to close it.
+  int release() { return std::exchange(number_, -1); }
+
   /// Closes it now. The errno of whatever failed before stays.
   void close();
 

@@ -1,10 +1,37 @@
 #include "platform/linux/pasteboard/wayland_pasteboard.h"
 
+#include <cerrno>
+#include <cstddef>
+#include <memory>
+#include <string_view>
 #include <utility>
 
-#include "platform/linux/application/broken_pipes.h"
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "platform/linux/files/file_descriptor.h"
+#include "platform/linux/files/system_error.h"
+#include "platform/linux/processes/bounded_wait.h"
 
 namespace quillmar {
+
+namespace {
+
+/// A file without a name that holds the text and is read from its start; none, with errno set, when
+/// there is no room for it.
+FileDescriptor fileInMemory(std::string_view text) {
+  FileDescriptor file(memfd_create("clipboard", MFD_CLOEXEC));
+  if (!file) return file;
+  while (!text.empty()) {
+    const ssize_t written = write(file.number(), text.data(), text.size());
+    if (written < 0) return FileDescriptor();
+    text.remove_prefix(static_cast<std::size_t>(written));
+  }
+  lseek(file.number(), 0, SEEK_SET);
+  return file;
+}
+
+}  // namespace
 
 WaylandPasteboard::WaylandPasteboard(Environment environment, LogLine log, std::string program)
     : environment_(std::move(environment)), log_(std::move(log)), program_(std::move(program)) {}
@@ -22,12 +49,16 @@ void WaylandPasteboard::setString(std::string text) {
 }
 
 void WaylandPasteboard::start(const std::string& text) {
-  ignoreBrokenPipes();
+  FileDescriptor input = fileInMemory(text);
+  if (!input) {
+    logFailure("it could not be stored (" + systemErrorText(errno) + ").");
+    return;
+  }
   // The part of wl-copy that stays behind would keep a pipe open, so its outputs get none.
   const GObjectPtr<GSubprocessLauncher> launcher(
-      g_subprocess_launcher_new(static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDIN_PIPE |
-                                                              G_SUBPROCESS_FLAGS_STDOUT_SILENCE |
+      g_subprocess_launcher_new(static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_SILENCE |
                                                               G_SUBPROCESS_FLAGS_STDERR_SILENCE)));
+  g_subprocess_launcher_take_stdin_fd(launcher.get(), input.release());
   g_subprocess_launcher_set_environ(launcher.get(), nullptr);
   for (const auto& [name, value] : environment_.variables) {
     g_subprocess_launcher_setenv(launcher.get(), name.c_str(), value.c_str(), true);
@@ -43,44 +74,36 @@ void WaylandPasteboard::start(const std::string& text) {
                failure->message + ").");
     return;
   }
-  const GBytesPtr input(g_bytes_new(text.data(), text.size()));
-  g_subprocess_communicate_async(
-      running_.get(), input.get(), cancellable_.get(),
-      [](GObject*, GAsyncResult* result, gpointer self) {
-        static_cast<WaylandPasteboard*>(self)->finished(result);
+  g_subprocess_wait_async(
+      running_.get(), cancellable_.get(),
+      [](GObject* subprocess, GAsyncResult* result, gpointer self) {
+        // After a cancellation this object is gone.
+        if (!g_subprocess_wait_finish(G_SUBPROCESS(subprocess), result, nullptr)) return;
+        static_cast<WaylandPasteboard*>(self)->ended(G_SUBPROCESS(subprocess));
       },
       this);
 }
 
-void WaylandPasteboard::finished(GAsyncResult* result) {
-  GObject* subprocess = g_async_result_get_source_object(result);
-  const GObjectPtr<GObject> source(subprocess);
-  GError* error = nullptr;
-  g_subprocess_communicate_finish(G_SUBPROCESS(subprocess), result, nullptr, nullptr, &error);
-  const GErrorPtr failure(error);
-  // Then this object is gone.
-  if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
-
-  if (failure || !g_subprocess_get_successful(running_.get())) {
+void WaylandPasteboard::ended(GSubprocess* subprocess) {
+  if (!g_subprocess_get_successful(subprocess)) {
     logFailure("“" + program_ + "” did not take it.");
   }
+  if (subprocess != running_.get()) return;
   running_.reset();
-  if (next_) {
-    const std::string text = *std::exchange(next_, std::nullopt);
-    start(text);
-  }
+  startNext();
+}
+
+void WaylandPasteboard::startNext() {
+  if (!next_) return;
+  const std::string text = *std::exchange(next_, std::nullopt);
+  start(text);
 }
 
 void WaylandPasteboard::saveForQuit(std::chrono::milliseconds timeout) {
-  if (!isBusy()) return;
-  bool late = false;
-  const auto markLate = [](gpointer flag) -> gboolean {
-    *static_cast<bool*>(flag) = true;
-    return G_SOURCE_CONTINUE;
-  };
-  const guint deadline = g_timeout_add(static_cast<guint>(timeout.count()), markLate, &late);
-  while (isBusy() && !late) g_main_context_iteration(nullptr, true);
-  g_source_remove(deadline);
+  if (!running_ || !next_) return;
+  const std::shared_ptr<GSubprocess> own(G_SUBPROCESS(g_object_ref(running_.get())),
+                                         g_object_unref);
+  if (endsWithin(timeout, [own] { g_subprocess_wait(own.get(), nullptr, nullptr); })) startNext();
 }
 
 void WaylandPasteboard::logFailure(const std::string& reason) const {

@@ -23,23 +23,24 @@ class WaylandPasteboard final : public Pasteboard {
   /// `program` stands in for wl-copy: a path, or a name that is searched for in PATH.
   WaylandPasteboard(Environment environment, LogLine log, std::string program = "wl-copy");
 
-  /// A wl-copy that has not read its text to the end is left to itself.
+  /// A wl-copy that still runs is left to itself; it has its text.
   ~WaylandPasteboard() override;
 
-  /// Feeds the text to wl-copy while the main loop runs. Of several texts handed over while one is
-  /// being fed the last one follows it.
+  /// Starts wl-copy with the text. Of several texts handed over while one runs the last one
+  /// follows it, when the main loop has learnt of its end.
   void setString(std::string text) override;
 
-  /// True while a text is on its way to wl-copy.
+  /// True until wl-copy has taken every text, as far as the main loop knows.
   bool isBusy() const { return running_ != nullptr; }
 
-  /// Runs the main context until every text is with wl-copy, at most for `timeout`: the end of this
-  /// program would cut it short.
+  /// Sees to it that a text that waits gets its wl-copy, for which it waits for `timeout` at most.
+  /// Dispatches nothing.
   void saveForQuit(std::chrono::milliseconds timeout);
 
  private:
   void start(const std::string& text);
-  void finished(GAsyncResult* result);
+  void startNext();
+  void ended(GSubprocess* subprocess);
   void logFailure(const std::string& reason) const;
 
   Environment environment_;
