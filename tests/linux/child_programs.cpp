@@ -121,8 +121,12 @@ void ServerProgram::kill() {
   g_subprocess_wait(process_.get(), nullptr, nullptr);
 }
 
+void ServerProgram::signal(int number) {
+  g_subprocess_send_signal(process_.get(), number);
+}
+
 std::optional<int> ServerProgram::end(int signal) {
-  if (signal != 0) g_subprocess_send_signal(process_.get(), signal);
+  if (signal != 0) this->signal(signal);
   g_subprocess_wait(process_.get(), nullptr, nullptr);
   if (!g_subprocess_get_if_exited(process_.get())) return std::nullopt;
   return g_subprocess_get_exit_status(process_.get());

@@ -30,6 +30,9 @@ class ServerProgram {
   /// Kills it and waits for its end.
   void kill();
 
+  /// Sends it the signal.
+  void signal(int number);
+
   /// Sends it the signal, none when 0, and waits for its end. Returns its exit status, or nothing
   /// when a signal ended it.
   std::optional<int> end(int signal);

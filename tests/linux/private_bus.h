@@ -25,6 +25,7 @@ class PrivateBus {
   const std::string& address() const { return server_->readyLine(); }
   GObjectPtr<GDBusConnection> connect() const;
   void kill() { server_->kill(); }
+  void signal(int number) { server_->signal(number); }
 
  private:
   std::string folder_;
