@@ -131,15 +131,14 @@ void liveInPanel(const Environment& environment, Console& console) {
       .notify = [](const std::string& title,
                    const std::string& body) { CommandRunner::shared().notify(title, body); },
   });
-  switch (instance.start()) {
-    case ApplicationInstance::Start::running:
-      break;
-    case ApplicationInstance::Start::alreadyRunning:
-      console.print("Quillmar is already running.\n");
-      endProcess(EXIT_SUCCESS);
-    case ApplicationInstance::Start::noSessionBus:
-      console.printError("Quillmar needs a session bus and there is none.\n");
-      endProcess(EXIT_FAILURE);
+  const auto start = instance.start(environment);
+  if (!start) {
+    console.printError(start.error().description + "\n");
+    endProcess(EXIT_FAILURE);
+  }
+  if (start.value() == ApplicationInstance::Start::alreadyRunning) {
+    console.print("Quillmar is already running.\n");
+    endProcess(EXIT_SUCCESS);
   }
 
   PanelProgram program(environment, instance);
@@ -158,7 +157,7 @@ ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environmen
   MemoryImages images;
   MemoryStatusItem statusItem(queues.mainQueue());
   TerminalPrompts prompts(console, invocation.yes, invocation.input);
-  RunningInstance instance;
+  RunningInstance instance(environment);
   LeftOut leftOut;
   RemotePasteboard pasteboard(instance, leftOut);
   RemoteNotifications notifications(instance, leftOut, queues.mainQueue());

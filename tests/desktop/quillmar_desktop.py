@@ -110,11 +110,20 @@ class Program:
         if document is not None:
             (self.folder / "settings.json").write_text(json.dumps(document), encoding="utf-8")
         self.log = self.folder / "output.log"
-        variables = dict(os.environ, QUILLMAR_SETTINGS_DIR=str(self.folder), **(environment or {}))
         with open(self.log, "ab") as output:
             self.process = subprocess.Popen(
-                [os.environ["QUILLMAR_PROGRAM"]], env=variables, stdin=subprocess.DEVNULL,
-                stdout=output, stderr=subprocess.STDOUT)
+                [os.environ["QUILLMAR_PROGRAM"]], env=self.variables(environment),
+                stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT)
+
+    def variables(self, changes):
+        return {**os.environ, "QUILLMAR_SETTINGS_DIR": str(self.folder), **(changes or {})}
+
+    def run_item(self, name, environment=None):
+        """Runs an item in a process of its own, "quillmar run", and answers how that went."""
+        return subprocess.run([os.environ["QUILLMAR_PROGRAM"], "run", name],
+                              env=self.variables(environment), stdin=subprocess.DEVNULL,
+                              capture_output=True, text=True, check=False,
+                              timeout=DEADLINE_SECONDS)
 
     def output(self):
         """All that the program has written, on standard output and error alike."""

@@ -248,14 +248,29 @@ class LifecycleTest(DesktopTestCase):
         self.assertEqual(second.output().strip(), "Quillmar is already running.")
         self.assertTrue(first.is_running())
 
+    def test_a_second_start_says_so_while_a_foreground_item_runs(self):
+        first, _ = self.start_held_by_a_foreground_item()
+        second = self.start(document())
+        self.assertEqual(second.exit_status(), 0)
+        self.assertEqual(second.output().strip(), "Quillmar is already running.")
+        self.assertTrue(first.is_running())
+
     def test_without_a_session_bus_it_says_so_in_one_sentence(self):
+        program = self.start(document(), environment=self.no_session_bus())
+        self.assertEqual(program.exit_status(), 1)
+        self.assertEqual(program.output(),
+                         "There is no session bus, so Quillmar cannot start.\n")
+
+    def test_with_a_session_bus_of_no_use_it_gives_the_reason_in_one_sentence(self):
         program = self.start(document(), environment={
             "DBUS_SESSION_BUS_ADDRESS": f"unix:path={self.scratch}/no-bus"})
         self.assertEqual(program.exit_status(), 1)
-        lines = program.output().strip().splitlines()
-        self.assertEqual(len(lines), 1, lines)
-        self.assertIn("bus", lines[0])
-        self.assertTrue(lines[0].endswith("."))
+        self.assertEqual(program.output(),
+                         "The session bus cannot be used (Could not connect: No such file or "
+                         "directory), so Quillmar cannot start.\n")
+
+    def no_session_bus(self):
+        return {"DBUS_SESSION_BUS_ADDRESS": "", "XDG_RUNTIME_DIR": str(self.scratch)}
 
     def test_quit_quillmar_ends_the_program_with_status_0_and_removes_the_icon(self):
         program, icon = self.start_with_icon(document())
@@ -268,6 +283,23 @@ class LifecycleTest(DesktopTestCase):
 
     def test_sigint_ends_the_program_with_status_0(self):
         self.ends_cleanly_at(signal.SIGINT)
+
+    def test_sigterm_ends_the_program_while_a_foreground_item_runs_and_its_command_lives_on(self):
+        program, command = self.start_held_by_a_foreground_item()
+        program.send(signal.SIGTERM)
+        self.assertEqual(program.exit_status(), 0)
+        os.kill(command, 0)  # fails for a process that has ended
+
+    def start_held_by_a_foreground_item(self):
+        """Starts the program and an item that runs for good; answers the command's process id too."""
+        program, icon = self.start_with_icon(tools(
+            entry("Hold", f"echo $$ > {self.scratch}/pid; mv {self.scratch}/pid {self.scratch}/held; "
+                  "exec sleep 100000", runInBackground=False)))
+        icon.choose("Hold")
+        self.wait_for_file("held")
+        command = int((self.scratch / "held").read_text())
+        self.addCleanup(os.kill, command, signal.SIGKILL)
+        return program, command
 
     def ends_cleanly_at(self, number):
         program, _ = self.start_with_icon(document())
@@ -286,6 +318,28 @@ class LifecycleTest(DesktopTestCase):
         icon = StatusIcon(self.bus, program)
         self.assertEqual(icon.menu(), FIXED_ENTRIES)
         self.assertIn("Failed to load settings: ", program.output())
+
+
+class RunFromTerminalTest(DesktopTestCase):
+
+    SETTINGS = tools(entry("Greet", "echo Good evening", copyToClipboard=True,
+                           showNotification=True))
+
+    def test_the_instance_in_the_panel_gets_the_output_for_the_clipboard_and_a_notification(self):
+        notifications = Notifications()
+        program, _ = self.start_with_icon(self.SETTINGS)
+        ran = program.run_item("Greet")
+        self.assertEqual((ran.returncode, ran.stdout, ran.stderr), (0, "Good evening\n", ""))
+        self.assertEqual(notifications.wait_for("Greet").body, "Good evening")
+        wait_until(lambda: clipboard_text() == "Good evening", "the output is on the clipboard")
+
+    def test_without_a_session_bus_one_sentence_tells_what_was_left_out(self):
+        program, _ = self.start_with_icon(self.SETTINGS)
+        ran = program.run_item("Greet", {"DBUS_SESSION_BUS_ADDRESS": "",
+                                         "XDG_RUNTIME_DIR": str(self.scratch)})
+        self.assertEqual((ran.returncode, ran.stdout), (0, "Good evening\n"))
+        self.assertEqual(ran.stderr, "There is no session bus, so the output was not copied to the "
+                         "clipboard and no notification was shown.\n")
 
 
 if __name__ == "__main__":

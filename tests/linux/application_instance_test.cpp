@@ -1,5 +1,6 @@
 #include "platform/linux/application/application_instance.h"
 
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <deque>
@@ -14,9 +15,11 @@
 #include <gtest/gtest.h>
 
 #include "platform/linux/application/running_instance.h"
+#include "tests/linux/bus_client.h"
 #include "tests/linux/child_programs.h"
 #include "tests/linux/main_loop.h"
 #include "tests/linux/private_bus.h"
+#include "tests/linux/silent_socket.h"
 
 namespace quillmar {
 namespace {
@@ -38,7 +41,6 @@ class InstanceTest : public testing::Test {
   InstanceTest() {
     const GStringPtr folder(g_dir_make_tmp("quillmar-instance-XXXXXX", nullptr));
     folder_ = folder.get();
-    g_setenv("DBUS_SESSION_BUS_ADDRESS", bus_.address().c_str(), true);
   }
 
   ~InstanceTest() override {
@@ -61,18 +63,34 @@ class InstanceTest : public testing::Test {
     return {std::istreambuf_iterator<char>(in), {}};
   }
 
+  /// Waits until the other process has been asked for this.
+  void expectRecord(const std::string& expected) const {
+    const guint tick = g_timeout_add(
+        10, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
+    runMainLoopUntil([&] { return recorded().size() >= expected.size(); });
+    g_source_remove(tick);
+    EXPECT_TRUE(recorded() == expected) << recorded().substr(0, 1000);
+  }
+
+  /// Calls the other process and waits for its answer.
+  BusReply call(const char* method, GVariant* arguments) {
+    return callOnBus(connection_.get(), {applicationId, applicationPath, applicationInterface},
+                     method, arguments);
+  }
+
   std::string folder_;
   PrivateBus bus_;
+  const Environment environment_{{{"DBUS_SESSION_BUS_ADDRESS", bus_.address()}}};
   GObjectPtr<GDBusConnection> connection_ = bus_.connect();
   std::optional<ServerProgram> other_;
-  RunningInstance running_{connection_.get()};
+  RunningInstance running_{environment_};
   LeftOut leftOut_;
 };
 
 TEST_F(InstanceTest, TheFirstOneRunsAndOwnsTheName) {
   ApplicationInstance instance({});
   EXPECT_FALSE(running_.isRunning());
-  EXPECT_EQ(instance.start(), ApplicationInstance::Start::running);
+  EXPECT_EQ(instance.start(environment_).value(), ApplicationInstance::Start::running);
   EXPECT_NE(instance.connection(), nullptr);
   EXPECT_TRUE(running_.isRunning());
 }
@@ -80,7 +98,7 @@ TEST_F(InstanceTest, TheFirstOneRunsAndOwnsTheName) {
 TEST_F(InstanceTest, TheSecondOneLearnsOfTheFirst) {
   startOther();
   ApplicationInstance instance({});
-  EXPECT_EQ(instance.start(), ApplicationInstance::Start::alreadyRunning);
+  EXPECT_EQ(instance.start(environment_).value(), ApplicationInstance::Start::alreadyRunning);
 }
 
 TEST_F(InstanceTest, TheNameIsFreeAfterTheEnd) {
@@ -100,18 +118,56 @@ TEST_F(InstanceTest, TheEndOfTheSessionEndsItInOrder) {
   EXPECT_EQ(other_->end(0), 0);
 }
 
-TEST_F(InstanceTest, WithoutASessionBusItRunsAllTheSame) {
-  g_setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus", true);
+TEST_F(InstanceTest, ASignalEndsItAlsoWhileItsMainThreadIsHeld) {
+  startOther();
+  RemotePasteboard(running_, leftOut_).setString("hold");
+  expectRecord("clipboard hold\n");
+  EXPECT_EQ(other_->end(SIGTERM), 0);
+}
+
+TEST_F(InstanceTest, ASignalComesBeforeWhatWaitsInTheMainLoop) {
   ApplicationInstance instance({});
-  EXPECT_EQ(instance.start(), ApplicationInstance::Start::noSessionBus);
-  EXPECT_EQ(instance.connection(), nullptr);
-  g_idle_add(
-      [](gpointer self) -> gboolean {
-        static_cast<ApplicationInstance*>(self)->terminate();
-        return G_SOURCE_REMOVE;
+  ASSERT_TRUE(instance.start(environment_));
+  bool dispatched = false;
+  const guint other = g_idle_add_full(
+      G_PRIORITY_DEFAULT,
+      [](gpointer flag) -> gboolean {
+        *static_cast<bool*>(flag) = true;
+        return G_SOURCE_CONTINUE;
       },
-      &instance);
+      &dispatched, nullptr);
+  std::raise(SIGTERM);
   EXPECT_EQ(instance.run(), 0);
+  EXPECT_FALSE(dispatched);
+  g_source_remove(other);
+}
+
+TEST_F(InstanceTest, ABusThatHangsDoesNotKeepItFromEnding) {
+  ApplicationInstance instance({});
+  ASSERT_TRUE(instance.start(environment_));
+  bus_.signal(SIGSTOP);
+  // More than the system keeps for a reader who does not read.
+  const std::string text(5'000'000, 'x');
+  g_dbus_connection_emit_signal(instance.connection(), nullptr, "/path", "inter.face", "Signal",
+                                g_variant_new("(s)", text.c_str()), nullptr);
+  instance.terminate();
+  EXPECT_EQ(instance.run(), 0);
+}
+
+TEST_F(InstanceTest, WithoutASessionBusItCannotStart) {
+  ApplicationInstance instance({});
+  const auto start = instance.start({{{"DISPLAY", ":0"}}});
+  ASSERT_FALSE(start);
+  EXPECT_EQ(start.error().description, "There is no session bus, so Quillmar cannot start.");
+}
+
+TEST_F(InstanceTest, WithASessionBusOfNoUseItSaysWhyItCannotStart) {
+  ApplicationInstance instance({});
+  const auto start = instance.start({{{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus"}}});
+  ASSERT_FALSE(start);
+  EXPECT_EQ(start.error().description,
+            "The session bus cannot be used (Could not connect: No such file or directory), so "
+            "Quillmar cannot start.");
 }
 
 TEST_F(InstanceTest, AnotherInstanceThatDoesNotAnswerIsRunningAllTheSame) {
@@ -119,11 +175,12 @@ TEST_F(InstanceTest, AnotherInstanceThatDoesNotAnswerIsRunningAllTheSame) {
   ASSERT_TRUE(takeName(busy.get(), applicationId));
   ApplicationInstance instance({});
   // Nobody answers for the other instance while this one starts: that would be in this thread.
-  EXPECT_EQ(instance.start(), ApplicationInstance::Start::alreadyRunning);
+  EXPECT_EQ(instance.start(environment_).value(), ApplicationInstance::Start::alreadyRunning);
 }
 
 TEST_F(InstanceTest, TerminatedBeforeItRunsItEndsAtOnce) {
   ApplicationInstance instance({});
+  ASSERT_TRUE(instance.start(environment_));
   instance.terminate();
   EXPECT_EQ(instance.run(), 0);
 }
@@ -131,7 +188,7 @@ TEST_F(InstanceTest, TerminatedBeforeItRunsItEndsAtOnce) {
 TEST_F(InstanceTest, GetsTheTextForTheClipboard) {
   startOther();
   RemotePasteboard(running_, leftOut_).setString("naïve <text>");
-  EXPECT_EQ(recorded(), "clipboard naïve <text>\n");
+  expectRecord("clipboard naïve <text>\n");
   EXPECT_EQ(leftOut_.sentence(), std::nullopt);
 }
 
@@ -139,7 +196,8 @@ TEST_F(InstanceTest, GetsMegabytesForTheClipboard) {
   startOther();
   const std::string text(5'000'000, 'x');
   RemotePasteboard(running_, leftOut_).setString(text);
-  EXPECT_TRUE(recorded() == "clipboard " + text + "\n");
+  expectRecord("clipboard " + text + "\n");
+  EXPECT_EQ(leftOut_.sentence(), std::nullopt);
 }
 
 TEST_F(InstanceTest, GetsNotifications) {
@@ -157,13 +215,13 @@ TEST_F(InstanceTest, GetsNotifications) {
   line.run();
   EXPECT_EQ(completions, 1);
   EXPECT_EQ(granted, true);
-  EXPECT_EQ(recorded(), "notify Title|Body & more\n");
+  expectRecord("notify Title|Body & more\n");
 }
 
 TEST_F(InstanceTest, WhatABusCannotCarryIsReplaced) {
   startOther();
   RemotePasteboard(running_, leftOut_).setString(std::string("a\0b", 3));
-  EXPECT_EQ(recorded(), "clipboard a\uFFFDb\n");
+  expectRecord("clipboard a\uFFFDb\n");
 }
 
 TEST_F(InstanceTest, WithoutAnInstanceTheRecordSaysWhatWasLeftOut) {
@@ -184,28 +242,90 @@ TEST_F(InstanceTest, WithoutAnInstanceTheRecordSaysWhatWasLeftOut) {
 
 TEST_F(InstanceTest, AnInstanceIsNotStartedForAnAction) {
   const PrivateBus bus({applicationId});
-  const auto connection = bus.connect();
-  RunningInstance running(connection.get());
+  const Environment environment{{{"DBUS_SESSION_BUS_ADDRESS", bus.address()}}};
+  RunningInstance running(environment);
   RemotePasteboard(running, leftOut_).setString("text");
   EXPECT_EQ(leftOut_.sentence(),
             "Quillmar is not running, so the output was not copied to the clipboard.");
 }
 
-TEST_F(InstanceTest, ARefusalIsTold) {
+TEST_F(InstanceTest, AnInstanceThatIsHeldIsNotWaitedForAndGetsEverythingInOrder) {
   startOther();
-  const auto outcome = running_.activateAction("unknown", g_variant_new_string(""));
-  ASSERT_FALSE(outcome);
-  EXPECT_THAT(outcome.error().description, testing::StartsWith("The running Quillmar refused ("));
+  other_->signal(SIGSTOP);
+  TaskLine line;
+  RemotePasteboard pasteboard(running_, leftOut_);
+  RemoteNotifications center(running_, leftOut_, line);
+  pasteboard.setString("one");
+  center.add({"1", "two", "three"}, [](std::optional<Error>) {});
+  pasteboard.setString("four");
+  EXPECT_EQ(leftOut_.sentence(), std::nullopt);
+  other_->signal(SIGCONT);
+  expectRecord("clipboard one\nnotify two|three\nclipboard four\n");
+}
+
+TEST_F(InstanceTest, AnInstanceThatHasEndedIsMissed) {
+  startOther();
+  RemotePasteboard pasteboard(running_, leftOut_);
+  pasteboard.setString("text");
+  EXPECT_EQ(leftOut_.sentence(), std::nullopt);
+  other_->end(SIGTERM);
+  pasteboard.setString("more");
+  EXPECT_EQ(leftOut_.sentence(),
+            "Quillmar is not running, so the output was not copied to the clipboard.");
+}
+
+TEST_F(InstanceTest, IsActivatedByItsDesktopEntry) {
+  startOther();
+  EXPECT_EQ(call("Activate", g_variant_new_parsed("(@a{sv} {},)")).errorName, "");
+  EXPECT_EQ(recorded(), "activate\n");
+}
+
+TEST_F(InstanceTest, RefusesActionsThatItDoesNotHave) {
+  startOther();
+  for (const char* arguments :
+       {"('unknown', [<'text'>], @a{sv} {})", "('set-clipboard', @av [], @a{sv} {})",
+        "('set-clipboard', [<7>], @a{sv} {})", "('notify', [<'text'>], @a{sv} {})"}) {
+    EXPECT_EQ(call("ActivateAction", g_variant_new_parsed(arguments)).errorName,
+              "org.freedesktop.DBus.Error.InvalidArgs")
+        << arguments;
+  }
+  EXPECT_EQ(recorded(), "");
 }
 
 TEST(RunningInstance, IsNotThereWithoutABus) {
-  RunningInstance running(nullptr);
+  const Environment environment{{{"DISPLAY", ":0"}}};
+  RunningInstance running(environment);
   LeftOut leftOut;
   EXPECT_FALSE(running.isRunning());
   RemotePasteboard(running, leftOut).setString("text");
   EXPECT_EQ(leftOut.sentence(),
-            "There is no session bus to reach Quillmar on, so the output was not copied to the "
-            "clipboard.");
+            "There is no session bus, so the output was not copied to the clipboard.");
+}
+
+TEST(RunningInstance, ABusThatNeverAnswersIsAskedOnce) {
+  SilentSocket socket("bus");
+  const Environment environment{{{"XDG_RUNTIME_DIR", socket.folder()}}};
+  RunningInstance running(environment, std::chrono::milliseconds(50));
+  EXPECT_EQ(socket.connectionCount(), 0U);
+  LeftOut leftOut;
+  RemotePasteboard pasteboard(running, leftOut);
+  pasteboard.setString("text");
+  pasteboard.setString("text");
+  EXPECT_EQ(socket.connectionCount(), 1U);
+  EXPECT_EQ(leftOut.sentence(),
+            "The session bus does not answer, so the output was not copied to the clipboard.");
+}
+
+TEST(RunningInstance, ABusThatStopsAnsweringIsNotWaitedForLongerThanAllowed) {
+  PrivateBus bus;
+  const Environment environment{{{"DBUS_SESSION_BUS_ADDRESS", bus.address()}}};
+  RunningInstance running(environment, std::chrono::seconds(1));
+  EXPECT_FALSE(running.isRunning());
+  bus.signal(SIGSTOP);
+  LeftOut leftOut;
+  RemotePasteboard(running, leftOut).setString("text");
+  EXPECT_EQ(leftOut.sentence(),
+            "The session bus does not answer, so the output was not copied to the clipboard.");
 }
 
 }  // namespace

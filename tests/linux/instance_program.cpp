@@ -1,23 +1,33 @@
 // A running instance for tests: it appends what other processes ask it for to the file that its
-// argument names, a line each. Its exit status is the application's; 3 when it is not the one.
+// argument names, a line each. The text "hold" for the clipboard holds its main thread for good, as
+// a command in the foreground would. Its exit status is the application's; 3 when it is not the
+// one.
 
 #include <fstream>
+#include <string>
 
 #include <unistd.h>
 
 #include "platform/linux/application/application_instance.h"
+#include "platform/linux/application/process_environment.h"
 
 int main(int, char** arguments) {
+  using quillmar::ApplicationInstance;
   std::ofstream out(arguments[1], std::ios::app);
-  quillmar::ApplicationInstance instance({
+  ApplicationInstance instance({
       .activate = [&] { out << "activate" << std::endl; },
-      .setClipboard = [&](const std::string& text) { out << "clipboard " << text << std::endl; },
+      .setClipboard =
+          [&](const std::string& text) {
+            out << "clipboard " << text << std::endl;
+            while (text == "hold") pause();
+          },
       .notify =
           [&](const std::string& title, const std::string& body) {
             out << "notify " << title << "|" << body << std::endl;
           },
   });
-  if (instance.start() != quillmar::ApplicationInstance::Start::running) return 3;
+  const auto start = instance.start(quillmar::snapshotProcessEnvironment());
+  if (!start || start.value() != ApplicationInstance::Start::running) return 3;
   if (write(3, "ready\n", 6) != 6) return 1;
   return instance.run();
 }

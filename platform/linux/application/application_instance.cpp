@@ -1,101 +1,135 @@
 #include "platform/linux/application/application_instance.h"
 
-#include <csignal>
+#include <chrono>
 #include <cstdlib>
+#include <memory>
+#include <string_view>
 #include <utility>
 
-#include <glib-unix.h>
+#include "platform/linux/bus/session_bus.h"
+#include "platform/linux/processes/bounded_wait.h"
 
 namespace quillmar {
 
 namespace {
 
-gboolean terminateOnSignal(gpointer self) {
-  static_cast<ApplicationInstance*>(self)->terminate();
-  return G_SOURCE_CONTINUE;
+constexpr std::chrono::milliseconds flushPatience = std::chrono::seconds(1);
+
+constexpr const char* introspection = R"xml(<node>
+  <interface name="org.freedesktop.Application">
+    <method name="Activate">
+      <arg type="a{sv}" name="platform_data" direction="in"/>
+    </method>
+    <method name="ActivateAction">
+      <arg type="s" name="action_name" direction="in"/>
+      <arg type="av" name="parameter" direction="in"/>
+      <arg type="a{sv}" name="platform_data" direction="in"/>
+    </method>
+  </interface>
+</node>)xml";
+
+Error cannotStart(const Error& cause) {
+  return {cause.description + ", so Quillmar cannot start."};
 }
 
-/// True when some process of the session has the program's name.
-bool isNameTaken() {
-  const GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-  if (!bus) return false;
-  const GVariantPtr reply(g_dbus_connection_call_sync(
-      bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-      "NameHasOwner", g_variant_new("(s)", applicationId), G_VARIANT_TYPE("(b)"),
-      G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
-  gboolean taken = false;
-  if (reply) g_variant_get(reply.get(), "(b)", &taken);
-  return taken;
+/// Waits, but not for a bus that hangs, until everything has been sent.
+void flush(GDBusConnection* connection) {
+  const std::shared_ptr<GDBusConnection> own(G_DBUS_CONNECTION(g_object_ref(connection)),
+                                             g_object_unref);
+  endsWithin(flushPatience, [own] { g_dbus_connection_flush_sync(own.get(), nullptr, nullptr); });
 }
 
 }  // namespace
 
 ApplicationInstance::ApplicationInstance(Handlers handlers)
     : handlers_(std::move(handlers)),
-      application_(g_application_new(applicationId, G_APPLICATION_DEFAULT_FLAGS)),
-      loop_(g_main_loop_new(nullptr, false)) {
-  const auto activated = +[](GApplication*, gpointer self) {
-    const auto& handler = static_cast<ApplicationInstance*>(self)->handlers_.activate;
-    if (handler) handler();
-  };
-  g_signal_connect(application_.get(), "activate", G_CALLBACK(activated), this);
-  for (const int signal : {SIGTERM, SIGINT}) {
-    signalSources_.push_back(g_unix_signal_add(signal, terminateOnSignal, this));
-  }
-  addAction("set-clipboard", "s", [](GSimpleAction*, GVariant* parameter, gpointer self) {
-    const auto& handler = static_cast<ApplicationInstance*>(self)->handlers_.setClipboard;
-    if (handler) handler(g_variant_get_string(parameter, nullptr));
-  });
-  addAction("notify", "(ss)", [](GSimpleAction*, GVariant* parameter, gpointer self) {
-    const auto& handler = static_cast<ApplicationInstance*>(self)->handlers_.notify;
-    const char* title;
-    const char* body;
-    g_variant_get(parameter, "(&s&s)", &title, &body);
-    if (handler) handler(title, body);
-  });
-}
+      loop_(g_main_loop_new(nullptr, false)),
+      signals_([this] { terminate(); }) {}
 
 ApplicationInstance::~ApplicationInstance() {
-  for (const guint source : signalSources_) g_source_remove(source);
   if (connection_) g_signal_handlers_disconnect_by_data(connection_.get(), this);
-  g_signal_handlers_disconnect_by_data(application_.get(), this);
 }
 
-void ApplicationInstance::addAction(const char* name, const char* parameterType,
-                                    void (*activate)(GSimpleAction*, GVariant*, gpointer)) {
-  const GObjectPtr<GSimpleAction> action(g_simple_action_new(name, G_VARIANT_TYPE(parameterType)));
-  g_signal_connect(action.get(), "activate", G_CALLBACK(activate), this);
-  g_action_map_add_action(G_ACTION_MAP(application_.get()), G_ACTION(action.get()));
-}
-
-ApplicationInstance::Start ApplicationInstance::start() {
-  // Registering would ask the other instance what it can do, and wait while a command holds it.
-  if (isNameTaken()) return Start::alreadyRunning;
-  // g_application_run() would give the name up as soon as its own loop is left.
-  if (!g_application_register(application_.get(), nullptr, nullptr)) return Start::noSessionBus;
-  if (g_application_get_is_remote(application_.get())) return Start::alreadyRunning;
-  GDBusConnection* bus = g_application_get_dbus_connection(application_.get());
-  if (!bus) return Start::noSessionBus;
-  connection_.reset(G_DBUS_CONNECTION(g_object_ref(bus)));
-  // The end of the bus is the end of the session: an orderly one, not GLib's.
-  g_dbus_connection_set_exit_on_close(bus, false);
+Result<ApplicationInstance::Start> ApplicationInstance::start(const Environment& environment) {
+  auto connection = connectToSessionBus(environment);
+  if (!connection) return cannotStart(connection.error());
+  connection_ = std::move(connection).value();
+  // The end of the bus is the end of the session.
   const auto closed = +[](GDBusConnection*, gboolean, GError*, gpointer self) {
     static_cast<ApplicationInstance*>(self)->terminate();
   };
-  g_signal_connect(bus, "closed", G_CALLBACK(closed), this);
-  return Start::running;
+  g_signal_connect(connection_.get(), "closed", G_CALLBACK(closed), this);
+
+  // It is there before the name: whoever sees the name may call.
+  object_.emplace(
+      connection_.get(), applicationPath, introspection,
+      DbusObject::Handlers{
+          .call = [this](
+                      const char* method, GVariant* arguments,
+                      GDBusMethodInvocation* invocation) { answer(method, arguments, invocation); },
+          .property = [](const char*) -> GVariant* { return nullptr; }});
+
+  constexpr guint32 doNotQueue = 4;
+  constexpr guint32 primaryOwner = 1;
+  const auto reply = askSessionBus(connection_.get(), "RequestName",
+                                   g_variant_new("(su)", applicationId, doNotQueue), "(u)");
+  if (!reply) return cannotStart(reply.error());
+  guint32 outcome = 0;
+  g_variant_get(reply.value().get(), "(u)", &outcome);
+  return outcome == primaryOwner ? Start::running : Start::alreadyRunning;
 }
 
 int ApplicationInstance::run() {
   if (!terminated_) g_main_loop_run(loop_.get());
+  signals_.loopHasEnded();
   // The call that ended the loop, a click on "Quit Quillmar", still waits for its answer.
-  if (connection_) g_dbus_connection_flush_sync(connection_.get(), nullptr, nullptr);
+  flush(connection_.get());
   return EXIT_SUCCESS;
 }
 
 void ApplicationInstance::terminate() {
   terminated_ = true;
   g_main_loop_quit(loop_.get());
+}
+
+void ApplicationInstance::answer(const char* method, GVariant* arguments,
+                                 GDBusMethodInvocation* invocation) {
+  if (method == std::string_view("Activate")) {
+    if (handlers_.activate) handlers_.activate();
+  } else if (!activateAction(arguments)) {
+    g_dbus_method_invocation_return_error_literal(
+        invocation, G_DBUS_ERROR, G_DBUS_ERROR_INVALID_ARGS, "Quillmar has no such action.");
+    return;
+  }
+  g_dbus_method_invocation_return_value(invocation, nullptr);
+}
+
+/// False when there is no such action or its parameter is of another type.
+bool ApplicationInstance::activateAction(GVariant* arguments) {
+  const GVariantPtr parameters(g_variant_get_child_value(arguments, 1));
+  if (g_variant_n_children(parameters.get()) != 1) return false;
+  const GVariantPtr boxed(g_variant_get_child_value(parameters.get(), 0));
+  const GVariantPtr parameter(g_variant_get_variant(boxed.get()));
+  const auto isCall = [&, name = GVariantPtr(g_variant_get_child_value(arguments, 0))](
+                          std::string_view action, const char* type) {
+    return action == g_variant_get_string(name.get(), nullptr) &&
+           g_variant_is_of_type(parameter.get(), G_VARIANT_TYPE(type));
+  };
+
+  if (isCall("set-clipboard", "s")) {
+    if (handlers_.setClipboard) {
+      handlers_.setClipboard(g_variant_get_string(parameter.get(), nullptr));
+    }
+    return true;
+  }
+  if (isCall("notify", "(ss)")) {
+    const char* title = nullptr;
+    const char* body = nullptr;
+    g_variant_get(parameter.get(), "(&s&s)", &title, &body);
+    if (handlers_.notify) handlers_.notify(title, body);
+    return true;
+  }
+  return false;
 }
 
 }  // namespace quillmar

@@ -1,21 +1,30 @@
 // This process as the one running Quillmar of its session: it owns the program's name on the
-// session bus, where other processes reach it, and runs the main loop. Main thread.
+// session bus, where other processes reach it as an org.freedesktop.Application, and runs the main
+// loop. Main thread.
 
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
-#include <vector>
 
 #include <gio/gio.h>
 
 #include "platform/application.h"
+#include "platform/environment.h"
+#include "platform/linux/application/termination_signals.h"
+#include "platform/linux/bus/dbus_object.h"
 #include "platform/linux/bus/glib_pointers.h"
+#include "platform/result.h"
 
 namespace quillmar {
 
 /// The program's name on the bus, of its desktop entry and of its icon.
 inline constexpr const char* applicationId = "com.tovenworks.quillmar";
+
+/// Where the instance is found under that name.
+inline constexpr const char* applicationPath = "/com/tovenworks/quillmar";
+inline constexpr const char* applicationInterface = "org.freedesktop.Application";
 
 class ApplicationInstance final : public Application {
  public:
@@ -34,40 +43,39 @@ class ApplicationInstance final : public Application {
     running,
     /// Another process is; this one should end.
     alreadyRunning,
-    /// Nobody can tell: there is no session bus. The program can run all the same.
-    noSessionBus,
   };
 
-  /// From here on SIGTERM and SIGINT call terminate().
+  /// From here on SIGTERM and SIGINT end the program; see TerminationSignals.
   explicit ApplicationInstance(Handlers handlers);
-
-  /// Gives up the name.
   ~ApplicationInstance() override;
   ApplicationInstance(const ApplicationInstance&) = delete;
   ApplicationInstance& operator=(const ApplicationInstance&) = delete;
 
-  /// Takes the name. Blocks for the bus. Called once.
-  Start start();
+  /// Takes the name, for as long as there is a connection. Fails, and the program cannot run, when
+  /// there is no session bus or it is of no use. Waits for the bus, which answers also for an
+  /// instance that is busy, for some seconds at most. Called once.
+  Result<Start> start(const Environment& environment);
 
-  /// The session bus; null without one, and before start().
+  /// The session bus. Precondition for this and for run(): this process is the one.
   GDBusConnection* connection() const { return connection_.get(); }
 
   /// Runs the main loop until terminate(), which may have been called already, or the end of the
-  /// session bus. Called once; returns the exit status.
+  /// session bus. Called once; returns the exit status. The process should end now; unless this
+  /// object is destroyed, it does when TerminationSignals::graceSeconds are over.
   int run();
 
   void terminate() override;
 
  private:
-  void addAction(const char* name, const char* parameterType,
-                 void (*activate)(GSimpleAction*, GVariant* parameter, gpointer self));
+  void answer(const char* method, GVariant* arguments, GDBusMethodInvocation* invocation);
+  bool activateAction(GVariant* arguments);
 
   Handlers handlers_;
-  GObjectPtr<GApplication> application_;
-  GObjectPtr<GDBusConnection> connection_;
   GMainLoopPtr loop_;
-  std::vector<guint> signalSources_;
   bool terminated_ = false;
+  TerminationSignals signals_;
+  GObjectPtr<GDBusConnection> connection_;
+  std::optional<DbusObject> object_;
 };
 
 }  // namespace quillmar

@@ -1,17 +1,22 @@
 // The running Quillmar of the session, as another, short-lived process of the program sees it: what
 // only a process that stays can do, owning the clipboard and speaking to the user, is handed over
-// to it. Main thread; each call waits for the other process.
+// to it. Main thread; calls wait for the bus, with a limit, and never for the other process, which
+// a command in the foreground may hold.
 
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
 
 #include <gio/gio.h>
 
+#include "platform/environment.h"
 #include "platform/linux/bus/glib_pointers.h"
+#include "platform/linux/bus/session_bus.h"
 #include "platform/pasteboard.h"
+#include "platform/result.h"
 #include "platform/task_queue.h"
 #include "platform/user_notifications.h"
 
@@ -19,20 +24,27 @@ namespace quillmar {
 
 class RunningInstance {
  public:
-  /// Looks for the instance on the session bus.
-  RunningInstance();
+  /// Connects to the environment's session bus when it is first needed. Waits for `patience` at
+  /// most for each answer of the bus. `environment` must outlive it.
+  explicit RunningInstance(const Environment& environment,
+                           std::chrono::milliseconds patience = busPatience)
+      : environment_(environment), patience_(patience) {}
 
-  /// The same on this bus, which may be null for none.
-  explicit RunningInstance(GDBusConnection* bus);
+  bool isRunning() { return find().ok(); }
 
-  bool isRunning();
-
-  /// Lets the instance do what the action says; `parameter` is taken over when floating. The error
-  /// begins a sentence: "Quillmar is not running", for example.
+  /// Hands the action over, which the instance does as soon as it can: actions in the order in
+  /// which they were handed over. `parameter` is taken over when floating. The error begins a
+  /// sentence: "Quillmar is not running", for example.
   Result<void> activateAction(const char* action, GVariant* parameter);
 
  private:
-  GObjectPtr<GDBusConnection> bus_;
+  /// Asks the bus whether there is an instance; the error says why not.
+  Result<void> find();
+
+  const Environment& environment_;
+  std::chrono::milliseconds patience_;
+  /// Absent until it is needed. A bus that did not answer is not asked again.
+  std::optional<Result<GObjectPtr<GDBusConnection>>> bus_;
 };
 
 /// What could not be handed over, for the one line that the user gets about it in the end.
