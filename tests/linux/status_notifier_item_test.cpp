@@ -234,5 +234,23 @@ TEST_F(StatusNotifierItemTest, AnActionThatWaitsWhenTheItemGoesAwayIsDropped) {
   EXPECT_EQ(runs, 0);
 }
 
+TEST(StatusNotifierItem, APanelThatRefusesItIsToldInAFullSentence) {
+  constexpr const char* watcher = "org.kde.StatusNotifierWatcher";
+  const PrivateBus bus;
+  // It has the name, but no object behind it.
+  const auto panel = bus.connect();
+  ASSERT_TRUE(takeName(panel.get(), watcher));
+  const auto connection = bus.connect();
+  HeldTaskQueue queue;
+  testing::internal::CaptureStdout();
+  const StatusNotifierItem item(connection.get(), queue, testOptions());
+  settle(connection.get());
+  // Answered after the registration.
+  callOnBus(connection.get(), {watcher, "/StatusNotifierWatcher", watcher}, "Unknown", nullptr);
+  EXPECT_THAT(testing::internal::GetCapturedStdout(),
+              testing::MatchesRegex("The panel did not take the status icon "
+                                    "\\([^:]*[^.]\\)\\.\n"));
+}
+
 }  // namespace
 }  // namespace quillmar
