@@ -70,7 +70,9 @@ Result<Invocation> parseRun(const std::vector<std::string>& words) {
   Result<Words> split = splitWords(words, runOptions);
   if (!split) return split.error();
   Words& found = split.value();
-  if (found.operands.empty()) return Error{"“run” needs the id or the title of an item."};
+  if (found.operands.empty() || found.operands.front().empty()) {
+    return Error{"“run” needs the id or the title of an item."};
+  }
   if (found.operands.size() > 1) {
     return Error{"“run” takes one item; a title of several words needs quotes: “" +
                  found.operands[0] + " " + found.operands[1] + "…”."};

@@ -1,24 +1,57 @@
 #include "cli/commands.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "config/document_decoder.h"
 #include "config/json_writer.h"
+#include "config/quillmar_config.h"
+#include "platform/result.h"
 
 namespace quillmar {
 
 namespace {
 
+/// What stands in the place of an id that is missing.
+constexpr std::string_view noId = "-";
+
+std::string shownId(const MenuItem& item) {
+  return item.id.empty() ? std::string(noId) : printable(item.id);
+}
+
+std::size_t characterCount(std::string_view text) {
+  return static_cast<std::size_t>(
+      std::ranges::count_if(text, [](char byte) { return (byte & 0xC0) != 0x80; }));
+}
+
+/// The characters in the longest id that is shown.
+std::size_t idColumnWidth(const QuillmarConfig& config) {
+  std::size_t width = 0;
+  for (const MenuCategory& category : config.categories) {
+    if (category.isSeparator) continue;
+    for (const MenuItem& item : category.items) {
+      if (!item.isSeparator) width = std::max(width, characterCount(shownId(item)));
+    }
+  }
+  return width;
+}
+
 std::string textListing(const SettingsManager& settings) {
+  const std::size_t idWidth = idColumnWidth(settings.config);
   std::string listing;
   for (const MenuCategory* category : categoriesInDisplayOrder(settings.config)) {
     if (category->isSeparator) continue;
     listing += printable(category->name) + "\n";
     for (const MenuItem& item : category->items) {
       if (item.isSeparator) continue;
-      listing += "  " + printable(item.id) + "  " + printable(item.title);
+      const std::string id = shownId(item);
+      listing += "  " + id + std::string(idWidth - characterCount(id), ' ') + "  ";
+      listing += printable(item.title);
       if (!item.isEnabled) listing += "  (disabled)";
       listing += "\n";
     }
@@ -38,10 +71,14 @@ std::string jsonListing(const SettingsManager& settings) {
       json.beginObject();
       json.key("folder");
       json.value(std::string_view(category->name));
-      json.key("folderId");
-      json.value(std::string_view(category->id));
-      json.key("id");
-      json.value(std::string_view(item.id));
+      if (!category->id.empty()) {
+        json.key("folderId");
+        json.value(std::string_view(category->id));
+      }
+      if (!item.id.empty()) {
+        json.key("id");
+        json.value(std::string_view(item.id));
+      }
       json.key("isEnabled");
       json.value(item.isEnabled);
       json.key("title");
@@ -53,6 +90,27 @@ std::string jsonListing(const SettingsManager& settings) {
   }
   json.endArray();
   return json.take() + "\n";
+}
+
+/// Says how the user can tell the items with the title apart: by the ids that they have.
+Error ambiguousTitle(const std::string& title, const std::vector<const MenuItem*>& items) {
+  std::string ids;
+  bool someHaveNone = false;
+  for (const MenuItem* item : items) {
+    if (item->id.empty()) {
+      someHaveNone = true;
+    } else {
+      ids += (ids.empty() ? "" : ", ") + item->id;
+    }
+  }
+  std::string text = std::to_string(items.size()) + " items have the title “" + title + "”";
+  if (ids.empty()) {
+    text += " and none of them has an id; give each an \"id\" in the settings file.";
+  } else {
+    text += "; name the one you mean by its id: " + ids + ".";
+    if (someHaveNone) text += " Those without one need an \"id\" in the settings file.";
+  }
+  return Error{std::move(text)};
 }
 
 }  // namespace
@@ -97,12 +155,7 @@ Result<MenuItem> itemNamed(const std::string& name, const SettingsManager& setti
   if (titled.empty()) {
     return Error{"No item has the id or the title “" + name + "”; “quillmar list” shows them all."};
   }
-  if (titled.size() > 1) {
-    std::string ids;
-    for (const MenuItem* item : titled) ids += (ids.empty() ? "" : ", ") + item->id;
-    return Error{std::to_string(titled.size()) + " items have the title “" + name +
-                 "”; name the one you mean by its id: " + ids + "."};
-  }
+  if (titled.size() > 1) return ambiguousTitle(name, titled);
   return *titled.front();
 }
 

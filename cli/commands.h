@@ -10,7 +10,8 @@
 
 namespace quillmar {
 
-/// Prints the folders and their items, or a JSON array of the items.
+/// Prints the folders and their items, or a JSON array of the items. What has no id, or an empty
+/// one, is shown without.
 ExitStatus listItems(const ListInvocation& invocation, const SettingsManager& settings,
                      Console& console);
 
@@ -18,7 +19,7 @@ ExitStatus listItems(const ListInvocation& invocation, const SettingsManager& se
 ExitStatus checkFiles(const CheckInvocation& invocation, const FileSystem& files, Console& console);
 
 /// The item that `name` means: the one with that id, else the only one with that title. The error
-/// says that there is none, or which ids the title could mean.
+/// says that there is none, or which ids the title could mean. Precondition: `name` is not empty.
 Result<MenuItem> itemNamed(const std::string& name, const SettingsManager& settings);
 
 }  // namespace quillmar

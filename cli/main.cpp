@@ -8,10 +8,13 @@
 #include "cli/linux_program.h"
 #include "config/settings_location.h"
 #include "config/settings_manager.h"
+#include "platform/environment.h"
 #include "platform/linux/application/process_environment.h"
 #include "platform/linux/files/password_database.h"
 #include "platform/linux/files/posix_file_system.h"
 #include "platform/linux/files/xdg_directories.h"
+#include "platform/log.h"
+#include "platform/result.h"
 
 namespace quillmar {
 namespace {
@@ -33,12 +36,17 @@ struct SettingsServices {
   XdgDirectories directories;
 };
 
-/// Runs a sub-command on the settings; not to be able to load them is a failure.
+/// Runs a sub-command on the settings, in which what has no id in the file has an empty one; not to
+/// be able to load them is a failure.
 template <class SubCommand>
 ExitStatus withSettings(const Environment& environment, SubCommand subCommand) {
   SettingsServices services(environment);
-  SettingsManager settings({environment, services.directories, services.files,
-                            NotificationCenter::defaultCenter(), logToStandardError});
+  // An id made up here would be another one the next time, so no one could use it.
+  SettingsManager settings({.environment = environment,
+                            .userDirectories = services.directories,
+                            .files = services.files,
+                            .log = logToStandardError,
+                            .makeIdentifier = [] { return std::string(); }});
   if (settings.loadError()) return ExitStatus::failure;
   return subCommand(settings);
 }

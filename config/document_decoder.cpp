@@ -15,7 +15,6 @@
 
 #include "config/json_place.h"
 #include "config/json_syntax_error.h"
-#include "platform/uuid.h"
 
 namespace quillmar {
 namespace {
@@ -53,7 +52,9 @@ std::string integerFrom() {
 /// not what is expected.
 class DocumentReader {
  public:
-  explicit DocumentReader(std::string_view json) : json_(json) {}
+  /// Both must outlive the reader.
+  DocumentReader(std::string_view json, const std::function<std::string()>& makeIdentifier)
+      : json_(json), makeIdentifier_(makeIdentifier) {}
 
   const Error& error() const { return error_; }
 
@@ -86,6 +87,7 @@ class DocumentReader {
   bool fail(const Value& value, std::string_view expected);
 
   std::string_view json_;
+  const std::function<std::string()>& makeIdentifier_;
   Error error_;
 };
 
@@ -218,7 +220,7 @@ bool DocumentReader::readRequired(const Value& value, std::uint16_t& target) {
 
 bool DocumentReader::readIdentifier(const Value& value, std::string& target) {
   if (value.element) return read(value, target);
-  target = makeUuid();
+  target = makeIdentifier_();
   return true;
 }
 
@@ -345,7 +347,8 @@ struct DocumentDecoder::Parser {
   dom::parser parser;
 };
 
-DocumentDecoder::DocumentDecoder() : parser_(std::make_unique<Parser>()) {}
+DocumentDecoder::DocumentDecoder(std::function<std::string()> makeIdentifier)
+    : parser_(std::make_unique<Parser>()), makeIdentifier_(std::move(makeIdentifier)) {}
 DocumentDecoder::~DocumentDecoder() = default;
 DocumentDecoder::DocumentDecoder(DocumentDecoder&&) noexcept = default;
 DocumentDecoder& DocumentDecoder::operator=(DocumentDecoder&&) noexcept = default;
@@ -375,14 +378,15 @@ Result<QuillmarConfig> DocumentDecoder::decode(const std::string& json) {
         "The document could not be parsed: " + std::string(simdjson::error_message(status)) + "."};
   }
 
-  DocumentReader reader(json);
+  DocumentReader reader(json, makeIdentifier_);
   QuillmarConfig config;
   if (!reader.read(Value{.element = root}, config)) return reader.error();
   return config;
 }
 
-Result<QuillmarConfig> decodeDocument(const std::string& json) {
-  return DocumentDecoder().decode(json);
+Result<QuillmarConfig> decodeDocument(const std::string& json,
+                                      std::function<std::string()> makeIdentifier) {
+  return DocumentDecoder(std::move(makeIdentifier)).decode(json);
 }
 
 }  // namespace quillmar

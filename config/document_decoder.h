@@ -4,11 +4,13 @@
 
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
 #include "config/quillmar_config.h"
 #include "platform/result.h"
+#include "platform/uuid.h"
 
 namespace quillmar {
 
@@ -16,7 +18,8 @@ namespace quillmar {
 /// one is to come. One thread at a time.
 class DocumentDecoder {
  public:
-  DocumentDecoder();
+  /// `makeIdentifier` gives each folder and item without an id its own.
+  explicit DocumentDecoder(std::function<std::string()> makeIdentifier = makeUuid);
   ~DocumentDecoder();
   DocumentDecoder(DocumentDecoder&&) noexcept;
   DocumentDecoder& operator=(DocumentDecoder&&) noexcept;
@@ -31,9 +34,11 @@ class DocumentDecoder {
  private:
   struct Parser;
   std::unique_ptr<Parser> parser_;
+  std::function<std::string()> makeIdentifier_;
 };
 
 /// Decodes one document with a decoder of its own.
-Result<QuillmarConfig> decodeDocument(const std::string& json);
+Result<QuillmarConfig> decodeDocument(const std::string& json,
+                                      std::function<std::string()> makeIdentifier = makeUuid);
 
 }  // namespace quillmar

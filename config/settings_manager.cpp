@@ -9,7 +9,6 @@
 #include "config/document_encoder.h"
 #include "config/settings_location.h"
 #include "platform/platform.h"
-#include "platform/uuid.h"
 
 namespace quillmar {
 
@@ -66,7 +65,7 @@ void SettingsManager::loadFromFile() {
   const auto load = [&]() -> Result<QuillmarConfig> {
     const Result<std::string> bytes = collaborators_.files.read(path);
     if (!bytes) return bytes.error();
-    return decodeDocument(bytes.value());
+    return decodeDocument(bytes.value(), collaborators_.makeIdentifier);
   };
   if (Result<QuillmarConfig> loaded = load()) {
     config = std::move(loaded).value();

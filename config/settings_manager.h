@@ -3,7 +3,9 @@
 
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +18,7 @@
 #include "platform/log.h"
 #include "platform/notification_center.h"
 #include "platform/user_directories.h"
+#include "platform/uuid.h"
 
 namespace quillmar {
 
@@ -40,6 +43,8 @@ class SettingsManager {
     NotificationCenter& notificationCenter = NotificationCenter::defaultCenter();
     LogLine log = logToStandardOutput;
     SettingsFile::Clock now = std::chrono::system_clock::now;
+    /// What a folder or an item without an id gets as its own when it is loaded.
+    std::function<std::string()> makeIdentifier = makeUuid;
   };
 
   /// Loads the settings file.

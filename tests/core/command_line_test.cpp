@@ -15,6 +15,7 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::SizeIs;
 using testing::StartsWith;
 
@@ -56,6 +57,7 @@ TEST(ArgumentsTest, WordsThatMakeNoSenseAreNamed) {
   EXPECT_EQ(error({"list", "all"}), "“list” takes no further words, but there is “all”.");
   EXPECT_EQ(error({"check"}), "“check” needs the name of a file.");
   EXPECT_EQ(error({"run"}), "“run” needs the id or the title of an item.");
+  EXPECT_EQ(error({"run", ""}), "“run” needs the id or the title of an item.");
   EXPECT_EQ(error({"run", "Item", "--input"}), "The option “--input” needs a text behind it.");
   EXPECT_THAT(error({"run", "Copy", "date"}), HasSubstr("needs quotes"));
 }
@@ -134,6 +136,23 @@ TEST_F(CommandLineTest, ListShowsFoldersAndItemsInMenuOrder) {
   settings.config.categories.push_back({.id = "E", .name = "Earlier", .sortOrder = -1});
   EXPECT_EQ(listItems({}, settings, console), ExitStatus::success);
   EXPECT_EQ(console.out, "Earlier\nFolder\n  1  One\n  2  Two\uFFFD[2J  (disabled)\n");
+}
+
+TEST_F(CommandLineTest, ListShowsAHyphenInThePlaceOfAMissingId) {
+  add("", "None", "true");
+  add("ä-2", "Two", "true");
+  add("3", "Three", "true");
+  EXPECT_EQ(listItems({}, settings, console), ExitStatus::success);
+  EXPECT_EQ(console.out, "Folder\n  -    None\n  ä-2  Two\n  3    Three\n");
+}
+
+TEST_F(CommandLineTest, ListInJsonLeavesOutMissingIds) {
+  add("", "None", "true");
+  settings.config.categories[0].id = "";
+  EXPECT_EQ(listItems({.json = true}, settings, console), ExitStatus::success);
+  EXPECT_THAT(console.out, HasSubstr("\"title\" : \"None\""));
+  EXPECT_THAT(console.out, Not(HasSubstr("\"id\"")));
+  EXPECT_THAT(console.out, Not(HasSubstr("\"folderId\"")));
 }
 
 TEST_F(CommandLineTest, ListCanSpeakJson) {
@@ -225,6 +244,22 @@ TEST_F(CommandLineTest, AnUnknownItemASeparatorAndAnAmbiguousTitleAreUsageErrors
   EXPECT_EQ(run({.item = "Twice"}), ExitStatus::usage);
   EXPECT_THAT(console.err, HasSubstr("2 items have the title “Twice”; name the one you mean by its "
                                      "id: 1, 2."));
+  EXPECT_THAT(memory.processes.launched(), IsEmpty());
+}
+
+TEST_F(CommandLineTest, AnAmbiguousTitleOfItemsWithoutIdsAsksForIds) {
+  add("", "Twice", "true");
+  add("", "Twice", "true");
+  EXPECT_EQ(run({.item = "Twice"}), ExitStatus::usage);
+  EXPECT_EQ(console.err,
+            "2 items have the title “Twice” and none of them has an id; give each an \"id\" in the "
+            "settings file.\n");
+  console.err.clear();
+  add("3", "Twice", "true");
+  EXPECT_EQ(run({.item = "Twice"}), ExitStatus::usage);
+  EXPECT_EQ(console.err,
+            "3 items have the title “Twice”; name the one you mean by its id: 3. Those without one "
+            "need an \"id\" in the settings file.\n");
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
 }
 

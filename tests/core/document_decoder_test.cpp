@@ -231,6 +231,18 @@ TEST(DocumentDecoder, GivesNewIdsOnEachDecode) {
   EXPECT_NE(decoded(json).categories[0].id, decoded(json).categories[0].id);
 }
 
+TEST(DocumentDecoder, TheCallerMaySayWhatMissingIdsAre) {
+  int made = 0;
+  const Result<QuillmarConfig> result =
+      decodeDocument(R"({"categories":[{"items":[{"id":"own"},{},{"id":null}]}]})",
+                     [&] { return "new" + std::to_string(++made); });
+  const MenuCategory& folder = result.value().categories[0];
+  EXPECT_EQ(folder.id, "new1");
+  EXPECT_EQ(folder.items[0].id, "own");
+  EXPECT_EQ(folder.items[1].id, "new2");
+  EXPECT_EQ(folder.items[2].id, "new3");
+}
+
 TEST(DocumentDecoder, KeepsTheFoldersInTheOrderOfTheDocument) {
   const QuillmarConfig config =
       decoded(R"({"categories":[{"name":"b","sortOrder":2},{"name":"a","sortOrder":1}]})");

@@ -81,6 +81,17 @@ class SettingsManagerTest : public testing::Test {
 
 // Location.
 
+TEST_F(SettingsManagerTest, TheOwnerMaySayWhatMissingIdsAre) {
+  files.addFile(settingsPath, R"({"categories":[{"items":[{"id":"own"},{}]}]})");
+  const SettingsManager manager({.environment = environment,
+                                 .userDirectories = directories,
+                                 .files = files,
+                                 .makeIdentifier = [] { return std::string("made"); }});
+  const MenuCategory& folder = manager.config.categories[0];
+  EXPECT_EQ(folder.id, "made");
+  EXPECT_THAT(itemIds(folder), ElementsAre("own", "made"));
+}
+
 TEST_F(SettingsManagerTest, WithoutTheVariableTheFileLiesInTheApplicationSupportDirectory) {
   EXPECT_EQ(makeManager().settingsFileURL(), settingsPath);
   EXPECT_TRUE(files.exists("/home/user/.config/Quillmar"));
