@@ -32,14 +32,18 @@ std::optional<std::string> StandardConsole::readLine() {
   return line;
 }
 
-std::string printable(std::string_view text) {
+namespace {
+
+/// The text with control characters, but for those `kept`, shown as U+FFFD.
+std::string withoutControls(std::string_view text, std::string_view kept) {
   std::string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const auto byte = static_cast<unsigned char>(text[i]);
     const bool isC1 = byte == 0xC2 && i + 1 < text.size() &&
                       static_cast<unsigned char>(text[i + 1]) >= 0x80 &&
                       static_cast<unsigned char>(text[i + 1]) < 0xA0;
-    if (byte < 0x20 || byte == 0x7F || isC1) {
+    const bool isControl = byte < 0x20 || byte == 0x7F || isC1;
+    if (isControl && kept.find(text[i]) == kept.npos) {
       result += "\uFFFD";
       if (isC1) ++i;
     } else {
@@ -47,6 +51,16 @@ std::string printable(std::string_view text) {
     }
   }
   return result;
+}
+
+}  // namespace
+
+std::string printable(std::string_view text) {
+  return withoutControls(text, "");
+}
+
+std::string printableLines(std::string_view text) {
+  return withoutControls(text, "\n\t");
 }
 
 }  // namespace quillmar

@@ -40,4 +40,7 @@ class StandardConsole : public Console {
 /// The text with control characters, which a terminal would obey, shown as U+FFFD.
 std::string printable(std::string_view text);
 
+/// The same for a text of several lines: line feeds and tabs stay.
+std::string printableLines(std::string_view text);
+
 }  // namespace quillmar

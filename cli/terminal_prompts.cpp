@@ -1,8 +1,28 @@
 #include "cli/terminal_prompts.h"
 
+#include <algorithm>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace quillmar {
+
+namespace {
+
+std::string withSmallLetters(std::string text) {
+  std::ranges::transform(text, text.begin(), [](char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
+                                                : character;
+  });
+  return text;
+}
+
+bool meansYes(const std::string& answer) {
+  const std::string word = withSmallLetters(answer);
+  return word == "y" || word == "yes";
+}
+
+}  // namespace
 
 TerminalPrompts::TerminalPrompts(Console& console, bool assumeYes, std::optional<std::string> input)
     : console_(console), assumeYes_(assumeYes), input_(std::move(input)) {}
@@ -23,10 +43,10 @@ bool TerminalPrompts::confirm(const PromptRequest& request) {
     missingOption_ = "--yes";
     return false;
   }
-  console_.printError(printable(request.title) + "\n" + printable(request.message) +
+  console_.printError(printable(request.title) + "\n" + printableLines(request.message) +
                       "\nType y to run it: ");
   const std::optional<std::string> answer = console_.readLine();
-  return answer && (*answer == "y" || *answer == "Y" || *answer == "yes");
+  return answer && meansYes(*answer);
 }
 
 std::optional<std::string> TerminalPrompts::askForValue(const PromptRequest& request) {
@@ -35,7 +55,7 @@ std::optional<std::string> TerminalPrompts::askForValue(const PromptRequest& req
     missingOption_ = "--input";
     return std::nullopt;
   }
-  console_.printError(printable(request.title) + "\n" + printable(request.message) + ": ");
+  console_.printError(printable(request.title) + "\n" + printableLines(request.message) + ": ");
   return console_.readLine();
 }
 

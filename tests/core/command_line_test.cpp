@@ -296,6 +296,28 @@ TEST_F(CommandLineTest, OnATerminalTheQuestionsAreAskedThere) {
                                  HasSubstr("Which file?")));
 }
 
+TEST_F(CommandLineTest, AConfirmationShowsTheLinesOfTheCommand) {
+  add("1", "Two\nlines", "cd /tmp\n\trm x\x1b[2J\ry").confirmBeforeRunning = true;
+  console.interactive = true;
+  console.typed = {"n"};
+  EXPECT_EQ(run({.item = "1"}), ExitStatus::failure);
+  EXPECT_EQ(console.err,
+            "Run “Two\uFFFDlines”?\ncd /tmp\n\trm x\uFFFD[2J\uFFFDy\nType y to run it: ");
+}
+
+TEST_F(CommandLineTest, YesIsUnderstoodInSmallAndCapitalLetters) {
+  add("1", "Erase", "rm x").confirmBeforeRunning = true;
+  console.interactive = true;
+  for (const std::string yes : {"y", "Y", "yes", "Yes", "YES"}) {
+    console.typed = {yes};
+    EXPECT_EQ(run({.item = "1"}), ExitStatus::success) << yes;
+  }
+  for (const std::string no : {"", "n", "yeah", "yy"}) {
+    console.typed = {no};
+    EXPECT_EQ(run({.item = "1"}), ExitStatus::failure) << no;
+  }
+}
+
 TEST_F(CommandLineTest, DecliningOnTheTerminalIsAFailureAndRunsNothing) {
   add("1", "Erase", "rm x").confirmBeforeRunning = true;
   add("2", "Ask", "echo {{input}}");
