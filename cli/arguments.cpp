@@ -1,6 +1,13 @@
 #include "cli/arguments.h"
 
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
+
+#include "platform/result.h"
 
 namespace quillmar {
 
@@ -15,6 +22,15 @@ struct Words {
 };
 
 enum AllowedOptions : unsigned { noOptions = 0, jsonOption = 1, runOptions = 2 };
+
+/// True when --help or -h is among the options; a word behind --input is its value.
+bool asksForHelp(const std::vector<std::string>& words) {
+  for (std::size_t i = 0; i < words.size() && words[i] != "--"; ++i) {
+    if (words[i] == "--help" || words[i] == "-h") return true;
+    if (words[i] == "--input") ++i;
+  }
+  return false;
+}
 
 Error unknownOption(const std::string& word) {
   return Error{"There is no option “" + word + "” here."};
@@ -87,7 +103,7 @@ Result<Invocation> parseArguments(const std::vector<std::string>& words) {
   if (words.empty()) return Invocation(ResidentInvocation{});
 
   const std::string& first = words.front();
-  if (first == "--help" || first == "-h" || first == "help") return Invocation(HelpInvocation{});
+  if (first == "help" || asksForHelp(words)) return Invocation(HelpInvocation{});
   if (first == "--version") return Invocation(VersionInvocation{});
   if (first == "list") {
     return parseWithoutOperands(words, jsonOption, [](const Words& split) {
@@ -119,6 +135,7 @@ Usage:
 Options of “run”:
   --input TEXT    the value for {{input}}, instead of asking for it
   --yes           run without asking for a confirmation
+  --              the word behind it is the item, even if it begins with a hyphen
 
 Examples:
   quillmar list

@@ -52,7 +52,8 @@ using Invocation =
                  SettingsFileInvocation, CheckInvocation, RunInvocation>;
 
 /// Understands the words after the program's name. "--" ends the options, so that what follows may
-/// begin with a hyphen. The error says which word is wrong.
+/// begin with a hyphen; --help or -h before it asks for the help, whatever else is said. The error
+/// says which word is wrong.
 Result<Invocation> parseArguments(const std::vector<std::string>& words);
 
 /// The text of --help.

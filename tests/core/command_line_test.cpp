@@ -47,6 +47,19 @@ TEST(ArgumentsTest, BehindTwoHyphensAnItemMayBeginWithOne) {
             Invocation(RunInvocation{"--yes", std::nullopt, true}));
 }
 
+TEST(ArgumentsTest, HelpMayBeAskedForAnywhereAmongTheOptions) {
+  EXPECT_EQ(parsed({"-h"}), Invocation(HelpInvocation{}));
+  EXPECT_EQ(parsed({"run", "--help"}), Invocation(HelpInvocation{}));
+  EXPECT_EQ(parsed({"run", "Item", "--input", "x", "-h"}), Invocation(HelpInvocation{}));
+  EXPECT_EQ(parsed({"list", "all", "--help"}), Invocation(HelpInvocation{}));
+}
+
+TEST(ArgumentsTest, AValueOrAnItemIsNoQuestionForHelp) {
+  EXPECT_EQ(parsed({"run", "Item", "--input", "--help"}),
+            Invocation(RunInvocation{"Item", "--help", false}));
+  EXPECT_EQ(parsed({"run", "--", "-h"}), Invocation(RunInvocation{"-h", std::nullopt, false}));
+}
+
 TEST(ArgumentsTest, WordsThatMakeNoSenseAreNamed) {
   const auto error = [](const std::vector<std::string>& words) {
     return parseArguments(words).error().description;
