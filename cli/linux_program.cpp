@@ -167,7 +167,7 @@ ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environmen
       system.workspace, prompts,       pasteboard,  notifications,       statusItem};
   CommandRunner runner(platform, settings, logToStandardError);
 
-  const ExitStatus status = runItem(invocation, settings, runner, queues, prompts, console);
+  const ExitStatus status = runItem(invocation, settings, runner, queues, console);
   if (const auto sentence = leftOut.sentence()) console.printError(*sentence + "\n");
   return status;
 }

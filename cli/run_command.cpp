@@ -2,28 +2,55 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "cli/commands.h"
 #include "commands/command_runner.h"
+#include "config/quillmar_config.h"
 #include "config/settings_manager.h"
 #include "platform/memory/memory_task_queues.h"
+#include "platform/result.h"
 
 namespace quillmar {
 
+namespace {
+
+bool asksForValue(const MenuItem& item) {
+  return item.command.value.find(inputPlaceholder) != std::string::npos;
+}
+
+/// Which options must answer the item's questions, because there is no terminal to ask on; absent
+/// when none is missing.
+std::optional<Error> missingOptions(const MenuItem& item, const RunInvocation& invocation,
+                                    const Console& console) {
+  const bool needsYes = item.confirmBeforeRunning && !invocation.yes;
+  const bool needsInput = asksForValue(item) && !invocation.input;
+  if (console.isInteractive() || (!needsYes && !needsInput)) return std::nullopt;
+
+  const std::string asks = "“" + item.title + "” asks for ";
+  const std::string give = ", and there is no terminal to ask on; give the option";
+  if (!needsInput) return Error{asks + "a confirmation" + give + " “--yes”."};
+  if (!needsYes) return Error{asks + "a value" + give + " “--input TEXT”."};
+  return Error{asks + "a confirmation and a value" + give + "s “--yes” and “--input TEXT”."};
+}
+
+}  // namespace
+
 ExitStatus runItem(const RunInvocation& invocation, const SettingsManager& settings,
-                   CommandRunner& runner, MemoryTaskQueues& queues, const TerminalPrompts& prompts,
-                   Console& console) {
+                   CommandRunner& runner, MemoryTaskQueues& queues, Console& console) {
   const Result<MenuItem> item = itemNamed(invocation.item, settings);
   if (!item) {
     console.printError(printable(item.error().description) + "\n");
     return ExitStatus::usage;
   }
 
-  const bool asksForValue = item.value().command.value.find(inputPlaceholder) != std::string::npos;
-  if (invocation.input && !asksForValue) {
-    console.printError("“" + printable(item.value().title) +
-                       "” does not ask for a value, so “--input” has no place.\n");
+  if (const auto missing = missingOptions(item.value(), invocation, console)) {
+    console.printError(printable(missing->description) + "\n");
     return ExitStatus::usage;
+  }
+  if (invocation.input && !asksForValue(item.value())) {
+    console.printError("“" + printable(item.value().title) +
+                       "” asks for no value, so the one of “--input” was not used.\n");
   }
 
   std::optional<CommandRunner::RunResult> result;
@@ -33,13 +60,6 @@ ExitStatus runItem(const RunInvocation& invocation, const SettingsManager& setti
   // Everything, the command included, runs here: there is nothing else to keep alive meanwhile.
   queues.runAll();
 
-  if (prompts.missingOption()) {
-    console.printError("“" + printable(item.value().title) +
-                       "” asks before it runs and there is no terminal to ask on; give the option "
-                       "“" +
-                       *prompts.missingOption() + "”.\n");
-    return ExitStatus::usage;
-  }
   if (!result) return ExitStatus::failure;  // Declined.
   if (!result->output) {
     console.printError("The output is not valid UTF-8 text and was left out.\n");

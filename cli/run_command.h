@@ -4,7 +4,6 @@
 
 #include "cli/arguments.h"
 #include "cli/console.h"
-#include "cli/terminal_prompts.h"
 
 namespace quillmar {
 
@@ -12,10 +11,10 @@ class CommandRunner;
 class MemoryTaskQueues;
 class SettingsManager;
 
-/// Runs the item and waits for its report. `queues` and `prompts` are the ones that the runner was
-/// made with.
+/// Runs the item and waits for its report. `queues` are the ones that the runner was made with, and
+/// its prompts are to be answered by the invocation's options or on the console. When neither can
+/// answer, the options that are missing are named and nothing runs.
 ExitStatus runItem(const RunInvocation& invocation, const SettingsManager& settings,
-                   CommandRunner& runner, MemoryTaskQueues& queues, const TerminalPrompts& prompts,
-                   Console& console);
+                   CommandRunner& runner, MemoryTaskQueues& queues, Console& console);
 
 }  // namespace quillmar

@@ -39,10 +39,7 @@ void TerminalPrompts::show(PromptRequest request, PromptCompletion completion) {
 
 bool TerminalPrompts::confirm(const PromptRequest& request) {
   if (assumeYes_) return true;
-  if (!console_.isInteractive()) {
-    missingOption_ = "--yes";
-    return false;
-  }
+  if (!console_.isInteractive()) return false;
   console_.printError(printable(request.title) + "\n" + printableLines(request.message) +
                       "\nType y to run it: ");
   const std::optional<std::string> answer = console_.readLine();
@@ -51,10 +48,7 @@ bool TerminalPrompts::confirm(const PromptRequest& request) {
 
 std::optional<std::string> TerminalPrompts::askForValue(const PromptRequest& request) {
   if (input_) return input_;
-  if (!console_.isInteractive()) {
-    missingOption_ = "--input";
-    return std::nullopt;
-  }
+  if (!console_.isInteractive()) return std::nullopt;
   console_.printError(printable(request.title) + "\n" + printableLines(request.message) + ": ");
   return console_.readLine();
 }

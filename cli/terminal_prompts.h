@@ -16,10 +16,8 @@ class TerminalPrompts : public Prompts {
   TerminalPrompts(Console& console, bool assumeYes, std::optional<std::string> input);
 
   /// Asks and waits for the answer. Without a terminal and without the option that answers, the
-  /// prompt is cancelled and missingOption() names the option.
+  /// prompt is cancelled.
   void show(PromptRequest request, PromptCompletion completion) override;
-
-  const std::optional<std::string>& missingOption() const { return missingOption_; }
 
  private:
   bool confirm(const PromptRequest& request);
@@ -28,7 +26,6 @@ class TerminalPrompts : public Prompts {
   Console& console_;
   bool assumeYes_;
   std::optional<std::string> input_;
-  std::optional<std::string> missingOption_;
 };
 
 }  // namespace quillmar
