@@ -127,7 +127,8 @@ Usage:
   quillmar                        live in the panel until “Quit Quillmar”
   quillmar list [--json]          list the folders and items of the menu
   quillmar run ITEM [OPTION…]     run one item here, by its id or its title
-  quillmar check FILE…            say whether files are valid settings or packs
+  quillmar check FILE…            say whether files are valid settings or packs;
+                                  “-” is standard input
   quillmar settings-file          print where the settings file is
   quillmar --version
   quillmar --help

@@ -125,13 +125,17 @@ ExitStatus checkFiles(const CheckInvocation& invocation, const FileSystem& files
                       Console& console) {
   ExitStatus status = ExitStatus::success;
   for (const std::string& file : invocation.files) {
-    const auto check = [&]() -> Result<QuillmarConfig> {
-      const Result<std::string> bytes = files.read(file);
+    const auto check = [&]() -> Result<void> {
+      const bool isStandardInput = file == "-";
+      const Result<std::string> bytes = isStandardInput ? console.readToEnd() : files.read(file);
       if (!bytes) return bytes.error();
-      return decodeDocument(bytes.value());
+      const Result<QuillmarConfig> decoded = decodeDocument(bytes.value());
+      if (decoded) return {};
+      const std::string name = isStandardInput ? "Standard input" : file;
+      return Error{name + ": " + decoded.error().description};
     };
-    if (const auto checked = check(); !checked) {
-      console.printError(printable(file + ": " + checked.error().description) + "\n");
+    if (const Result<void> checked = check(); !checked) {
+      console.printError(printable(checked.error().description) + "\n");
       status = ExitStatus::failure;
     }
   }

@@ -15,7 +15,7 @@ namespace quillmar {
 ExitStatus listItems(const ListInvocation& invocation, const SettingsManager& settings,
                      Console& console);
 
-/// Says of each file that does not decode why.
+/// Says of each file that does not decode why; "-" is standard input.
 ExitStatus checkFiles(const CheckInvocation& invocation, const FileSystem& files, Console& console);
 
 /// The item that `name` means: the one with that id, else the only one with that title. The error

@@ -1,6 +1,10 @@
 #include "cli/console.h"
 
+#include <array>
+#include <cerrno>
+#include <cstddef>
 #include <cstdio>
+#include <system_error>
 
 #include <unistd.h>
 
@@ -30,6 +34,19 @@ std::optional<std::string> StandardConsole::readLine() {
     line += static_cast<char>(character);
   }
   return line;
+}
+
+Result<std::string> StandardConsole::readToEnd() {
+  std::string bytes;
+  std::array<char, 4096> buffer;
+  while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), stdin)) {
+    bytes.append(buffer.data(), count);
+  }
+  if (std::ferror(stdin) != 0) {
+    return Error{"Standard input could not be read: " + std::generic_category().message(errno) +
+                 "."};
+  }
+  return bytes;
 }
 
 namespace {

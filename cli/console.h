@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/result.h"
+
 namespace quillmar {
 
 /// Exit statuses of the command line.
@@ -26,6 +28,9 @@ class Console {
 
   /// The next line typed, without its line feed; absent at the end of the input.
   virtual std::optional<std::string> readLine() = 0;
+
+  /// All that is left of standard input.
+  virtual Result<std::string> readToEnd() = 0;
 };
 
 /// The process's standard streams.
@@ -35,6 +40,7 @@ class StandardConsole : public Console {
   void printError(std::string_view text) override;
   bool isInteractive() const override;
   std::optional<std::string> readLine() override;
+  Result<std::string> readToEnd() override;
 };
 
 /// The text with control characters, which a terminal would obey, shown as U+FFFD.

@@ -1,3 +1,10 @@
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -89,8 +96,11 @@ class MemoryConsole : public Console {
     return line;
   }
 
+  Result<std::string> readToEnd() override { return std::exchange(input, {}); }
+
   std::string out;
   std::string err;
+  std::string input;
   bool interactive = false;
   std::vector<std::string> typed;
 };
@@ -197,9 +207,17 @@ TEST_F(CommandLineTest, CheckSaysOfEachBadFileWhyOnALine) {
   memory.files.addFile("/bad.json", R"({"version" : "two"})");
   EXPECT_EQ(checkFiles({{"/bad.json", "/good.json", "/gone.json"}}, memory.files, console),
             ExitStatus::failure);
-  EXPECT_THAT(console.err,
-              AllOf(StartsWith("/bad.json: "), HasSubstr("version"), HasSubstr("\n/gone.json: ")));
+  EXPECT_THAT(console.err, AllOf(StartsWith("/bad.json: "), HasSubstr("version"),
+                                 HasSubstr("\nThe file “/gone.json” could not be read: ")));
   EXPECT_EQ(std::count(console.err.begin(), console.err.end(), '\n'), 2);
+}
+
+TEST_F(CommandLineTest, CheckReadsStandardInputForAHyphen) {
+  console.input = "{}";
+  EXPECT_EQ(checkFiles({{"-"}}, memory.files, console), ExitStatus::success);
+  console.input = "[]";
+  EXPECT_EQ(checkFiles({{"-"}}, memory.files, console), ExitStatus::failure);
+  EXPECT_THAT(console.err, StartsWith("Standard input: The document (line 1, column 1): "));
 }
 
 TEST_F(CommandLineTest, RunPrintsTheTrimmedOutputAndALineFeed) {
