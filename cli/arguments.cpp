@@ -146,8 +146,8 @@ Examples:
   quillmar check ~/Downloads/*.quillmarpack
   QUILLMAR_SETTINGS_DIR=/tmp/try quillmar
 
-Exit status: 0 when it worked; 1 when the command failed, a file is not valid or you declined;
-2 when the words make no sense or an option is missing.
+Exit status: 0 when it worked; 1 when the command failed, a file is not valid, you declined or the
+output could not be written; 2 when the words make no sense or an option is missing.
 )";
 }
 

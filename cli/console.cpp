@@ -6,13 +6,24 @@
 #include <cstdio>
 #include <system_error>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace quillmar {
 
+StandardConsole::StandardConsole() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(stream, F_GETFD) >= 0) continue;
+    // The lowest free number is this stream's. It is for reading only, so that writes fail.
+    open("/dev/null", O_RDONLY | O_NOCTTY);
+  }
+}
+
 void StandardConsole::print(std::string_view text) {
-  std::fwrite(text.data(), 1, text.size(), stdout);
-  std::fflush(stdout);
+  const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+  if (isWritten && std::fflush(stdout) == 0) return;
+  lostOutput_ = Error{
+      "Standard output could not be written: " + std::generic_category().message(errno) + "."};
 }
 
 void StandardConsole::printError(std::string_view text) {

@@ -33,14 +33,24 @@ class Console {
   virtual Result<std::string> readToEnd() = 0;
 };
 
-/// The process's standard streams.
+/// The process's standard streams. Make it before anything is opened.
 class StandardConsole : public Console {
  public:
+  /// Puts something in the place of each stream that is closed, so that no file or connection
+  /// opened later is taken for it. What is written there fails as before.
+  StandardConsole();
+
+  /// Why some of what was printed is lost; absent when standard output took all of it.
+  const std::optional<Error>& lostOutput() const { return lostOutput_; }
+
   void print(std::string_view text) override;
   void printError(std::string_view text) override;
   bool isInteractive() const override;
   std::optional<std::string> readLine() override;
   Result<std::string> readToEnd() override;
+
+ private:
+  std::optional<Error> lostOutput_;
 };
 
 /// The text with control characters, which a terminal would obey, shown as U+FFFD.

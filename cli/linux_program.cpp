@@ -2,6 +2,10 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
 
 #include "app/app_delegate.h"
 #include "app/unavailable_prompts.h"
@@ -25,6 +29,7 @@
 #include "platform/linux/processes/shell_apple_script_engine.h"
 #include "platform/linux/status_item/status_notifier_item.h"
 #include "platform/linux/workspace/desktop_workspace.h"
+#include "platform/log.h"
 #include "platform/memory/memory_application.h"
 #include "platform/memory/memory_images.h"
 #include "platform/memory/memory_status_item.h"
@@ -122,7 +127,7 @@ class PanelProgram {
 
 }  // namespace
 
-void liveInPanel(const Environment& environment, Console& console) {
+ExitStatus liveInPanel(const Environment& environment, Console& console) {
   ignoreBrokenPipes();
   ApplicationInstance instance({
       .activate = nullptr,
@@ -134,11 +139,11 @@ void liveInPanel(const Environment& environment, Console& console) {
   const auto start = instance.start(environment);
   if (!start) {
     console.printError(start.error().description + "\n");
-    endProcess(EXIT_FAILURE);
+    return ExitStatus::failure;
   }
   if (start.value() == ApplicationInstance::Start::alreadyRunning) {
     console.print("Quillmar is already running.\n");
-    endProcess(EXIT_SUCCESS);
+    return ExitStatus::success;
   }
 
   PanelProgram program(environment, instance);

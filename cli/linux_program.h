@@ -9,9 +9,9 @@
 
 namespace quillmar {
 
-/// Lives in the panel until it is told to quit. Does not return: the process ends here, whatever
-/// background commands are still running. Says why when it cannot start.
-[[noreturn]] void liveInPanel(const Environment& environment, Console& console);
+/// Lives in the panel until it is told to quit, and ends the process then, whatever background
+/// commands are still running. Returns only when it cannot start, having said why.
+ExitStatus liveInPanel(const Environment& environment, Console& console);
 
 /// Runs one item in this process, with the desktop's clipboard and notifications reached through
 /// the instance in the panel, if there is one.

@@ -61,7 +61,9 @@ ExitStatus dispatch(const Invocation& invocation, const Environment& environment
                     Console& console) {
   return std::visit(
       Overloaded{
-          [&](const ResidentInvocation&) -> ExitStatus { liveInPanel(environment, console); },
+          [&](const ResidentInvocation&) -> ExitStatus {
+            return liveInPanel(environment, console);
+          },
           [&](const HelpInvocation&) {
             console.print(helpText());
             return ExitStatus::success;
@@ -93,13 +95,18 @@ ExitStatus dispatch(const Invocation& invocation, const Environment& environment
 
 int main(int argc, char** argv) {
   using namespace quillmar;
-  const Environment environment = snapshotProcessEnvironment();
   StandardConsole console;
+  const Environment environment = snapshotProcessEnvironment();
   const Result<Invocation> invocation =
       parseArguments(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc));
   if (!invocation) {
     console.printError(invocation.error().description + "\nTry “quillmar --help”.\n");
     return static_cast<int>(ExitStatus::usage);
   }
-  return static_cast<int>(dispatch(invocation.value(), environment, console));
+  ExitStatus status = dispatch(invocation.value(), environment, console);
+  if (console.lostOutput()) {
+    console.printError(console.lostOutput()->description + "\n");
+    status = ExitStatus::failure;
+  }
+  return static_cast<int>(status);
 }
