@@ -234,7 +234,7 @@ class RunTestCase(CommandLineTestCase):
     def test_without_a_session_bus_what_is_left_out_is_told(self):
         result = self.quillmar("run", "Copy")
         self.assertEqual((result.returncode, result.stdout), (0, "copied\n"))
-        self.assertRegex(result.stderr, r"\AThere is no session bus .*not copied .*\.\n\Z")
+        self.assertRegex(result.stderr, r"\AThere is no session bus, .*not copied .*\.\n\Z")
 
 
 if __name__ == "__main__":
