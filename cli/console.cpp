@@ -62,20 +62,32 @@ Result<std::string> StandardConsole::readToEnd() {
 
 namespace {
 
-/// The text with control characters, but for those `kept`, shown as U+FFFD.
+/// Bytes of a character at the front of the text that a terminal would obey instead of showing it:
+/// a control character, or one that turns the direction of writing or breaks the line; 0 for any
+/// other.
+std::size_t lengthOfControl(std::string_view text) {
+  const auto byte = [&](std::size_t i) {
+    return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
+  };
+  if (byte(0) < 0x20 || byte(0) == 0x7F) return 1;
+  if (byte(0) == 0xC2 && byte(1) >= 0x80 && byte(1) < 0xA0) return 2;  // U+0080 to U+009F
+  const bool isDirection = byte(1) == 0x80 && (byte(2) == 0x8E || byte(2) == 0x8F);  // U+200E, 200F
+  const bool isBreak = byte(1) == 0x80 && byte(2) >= 0xA8 && byte(2) <= 0xAE;    // U+2028 to U+202E
+  const bool isIsolate = byte(1) == 0x81 && byte(2) >= 0xA6 && byte(2) <= 0xA9;  // U+2066 to U+2069
+  return byte(0) == 0xE2 && (isDirection || isBreak || isIsolate) ? 3 : 0;
+}
+
+/// The text with such characters, but for those `kept`, shown as U+FFFD.
 std::string withoutControls(std::string_view text, std::string_view kept) {
   std::string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    const bool isC1 = byte == 0xC2 && i + 1 < text.size() &&
-                      static_cast<unsigned char>(text[i + 1]) >= 0x80 &&
-                      static_cast<unsigned char>(text[i + 1]) < 0xA0;
-    const bool isControl = byte < 0x20 || byte == 0x7F || isC1;
-    if (isControl && kept.find(text[i]) == kept.npos) {
-      result += "\uFFFD";
-      if (isC1) ++i;
+  while (!text.empty()) {
+    const std::size_t control = lengthOfControl(text);
+    if (control == 0 || kept.find(text.front()) != kept.npos) {
+      result += text.front();
+      text.remove_prefix(1);
     } else {
-      result += text[i];
+      result += "\uFFFD";
+      text.remove_prefix(control);
     }
   }
   return result;

@@ -53,7 +53,8 @@ class StandardConsole : public Console {
   std::optional<Error> lostOutput_;
 };
 
-/// The text with control characters, which a terminal would obey, shown as U+FFFD.
+/// The text with the characters that a terminal would obey, control characters and turns of the
+/// direction of writing, shown as U+FFFD.
 std::string printable(std::string_view text);
 
 /// The same for a text of several lines: line feeds and tabs stay.

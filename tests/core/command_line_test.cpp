@@ -178,6 +178,14 @@ TEST_F(CommandLineTest, ListInJsonLeavesOutMissingIds) {
   EXPECT_THAT(console.out, Not(HasSubstr("\"folderId\"")));
 }
 
+TEST(PrintableTest, WhatATerminalWouldObeyIsShownAsAReplacement) {
+  EXPECT_EQ(printable("a\x1b[2J\x7F\u0085\u200E\u202Egnp.exe\u2028\u2066z\n"),
+            "a\uFFFD[2J\uFFFD\uFFFD\uFFFD\uFFFDgnp.exe\uFFFD\uFFFDz\uFFFD");
+  EXPECT_EQ(printable("naïve “text” – 👩‍🚀 ¡"),
+            "naïve “text” – 👩‍🚀 ¡");
+  EXPECT_EQ(printableLines("one\n\ttwo\r"), "one\n\ttwo\uFFFD");
+}
+
 TEST_F(CommandLineTest, ListCanSpeakJson) {
   add("1", "Say \"hi\"", "true");
   EXPECT_EQ(listItems({.json = true}, settings, console), ExitStatus::success);

@@ -174,6 +174,35 @@ TEST_F(DesktopNotificationsTest, AServiceMayVanish) {
               Optional(Error{"No notification service is running and none can be started."}));
 }
 
+TEST_F(DesktopNotificationsTest, ABurstWaitsInLineAndArrivesWholeAndInOrder) {
+  startService({});
+  int completions = 0;
+  std::vector<std::string> bodies;
+  for (int i = 0; i < 1000; ++i) {
+    bodies.push_back(std::to_string(i));
+    center_->add({"id", "Title", bodies.back()}, [&](std::optional<Error> error) {
+      EXPECT_EQ(error, std::nullopt);
+      ++completions;
+    });
+  }
+  runMainLoopUntil([&] { return completions == 1000; });
+  EXPECT_EQ(shownBodies(), bodies);
+}
+
+TEST_F(DesktopNotificationsTest, AServiceThatDoesNotAnswerGetsNoMoreThanItCanHold) {
+  startService({});
+  show("Title", "first");
+  service_->hang();
+  int failures = 0;
+  for (int i = 0; i < 100; ++i) {
+    center_->add({"id", "Title", "Body"},
+                 [&](std::optional<Error> error) { failures += error ? 1 : 0; });
+  }
+  runMainLoopUntil([&] { return service_->notifyCalls().size() == 1 + 32; });
+  service_.reset();
+  runMainLoopUntil([&] { return failures == 100; });
+}
+
 TEST_F(DesktopNotificationsTest, AServiceThatVanishesInTheMiddleFailsTheRequest) {
   startService({});
   service_->hang();

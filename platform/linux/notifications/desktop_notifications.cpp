@@ -12,6 +12,8 @@ namespace quillmar {
 
 namespace {
 
+constexpr std::size_t mostUnanswered = 32;
+
 constexpr const char* serviceName = "org.freedesktop.Notifications";
 constexpr const char* applicationName = "Quillmar";
 constexpr const char* standardSoundName = "message-new-instant";
@@ -82,6 +84,11 @@ void DesktopNotifications::add(UserNotification notification,
   const bool withSound =
       notification.sound != NotificationSound::none && presentation(notification).sound;
   waiting_.push_back({std::move(notification), withSound, std::move(completion)});
+  sendOrAsk();
+}
+
+void DesktopNotifications::sendOrAsk() {
+  if (waiting_.empty()) return;
   if (bodyIsMarkup_) {
     sendWaiting(*bodyIsMarkup_);
   } else if (!asking_) {
@@ -111,7 +118,11 @@ void DesktopNotifications::capabilitiesArrived(GVariant* result, const GError* e
 }
 
 void DesktopNotifications::sendWaiting(bool bodyIsMarkup) {
-  for (auto& request : std::exchange(waiting_, {})) notify(std::move(request), bodyIsMarkup);
+  while (!waiting_.empty() && unanswered_ < mostUnanswered) {
+    Request request = std::move(waiting_.front());
+    waiting_.pop_front();
+    notify(std::move(request), bodyIsMarkup);
+  }
 }
 
 void DesktopNotifications::failWaiting(const Error& error) {
@@ -134,8 +145,11 @@ void DesktopNotifications::notify(Request request, bool bodyIsMarkup) {
   GVariant* arguments = g_variant_new("(susss@asa{sv}i)", applicationName, replacesNone,
                                       applicationId, summary.c_str(), body.c_str(),
                                       g_variant_new_strv(nullptr, 0), &hints, timeoutOfTheService);
+  ++unanswered_;
   calls_.call(service("Notify"), arguments, "(u)",
-              [completion = std::move(request.completion)](GVariant*, const GError* error) {
+              [this, completion = std::move(request.completion)](GVariant*, const GError* error) {
+                --unanswered_;
+                sendOrAsk();
                 completion(error ? std::optional(describe(*error)) : std::nullopt);
               });
 }

@@ -6,6 +6,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -38,6 +39,7 @@ class DesktopNotifications final : public UserNotificationCenter {
     std::function<void(std::optional<Error>)> completion;
   };
 
+  void sendOrAsk();
   void askForCapabilities();
   void capabilitiesArrived(GVariant* result, const GError* error);
   void sendWaiting(bool bodyIsMarkup);
@@ -49,6 +51,9 @@ class DesktopNotifications final : public UserNotificationCenter {
   /// Known for the present provider of the service.
   std::optional<bool> bodyIsMarkup_;
   bool asking_ = false;
+  /// Sent and not answered yet. Buses refuse a program that has too many such calls, so a burst
+  /// waits in line.
+  std::size_t unanswered_ = 0;
   std::deque<Request> waiting_;
 };
 
