@@ -68,7 +68,7 @@ Result<void> SettingsFile::writeInPlace(const std::string& path, std::string_vie
   if (!opened) return opened.error();
   if (Result<void> reserved = opened.value()->reserve(bytes.size()); !reserved) return reserved;
 
-  const Result<void> written = writeWhole(*opened.value(), bytes);
+  Result<void> written = writeWhole(*opened.value(), bytes);
   if (written || !oldBytes) return written;
   if (reopenAndWriteWhole(files_, path, *oldBytes)) return written;
   return Error{written.error().description + " The old settings could not be put back; " +

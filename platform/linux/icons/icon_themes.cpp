@@ -93,8 +93,8 @@ IconThemes::Listing IconThemes::list() const {
     }
   }
   std::ranges::sort(listing.nameHashes);
-  const auto repeated = std::ranges::unique(listing.nameHashes);
-  listing.nameHashes.erase(repeated.begin(), repeated.end());
+  listing.nameHashes.erase(std::unique(listing.nameHashes.begin(), listing.nameHashes.end()),
+                           listing.nameHashes.end());
   listing.nameHashes.shrink_to_fit();
   return listing;
 }
