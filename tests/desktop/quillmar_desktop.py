@@ -303,10 +303,19 @@ class Screen:
         return [window for window in self.panel_windows() if window.y >= 10]
 
     def open_menu(self):
-        """Clicks the icon and answers the window of the menu that opens."""
-        tray = self.tray()
-        self.click(tray.x + tray.width // 2, tray.y + tray.height // 2)
-        return wait_until(self.menus, "a menu has opened")[0]
+        """Clicks the icon and answers the window of the menu that opens. A panel that is still
+        placing the icon lets a click fall, so it is clicked again, as anybody would."""
+        patience_ends = 0
+
+        def opened():
+            nonlocal patience_ends
+            menus = self.menus()
+            if not menus and time.monotonic() > patience_ends:
+                tray = self.tray()
+                self.click(tray.x + tray.width // 2, tray.y + tray.height // 2)
+                patience_ends = time.monotonic() + 5
+            return menus
+        return wait_until(opened, "a menu has opened")[0]
 
     def click(self, x, y):
         run("xdotool", "mousemove", str(x), str(y), "click", "1")
