@@ -3,32 +3,15 @@
 
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "platform/image.h"
+#include "platform/key_equivalent.h"
 
 namespace quillmar {
-
-/// Bits of a modifier mask, for key equivalents and recorded shortcuts.
-namespace modifiers {
-inline constexpr std::uint64_t shift = 0x20000;
-inline constexpr std::uint64_t control = 0x40000;
-inline constexpr std::uint64_t option = 0x80000;
-inline constexpr std::uint64_t command = 0x100000;
-}  // namespace modifiers
-
-/// The key that stands beside an entry. `character` is what the key produces, function keys
-/// included (U+F704 is F1 and so on); empty means none.
-struct KeyEquivalent {
-  std::string character;
-  std::uint64_t modifierMask = modifiers::command;
-
-  bool operator==(const KeyEquivalent&) const = default;
-};
 
 /// What choosing an entry asks the application to do.
 enum class MenuAction { runCommand, showAbout, openSettings, checkForUpdates, quit };

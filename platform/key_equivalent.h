@@ -1,0 +1,36 @@
+// Keys as menus and buttons name them.
+
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quillmar {
+
+/// Bits of a modifier mask, for key equivalents, recorded shortcuts and key presses.
+namespace modifiers {
+inline constexpr std::uint64_t shift = 0x20000;
+inline constexpr std::uint64_t control = 0x40000;
+inline constexpr std::uint64_t option = 0x80000;
+inline constexpr std::uint64_t command = 0x100000;
+}  // namespace modifiers
+
+/// The key that stands beside a menu's entry or presses a button. `character` is what the key
+/// produces, function keys included (U+F704 is F1 and so on); empty means none.
+struct KeyEquivalent {
+  std::string character;
+  std::uint64_t modifierMask = modifiers::command;
+
+  bool operator==(const KeyEquivalent&) const = default;
+};
+
+/// Keys that have a character of their own kind.
+namespace keys {
+inline const KeyEquivalent returnKey{"\r", 0};
+inline const KeyEquivalent escape{"\x1b", 0};
+inline const KeyEquivalent tab{"\t", 0};
+inline const KeyEquivalent backTab{"\t", modifiers::shift};
+inline const KeyEquivalent space{" ", 0};
+}  // namespace keys
+
+}  // namespace quillmar

@@ -1,0 +1,39 @@
+// Where windows are shown. The widget model (platform/widgets) is shown by peers that a window
+// system makes; it may be loaded with the first of them, so each of the calls can fail for want of
+// it or of a display. Main thread.
+
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/application.h"
+#include "platform/menu.h"
+#include "platform/result.h"
+
+namespace quillmar {
+
+class StatusItem;
+class Window;
+class WindowPeer;
+
+class WindowSystem {
+ public:
+  virtual ~WindowSystem() = default;
+
+  /// What shows the window and all the views in it; nothing is on the screen yet. The window
+  /// outlives its peer.
+  virtual Result<std::unique_ptr<WindowPeer>> makeWindowPeer(Window& window) = 0;
+
+  /// Opens the menu at the pointer, or where the desktop allows it, and returns. The chosen entry,
+  /// if any, is handed to `choose` in a turn of the main queue of its own. A menu that is still
+  /// open closes.
+  virtual Result<void> popUpMenu(Menu menu, const Activation& activation,
+                                 std::function<void(const ActionEntry& entry)> choose) = 0;
+
+  /// An icon in a tray of the older kind, which takes windows in (XEmbed); shown until destroyed,
+  /// at once or as soon as there is such a tray. The window system outlives it.
+  virtual Result<std::unique_ptr<StatusItem>> makeEmbeddedStatusItem() = 0;
+};
+
+}  // namespace quillmar
