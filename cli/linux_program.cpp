@@ -34,6 +34,7 @@
 #include "platform/memory/memory_images.h"
 #include "platform/memory/memory_status_item.h"
 #include "platform/memory/memory_task_queues.h"
+#include "platform/memory/memory_window_system.h"
 #include "platform/platform.h"
 
 namespace quillmar {
@@ -87,6 +88,7 @@ class PanelProgram {
                   system_.processes,
                   system_.appleScript,
                   system_.workspace,
+                  windows_,
                   prompts_,
                   pasteboard_,
                   notifications_,
@@ -110,6 +112,7 @@ class PanelProgram {
   MainLoopTaskQueue mainQueue_;
   LinuxTaskQueues queues_;
   IconThemeImages images_;
+  MemoryWindowSystem windows_{mainQueue_};
   UnavailablePrompts prompts_;
   DesktopPasteboard pasteboard_;
   DesktopNotifications notifications_;
@@ -161,6 +164,7 @@ ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environmen
   MemoryTaskQueues queues;
   MemoryImages images;
   MemoryStatusItem statusItem(queues.mainQueue());
+  MemoryWindowSystem windows(queues.mainQueue());
   TerminalPrompts prompts(console, invocation.yes, invocation.input);
   RunningInstance instance(environment);
   LeftOut leftOut;
@@ -169,7 +173,8 @@ ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environmen
   Platform platform{
       application,      queues,        environment, system.userDatabase, system.userDirectories,
       system.files,     system.bundle, images,      system.processes,    system.appleScript,
-      system.workspace, prompts,       pasteboard,  notifications,       statusItem};
+      system.workspace, windows,       prompts,     pasteboard,          notifications,
+      statusItem};
   CommandRunner runner(platform, settings, logToStandardError);
 
   const ExitStatus status = runItem(invocation, settings, runner, queues, console);

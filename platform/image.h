@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-namespace quillmar {
+#include "platform/font.h"
 
-enum class FontWeight { regular };
+namespace quillmar {
 
 /// An image that exists under a name known to the platform.
 struct Image {

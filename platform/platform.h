@@ -20,6 +20,7 @@ class TaskQueues;
 class UserDatabase;
 class UserDirectories;
 class UserNotificationCenter;
+class WindowSystem;
 class Workspace;
 
 struct Platform {
@@ -34,6 +35,7 @@ struct Platform {
   Processes& processes;
   AppleScriptEngine& appleScript;
   Workspace& workspace;
+  WindowSystem& windows;
   Prompts& prompts;
   Pasteboard& pasteboard;
   UserNotificationCenter& notifications;

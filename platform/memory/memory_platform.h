@@ -16,6 +16,7 @@
 #include "platform/memory/memory_task_queues.h"
 #include "platform/memory/memory_user_database.h"
 #include "platform/memory/memory_user_directories.h"
+#include "platform/memory/memory_window_system.h"
 #include "platform/memory/memory_workspace.h"
 #include "platform/platform.h"
 
@@ -33,14 +34,15 @@ struct MemoryPlatform {
   MemoryProcesses processes;
   MemoryAppleScriptEngine appleScript;
   MemoryWorkspace workspace;
+  MemoryWindowSystem windows{queues.mainQueue()};
   MemoryPrompts prompts;
   MemoryPasteboard pasteboard;
   MemoryNotifications notifications{queues.mainQueue()};
   MemoryStatusItem statusItem{queues.mainQueue()};
 
-  Platform platform{application, queues,  environment, userDatabase,  userDirectories,
-                    files,       bundle,  images,      processes,     appleScript,
-                    workspace,   prompts, pasteboard,  notifications, statusItem};
+  Platform platform{application, queues,     environment,   userDatabase, userDirectories, files,
+                    bundle,      images,     processes,     appleScript,  workspace,       windows,
+                    prompts,     pasteboard, notifications, statusItem};
 };
 
 }  // namespace quillmar

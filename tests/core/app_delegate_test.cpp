@@ -228,11 +228,11 @@ TEST_F(AppDelegateTest, TheLaunchKeepsItsOrder) {
   Events events;
   RecordingNotifications notifications(events);
   RecordingStatusItem statusItem(events, center);
-  Platform platform{memory.application,  memory.queues,          memory.environment,
-                    memory.userDatabase, memory.userDirectories, memory.files,
-                    memory.bundle,       memory.images,          memory.processes,
-                    memory.appleScript,  memory.workspace,       memory.prompts,
-                    memory.pasteboard,   notifications,          statusItem};
+  Platform platform{
+      memory.application,     memory.queues,      memory.environment, memory.userDatabase,
+      memory.userDirectories, memory.files,       memory.bundle,      memory.images,
+      memory.processes,       memory.appleScript, memory.workspace,   memory.windows,
+      memory.prompts,         memory.pasteboard,  notifications,      statusItem};
   RecordingAppDelegate recorded(events, {platform, settings, runner, center, logLine()});
 
   recorded.applicationDidFinishLaunching();

@@ -125,11 +125,22 @@ class CommandLineTest : public testing::Test {
 
   ExitStatus run(const RunInvocation& invocation) {
     TerminalPrompts prompts(console, invocation.yes, invocation.input);
-    Platform platform{memory.application,  memory.queues,          memory.environment,
-                      memory.userDatabase, memory.userDirectories, memory.files,
-                      memory.bundle,       memory.images,          memory.processes,
-                      memory.appleScript,  memory.workspace,       prompts,
-                      memory.pasteboard,   memory.notifications,   memory.statusItem};
+    Platform platform{memory.application,
+                      memory.queues,
+                      memory.environment,
+                      memory.userDatabase,
+                      memory.userDirectories,
+                      memory.files,
+                      memory.bundle,
+                      memory.images,
+                      memory.processes,
+                      memory.appleScript,
+                      memory.workspace,
+                      memory.windows,
+                      prompts,
+                      memory.pasteboard,
+                      memory.notifications,
+                      memory.statusItem};
     CommandRunner runner(platform, settings);
     return runItem(invocation, settings, runner, memory.queues, console);
   }

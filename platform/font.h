@@ -1,0 +1,24 @@
+// Text sizes and weights.
+
+#pragma once
+
+namespace quillmar {
+
+enum class FontWeight { regular, semibold, bold };
+
+/// A font of the desktop. Sizes are in points of a scale on which 13 is the desktop's own default
+/// size; others stand in proportion to it.
+struct Font {
+  static constexpr double defaultSize = 13;
+
+  double size = defaultSize;
+  FontWeight weight = FontWeight::regular;
+  bool monospaced = false;
+
+  static Font system(double size) { return {.size = size}; }
+  static Font boldSystem(double size) { return {.size = size, .weight = FontWeight::bold}; }
+
+  bool operator==(const Font&) const = default;
+};
+
+}  // namespace quillmar

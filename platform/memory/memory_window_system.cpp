@@ -1,0 +1,174 @@
+#include "platform/memory/memory_window_system.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/widgets/button.h"
+#include "platform/widgets/image_view.h"
+#include "platform/widgets/label.h"
+#include "platform/widgets/scroll_view.h"
+#include "platform/widgets/stack_view.h"
+#include "platform/widgets/text_field.h"
+#include "platform/widgets/view_visitor.h"
+
+namespace quillmar {
+
+namespace {
+
+/// Reads from a view what is to be seen of it.
+class Painter final : public ViewVisitor {
+ public:
+  static MemoryWidget paint(View& view) {
+    Painter painter;
+    painter.widget_.enabled = view.enabled();
+    painter.widget_.hidden = view.hidden();
+    view.accept(painter);
+    painter.widget_.accessibilityLabel =
+        view.accessibilityLabel().empty() ? painter.widget_.text : view.accessibilityLabel();
+    return painter.widget_;
+  }
+
+  void visit(Button& button) override {
+    widget_.text = button.title();
+    widget_.isDefaultButton = button.keyEquivalent() == keys::returnKey;
+  }
+  void visit(FlexibleSpace& /*space*/) override {}
+  void visit(ImageView& imageView) override {
+    if (imageView.image()) widget_.text = imageView.image()->name;
+  }
+  void visit(Label& label) override { widget_.text = label.text(); }
+  void visit(ScrollView& /*scrollView*/) override {}
+  void visit(StackView& /*stack*/) override {}
+  void visit(TextField& field) override {
+    widget_.text = field.text();
+    widget_.placeholder = field.placeholder();
+    widget_.editable = field.editable();
+  }
+
+ private:
+  MemoryWidget widget_;
+};
+
+}  // namespace
+
+class MemoryWindowSystem::ViewOnScreen final : public ViewPeer {
+ public:
+  ViewOnScreen(MemoryWindowSystem& screen, View& view) : screen_(screen), view_(view) {
+    viewChanged();
+  }
+  ~ViewOnScreen() override { screen_.widgets_.erase(&view_); }
+
+  void viewChanged() override { screen_.widgets_[&view_] = Painter::paint(view_); }
+  void subviewsChanged() override { screen_.showSubviews(view_); }
+
+ private:
+  MemoryWindowSystem& screen_;
+  View& view_;
+};
+
+class MemoryWindowSystem::WindowOnScreen final : public WindowPeer {
+ public:
+  WindowOnScreen(MemoryWindowSystem& screen, Window& window) : screen_(screen), window_(window) {
+    windowChanged();
+  }
+  ~WindowOnScreen() override {
+    hide();
+    screen_.shown_.erase(&window_);
+  }
+
+  void windowChanged() override {
+    screen_.shown_[&window_].title = window_.title();
+    View* const content = window_.contentView();
+    if (content == nullptr || content->peer() != nullptr) return;
+    content->setPeer(std::make_unique<ViewOnScreen>(screen_, *content));
+    screen_.showSubviews(*content);
+  }
+  void firstResponderChanged() override {
+    screen_.shown_[&window_].focused = window_.firstResponder();
+  }
+  void show(const Activation& activation) override {
+    hide();
+    screen_.windows_.push_back(&window_);
+    screen_.lastActivation_ = activation;
+    if (window_.takeCenters()) screen_.shown_[&window_].inMiddle = true;
+    firstResponderChanged();
+  }
+  void hide() override { std::erase(screen_.windows_, &window_); }
+
+ private:
+  MemoryWindowSystem& screen_;
+  Window& window_;
+};
+
+class MemoryWindowSystem::EmbeddedItem final : public StatusItem {
+ public:
+  explicit EmbeddedItem(MemoryWindowSystem& screen) : screen_(screen), item_(screen.mainQueue_) {
+    item_.setActionHandler([this](const ActionEntry& entry) { sendAction(entry); });
+    screen_.embedded_.push_back(&item_);
+  }
+  ~EmbeddedItem() override { std::erase(screen_.embedded_, &item_); }
+
+  void setImage(std::optional<Image> image) override { item_.setImage(std::move(image)); }
+  void setMenu(Menu menu) override { item_.setMenu(std::move(menu)); }
+
+ private:
+  MemoryWindowSystem& screen_;
+  MemoryStatusItem item_;
+};
+
+MemoryWindowSystem::MemoryWindowSystem(TaskQueue& mainQueue) : mainQueue_(mainQueue) {}
+
+MemoryWindowSystem::~MemoryWindowSystem() = default;
+
+Result<std::unique_ptr<WindowPeer>> MemoryWindowSystem::makeWindowPeer(Window& window) {
+  if (failure) return *failure;
+  return std::unique_ptr<WindowPeer>(std::make_unique<WindowOnScreen>(*this, window));
+}
+
+void MemoryWindowSystem::showSubviews(View& view) {
+  for (View* const subview : view.subviews()) {
+    if (subview->peer() != nullptr) continue;
+    subview->setPeer(std::make_unique<ViewOnScreen>(*this, *subview));
+    showSubviews(*subview);
+  }
+}
+
+Result<void> MemoryWindowSystem::popUpMenu(Menu menu, const Activation& activation,
+                                           std::function<void(const ActionEntry& entry)> choose) {
+  if (failure) return *failure;
+  popUp_ = PopUp{menu, activation};
+  popUpItem_ = std::make_unique<MemoryStatusItem>(mainQueue_);
+  popUpItem_->setMenu(std::move(menu));
+  popUpItem_->setActionHandler(std::move(choose));
+  return {};
+}
+
+bool MemoryWindowSystem::chooseFromPopUp(const MemoryStatusItem::Path& path) {
+  if (!popUp_ || !popUpItem_->click(path)) return false;
+  popUp_.reset();
+  return true;
+}
+
+Result<std::unique_ptr<StatusItem>> MemoryWindowSystem::makeEmbeddedStatusItem() {
+  if (failure) return *failure;
+  return std::unique_ptr<StatusItem>(std::make_unique<EmbeddedItem>(*this));
+}
+
+const std::string& MemoryWindowSystem::titleOnScreen(const Window& window) const {
+  return shown_.at(&window).title;
+}
+
+bool MemoryWindowSystem::placedInMiddle(const Window& window) const {
+  return shown_.at(&window).inMiddle;
+}
+
+const MemoryWidget* MemoryWindowSystem::widget(const View& view) const {
+  const auto at = widgets_.find(&view);
+  return at == widgets_.end() ? nullptr : &at->second;
+}
+
+View* MemoryWindowSystem::focused(const Window& window) const {
+  return shown_.at(&window).focused;
+}
+
+}  // namespace quillmar

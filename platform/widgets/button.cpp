@@ -1,0 +1,24 @@
+#include "platform/widgets/button.h"
+
+#include "platform/widgets/view_visitor.h"
+
+namespace quillmar {
+
+void Button::accept(ViewVisitor& visitor) {
+  visitor.visit(*this);
+}
+
+bool Button::key(const KeyEquivalent& key) {
+  if (key != keys::returnKey && key != keys::space) return false;
+  press();
+  return true;
+}
+
+void Button::press() {
+  if (!takesInput() || !onPress_) return;
+  // A copy: the handler may destroy this button.
+  const auto onPress = onPress_;
+  onPress();
+}
+
+}  // namespace quillmar

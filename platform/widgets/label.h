@@ -1,0 +1,54 @@
+// A text that the program shows. It is plain text: no markup, no mnemonics.
+
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "platform/font.h"
+#include "platform/widgets/view.h"
+
+namespace quillmar {
+
+/// Colours by their meaning; the desktop's palette says what they look like.
+enum class TextColor { label, secondaryLabel };
+
+enum class TextAlignment { leading, center };
+
+class Label final : public View {
+ public:
+  explicit Label(std::string text, Font font = {}) : text_(std::move(text)), font_(font) {}
+
+  void accept(ViewVisitor& visitor) override;
+
+  const std::string& text() const { return text_; }
+  void setText(std::string text) { set(text_, std::move(text)); }
+
+  const Font& font() const { return font_; }
+  void setFont(const Font& font) { set(font_, font); }
+
+  TextColor color() const { return color_; }
+  void setColor(TextColor color) { set(color_, color); }
+
+  TextAlignment alignment() const { return alignment_; }
+  void setAlignment(TextAlignment alignment) { set(alignment_, alignment); }
+
+  /// A wrapping label fills its width with as many lines as the text needs, and breaks words that
+  /// are longer than a line.
+  bool wraps() const { return wraps_; }
+  void setWraps(bool wraps) { set(wraps_, wraps); }
+
+  /// The user can select the text with the pointer and copy it.
+  bool selectable() const { return selectable_; }
+  void setSelectable(bool selectable) { set(selectable_, selectable); }
+
+ private:
+  std::string text_;
+  Font font_;
+  TextColor color_ = TextColor::label;
+  TextAlignment alignment_ = TextAlignment::leading;
+  bool wraps_ = false;
+  bool selectable_ = false;
+};
+
+}  // namespace quillmar

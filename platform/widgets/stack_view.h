@@ -1,0 +1,83 @@
+// Views in a row or a column, and the space that pushes them apart.
+
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "platform/widgets/view.h"
+
+namespace quillmar {
+
+enum class Orientation { horizontal, vertical };
+
+/// Where views lie across the direction of the stack: leading is the side where lines begin in a
+/// column, and the top in a row.
+enum class StackAlignment { leading, center };
+
+struct EdgeInsets {
+  double top = 0;
+  double left = 0;
+  double bottom = 0;
+  double right = 0;
+
+  bool operator==(const EdgeInsets&) const = default;
+};
+
+/// Nothing, as long as the stack around it lets it be.
+class FlexibleSpace final : public View {
+ public:
+  void accept(ViewVisitor& visitor) override;
+};
+
+class StackView final : public View {
+ public:
+  explicit StackView(Orientation orientation) : orientation_(orientation) {}
+
+  void accept(ViewVisitor& visitor) override;
+  std::vector<View*> subviews() const override;
+
+  /// A stack keeps its orientation for life.
+  Orientation orientation() const { return orientation_; }
+
+  /// Appends a new view.
+  template <class Kind, class... Arguments>
+  Kind& add(Arguments&&... arguments) {
+    auto view = std::make_unique<Kind>(std::forward<Arguments>(arguments)...);
+    Kind& added = *view;
+    insert(std::move(view));
+    return added;
+  }
+
+  /// Destroys a view of this stack.
+  void remove(View& view);
+
+  /// Between neighbours.
+  double spacing() const { return spacing_; }
+  void setSpacing(double spacing) { set(spacing_, spacing); }
+
+  /// In place of the spacing after this view of the stack.
+  void setCustomSpacing(double spacing, const View& after);
+  double spacingAfter(const View& view) const;
+
+  StackAlignment alignment() const { return alignment_; }
+  void setAlignment(StackAlignment alignment) { set(alignment_, alignment); }
+
+  const EdgeInsets& edgeInsets() const { return edgeInsets_; }
+  void setEdgeInsets(const EdgeInsets& insets) { set(edgeInsets_, insets); }
+
+ private:
+  void insert(std::unique_ptr<View> view);
+
+  Orientation orientation_;
+  std::vector<std::unique_ptr<View>> subviews_;
+  double spacing_ = 0;
+  std::map<const View*, double> customSpacing_;
+  StackAlignment alignment_ = StackAlignment::center;
+  EdgeInsets edgeInsets_;
+};
+
+}  // namespace quillmar

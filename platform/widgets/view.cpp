@@ -1,0 +1,25 @@
+#include "platform/widgets/view.h"
+
+#include "platform/widgets/window.h"
+
+namespace quillmar {
+
+View::~View() {
+  if (Window* const window = this->window()) window->viewGoes(*this);
+}
+
+Window* View::window() const {
+  const View* top = this;
+  while (top->superview_ != nullptr) top = top->superview_;
+  return top->window_;
+}
+
+bool View::takesInput() const {
+  for (const View* view = this; view != nullptr; view = view->superview_) {
+    if (!view->enabled_ || view->hidden_) return false;
+    if (view->superview_ == nullptr) return view->window_ != nullptr && view->window_->takesInput();
+  }
+  return false;
+}
+
+}  // namespace quillmar

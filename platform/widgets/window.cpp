@@ -1,0 +1,153 @@
+#include "platform/widgets/window.h"
+
+#include <algorithm>
+#include <cassert>
+
+#include "platform/widgets/button.h"
+#include "platform/window_system.h"
+
+namespace quillmar {
+
+namespace {
+
+/// Calls `see` for the view and all views in it, in reading order.
+template <class See>
+void walk(View& view, const See& see) {
+  see(view);
+  for (View* const subview : view.subviews()) walk(*subview, see);
+}
+
+}  // namespace
+
+Window::Window(WindowSystem& windowSystem) : windowSystem_(windowSystem) {}
+
+Window::~Window() {
+  if (sheet_ != nullptr) sheet_->sheetParent_ = nullptr;
+  endSheet();
+  contentView_.reset();
+}
+
+void Window::setContentView(std::unique_ptr<View> view) {
+  contentView_ = std::move(view);
+  contentView_->window_ = this;
+  if (peer_) peer_->windowChanged();
+}
+
+Result<void> Window::show(const Activation& activation) {
+  if (!peer_) {
+    auto peer = windowSystem_.makeWindowPeer(*this);
+    if (!peer) return peer.error();
+    peer_ = std::move(peer).value();
+    if (firstResponder_ == nullptr) makeFirstResponder(defaultButton());
+  }
+  visible_ = true;
+  peer_->show(activation);
+  return {};
+}
+
+void Window::close() {
+  if (!visible_) return;
+  const std::weak_ptr<Window*> self = self_;
+  if (delegate_ != nullptr) delegate_->windowWillClose(*this);
+  if (self.expired() || !visible_) return;
+  visible_ = false;
+  endSheet();
+  peer_->hide();
+}
+
+Result<void> Window::beginSheet(Window& sheet, const Activation& activation) {
+  assert(sheet_ == nullptr);
+  sheet.sheetParent_ = this;
+  Result<void> shown = sheet.show(activation);
+  if (shown) {
+    sheet_ = &sheet;
+  } else {
+    sheet.sheetParent_ = nullptr;
+  }
+  return shown;
+}
+
+/// Frees the window that this one was a sheet of, if it was one.
+void Window::endSheet() {
+  if (sheetParent_ == nullptr) return;
+  sheetParent_->sheet_ = nullptr;
+  sheetParent_ = nullptr;
+}
+
+void Window::makeFirstResponder(View* view) {
+  if (firstResponder_ == view) return;
+  firstResponder_ = view;
+  if (peer_) peer_->firstResponderChanged();
+}
+
+Button* Window::defaultButton() const {
+  return buttonFor(keys::returnKey);
+}
+
+Button* Window::cancelButton() const {
+  return buttonFor(keys::escape);
+}
+
+Button* Window::buttonFor(const KeyEquivalent& key) const {
+  Button* found = nullptr;
+  if (contentView_) {
+    walk(*contentView_, [&](View& view) {
+      auto* const button = dynamic_cast<Button*>(&view);
+      if (found == nullptr && button != nullptr && button->keyEquivalent() == key) found = button;
+    });
+  }
+  return found;
+}
+
+std::vector<View*> Window::keyViews() const {
+  std::vector<View*> found;
+  if (contentView_) {
+    walk(*contentView_, [&](View& view) {
+      if (view.acceptsFirstResponder()) found.push_back(&view);
+    });
+  }
+  return found;
+}
+
+bool Window::key(const KeyEquivalent& key) {
+  if (!takesInput()) return false;
+  if (firstResponder_ != nullptr && firstResponder_->takesInput() && firstResponder_->key(key)) {
+    return true;
+  }
+  if (key == keys::tab) return moveFocus(1);
+  if (key == keys::backTab) return moveFocus(-1);
+  if (Button* const button = buttonFor(key)) {
+    const bool takesInput = button->takesInput();
+    button->press();
+    return takesInput;
+  }
+  if (key != keys::escape || !closesOnEscape_) return false;
+  performClose();
+  return true;
+}
+
+/// From no first responder to the first or the last one, and round at the ends.
+bool Window::moveFocus(int step) {
+  const std::vector<View*> views = keyViews();
+  if (views.empty()) return false;
+  const auto count = static_cast<std::ptrdiff_t>(views.size());
+  const auto at = std::find(views.begin(), views.end(), firstResponder_);
+  std::ptrdiff_t next = step > 0 ? 0 : count - 1;
+  if (at != views.end()) next = (at - views.begin() + step + count) % count;
+  makeFirstResponder(views[static_cast<std::size_t>(next)]);
+  return true;
+}
+
+void Window::focus(View* view) {
+  if (view == nullptr || view->takesInput()) firstResponder_ = view;
+}
+
+void Window::performClose() {
+  if (takesInput()) close();
+}
+
+void Window::viewGoes(const View& view) {
+  if (firstResponder_ == &view) firstResponder_ = nullptr;
+}
+
+}  // namespace quillmar
