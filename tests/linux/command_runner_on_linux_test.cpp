@@ -76,8 +76,9 @@ class CommandRunnerOnLinuxTest : public testing::Test {
   Platform platform{memory.application, memory.queues,          memory.environment,
                     userDatabase,       memory.userDirectories, files,
                     memory.bundle,      memory.images,          processes,
-                    memory.appleScript, memory.workspace,       memory.prompts,
-                    memory.pasteboard,  memory.notifications,   memory.statusItem};
+                    memory.appleScript, memory.workspace,       memory.windows,
+                    memory.prompts,     memory.pasteboard,      memory.notifications,
+                    memory.statusItem};
   NotificationCenter center;
   SettingsManager settings{
       {memory.environment, memory.userDirectories, memory.files, center, [](std::string_view) {}}};
