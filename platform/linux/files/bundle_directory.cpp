@@ -4,6 +4,8 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/linux/files/posix_file_system.h"
+
 namespace quillmar {
 
 namespace {
@@ -29,6 +31,14 @@ std::optional<std::string> BundleDirectory::pathForResource(const std::string& n
   std::error_code ignored;
   if (!fs::is_regular_file(path, ignored)) return std::nullopt;
   return path.string();
+}
+
+const BundleInformation& BundleDirectory::informationDictionary() const {
+  if (!information_) {
+    const auto json = PosixFileSystem().read(shareDirectory_ + "/quillmar/information.json");
+    information_ = json ? parseBundleInformation(json.value()) : BundleInformation();
+  }
+  return *information_;
 }
 
 }  // namespace quillmar

@@ -1,5 +1,5 @@
 // The application's files under a "share" folder: beside the program in the build tree, and where
-// it is installed. Any thread.
+// it is installed. Any thread, but for the information dictionary.
 
 #pragma once
 
@@ -28,7 +28,11 @@ class BundleDirectory final : public Bundle {
   std::string pixmapDirectory() const { return shareDirectory_ + "/quillmar/pixmaps"; }
 
  private:
+  /// Read when it is first asked for.
+  const BundleInformation& informationDictionary() const override;
+
   std::string shareDirectory_;
+  mutable std::optional<BundleInformation> information_;
 };
 
 }  // namespace quillmar

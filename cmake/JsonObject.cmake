@@ -1,0 +1,18 @@
+# quillmar_write_json_object(FILE [KEY VALUE]...) writes an object of strings; keys with an empty
+# value are left out. The file is touched only when it changes.
+function(quillmar_write_json_object file)
+  set(object "{}")
+  set(i 1)
+  while(i LESS ARGC)
+    set(key "${ARGV${i}}")
+    math(EXPR i "${i} + 1")
+    set(value "${ARGV${i}}")
+    math(EXPR i "${i} + 1")
+    if(NOT value STREQUAL "")
+      string(REPLACE "\\" "\\\\" value "${value}")
+      string(REPLACE "\"" "\\\"" value "${value}")
+      string(JSON object SET "${object}" "${key}" "\"${value}\"")
+    endif()
+  endwhile()
+  file(CONFIGURE OUTPUT ${file} CONTENT "@object@\n" @ONLY)
+endfunction()
