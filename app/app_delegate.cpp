@@ -2,10 +2,12 @@
 
 #include <utility>
 
+#include "about/updater_manager.h"
 #include "app/status_menu_builder.h"
 #include "commands/command_runner.h"
 #include "config/settings_manager.h"
 #include "platform/application.h"
+#include "platform/updater.h"
 
 namespace quillmar {
 
@@ -32,6 +34,8 @@ void AppDelegate::applicationDidFinishLaunching() {
   rebuildMenu();
   settingsObservation_ = collaborators_.notificationCenter.addObserver(
       menuItemSettingsChanged, [this] { menuSettingsChanged(); });
+  // The updater lives from the launch on, whoever may have needed it before.
+  collaborators_.updaterManager();
 }
 
 PresentationOptions AppDelegate::willPresent(const UserNotification& /*notification*/) {
@@ -39,9 +43,9 @@ PresentationOptions AppDelegate::willPresent(const UserNotification& /*notificat
 }
 
 void AppDelegate::rebuildMenu() {
-  constexpr bool updatesConfigured = false;
-  collaborators_.platform.statusItem.setMenu(buildStatusMenu(
-      collaborators_.settings.config, collaborators_.platform.images, updatesConfigured));
+  collaborators_.platform.statusItem.setMenu(
+      buildStatusMenu(collaborators_.settings.config, collaborators_.platform.images,
+                      collaborators_.updaterManager().isConfigured));
 }
 
 void AppDelegate::menuSettingsChanged() {
@@ -60,6 +64,7 @@ void AppDelegate::perform(const ActionEntry& entry) {
       openSettings();
       break;
     case MenuAction::checkForUpdates:
+      checkForUpdates();
       break;
     case MenuAction::quit:
       quitApp();
@@ -82,6 +87,11 @@ void AppDelegate::openSettings() {
 
 void AppDelegate::showAbout() {
   collaborators_.commandRunner.notify("About Quillmar", "The About window is not available yet.");
+}
+
+void AppDelegate::checkForUpdates() {
+  const UpdaterManager& manager = collaborators_.updaterManager();
+  if (manager.isConfigured) manager.controller->checkForUpdates();
 }
 
 void AppDelegate::quitApp() {

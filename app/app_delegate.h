@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "platform/log.h"
@@ -15,6 +16,7 @@ namespace quillmar {
 
 class CommandRunner;
 class SettingsManager;
+class UpdaterManager;
 
 class AppDelegate : public UserNotificationCenterDelegate {
  public:
@@ -23,6 +25,8 @@ class AppDelegate : public UserNotificationCenterDelegate {
     Platform& platform;
     SettingsManager& settings;
     CommandRunner& commandRunner;
+    /// Gives the one manager, made when it is first asked for.
+    std::function<UpdaterManager&()> updaterManager;
     NotificationCenter& notificationCenter = NotificationCenter::defaultCenter();
     LogLine log = logToStandardOutput;
   };
@@ -51,6 +55,8 @@ class AppDelegate : public UserNotificationCenterDelegate {
   void runCommand(const ActionEntry& sender);
   void openSettings();
   void showAbout();
+  /// Does nothing when updates are not configured.
+  void checkForUpdates();
   void quitApp();
 
  private:

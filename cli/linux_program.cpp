@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "about/updater_manager.h"
 #include "app/app_delegate.h"
 #include "app/unavailable_prompts.h"
 #include "cli/run_command.h"
@@ -28,12 +29,14 @@
 #include "platform/linux/processes/posix_processes.h"
 #include "platform/linux/processes/shell_apple_script_engine.h"
 #include "platform/linux/status_item/status_notifier_item.h"
+#include "platform/linux/updates/unavailable_updaters.h"
 #include "platform/linux/workspace/desktop_workspace.h"
 #include "platform/log.h"
 #include "platform/memory/memory_application.h"
 #include "platform/memory/memory_images.h"
 #include "platform/memory/memory_status_item.h"
 #include "platform/memory/memory_task_queues.h"
+#include "platform/memory/memory_updater.h"
 #include "platform/memory/memory_window_system.h"
 #include "platform/platform.h"
 
@@ -62,6 +65,10 @@ struct SystemServices {
   DesktopWorkspace workspace;
 };
 
+void notify(const std::string& title, const std::string& body) {
+  CommandRunner::shared().notify(title, body);
+}
+
 /// The program in the panel: the desktop's services, and the application's parts on top of them.
 class PanelProgram {
  public:
@@ -77,31 +84,33 @@ class PanelProgram {
                      .title = "Quillmar",
                      .iconThemePath = system_.bundle.iconThemePath(),
                      .pixmapDirectory = system_.bundle.pixmapDirectory()}),
-        platform_{instance,
-                  queues_,
-                  system_.environment,
-                  system_.userDatabase,
-                  system_.userDirectories,
-                  system_.files,
-                  system_.bundle,
-                  images_,
-                  system_.processes,
-                  system_.appleScript,
-                  system_.workspace,
-                  windows_,
-                  prompts_,
-                  pasteboard_,
-                  notifications_,
-                  statusItem_} {
+        updaters_(notify),
+        platform_{
+            .application = instance,
+            .queues = queues_,
+            .environment = system_.environment,
+            .userDatabase = system_.userDatabase,
+            .userDirectories = system_.userDirectories,
+            .files = system_.files,
+            .bundle = system_.bundle,
+            .images = images_,
+            .processes = system_.processes,
+            .appleScript = system_.appleScript,
+            .workspace = system_.workspace,
+            .windows = windows_,
+            .prompts = prompts_,
+            .pasteboard = pasteboard_,
+            .notifications = notifications_,
+            .statusItem = statusItem_,
+            .updaters = updaters_,
+        } {
     Platform::install(platform_);
   }
 
   void launch() {
-    delegate_.emplace(
-        AppDelegate::Collaborators{platform_, SettingsManager::shared(), CommandRunner::shared()});
-    prompts_.setNotify([](const std::string& title, const std::string& body) {
-      CommandRunner::shared().notify(title, body);
-    });
+    delegate_.emplace(AppDelegate::Collaborators{platform_, SettingsManager::shared(),
+                                                 CommandRunner::shared(), UpdaterManager::shared});
+    prompts_.setNotify(notify);
     delegate_->applicationDidFinishLaunching();
   }
 
@@ -117,6 +126,7 @@ class PanelProgram {
   DesktopPasteboard pasteboard_;
   DesktopNotifications notifications_;
   StatusNotifierItem statusItem_;
+  UnavailableUpdaters updaters_;
   Platform platform_;
   std::optional<AppDelegate> delegate_;
 };
@@ -136,8 +146,7 @@ ExitStatus liveInPanel(const Environment& environment, Console& console) {
       .activate = nullptr,
       .setClipboard =
           [](std::string text) { Platform::shared().pasteboard.setString(std::move(text)); },
-      .notify = [](const std::string& title,
-                   const std::string& body) { CommandRunner::shared().notify(title, body); },
+      .notify = notify,
   });
   const auto start = instance.start(environment);
   if (!start) {
@@ -166,15 +175,30 @@ ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environmen
   MemoryStatusItem statusItem(queues.mainQueue());
   MemoryWindowSystem windows(queues.mainQueue());
   TerminalPrompts prompts(console, invocation.yes, invocation.input);
+  MemoryUpdaters updaters;
   RunningInstance instance(environment);
   LeftOut leftOut;
   RemotePasteboard pasteboard(instance, leftOut);
   RemoteNotifications notifications(instance, leftOut, queues.mainQueue());
   Platform platform{
-      application,      queues,        environment, system.userDatabase, system.userDirectories,
-      system.files,     system.bundle, images,      system.processes,    system.appleScript,
-      system.workspace, windows,       prompts,     pasteboard,          notifications,
-      statusItem};
+      .application = application,
+      .queues = queues,
+      .environment = environment,
+      .userDatabase = system.userDatabase,
+      .userDirectories = system.userDirectories,
+      .files = system.files,
+      .bundle = system.bundle,
+      .images = images,
+      .processes = system.processes,
+      .appleScript = system.appleScript,
+      .workspace = system.workspace,
+      .windows = windows,
+      .prompts = prompts,
+      .pasteboard = pasteboard,
+      .notifications = notifications,
+      .statusItem = statusItem,
+      .updaters = updaters,
+  };
   CommandRunner runner(platform, settings, logToStandardError);
 
   const ExitStatus status = runItem(invocation, settings, runner, queues, console);

@@ -17,6 +17,7 @@ class Processes;
 class Prompts;
 class StatusItem;
 class TaskQueues;
+class Updaters;
 class UserDatabase;
 class UserDirectories;
 class UserNotificationCenter;
@@ -40,6 +41,7 @@ struct Platform {
   Pasteboard& pasteboard;
   UserNotificationCenter& notifications;
   StatusItem& statusItem;
+  Updaters& updaters;
 
   /// The process-wide platform that the `shared()` objects are built on. Precondition: install()
   /// has been called.

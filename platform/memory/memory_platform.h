@@ -14,6 +14,7 @@
 #include "platform/memory/memory_prompts.h"
 #include "platform/memory/memory_status_item.h"
 #include "platform/memory/memory_task_queues.h"
+#include "platform/memory/memory_updater.h"
 #include "platform/memory/memory_user_database.h"
 #include "platform/memory/memory_user_directories.h"
 #include "platform/memory/memory_window_system.h"
@@ -39,10 +40,27 @@ struct MemoryPlatform {
   MemoryPasteboard pasteboard;
   MemoryNotifications notifications{queues.mainQueue()};
   MemoryStatusItem statusItem{queues.mainQueue()};
+  MemoryUpdaters updaters;
 
-  Platform platform{application, queues,     environment,   userDatabase, userDirectories, files,
-                    bundle,      images,     processes,     appleScript,  workspace,       windows,
-                    prompts,     pasteboard, notifications, statusItem};
+  Platform platform{
+      .application = application,
+      .queues = queues,
+      .environment = environment,
+      .userDatabase = userDatabase,
+      .userDirectories = userDirectories,
+      .files = files,
+      .bundle = bundle,
+      .images = images,
+      .processes = processes,
+      .appleScript = appleScript,
+      .workspace = workspace,
+      .windows = windows,
+      .prompts = prompts,
+      .pasteboard = pasteboard,
+      .notifications = notifications,
+      .statusItem = statusItem,
+      .updaters = updaters,
+  };
 };
 
 }  // namespace quillmar

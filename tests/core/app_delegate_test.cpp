@@ -1,5 +1,6 @@
 #include "app/app_delegate.h"
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <string>
@@ -10,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "about/updater_manager.h"
 #include "app/unavailable_prompts.h"
 #include "commands/command_runner.h"
 #include "config/settings_manager.h"
@@ -47,6 +49,11 @@ class AppDelegateTest : public testing::Test {
     return item;
   }
 
+  void configureUpdates() {
+    memory.bundle.information = {{"SUFeedURL", "https://quillmar.example/feed.xml"},
+                                 {"SUPublicEDKey", "a key"}};
+  }
+
   std::vector<std::string> shownMenu() const { return menuOutline(memory.statusItem.menu()); }
 
   LogLine logLine() {
@@ -59,7 +66,13 @@ class AppDelegateTest : public testing::Test {
   SettingsManager settings{
       {memory.environment, memory.userDirectories, memory.files, center, logLine()}};
   CommandRunner runner{memory.platform, settings, logLine()};
-  AppDelegate delegate{{memory.platform, settings, runner, center, logLine()}};
+  std::optional<UpdaterManager> updaterManager;
+  std::function<UpdaterManager&()> updaterManagerOnFirstUse = [this]() -> UpdaterManager& {
+    if (!updaterManager) updaterManager.emplace(memory.bundle, memory.updaters);
+    return *updaterManager;
+  };
+  AppDelegate delegate{
+      {memory.platform, settings, runner, updaterManagerOnFirstUse, center, logLine()}};
 };
 
 TEST_F(AppDelegateTest, LaunchingAsksToShowAlertsSoundsAndBadges) {
@@ -150,13 +163,40 @@ TEST_F(AppDelegateTest, AboutSaysThatItIsNotAvailableYet) {
   EXPECT_THAT(memory.notifications.shown()[0].notification.body, HasSubstr("is not available yet"));
 }
 
-TEST_F(AppDelegateTest, CheckingForUpdatesDoesNothing) {
+TEST_F(AppDelegateTest, LaunchingMakesTheOneUpdater) {
+  EXPECT_THAT(memory.updaters.made, IsEmpty());
+  launch();
+  addItem("New", "true");
+  EXPECT_THAT(memory.updaters.made, ElementsAre(false));
+}
+
+TEST_F(AppDelegateTest, ConfiguredUpdatesAreInTheMenuFromTheFirstOneOn) {
+  configureUpdates();
+  launch();
+  EXPECT_THAT(memory.updaters.made, ElementsAre(true));
+  EXPECT_THAT(shownMenu(), ElementsAre("About Quillmar", "Settings...", "Check for Updates...",
+                                       "---", "Quit Quillmar"));
+  addItem("New", "true");
+  EXPECT_THAT(shownMenu(), Contains("Check for Updates..."));
+}
+
+TEST_F(AppDelegateTest, CheckForUpdatesStartsACheck) {
+  configureUpdates();
+  launch();
+  EXPECT_EQ(memory.updaters.checks, 0);
+  ASSERT_TRUE(memory.statusItem.click({"Check for Updates..."}));
+  memory.queues.runAll();
+  EXPECT_EQ(memory.updaters.checks, 1);
+}
+
+TEST_F(AppDelegateTest, CheckingForUpdatesThatAreNotConfiguredDoesNothingAndShowsNothing) {
   launch();
   log.clear();
   memory.statusItem.setMenu(
       {.entries = {ActionEntry{.title = "Check", .action = MenuAction::checkForUpdates}}});
   ASSERT_TRUE(memory.statusItem.click({"Check"}));
   memory.queues.runAll();
+  EXPECT_EQ(memory.updaters.checks, 0);
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
   EXPECT_THAT(memory.notifications.shown(), IsEmpty());
   EXPECT_THAT(memory.prompts.open, IsEmpty());
@@ -229,18 +269,37 @@ TEST_F(AppDelegateTest, TheLaunchKeepsItsOrder) {
   RecordingNotifications notifications(events);
   RecordingStatusItem statusItem(events, center);
   Platform platform{
-      memory.application,     memory.queues,      memory.environment, memory.userDatabase,
-      memory.userDirectories, memory.files,       memory.bundle,      memory.images,
-      memory.processes,       memory.appleScript, memory.workspace,   memory.windows,
-      memory.prompts,         memory.pasteboard,  notifications,      statusItem};
-  RecordingAppDelegate recorded(events, {platform, settings, runner, center, logLine()});
+      .application = memory.application,
+      .queues = memory.queues,
+      .environment = memory.environment,
+      .userDatabase = memory.userDatabase,
+      .userDirectories = memory.userDirectories,
+      .files = memory.files,
+      .bundle = memory.bundle,
+      .images = memory.images,
+      .processes = memory.processes,
+      .appleScript = memory.appleScript,
+      .workspace = memory.workspace,
+      .windows = memory.windows,
+      .prompts = memory.prompts,
+      .pasteboard = memory.pasteboard,
+      .notifications = notifications,
+      .statusItem = statusItem,
+      .updaters = memory.updaters,
+  };
+  const auto updaterManagerInOrder = [&]() -> UpdaterManager& {
+    events.emplace_back("updater");
+    // Asked for the second time, behind the menu: whoever observes changes by then makes another.
+    if (std::ranges::count(events, "updater") == 2) center.post(menuItemSettingsChanged);
+    return updaterManagerOnFirstUse();
+  };
+  RecordingAppDelegate recorded(
+      events, {platform, settings, runner, updaterManagerInOrder, center, logLine()});
 
   recorded.applicationDidFinishLaunching();
-  // One menu: nobody observed changes yet.
-  EXPECT_THAT(events, ElementsAre("delegate", "permission", "image", "menu"));
-  events.clear();
-  center.post(menuItemSettingsChanged);
-  EXPECT_THAT(events, ElementsAre("menu"));
+  // The first menu was announced to nobody, the last request for the updater to the delegate.
+  EXPECT_THAT(events, ElementsAre("delegate", "permission", "image", "updater", "menu", "updater",
+                                  "updater", "menu"));
 }
 
 TEST(UnavailablePromptsTest, AQuestionIsAnsweredByANotificationTitledByTheItemAndCancelled) {

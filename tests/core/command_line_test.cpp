@@ -125,22 +125,25 @@ class CommandLineTest : public testing::Test {
 
   ExitStatus run(const RunInvocation& invocation) {
     TerminalPrompts prompts(console, invocation.yes, invocation.input);
-    Platform platform{memory.application,
-                      memory.queues,
-                      memory.environment,
-                      memory.userDatabase,
-                      memory.userDirectories,
-                      memory.files,
-                      memory.bundle,
-                      memory.images,
-                      memory.processes,
-                      memory.appleScript,
-                      memory.workspace,
-                      memory.windows,
-                      prompts,
-                      memory.pasteboard,
-                      memory.notifications,
-                      memory.statusItem};
+    Platform platform{
+        .application = memory.application,
+        .queues = memory.queues,
+        .environment = memory.environment,
+        .userDatabase = memory.userDatabase,
+        .userDirectories = memory.userDirectories,
+        .files = memory.files,
+        .bundle = memory.bundle,
+        .images = memory.images,
+        .processes = memory.processes,
+        .appleScript = memory.appleScript,
+        .workspace = memory.workspace,
+        .windows = memory.windows,
+        .prompts = prompts,
+        .pasteboard = memory.pasteboard,
+        .notifications = memory.notifications,
+        .statusItem = memory.statusItem,
+        .updaters = memory.updaters,
+    };
     CommandRunner runner(platform, settings);
     return runItem(invocation, settings, runner, memory.queues, console);
   }

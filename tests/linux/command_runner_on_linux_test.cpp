@@ -73,12 +73,25 @@ class CommandRunnerOnLinuxTest : public testing::Test {
   PasswordDatabase userDatabase;
   PosixFileSystem files;
   PosixProcesses processes{PosixProcesses::Sessions::separate};
-  Platform platform{memory.application, memory.queues,          memory.environment,
-                    userDatabase,       memory.userDirectories, files,
-                    memory.bundle,      memory.images,          processes,
-                    memory.appleScript, memory.workspace,       memory.windows,
-                    memory.prompts,     memory.pasteboard,      memory.notifications,
-                    memory.statusItem};
+  Platform platform{
+      .application = memory.application,
+      .queues = memory.queues,
+      .environment = memory.environment,
+      .userDatabase = userDatabase,
+      .userDirectories = memory.userDirectories,
+      .files = files,
+      .bundle = memory.bundle,
+      .images = memory.images,
+      .processes = processes,
+      .appleScript = memory.appleScript,
+      .workspace = memory.workspace,
+      .windows = memory.windows,
+      .prompts = memory.prompts,
+      .pasteboard = memory.pasteboard,
+      .notifications = memory.notifications,
+      .statusItem = memory.statusItem,
+      .updaters = memory.updaters,
+  };
   NotificationCenter center;
   SettingsManager settings{
       {memory.environment, memory.userDirectories, memory.files, center, [](std::string_view) {}}};
