@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "config/checked_arithmetic.h"
 #include "platform/uuid.h"
 
 namespace quillmar {
@@ -38,6 +39,12 @@ std::vector<const MenuCategory*> categoriesInDisplayOrder(const QuillmarConfig& 
   for (const MenuCategory& category : config.categories) sorted.push_back(&category);
   std::ranges::stable_sort(sorted, {}, &MenuCategory::sortOrder);
   return sorted;
+}
+
+std::int64_t nextSortOrder(const QuillmarConfig& config) {
+  if (config.categories.empty()) return 0;
+  const auto largest = std::ranges::max_element(config.categories, {}, &MenuCategory::sortOrder);
+  return checkedAdd(largest->sortOrder, 1);
 }
 
 }  // namespace quillmar

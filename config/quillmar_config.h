@@ -92,6 +92,18 @@ struct Preferences {
   bool operator==(const Preferences&) const = default;
 };
 
+/// How an imported document is brought into the current one: by QuillmarConfig::merging(), or by
+/// QuillmarConfig::replacingFolders().
+enum class ImportMode { merge, replace };
+
+/// What a merge would add, separators not counted.
+struct MergePreview {
+  std::int64_t categories = 0;
+  std::int64_t items = 0;
+
+  bool operator==(const MergePreview&) const = default;
+};
+
 /// The document. A default value is the empty document that the program makes itself.
 struct QuillmarConfig {
   /// Carried and written back as it stands. A document without one decodes as version 1.
@@ -102,6 +114,19 @@ struct QuillmarConfig {
   std::vector<MenuCategory> categories;
   Preferences preferences;
 
+  /// This document with what is new in the pack `other`: folders whose id is unknown come after all
+  /// others, in the pack's display order; a folder with the id of a known one only gives it the
+  /// items whose ids that one lacks. All that is here stays as it is. Takes n log n, whatever the
+  /// pack holds. Fatal when a sort order would overflow, even one that no folder gets.
+  QuillmarConfig merging(const QuillmarConfig& other) const;
+
+  /// How many folders and items merging(other) would add, for display. Ids are looked up in this
+  /// document alone, so a pack that repeats the id of a new folder counts it each time.
+  MergePreview mergePreview(const QuillmarConfig& other) const;
+
+  /// The pack's folders and version in place of this document's, with this document's preferences.
+  QuillmarConfig replacingFolders(const QuillmarConfig& other) const;
+
   bool operator==(const QuillmarConfig&) const = default;
 };
 
@@ -109,7 +134,8 @@ struct QuillmarConfig {
 /// stand in the document. The pointers go into `config` and are valid until it changes.
 std::vector<const MenuCategory*> categoriesInDisplayOrder(const QuillmarConfig& config);
 
-/// How an imported document is brought into the current one.
-enum class ImportMode { merge, replace };
+/// The sort order that puts a folder behind all others: 0 in a document without folders. Fatal when
+/// there is none beyond the largest.
+std::int64_t nextSortOrder(const QuillmarConfig& config);
 
 }  // namespace quillmar

@@ -121,14 +121,10 @@ std::vector<ItemInCategory> SettingsManager::allRunnableItems() const {
 MenuCategory SettingsManager::addCategory(std::string name,
                                           std::optional<std::string> iconSymbolName,
                                           bool showAtTopLevel) {
-  std::int64_t largest = -1;
-  if (!config.categories.empty()) {
-    largest = std::ranges::max_element(config.categories, {}, &MenuCategory::sortOrder)->sortOrder;
-  }
   MenuCategory category;
   category.id = makeUuid();
   category.name = std::move(name);
-  category.sortOrder = checkedAdd(largest, 1);
+  category.sortOrder = nextSortOrder(config);
   category.iconSymbolName = std::move(iconSymbolName);
   category.showAtTopLevel = showAtTopLevel;
   config.categories.push_back(category);
