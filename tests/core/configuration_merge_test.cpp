@@ -223,7 +223,7 @@ TEST(ConfigurationMerge, AddsEveryOneOfAPackFoldersItemsThatShareANewId) {
   const QuillmarConfig pack =
       document({folder("web", 0, {item("x", "One"), item("c"), item("x", "Two")})});
   const QuillmarConfig merged = current().merging(pack);
-  EXPECT_THAT(itemIds(merged.categories[2]), ElementsAre("c", "x", "x"));
+  ASSERT_THAT(itemIds(merged.categories[2]), ElementsAre("c", "x", "x"));
   EXPECT_EQ(merged.categories[2].items[2].title, "Two");
   EXPECT_EQ(current().mergePreview(pack), (MergePreview{0, 2}));
 }
