@@ -29,7 +29,11 @@ void AppDelegate::applicationDidFinishLaunching() {
   std::optional<Image> statusIcon = platform.images.named("statusIcon");
   if (statusIcon) statusIcon->isTemplate = true;
   platform.statusItem.setImage(std::move(statusIcon));
-  platform.statusItem.setActionHandler([this](const ActionEntry& entry) { perform(entry); });
+  platform.statusItem.setActionHandler(
+      [this](const ActionEntry& entry, const Activation& activation) {
+        collaborators_.platform.application.setActivation(activation);
+        perform(entry);
+      });
 
   rebuildMenu();
   settingsObservation_ = collaborators_.notificationCenter.addObserver(

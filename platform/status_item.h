@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 
+#include "platform/application.h"
 #include "platform/image.h"
 #include "platform/menu.h"
 
@@ -13,8 +14,9 @@ namespace quillmar {
 class StatusItem {
  public:
   /// Called for a chosen entry, on the main thread, in a turn of the main queue of its own and
-  /// after the panel has had its answer.
-  using ActionHandler = std::function<void(const ActionEntry& entry)>;
+  /// after the panel has had its answer. `activation` is what this choice brought, and no other: a
+  /// token is handed on once.
+  using ActionHandler = std::function<void(const ActionEntry& entry, const Activation& activation)>;
 
   virtual ~StatusItem() = default;
 
@@ -31,8 +33,8 @@ class StatusItem {
   void setActionHandler(ActionHandler handler) { actionHandler_ = std::move(handler); }
 
  protected:
-  void sendAction(const ActionEntry& entry) const {
-    if (actionHandler_) actionHandler_(entry);
+  void sendAction(const ActionEntry& entry, const Activation& activation) const {
+    if (actionHandler_) actionHandler_(entry, activation);
   }
 
  private:

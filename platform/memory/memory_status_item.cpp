@@ -34,14 +34,15 @@ void MemoryStatusItem::setMenu(Menu menu) {
   ++generation_;
 }
 
-bool MemoryStatusItem::click(OpenMenu opened, const Path& path) {
+bool MemoryStatusItem::click(OpenMenu opened, const Path& path, Activation activation) {
   const std::size_t age = generation_ - opened.generation;
   if (age > 1) return false;
   const ActionEntry* entry = findAction(age == 0 ? current_ : previous_, path);
   if (!entry) return false;
-  mainQueue_.async([weakSelf = std::weak_ptr(self_), entry = *entry] {
-    if (const auto self = weakSelf.lock()) (*self)->sendAction(entry);
-  });
+  mainQueue_.async(
+      [weakSelf = std::weak_ptr(self_), entry = *entry, activation = std::move(activation)] {
+        if (const auto self = weakSelf.lock()) (*self)->sendAction(entry, activation);
+      });
   return true;
 }
 

@@ -43,7 +43,7 @@ class MemoryStatusItem final : public StatusItem {
 
   /// Chooses the first entry at the path; false when there is none, or when the menu has been
   /// replaced more than once since it was opened.
-  bool click(OpenMenu opened, const Path& path);
+  bool click(OpenMenu opened, const Path& path, Activation activation = {});
   bool click(const Path& path) { return click(open(), path); }
 
  private:

@@ -103,7 +103,9 @@ class MemoryWindowSystem::WindowOnScreen final : public WindowPeer {
 class MemoryWindowSystem::EmbeddedItem final : public StatusItem {
  public:
   explicit EmbeddedItem(MemoryWindowSystem& screen) : screen_(screen), item_(screen.mainQueue_) {
-    item_.setActionHandler([this](const ActionEntry& entry) { sendAction(entry); });
+    item_.setActionHandler([this](const ActionEntry& entry, const Activation& activation) {
+      sendAction(entry, activation);
+    });
     screen_.embedded_.push_back(&item_);
   }
   ~EmbeddedItem() override { std::erase(screen_.embedded_, &item_); }
@@ -139,7 +141,8 @@ Result<void> MemoryWindowSystem::popUpMenu(Menu menu, const Activation& activati
   popUp_ = PopUp{menu, activation};
   popUpItem_ = std::make_unique<MemoryStatusItem>(mainQueue_);
   popUpItem_->setMenu(std::move(menu));
-  popUpItem_->setActionHandler(std::move(choose));
+  popUpItem_->setActionHandler(
+      [choose = std::move(choose)](const ActionEntry& entry, const Activation&) { choose(entry); });
   return {};
 }
 

@@ -3,7 +3,7 @@
 //   StatusItem& item();
 //   Opened open();                        the menu as it stands, opened
 //   std::vector<ShownEntry> shown(const Opened&);
-//   bool click(const Opened&, const std::vector<std::string>& path);
+//   bool click(const Opened&, const std::vector<std::string>& path, const Activation& = {});
 //                                         true when the entry took the click; the tasks wait
 //   void runTasks();                      runs what waits in the main queue
 //   std::string icon();                   name of the icon; empty for none
@@ -74,11 +74,15 @@ template <class Harness>
 class StatusItemConformance : public testing::Test {
  protected:
   StatusItemConformance() {
-    harness.item().setActionHandler([this](const ActionEntry& entry) { chosen.push_back(entry); });
+    harness.item().setActionHandler([this](const ActionEntry& entry, const Activation& activation) {
+      chosen.push_back(entry);
+      activations.push_back(activation);
+    });
   }
 
   Harness harness;
   std::vector<ActionEntry> chosen;
+  std::vector<Activation> activations;
 };
 
 TYPED_TEST_SUITE_P(StatusItemConformance);
@@ -148,6 +152,25 @@ TYPED_TEST_P(StatusItemConformance, AChosenEntryStillRunsWhenItsMenuGoesAwayMean
   EXPECT_THAT(this->chosen, testing::ElementsAre(itemEntry("Title", "first")));
 }
 
+TYPED_TEST_P(StatusItemConformance, AChosenEntryBringsTheActivationOfItsClick) {
+  this->harness.item().setMenu(menuWith({itemEntry("Title", "1")}));
+  const Activation first{.timestamp = 4'000'000'000, .token = "first"};
+  const Activation second{.timestamp = 7, .token = "second"};
+  EXPECT_TRUE(this->harness.click(this->harness.open(), {"Title"}, first));
+  EXPECT_TRUE(this->harness.click(this->harness.open(), {"Title"}, second));
+  this->harness.runTasks();
+  EXPECT_THAT(this->activations, testing::ElementsAre(first, second));
+}
+
+TYPED_TEST_P(StatusItemConformance, AClickWithoutAnActivationInheritsNone) {
+  this->harness.item().setMenu(menuWith({itemEntry("Title", "1")}));
+  EXPECT_TRUE(this->harness.click(this->harness.open(), {"Title"}, {5, "token"}));
+  this->harness.runTasks();
+  EXPECT_TRUE(this->harness.click(this->harness.open(), {"Title"}));
+  this->harness.runTasks();
+  EXPECT_THAT(this->activations, testing::ElementsAre(Activation{5, "token"}, Activation{}));
+}
+
 TYPED_TEST_P(StatusItemConformance, ShowsTheImageThatWasSetLast) {
   EXPECT_EQ(this->harness.icon(), "");
   this->harness.item().setImage(
@@ -162,6 +185,7 @@ REGISTER_TYPED_TEST_SUITE_P(StatusItemConformance, ShowsTheMenuThatItWasGiven,
                             AnOpenMenuDoesWhatItShowedThroughOneReplacement,
                             AnOpenMenuIsDeadAfterTwoReplacements,
                             AChosenEntryStillRunsWhenItsMenuGoesAwayMeanwhile,
-                            ShowsTheImageThatWasSetLast);
+                            AChosenEntryBringsTheActivationOfItsClick,
+                            AClickWithoutAnActivationInheritsNone, ShowsTheImageThatWasSetLast);
 
 }  // namespace quillmar

@@ -128,6 +128,21 @@ TEST_F(AppDelegateTest, AChosenItemRunsAsTheDocumentHasItNow) {
   EXPECT_EQ(memory.processes.launched()[0].arguments.back(), "echo new");
 }
 
+TEST_F(AppDelegateTest, AnActionRunsWithTheActivationOfItsClickAndNoOlderOne) {
+  MenuItem& item = settings.config.categories.emplace_back().items.emplace_back();
+  item.id = "1";
+  item.title = "Ask";
+  item.confirmBeforeRunning = true;
+  launch();
+  const auto activationAfter = [&](Activation activation) {
+    memory.statusItem.click(memory.statusItem.open(), {"", "Ask"}, std::move(activation));
+    memory.queues.runAll();
+    return memory.application.activation();
+  };
+  EXPECT_EQ(activationAfter({70, "token"}), (Activation{70, "token"}));
+  EXPECT_EQ(activationAfter({}), Activation{});
+}
+
 TEST_F(AppDelegateTest, AChosenItemThatIsGoneDoesNothing) {
   addItem("Greet", "echo hello");
   launch();

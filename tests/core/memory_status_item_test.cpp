@@ -21,8 +21,9 @@ class MemoryHarness {
 
   std::vector<ShownEntry> shown(const Opened& opened) const { return shownOf(opened.menu); }
 
-  bool click(const Opened& opened, const std::vector<std::string>& path) {
-    return item_.click(opened.handle, path);
+  bool click(const Opened& opened, const std::vector<std::string>& path,
+             const Activation& activation = {}) {
+    return item_.click(opened.handle, path, activation);
   }
   void runTasks() { queue_.run(); }
   std::string icon() const { return item_.image() ? item_.image()->name : ""; }
@@ -80,7 +81,7 @@ TEST(MemoryStatusItem, AnActionThatWaitsWhenTheItemGoesAwayIsDropped) {
   int runs = 0;
   {
     MemoryStatusItem item(queue);
-    item.setActionHandler([&](const ActionEntry&) { ++runs; });
+    item.setActionHandler([&](const ActionEntry&, const Activation&) { ++runs; });
     item.setMenu(menuWith({itemEntry("Title", "1")}));
     EXPECT_TRUE(item.click({"Title"}));
   }

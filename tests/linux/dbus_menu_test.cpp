@@ -39,8 +39,12 @@ class DbusMenuTest : public testing::Test {
   PrivateBus bus;
   GObjectPtr<GDBusConnection> connection = bus.connect();
   std::vector<std::string> clicked;
+  std::vector<std::uint32_t> timestamps;
   DbusMenu menu{connection.get(), "/opt/icons",
-                [this](const ActionEntry& entry) { clicked.push_back(entry.title); }};
+                [this](const ActionEntry& entry, std::uint32_t timestamp) {
+                  clicked.push_back(entry.title);
+                  timestamps.push_back(timestamp);
+                }};
   PanelClient panel{bus, connection.get()};
 };
 
@@ -200,13 +204,16 @@ TEST_F(DbusMenuTest, TakesTheClicksOfAGroupAndNamesTheUnknownIds) {
   const auto group = [&](const std::vector<int>& ids) {
     GVariantBuilder events;
     g_variant_builder_init(&events, G_VARIANT_TYPE("a(isvu)"));
+    guint32 timestamp = 0;
     for (const int id : ids) {
-      g_variant_builder_add(&events, "(isvu)", id, "clicked", g_variant_new_string(""), 0U);
+      g_variant_builder_add(&events, "(isvu)", id, "clicked", g_variant_new_string(""),
+                            timestamp += 10);
     }
     return reply("EventGroup", g_variant_new("(a(isvu))", &events));
   };
   EXPECT_EQ(group({root.children[1].id, unknownId, root.children[0].id}), "([4711],)");
   EXPECT_THAT(clicked, ElementsAre("Second", "First"));
+  EXPECT_THAT(timestamps, ElementsAre(10, 30));
   EXPECT_EQ(group({unknownId}), invalidArguments);
   EXPECT_EQ(group({}), "([],)");
 }

@@ -87,8 +87,13 @@ PanelEntry PanelClient::layout() {
   return panelEntry(root.get());
 }
 
-BusReply PanelClient::event(std::int32_t id, const char* name) {
-  return callMenu("Event", g_variant_new("(isvu)", id, name, g_variant_new_string(""), 0U));
+BusReply PanelClient::event(std::int32_t id, const char* name, std::uint32_t timestamp) {
+  return callMenu("Event", g_variant_new("(isvu)", id, name, g_variant_new_string(""), timestamp));
+}
+
+BusReply PanelClient::provideActivationToken(const std::string& token) {
+  return callOnBus(connection_.get(), item_, "ProvideXdgActivationToken",
+                   g_variant_new("(s)", token.c_str()));
 }
 
 // Messages from one sender to one receiver keep their order.

@@ -62,7 +62,9 @@ class PanelClient {
 
   /// The whole menu.
   PanelEntry layout();
-  BusReply event(std::int32_t id, const char* name);
+  BusReply event(std::int32_t id, const char* name, std::uint32_t timestamp = 0);
+  /// Announces the click that comes next.
+  BusReply provideActivationToken(const std::string& token);
 
   /// The revisions that LayoutUpdated has announced, in order.
   const std::vector<std::uint32_t>& layoutUpdates() const { return layoutUpdates_; }

@@ -42,7 +42,8 @@ class BusHarness {
     return shown;
   }
 
-  bool click(const Opened& opened, const std::vector<std::string>& path) {
+  bool click(const Opened& opened, const std::vector<std::string>& path,
+             const Activation& activation = {}) {
     const PanelEntry* entry = &opened;
     for (const std::string& wanted : path) {
       const auto found = std::ranges::find_if(
@@ -50,7 +51,8 @@ class BusHarness {
       if (found == entry->children.end()) return false;
       entry = &*found;
     }
-    return panel_.event(entry->id, "clicked").value != nullptr;
+    if (!activation.token.empty()) panel_.provideActivationToken(activation.token);
+    return panel_.event(entry->id, "clicked", activation.timestamp).value != nullptr;
   }
 
   void runTasks() { queue_.run(); }
@@ -225,7 +227,7 @@ TEST_F(StatusNotifierItemTest, AnActionThatWaitsWhenTheItemGoesAwayIsDropped) {
   int runs = 0;
   {
     StatusNotifierItem item(connection.get(), queue, testOptions());
-    item.setActionHandler([&](const ActionEntry&) { ++runs; });
+    item.setActionHandler([&](const ActionEntry&, const Activation&) { ++runs; });
     item.setMenu(menuWith({itemEntry("Title", "1")}));
     PanelClient panel(bus, connection.get());
     EXPECT_TRUE(panel.event(panel.layout().children.at(0).id, "clicked").value);

@@ -182,13 +182,14 @@ void DbusMenu::getProperty(GVariant* arguments, GDBusMethodInvocation* invocatio
 void DbusMenu::event(GVariant* arguments, GDBusMethodInvocation* invocation) const {
   Id id = 0;
   const char* name = nullptr;
-  g_variant_get(arguments, "(i&s@vu)", &id, &name, nullptr, nullptr);
+  guint32 timestamp = 0;
+  g_variant_get(arguments, "(i&s@vu)", &id, &name, nullptr, &timestamp);
 
   if (!tree_.find(id)) return refuseUnknownId(invocation, id);
   // The arguments go with the invocation.
-  const std::string eventName = name;
+  const Event event{id, name, timestamp};
   g_dbus_method_invocation_return_value(invocation, nullptr);
-  take(id, eventName.c_str());
+  take(event);
 }
 
 void DbusMenu::eventGroup(GVariant* arguments, GDBusMethodInvocation* invocation) const {
@@ -197,19 +198,20 @@ void DbusMenu::eventGroup(GVariant* arguments, GDBusMethodInvocation* invocation
   const GVariantIterPtr ownedEvents(events);
 
   std::vector<Id> unknown;
-  std::vector<std::pair<Id, std::string>> known;
+  std::vector<Event> known;
   Id id = 0;
   const char* name = nullptr;
-  while (g_variant_iter_next(events, "(i&s@vu)", &id, &name, nullptr, nullptr)) {
+  guint32 timestamp = 0;
+  while (g_variant_iter_next(events, "(i&s@vu)", &id, &name, nullptr, &timestamp)) {
     if (tree_.find(id)) {
-      known.emplace_back(id, name);
+      known.push_back({id, name, timestamp});
     } else {
       unknown.push_back(id);
     }
   }
   if (known.empty() && !unknown.empty()) return refuseUnknownId(invocation, unknown.front());
   g_dbus_method_invocation_return_value(invocation, g_variant_new("(@ai)", idArray(unknown)));
-  for (const auto& [knownId, eventName] : known) take(knownId, eventName.c_str());
+  for (const Event& event : known) take(event);
 }
 
 void DbusMenu::aboutToShow(GVariant* arguments, GDBusMethodInvocation* invocation) const {
@@ -244,11 +246,11 @@ GVariant* DbusMenu::property(const char* name) const {
   return g_variant_new_strv(&path, iconThemePath_.empty() ? 0 : 1);
 }
 
-void DbusMenu::take(DbusMenuTree::Id id, const char* eventName) const {
-  if (std::string_view(eventName) != "clicked") return;
-  const std::optional<Node> node = tree_.find(id);
+void DbusMenu::take(const Event& event) const {
+  if (event.name != "clicked") return;
+  const std::optional<Node> node = tree_.find(event.id);
   if (!node || !node->entry) return;
-  if (const auto* entry = std::get_if<ActionEntry>(node->entry)) onClick_(*entry);
+  if (const auto* entry = std::get_if<ActionEntry>(node->entry)) onClick_(*entry, event.timestamp);
 }
 
 }  // namespace quillmar

@@ -5,6 +5,7 @@
 
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -21,7 +22,8 @@ class DbusMenu {
   static constexpr const char* objectPath = "/MenuBar";
 
   /// Called for a clicked entry, inside the panel's call but after its answer has been sent off.
-  using ClickHandler = std::function<void(const ActionEntry& entry)>;
+  /// `timestamp` is the click's as the panel gives it, 0 for none.
+  using ClickHandler = std::function<void(const ActionEntry& entry, std::uint32_t timestamp)>;
 
   /// An empty menu at /MenuBar. `iconThemePath` is a folder with icon themes that panels look for
   /// the entries' icons in, besides the system's.
@@ -41,8 +43,15 @@ class DbusMenu {
   void aboutToShowGroup(GVariant* arguments, GDBusMethodInvocation* invocation) const;
   GVariant* property(const char* name) const;
 
+  /// What a panel tells of an entry.
+  struct Event {
+    DbusMenuTree::Id id = DbusMenuTree::rootId;
+    std::string name;
+    std::uint32_t timestamp = 0;
+  };
+
   /// Hands a click on an action entry to the click handler; other events mean nothing here.
-  void take(DbusMenuTree::Id id, const char* eventName) const;
+  void take(const Event& event) const;
 
   std::string iconThemePath_;
   ClickHandler onClick_;

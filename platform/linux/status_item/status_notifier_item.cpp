@@ -30,6 +30,9 @@ constexpr const char* introspection = R"xml(<node>
     <property name="AttentionIconPixmap" type="a(iiay)" access="read"/>
     <property name="AttentionMovieName" type="s" access="read"/>
     <property name="ToolTip" type="(sa(iiay)ss)" access="read"/>
+    <method name="ProvideXdgActivationToken">
+      <arg type="s" name="token" direction="in"/>
+    </method>
     <signal name="NewTitle"/>
     <signal name="NewIcon"/>
     <signal name="NewAttentionIcon"/>
@@ -59,10 +62,16 @@ StatusNotifierItem::StatusNotifierItem(GDBusConnection* connection, TaskQueue& m
       options_(sendable(std::move(options))),
       self_(std::make_shared<StatusNotifierItem*>(this)),
       menu_(connection, options_.iconThemePath,
-            [this](const ActionEntry& entry) { runLater(entry); }),
-      object_(connection, objectPath, introspection,
-              {.call = [](const char*, GVariant*, GDBusMethodInvocation*) {},
-               .property = [this](const char* name) { return property(name); }}),
+            [this](const ActionEntry& entry, std::uint32_t timestamp) {
+              runLater(entry, timestamp);
+            }),
+      object_(
+          connection, objectPath, introspection,
+          {.call =
+               [this](const char* method, GVariant* arguments, GDBusMethodInvocation* invocation) {
+                 answer(method, arguments, invocation);
+               },
+           .property = [this](const char* name) { return property(name); }}),
       registration_(connection) {}
 
 void StatusNotifierItem::setImage(std::optional<Image> image) {
@@ -72,9 +81,18 @@ void StatusNotifierItem::setImage(std::optional<Image> image) {
   object_.emit("NewIcon", nullptr);
 }
 
-void StatusNotifierItem::runLater(const ActionEntry& entry) {
-  mainQueue_.async([weakSelf = std::weak_ptr(self_), entry] {
-    if (const auto self = weakSelf.lock()) (*self)->sendAction(entry);
+void StatusNotifierItem::answer(const char*, GVariant* arguments,
+                                GDBusMethodInvocation* invocation) {
+  const char* token = nullptr;
+  g_variant_get(arguments, "(&s)", &token);
+  activationToken_ = token;
+  g_dbus_method_invocation_return_value(invocation, nullptr);
+}
+
+void StatusNotifierItem::runLater(const ActionEntry& entry, std::uint32_t timestamp) {
+  Activation activation{timestamp, std::exchange(activationToken_, {})};
+  mainQueue_.async([weakSelf = std::weak_ptr(self_), entry, activation = std::move(activation)] {
+    if (const auto self = weakSelf.lock()) (*self)->sendAction(entry, activation);
   });
 }
 

@@ -6,6 +6,7 @@
 
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -49,13 +50,16 @@ class StatusNotifierItem final : public StatusItem {
   bool hasHost() const { return registration_.hasHost(); }
 
  private:
+  void answer(const char* method, GVariant* arguments, GDBusMethodInvocation* invocation);
   GVariant* property(const char* name) const;
-  void runLater(const ActionEntry& entry);
+  void runLater(const ActionEntry& entry, std::uint32_t timestamp);
 
   TaskQueue& mainQueue_;
   StatusNotifierItemOptions options_;
   /// Name of the icon; empty for none.
   std::string iconName_;
+  /// What a panel has announced the next click with; empty for none.
+  std::string activationToken_;
   /// What tasks that wait in the queue look back through: gone when this object is.
   std::shared_ptr<StatusNotifierItem*> self_;
   DbusMenu menu_;
