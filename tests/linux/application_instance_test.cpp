@@ -142,6 +142,58 @@ TEST_F(InstanceTest, ASignalComesBeforeWhatWaitsInTheMainLoop) {
   g_source_remove(other);
 }
 
+/// A loop of a toolkit, on the same context, that takes over from the application's.
+class TakenOver {
+ public:
+  explicit TakenOver(ApplicationInstance& instance) {
+    instance.mainLoop().handOver({.run =
+                                      [this] {
+                                        began_ = true;
+                                        g_main_loop_run(loop_.get());
+                                      },
+                                  .quit = [this] { g_main_loop_quit(loop_.get()); }});
+  }
+
+  bool began() const { return began_; }
+
+ private:
+  GMainLoopPtr loop_{g_main_loop_new(nullptr, false)};
+  bool began_ = false;
+};
+
+TEST_F(InstanceTest, ASignalEndsItAlsoInAnotherLoop) {
+  ApplicationInstance instance({});
+  ASSERT_TRUE(instance.start(environment_));
+  const TakenOver loop(instance);
+  const guint order = g_idle_add(
+      [](gpointer) -> gboolean {
+        std::raise(SIGTERM);
+        return G_SOURCE_REMOVE;
+      },
+      nullptr);
+  EXPECT_NE(order, 0u);
+  EXPECT_EQ(instance.run(), 0);
+  EXPECT_TRUE(loop.began());
+}
+
+TEST_F(InstanceTest, TheEndOfTheSessionEndsItAlsoInAnotherLoop) {
+  ApplicationInstance instance({});
+  ASSERT_TRUE(instance.start(environment_));
+  const TakenOver loop(instance);
+  bus_.kill();
+  EXPECT_EQ(instance.run(), 0);
+  EXPECT_TRUE(loop.began());
+}
+
+TEST_F(InstanceTest, TerminatedBeforeItRunsItDoesNotBeginAnotherLoop) {
+  ApplicationInstance instance({});
+  ASSERT_TRUE(instance.start(environment_));
+  const TakenOver loop(instance);
+  instance.terminate();
+  EXPECT_EQ(instance.run(), 0);
+  EXPECT_FALSE(loop.began());
+}
+
 TEST_F(InstanceTest, ABusThatHangsDoesNotKeepItFromEnding) {
   ApplicationInstance instance({});
   ASSERT_TRUE(instance.start(environment_));
@@ -276,10 +328,20 @@ TEST_F(InstanceTest, AnInstanceThatHasEndedIsMissed) {
             "Quillmar is not running, so the output was not copied to the clipboard.");
 }
 
-TEST_F(InstanceTest, IsActivatedByItsDesktopEntry) {
+TEST_F(InstanceTest, IsActivatedByItsDesktopEntryWithWhatTheCallerBrings) {
   startOther();
-  EXPECT_EQ(call("Activate", g_variant_new_parsed("(@a{sv} {},)")).errorName, "");
-  EXPECT_EQ(recorded(), "activate\n");
+  for (const char* platformData :
+       {"({'activation-token': <'a token'>},)",
+        "({'desktop-startup-id': <'panel_TIME4000000000'>},)",
+        "({'activation-token': <'token'>, 'desktop-startup-id': <'an_id_TIME12'>},)",
+        "(@a{sv} {},)"}) {
+    EXPECT_EQ(call("Activate", g_variant_new_parsed(platformData)).errorName, "");
+  }
+  EXPECT_EQ(recorded(),
+            "activate 0 a token\n"
+            "activate 4000000000 panel_TIME4000000000\n"
+            "activate 12 token\n"
+            "activate 0 \n");
 }
 
 TEST_F(InstanceTest, RefusesActionsThatItDoesNotHave) {

@@ -14,8 +14,13 @@
 int main(int, char** arguments) {
   using quillmar::ApplicationInstance;
   std::ofstream out(arguments[1], std::ios::app);
+  const ApplicationInstance* running = nullptr;
   ApplicationInstance instance({
-      .activate = [&] { out << "activate" << std::endl; },
+      .activate =
+          [&] {
+            const auto& [timestamp, token] = running->activation();
+            out << "activate " << timestamp << " " << token << std::endl;
+          },
       .setClipboard =
           [&](const std::string& text) {
             out << "clipboard " << text << std::endl;
@@ -26,6 +31,7 @@ int main(int, char** arguments) {
             out << "notify " << title << "|" << body << std::endl;
           },
   });
+  running = &instance;
   const auto start = instance.start(quillmar::snapshotProcessEnvironment());
   if (!start || start.value() != ApplicationInstance::Start::running) return 3;
   if (write(3, "ready\n", 6) != 6) return 1;

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/linux/application/platform_data.h"
 #include "platform/linux/bus/session_bus.h"
 #include "platform/linux/processes/bounded_wait.h"
 
@@ -42,9 +43,7 @@ void flush(GDBusConnection* connection) {
 }  // namespace
 
 ApplicationInstance::ApplicationInstance(Handlers handlers)
-    : handlers_(std::move(handlers)),
-      loop_(g_main_loop_new(nullptr, false)),
-      signals_([this] { terminate(); }) {}
+    : handlers_(std::move(handlers)), signals_([this] { terminate(); }) {}
 
 ApplicationInstance::~ApplicationInstance() {
   if (connection_) g_signal_handlers_disconnect_by_data(connection_.get(), this);
@@ -80,7 +79,7 @@ Result<ApplicationInstance::Start> ApplicationInstance::start(const Environment&
 }
 
 int ApplicationInstance::run() {
-  if (!terminated_) g_main_loop_run(loop_.get());
+  loop_.run();
   signals_.loopHasEnded();
   // The call that ended the loop, a click on "Quit Quillmar", still waits for its answer.
   flush(connection_.get());
@@ -88,20 +87,24 @@ int ApplicationInstance::run() {
 }
 
 void ApplicationInstance::terminate() {
-  terminated_ = true;
-  g_main_loop_quit(loop_.get());
+  loop_.quit();
 }
 
 void ApplicationInstance::answer(const char* method, GVariant* arguments,
                                  GDBusMethodInvocation* invocation) {
   if (method == std::string_view("Activate")) {
-    if (handlers_.activate) handlers_.activate();
+    activate(GVariantPtr(g_variant_get_child_value(arguments, 0)).get());
   } else if (!activateAction(arguments)) {
     g_dbus_method_invocation_return_error_literal(
         invocation, G_DBUS_ERROR, G_DBUS_ERROR_INVALID_ARGS, "Quillmar has no such action.");
     return;
   }
   g_dbus_method_invocation_return_value(invocation, nullptr);
+}
+
+void ApplicationInstance::activate(GVariant* platformData) {
+  setActivation(activationIn(platformData));
+  if (handlers_.activate) handlers_.activate();
 }
 
 /// False when there is no such action or its parameter is of another type.

@@ -12,6 +12,7 @@
 
 #include "platform/application.h"
 #include "platform/environment.h"
+#include "platform/linux/application/main_loop.h"
 #include "platform/linux/application/termination_signals.h"
 #include "platform/linux/bus/dbus_object.h"
 #include "platform/linux/bus/glib_pointers.h"
@@ -30,7 +31,8 @@ class ApplicationInstance final : public Application {
  public:
   /// What other processes ask for. Each may be empty.
   struct Handlers {
-    /// The program was started again, or by way of its desktop entry.
+    /// The program was started again, or by way of its desktop entry. The caller's activation is
+    /// this application's by then.
     std::function<void()> activate;
     /// Put the text on the clipboard.
     std::function<void(std::string text)> setClipboard;
@@ -66,13 +68,15 @@ class ApplicationInstance final : public Application {
 
   void terminate() override;
 
+  MainLoop& mainLoop() { return loop_; }
+
  private:
   void answer(const char* method, GVariant* arguments, GDBusMethodInvocation* invocation);
+  void activate(GVariant* platformData);
   bool activateAction(GVariant* arguments);
 
   Handlers handlers_;
-  GMainLoopPtr loop_;
-  bool terminated_ = false;
+  MainLoop loop_;
   TerminationSignals signals_;
   GObjectPtr<GDBusConnection> connection_;
   std::optional<DbusObject> object_;

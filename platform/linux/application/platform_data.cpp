@@ -1,0 +1,82 @@
+#include "platform/linux/application/platform_data.h"
+
+#include <charconv>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "platform/linux/bus/glib_pointers.h"
+#include "platform/text.h"
+
+namespace quillmar {
+
+namespace {
+
+constexpr const char* tokenKey = "activation-token";
+constexpr const char* startupIdKey = "desktop-startup-id";
+/// The end of the wish, in microseconds of the monotonic clock, which all processes share.
+constexpr const char* expiryKey = "com.tovenworks.quillmar.expires";
+
+void add(GVariantBuilder& data, const char* key, const Environment& environment,
+         const char* variable) {
+  const std::string value = environment.value(variable).value_or("");
+  if (value.empty()) return;
+  g_variant_builder_add(&data, "{sv}", key,
+                        g_variant_new_string(text::replacingUnsendable(value).c_str()));
+}
+
+GVariantBuilder builderFor(const Environment& environment) {
+  GVariantBuilder data;
+  g_variant_builder_init(&data, G_VARIANT_TYPE_VARDICT);
+  add(data, tokenKey, environment, "XDG_ACTIVATION_TOKEN");
+  add(data, startupIdKey, environment, "DESKTOP_STARTUP_ID");
+  return data;
+}
+
+std::string lookUp(GVariant* data, const char* key) {
+  const GVariantPtr value(g_variant_lookup_value(data, key, G_VARIANT_TYPE_STRING));
+  return value ? g_variant_get_string(value.get(), nullptr) : "";
+}
+
+/// A startup id ends with the time of the event that it was made for; 0 for one that does not.
+std::uint32_t timestampOf(std::string_view startupId) {
+  constexpr std::string_view mark = "_TIME";
+  const std::size_t found = startupId.rfind(mark);
+  if (found == std::string_view::npos) return 0;
+  const std::string_view digits = startupId.substr(found + mark.size());
+  std::uint32_t time = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), time);
+  return error == std::errc() && end == digits.data() + digits.size() ? time : 0;
+}
+
+}  // namespace
+
+GVariant* platformData(const Environment& environment) {
+  GVariantBuilder data = builderFor(environment);
+  return g_variant_builder_end(&data);
+}
+
+GVariant* platformData(const Environment& environment, std::chrono::milliseconds patience) {
+  GVariantBuilder data = builderFor(environment);
+  const std::chrono::microseconds expiry =
+      std::chrono::microseconds(g_get_monotonic_time()) + patience;
+  g_variant_builder_add(&data, "{sv}", expiryKey, g_variant_new_int64(expiry.count()));
+  return g_variant_builder_end(&data);
+}
+
+Activation activationIn(GVariant* platformData) {
+  const std::string startupId = lookUp(platformData, startupIdKey);
+  Activation activation{0, lookUp(platformData, tokenKey)};
+  // On X11 a token is a startup id as well.
+  if (activation.token.empty()) activation.token = startupId;
+  activation.timestamp = timestampOf(startupId.empty() ? activation.token : startupId);
+  return activation;
+}
+
+bool hasExpired(GVariant* platformData) {
+  const GVariantPtr expiry(g_variant_lookup_value(platformData, expiryKey, G_VARIANT_TYPE_INT64));
+  return expiry && g_variant_get_int64(expiry.get()) < g_get_monotonic_time();
+}
+
+}  // namespace quillmar

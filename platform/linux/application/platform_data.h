@@ -1,0 +1,28 @@
+// The "platform data" that a call of org.freedesktop.Application carries: the caller's leave to
+// come to the front, and how long its wish holds.
+
+#pragma once
+
+#include <chrono>
+
+#include <gio/gio.h>
+
+#include "platform/application.h"
+#include "platform/environment.h"
+
+namespace quillmar {
+
+/// A vardict, floating, that hands on what the environment holds from whoever started this process,
+/// XDG_ACTIVATION_TOKEN and DESKTOP_STARTUP_ID.
+GVariant* platformData(const Environment& environment);
+
+/// The same, for a wish that is to be forgotten when it has not been heard after `patience`.
+GVariant* platformData(const Environment& environment, std::chrono::milliseconds patience);
+
+/// The activation in a vardict; empty when there is none. Entries of other types are ignored.
+Activation activationIn(GVariant* platformData);
+
+/// True when the caller no longer wants what it asked for.
+bool hasExpired(GVariant* platformData);
+
+}  // namespace quillmar
