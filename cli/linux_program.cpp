@@ -30,6 +30,7 @@
 #include "platform/linux/processes/shell_apple_script_engine.h"
 #include "platform/linux/status_item/status_notifier_item.h"
 #include "platform/linux/updates/unavailable_updaters.h"
+#include "platform/linux/windows/loaded_window_system.h"
 #include "platform/linux/workspace/desktop_workspace.h"
 #include "platform/log.h"
 #include "platform/memory/memory_application.h"
@@ -43,6 +44,9 @@
 namespace quillmar {
 
 namespace {
+
+/// The program's name as people know it.
+constexpr const char* applicationName = "Quillmar";
 
 /// The services that are the same in the panel and on a terminal.
 struct SystemServices {
@@ -77,11 +81,21 @@ class PanelProgram {
         queues_(mainQueue_),
         images_(system_.bundle.iconThemePath(),
                 IconThemes::ofUser(environment, system_.userDirectories.homeDirectory())),
+        windows_(LoadedWindowSystem::moduleOfThisProgram(),
+                 {.mainQueue = mainQueue_,
+                  .application = instance,
+                  .environment = system_.environment,
+                  .applicationId = applicationId,
+                  .applicationName = applicationName,
+                  .applicationVersion = QUILLMAR_VERSION,
+                  .iconThemePath = system_.bundle.iconThemePath(),
+                  .log = logToStandardOutput},
+                 instance.mainLoop()),
         pasteboard_(environment, logToStandardOutput),
         notifications_(instance.connection()),
         statusItem_(instance.connection(), mainQueue_,
                     {.id = applicationId,
-                     .title = "Quillmar",
+                     .title = applicationName,
                      .iconThemePath = system_.bundle.iconThemePath(),
                      .pixmapDirectory = system_.bundle.pixmapDirectory()}),
         updaters_(notify),
@@ -121,7 +135,7 @@ class PanelProgram {
   MainLoopTaskQueue mainQueue_;
   LinuxTaskQueues queues_;
   IconThemeImages images_;
-  MemoryWindowSystem windows_{mainQueue_};
+  LoadedWindowSystem windows_;
   UnavailablePrompts prompts_;
   DesktopPasteboard pasteboard_;
   DesktopNotifications notifications_;
