@@ -9,7 +9,6 @@
 
 #include "about/updater_manager.h"
 #include "app/app_delegate.h"
-#include "app/unavailable_prompts.h"
 #include "cli/run_command.h"
 #include "cli/terminal_prompts.h"
 #include "commands/command_environment.h"
@@ -112,7 +111,6 @@ class PanelProgram {
             .appleScript = system_.appleScript,
             .workspace = system_.workspace,
             .windows = windows_,
-            .prompts = prompts_,
             .pasteboard = pasteboard_,
             .notifications = notifications_,
             .statusItem = statusItem_,
@@ -124,7 +122,6 @@ class PanelProgram {
   void launch() {
     delegate_.emplace(AppDelegate::Collaborators{platform_, SettingsManager::shared(),
                                                  CommandRunner::shared(), UpdaterManager::shared});
-    prompts_.setNotify(notify);
     delegate_->applicationDidFinishLaunching();
   }
 
@@ -136,7 +133,6 @@ class PanelProgram {
   LinuxTaskQueues queues_;
   IconThemeImages images_;
   LoadedWindowSystem windows_;
-  UnavailablePrompts prompts_;
   DesktopPasteboard pasteboard_;
   DesktopNotifications notifications_;
   StatusNotifierItem statusItem_;
@@ -207,13 +203,12 @@ ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environmen
       .appleScript = system.appleScript,
       .workspace = system.workspace,
       .windows = windows,
-      .prompts = prompts,
       .pasteboard = pasteboard,
       .notifications = notifications,
       .statusItem = statusItem,
       .updaters = updaters,
   };
-  CommandRunner runner(platform, settings, logToStandardError);
+  CommandRunner runner(platform, settings, logToStandardError, &prompts);
 
   const ExitStatus status = runItem(invocation, settings, runner, queues, console);
   if (const auto sentence = leftOut.sentence()) console.printError(*sentence + "\n");

@@ -27,7 +27,7 @@ bool meansYes(const std::string& answer) {
 TerminalPrompts::TerminalPrompts(Console& console, bool assumeYes, std::optional<std::string> input)
     : console_(console), assumeYes_(assumeYes), input_(std::move(input)) {}
 
-void TerminalPrompts::show(PromptRequest request, PromptCompletion completion) {
+Result<void> TerminalPrompts::show(PromptRequest request, PromptCompletion completion) {
   if (request.placeholder) {
     std::optional<std::string> value = askForValue(request);
     const bool confirmed = value.has_value();
@@ -35,6 +35,7 @@ void TerminalPrompts::show(PromptRequest request, PromptCompletion completion) {
   } else {
     completion(confirm(request), std::nullopt);
   }
+  return {};
 }
 
 bool TerminalPrompts::confirm(const PromptRequest& request) {

@@ -6,7 +6,8 @@
 #include <string>
 
 #include "cli/console.h"
-#include "platform/prompts.h"
+#include "commands/prompts.h"
+#include "platform/result.h"
 
 namespace quillmar {
 
@@ -17,7 +18,7 @@ class TerminalPrompts : public Prompts {
 
   /// Asks and waits for the answer. Without a terminal and without the option that answers, the
   /// prompt is cancelled.
-  void show(PromptRequest request, PromptCompletion completion) override;
+  Result<void> show(PromptRequest request, PromptCompletion completion) override;
 
  private:
   bool confirm(const PromptRequest& request);

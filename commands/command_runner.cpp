@@ -7,7 +7,6 @@
 #include "config/settings_manager.h"
 #include "platform/apple_script.h"
 #include "platform/pasteboard.h"
-#include "platform/prompts.h"
 #include "platform/text.h"
 #include "platform/user_database.h"
 #include "platform/user_directories.h"
@@ -45,10 +44,13 @@ void trimInPlace(std::string& text) {
 
 }  // namespace
 
-CommandRunner::CommandRunner(Platform& platform, SettingsManager& settings, LogLine log)
+CommandRunner::CommandRunner(Platform& platform, SettingsManager& settings, LogLine log,
+                             Prompts* prompts)
     : platform_(platform),
       settings_(settings),
       log_(std::move(log)),
+      panels_(platform),
+      prompts_(prompts == nullptr ? panels_ : *prompts),
       queue_(platform.queues.makeConcurrentQueue(
           {"com.tovenworks.quillmar.commands", QualityOfService::userInitiated})) {}
 
@@ -65,18 +67,11 @@ void CommandRunner::run(const MenuItem& item, Completion completion) {
   }
 
   PromptRequest request;
-  request.itemTitle = item.title;
   request.title = "Run “" + item.title + "”?";
   request.message = text::trimWhitespaceAndNewlines(item.command.value);
   request.confirmTitle = "Run";
-  platform_.prompts.show(std::move(request),
-                         [this, item, completion](bool confirmed, const auto& /*text*/) {
-                           if (confirmed) {
-                             askForInputIfNeeded(item, completion);
-                           } else if (completion) {
-                             completion(std::nullopt);
-                           }
-                         });
+  ask(std::move(request), item, completion,
+      [this, item, completion](const auto& /*text*/) { askForInputIfNeeded(item, completion); });
 }
 
 void CommandRunner::askForInputIfNeeded(const MenuItem& item, Completion completion) {
@@ -86,20 +81,29 @@ void CommandRunner::askForInputIfNeeded(const MenuItem& item, Completion complet
   }
 
   PromptRequest request;
-  request.itemTitle = item.title;
   request.title = item.title;
   request.message = item.inputPrompt.value_or("");
   if (request.message.empty()) request.message = "Enter a value";
   request.placeholder = "";
   request.confirmTitle = "Run";
-  platform_.prompts.show(std::move(request),
-                         [this, item, completion](bool confirmed, const auto& text) {
-                           if (confirmed) {
-                             execute(item, text.value_or(""), completion);
-                           } else if (completion) {
-                             completion(std::nullopt);
-                           }
-                         });
+  ask(std::move(request), item, completion,
+      [this, item, completion](const auto& text) { execute(item, text.value_or(""), completion); });
+}
+
+void CommandRunner::ask(PromptRequest request, const MenuItem& item, const Completion& completion,
+                        std::function<void(const std::optional<std::string>& text)> goOn) {
+  const Result<void> shown = prompts_.show(
+      std::move(request), [completion, goOn = std::move(goOn)](bool confirmed, const auto& text) {
+        if (confirmed) {
+          goOn(text);
+        } else if (completion) {
+          completion(std::nullopt);
+        }
+      });
+  if (shown) return;
+  log_("Could not show the prompt of item " + item.id + ": " + shown.error().description);
+  notify(item.title, shown.error().description);
+  if (completion) completion(std::nullopt);
 }
 
 void CommandRunner::execute(const MenuItem& item, const std::optional<std::string>& input,

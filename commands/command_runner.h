@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 
+#include "commands/prompt_panel.h"
 #include "commands/script_launch.h"
 #include "config/quillmar_config.h"
 #include "platform/log.h"
@@ -38,13 +39,14 @@ class CommandRunner {
     bool operator==(const RunResult&) const = default;
   };
 
-  /// Gets a run's result after it was reported, or nothing when the user declined to run it. For
-  /// separators it is never called. Main thread.
+  /// Gets a run's result after it was reported, or nothing when the user declined to run it or
+  /// could not be asked. For separators it is never called. Main thread.
   using Completion = std::function<void(std::optional<RunResult> result)>;
 
-  /// The platform and the settings are not owned and must outlive the runner; the runner must
-  /// outlive its runs.
-  CommandRunner(Platform& platform, SettingsManager& settings, LogLine log = logToStandardOutput);
+  /// Questions are asked by `prompts`, null for panels. The arguments are not owned and must
+  /// outlive the runner; the runner must outlive its runs.
+  CommandRunner(Platform& platform, SettingsManager& settings, LogLine log = logToStandardOutput,
+                Prompts* prompts = nullptr);
 
   CommandRunner(const CommandRunner&) = delete;
   CommandRunner& operator=(const CommandRunner&) = delete;
@@ -82,6 +84,9 @@ class CommandRunner {
   Result<void> openInTerminal(const MenuCommand& command, const std::string& title);
 
  private:
+  /// Asks, and goes on with what was typed, if anything, when the user confirms.
+  void ask(PromptRequest request, const MenuItem& item, const Completion& completion,
+           std::function<void(const std::optional<std::string>& text)> goOn);
   RunResult runByType(const MenuCommand& command, bool loginShell);
   void report(const MenuItem& item, const MenuCommand& command, const RunResult& result,
               const Preferences& preferences);
@@ -89,6 +94,8 @@ class CommandRunner {
   Platform& platform_;
   SettingsManager& settings_;
   LogLine log_;
+  PanelPrompts panels_;
+  Prompts& prompts_;
   std::unique_ptr<TaskQueue> queue_;
 };
 

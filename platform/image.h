@@ -25,7 +25,8 @@ class Images {
  public:
   virtual ~Images() = default;
 
-  /// An image of the application's resources ("statusIcon"); absent when it is missing.
+  /// An image of the application's resources ("applicationIcon", "statusIcon"); absent when it is
+  /// missing.
   virtual std::optional<Image> named(const std::string& name) = 0;
 
   /// The system symbol of that name ("bolt.fill", "terminal"); absent when there is none. Called

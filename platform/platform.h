@@ -14,7 +14,6 @@ class FileSystem;
 class Images;
 class Pasteboard;
 class Processes;
-class Prompts;
 class StatusItem;
 class TaskQueues;
 class Updaters;
@@ -37,7 +36,6 @@ struct Platform {
   AppleScriptEngine& appleScript;
   Workspace& workspace;
   WindowSystem& windows;
-  Prompts& prompts;
   Pasteboard& pasteboard;
   UserNotificationCenter& notifications;
   StatusItem& statusItem;

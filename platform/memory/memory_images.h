@@ -12,7 +12,7 @@ namespace quillmar {
 
 /// Has the images whose names it holds, under those very names.
 struct MemoryImages final : Images {
-  std::set<std::string> images = {"statusIcon"};
+  std::set<std::string> images = {"applicationIcon", "statusIcon"};
   std::set<std::string> symbols = {"bolt.fill", "doc.on.clipboard", "folder", "star", "terminal"};
 
   std::optional<Image> named(const std::string& name) override { return find(images, name); }

@@ -11,7 +11,6 @@
 #include "platform/memory/memory_notifications.h"
 #include "platform/memory/memory_pasteboard.h"
 #include "platform/memory/memory_processes.h"
-#include "platform/memory/memory_prompts.h"
 #include "platform/memory/memory_status_item.h"
 #include "platform/memory/memory_task_queues.h"
 #include "platform/memory/memory_updater.h"
@@ -36,7 +35,6 @@ struct MemoryPlatform {
   MemoryAppleScriptEngine appleScript;
   MemoryWorkspace workspace;
   MemoryWindowSystem windows{queues.mainQueue()};
-  MemoryPrompts prompts;
   MemoryPasteboard pasteboard;
   MemoryNotifications notifications{queues.mainQueue()};
   MemoryStatusItem statusItem{queues.mainQueue()};
@@ -55,7 +53,6 @@ struct MemoryPlatform {
       .appleScript = appleScript,
       .workspace = workspace,
       .windows = windows,
-      .prompts = prompts,
       .pasteboard = pasteboard,
       .notifications = notifications,
       .statusItem = statusItem,

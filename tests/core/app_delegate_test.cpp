@@ -12,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include "about/updater_manager.h"
-#include "app/unavailable_prompts.h"
 #include "commands/command_runner.h"
 #include "config/settings_manager.h"
 #include "platform/memory/memory_platform.h"
@@ -214,7 +213,7 @@ TEST_F(AppDelegateTest, CheckingForUpdatesThatAreNotConfiguredDoesNothingAndShow
   EXPECT_EQ(memory.updaters.checks, 0);
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
   EXPECT_THAT(memory.notifications.shown(), IsEmpty());
-  EXPECT_THAT(memory.prompts.open, IsEmpty());
+  EXPECT_THAT(memory.windows.windows(), IsEmpty());
   EXPECT_THAT(log, IsEmpty());
   EXPECT_THAT(shownMenu(), ElementsAre("Check"));
   EXPECT_FALSE(memory.application.terminated);
@@ -296,7 +295,6 @@ TEST_F(AppDelegateTest, TheLaunchKeepsItsOrder) {
       .appleScript = memory.appleScript,
       .workspace = memory.workspace,
       .windows = memory.windows,
-      .prompts = memory.prompts,
       .pasteboard = memory.pasteboard,
       .notifications = notifications,
       .statusItem = statusItem,
@@ -315,24 +313,6 @@ TEST_F(AppDelegateTest, TheLaunchKeepsItsOrder) {
   // The first menu was announced to nobody, the last request for the updater to the delegate.
   EXPECT_THAT(events, ElementsAre("delegate", "permission", "image", "updater", "menu", "updater",
                                   "updater", "menu"));
-}
-
-TEST(UnavailablePromptsTest, AQuestionIsAnsweredByANotificationTitledByTheItemAndCancelled) {
-  UnavailablePrompts prompts;
-  std::vector<std::pair<std::string, std::string>> notified;
-  prompts.setNotify([&](const std::string& title, const std::string& body) {
-    notified.emplace_back(title, body);
-  });
-  int cancelled = 0;
-  const auto completion = [&](bool confirmed, const auto&) { cancelled += confirmed ? 0 : 1; };
-  prompts.show({.itemTitle = "Erase", .title = "Run “Erase”?"}, completion);
-  prompts.show({.itemTitle = "Ping", .title = "Ping", .placeholder = ""}, completion);
-
-  using Note = std::pair<std::string, std::string>;
-  EXPECT_THAT(notified,
-              ElementsAre(Note("Erase", "Asking for a confirmation is not available yet."),
-                          Note("Ping", "Asking for a value is not available yet.")));
-  EXPECT_EQ(cancelled, 2);
 }
 
 }  // namespace

@@ -138,13 +138,12 @@ class CommandLineTest : public testing::Test {
         .appleScript = memory.appleScript,
         .workspace = memory.workspace,
         .windows = memory.windows,
-        .prompts = prompts,
         .pasteboard = memory.pasteboard,
         .notifications = memory.notifications,
         .statusItem = memory.statusItem,
         .updaters = memory.updaters,
     };
-    CommandRunner runner(platform, settings);
+    CommandRunner runner(platform, settings, logToStandardOutput, &prompts);
     return runItem(invocation, settings, runner, memory.queues, console);
   }
 

@@ -5,6 +5,9 @@
 
 #include "config/settings_manager.h"
 #include "platform/memory/memory_platform.h"
+#include "platform/widgets/label.h"
+#include "platform/widgets/text_field.h"
+#include "tests/core/window_contents.h"
 
 namespace quillmar {
 namespace {
@@ -21,6 +24,9 @@ class CommandRunnerTest : public testing::Test {
     memory.userDatabase.shell = "/bin/shell";
     memory.files.addFile("/bin/shell", "", 0755);
     memory.environment.variables["PATH"] = "/usr/bin:/bin";
+  }
+  ~CommandRunnerTest() override {
+    while (!PromptPanel::live().empty()) (*PromptPanel::live().begin())->cancelPressed();
   }
 
   static MenuItem item(std::string commandText, CommandType type = CommandType::shellCommand) {
@@ -75,6 +81,33 @@ class CommandRunnerTest : public testing::Test {
     return result;
   }
 
+  /// Texts, field and buttons of the panel in front; empty when there is none.
+  std::vector<std::string> askedOnScreen() const {
+    std::vector<std::string> shown;
+    const Window* const panel = memory.windows.frontWindow();
+    if (panel == nullptr) return shown;
+    for (const Label* const label : viewsOf<Label>(*panel)) shown.push_back(label->text());
+    for (const TextField* const field : viewsOf<TextField>(*panel)) {
+      shown.push_back("field [" + field->text() + "]");
+    }
+    for (const Button* const button : viewsOf<Button>(*panel)) shown.push_back(button->title());
+    return shown;
+  }
+
+  /// Presses a button of the panel in front.
+  void answer(const std::string& buttonTitle) {
+    Button* const button = buttonTitled(*memory.windows.frontWindow(), buttonTitle);
+    ASSERT_NE(button, nullptr);
+    button->press();
+  }
+
+  /// Types into the panel in front and confirms.
+  void answerWith(const std::string& text) {
+    ASSERT_THAT(viewsOf<TextField>(*memory.windows.frontWindow()), SizeIs(1));
+    viewsOf<TextField>(*memory.windows.frontWindow())[0]->type(text);
+    answer("Run");
+  }
+
   Process onlyProcess() const {
     const std::vector<Process> launched = memory.processes.launched();
     EXPECT_THAT(launched, SizeIs(1));
@@ -99,7 +132,7 @@ TEST_F(CommandRunnerTest, ASeparatorDoesNothing) {
   separator.isSeparator = true;
   separator.confirmBeforeRunning = true;
   runToTheEnd(separator);
-  EXPECT_THAT(memory.prompts.open, IsEmpty());
+  EXPECT_THAT(memory.windows.windows(), IsEmpty());
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
 }
 
@@ -107,15 +140,10 @@ TEST_F(CommandRunnerTest, AConfirmationShowsTheTitleAndTheTrimmedCommand) {
   MenuItem confirmed = item(" \n rm -r ~/tmp\t\n");
   confirmed.confirmBeforeRunning = true;
   runner().run(confirmed);
-  ASSERT_THAT(memory.prompts.open, SizeIs(1));
-  EXPECT_EQ(memory.prompts.open[0].first, (PromptRequest{.itemTitle = "Title",
-                                                         .title = "Run “Title”?",
-                                                         .message = "rm -r ~/tmp",
-                                                         .placeholder = std::nullopt,
-                                                         .confirmTitle = "Run"}));
+  EXPECT_THAT(askedOnScreen(), ElementsAre("Run “Title”?", "rm -r ~/tmp", "Cancel", "Run"));
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
 
-  memory.prompts.answer(true);
+  answer("Run");
   memory.queues.runAll();
   EXPECT_EQ(onlyProcess().arguments.back(), " \n rm -r ~/tmp\t\n");
 }
@@ -125,10 +153,10 @@ TEST_F(CommandRunnerTest, ADeclinedConfirmationRunsNothing) {
   confirmed.confirmBeforeRunning = true;
   bool declined = false;
   runner().run(confirmed, [&](const auto& result) { declined = !result.has_value(); });
-  memory.prompts.answer(false);
+  answer("Cancel");
   memory.queues.runAll();
   EXPECT_TRUE(declined);
-  EXPECT_THAT(memory.prompts.open, IsEmpty());
+  EXPECT_THAT(memory.windows.windows(), IsEmpty());
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
   EXPECT_THAT(notified(), IsEmpty());
 }
@@ -138,51 +166,61 @@ TEST_F(CommandRunnerTest, AfterTheConfirmationComesTheQuestionForTheValue) {
   both.confirmBeforeRunning = true;
   both.inputPrompt = "Which host?";
   runner().run(both);
-  memory.prompts.answer(true);
-  ASSERT_THAT(memory.prompts.open, SizeIs(1));
-  EXPECT_EQ(memory.prompts.open[0].first, (PromptRequest{.itemTitle = "Title",
-                                                         .title = "Title",
-                                                         .message = "Which host?",
-                                                         .placeholder = "",
-                                                         .confirmTitle = "Run"}));
+  answer("Run");
+  EXPECT_THAT(memory.windows.windows(), SizeIs(1));
+  EXPECT_THAT(askedOnScreen(), ElementsAre("Title", "Which host?", "field []", "Cancel", "Run"));
 }
 
 TEST_F(CommandRunnerTest, AnEmptyOrMissingInputPromptAsksToEnterAValue) {
   MenuItem asking = item("ping {{input}}");
   runner().run(asking);
+  EXPECT_THAT(askedOnScreen(), ElementsAre("Title", "Enter a value", "field []", "Cancel", "Run"));
+  answer("Cancel");
   asking.inputPrompt = "";
   runner().run(asking);
-  ASSERT_THAT(memory.prompts.open, SizeIs(2));
-  EXPECT_EQ(memory.prompts.open[0].first.message, "Enter a value");
-  EXPECT_EQ(memory.prompts.open[1].first.message, "Enter a value");
+  EXPECT_THAT(askedOnScreen(), ElementsAre("Title", "Enter a value", "field []", "Cancel", "Run"));
 }
 
 TEST_F(CommandRunnerTest, EveryPlaceholderIsReplacedByTheInputUnquoted) {
   runner().run(item("echo {{input}} {{INPUT}} '{{input}}'{{input"));
-  memory.prompts.answer(true, "a b");
+  answerWith("a b");
   memory.queues.runAll();
   EXPECT_EQ(onlyProcess().arguments.back(), "echo a b {{INPUT}} 'a b'{{input");
 }
 
 TEST_F(CommandRunnerTest, AnInputThatHoldsThePlaceholderIsNotReplacedAgain) {
   runner().run(item("{{input}}{{input}}"));
-  memory.prompts.answer(true, "<{{input}}>");
+  answerWith("<{{input}}>");
   memory.queues.runAll();
   EXPECT_EQ(onlyProcess().arguments.back(), "<{{input}}><{{input}}>");
 }
 
 TEST_F(CommandRunnerTest, ACancelledInputPromptRunsNothing) {
   runner().run(item("echo {{input}}"));
-  memory.prompts.answer(false, "typed all the same");
+  viewsOf<TextField>(*memory.windows.frontWindow())[0]->type("typed all the same");
+  answer("Cancel");
   memory.queues.runAll();
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
 }
 
 TEST_F(CommandRunnerTest, AnEmptyInputIsStillSubstituted) {
   runner().run(item("echo [{{input}}]"));
-  memory.prompts.answer(true, "");
+  answer("Run");
   memory.queues.runAll();
   EXPECT_EQ(onlyProcess().arguments.back(), "echo []");
+}
+
+TEST_F(CommandRunnerTest, AnItemThatCannotBeAskedAboutDoesNotRunAndSaysWhy) {
+  memory.windows.failure = Error{"There is no display."};
+  MenuItem both = item("echo {{input}}");
+  both.confirmBeforeRunning = true;
+  int declined = 0;
+  runner().run(both, [&](const auto& result) { declined += result.has_value() ? 0 : 1; });
+  memory.queues.runAll();
+  EXPECT_THAT(memory.processes.launched(), IsEmpty());
+  EXPECT_EQ(declined, 1);
+  EXPECT_THAT(log, ElementsAre("Could not show the prompt of item id: There is no display."));
+  EXPECT_THAT(notified(), ElementsAre(Note("Title", "There is no display.")));
 }
 
 // Where it runs.
@@ -236,7 +274,7 @@ TEST_F(CommandRunnerTest, ACommandForTheTerminalOpensThereAndPostsNothing) {
   inTerminal.command.openInTerminal = true;
   inTerminal.command.showNotification = true;
   runner().run(inTerminal);
-  memory.prompts.answer(true, "1");
+  answerWith("1");
   memory.queues.runAll();
   EXPECT_THAT(memory.workspace.opened, ElementsAre(Note("Title", "top -n 1")));
   EXPECT_THAT(memory.processes.launched(), IsEmpty());

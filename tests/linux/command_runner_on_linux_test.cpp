@@ -86,7 +86,6 @@ class CommandRunnerOnLinuxTest : public testing::Test {
       .appleScript = memory.appleScript,
       .workspace = memory.workspace,
       .windows = memory.windows,
-      .prompts = memory.prompts,
       .pasteboard = memory.pasteboard,
       .notifications = memory.notifications,
       .statusItem = memory.statusItem,

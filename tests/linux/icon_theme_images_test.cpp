@@ -48,7 +48,8 @@ TEST_F(IconThemeImagesTest, HasTheStatusIconAndTheApplicationsIcon) {
   IconThemeImages found = images();
   ASSERT_TRUE(found.named("statusIcon"));
   EXPECT_EQ(found.named("statusIcon")->name, "com.tovenworks.quillmar-statusIcon-symbolic");
-  EXPECT_TRUE(found.named("com.tovenworks.quillmar"));
+  ASSERT_TRUE(found.named("applicationIcon"));
+  EXPECT_EQ(found.named("applicationIcon")->name, "com.tovenworks.quillmar");
   EXPECT_FALSE(found.named("otherIcon"));
   EXPECT_FALSE(found.named(""));
 }

@@ -11,6 +11,9 @@ namespace quillmar {
 namespace {
 
 constexpr const char* applicationPrefix = "com.tovenworks.quillmar-";
+/// The application's own icon, which desktops know by the application's name.
+constexpr const char* applicationIcon = "applicationIcon";
+constexpr const char* applicationIconFile = "com.tovenworks.quillmar";
 constexpr const char* symbolPrefix = "quillmar-";
 /// Panels give icons of such names the colour of their text.
 constexpr const char* symbolicSuffix = "-symbolic";
@@ -36,7 +39,8 @@ std::optional<Image> IconThemeImages::symbol(const std::string& name) {
 IconThemeImages::Answer IconThemeImages::findNamed(const std::string& name) const {
   const std::string symbolic = applicationPrefix + name + symbolicSuffix;
   if (ships("symbolic/apps/" + symbolic)) return symbolic;
-  if (ships("scalable/apps/" + name)) return name;
+  const std::string icon = name == applicationIcon ? applicationIconFile : name;
+  if (ships("scalable/apps/" + icon)) return icon;
   return std::nullopt;
 }
 

@@ -7,11 +7,11 @@
 #include <optional>
 #include <string>
 
+#include "platform/result.h"
+
 namespace quillmar {
 
 struct PromptRequest {
-  /// The title of the item that is to run.
-  std::string itemTitle;
   std::string title;
   std::string message;
   /// Present for a question with a text field, also when it is empty; absent for a confirmation.
@@ -28,9 +28,10 @@ class Prompts {
  public:
   virtual ~Prompts() = default;
 
-  /// Shows the prompt and returns. The completion runs exactly once, on the main thread, perhaps
-  /// before this call returns. Several prompts may be open at once.
-  virtual void show(PromptRequest request, PromptCompletion completion) = 0;
+  /// Shows the prompt and returns. Then the completion runs exactly once, on the main thread,
+  /// perhaps before this call returns; it never runs when the prompt can't be shown. Several
+  /// prompts may be open at once.
+  virtual Result<void> show(PromptRequest request, PromptCompletion completion) = 0;
 };
 
 }  // namespace quillmar
