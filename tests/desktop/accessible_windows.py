@@ -55,6 +55,10 @@ class Window:
     def is_enabled(self, name, role=BUTTON):
         return self.element(role, name).get_state_set().contains(Atspi.StateType.SENSITIVE)
 
+    def place(self, name, role=BUTTON):
+        """Where an element is on the screen: x, y, width, height in pixels."""
+        return Atspi.Component.get_extents(self.element(role, name), Atspi.CoordType.SCREEN)
+
     def type(self, text):
         """Fills the window's one field."""
         field = self.element(FIELD)

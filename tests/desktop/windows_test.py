@@ -1,0 +1,220 @@
+"""The program's windows on a real display: read and pressed by way of the accessibility bus, typed
+into with the keyboard."""
+
+import json
+import os
+import re
+import subprocess
+import unittest
+
+from accessible_windows import BUTTON, FIELD, LABEL, LINK, AccessibleWindows
+from quillmar_desktop import (DEADLINE_SECONDS, DesktopTestCase, Screen, StatusIcon, document,
+                              entry, run, tools, wait_until)
+from Xlib import X, display
+
+SCREEN_WIDTH = 1280
+SCREEN_HEIGHT = 800
+
+
+class OtherProgram:
+    """Another program's window that has the keyboard, and what was typed into it."""
+
+    def __init__(self):
+        self.display = display.Display()
+        screen = self.display.screen()
+        self.window = screen.root.create_window(
+            40, 80, 200, 100, 0, screen.root_depth, X.InputOutput, X.CopyFromParent,
+            background_pixel=screen.white_pixel, event_mask=X.FocusChangeMask | X.KeyPressMask)
+        self.window.set_wm_name("Another program")
+        self.window.map()
+        self.display.flush()
+        self.keys = 0
+
+    def has_focus(self):
+        return self.display.get_input_focus().focus == self.window
+
+    def typed_keys(self):
+        while self.display.pending_events():
+            self.keys += self.display.next_event().type == X.KeyPress
+        return self.keys
+
+
+class WindowsTestCase(DesktopTestCase):
+
+    def open(self, settings, *path, title="Quillmar"):
+        """Starts the program, chooses an entry, and answers the window that opens."""
+        self.program, self.icon = self.start_with_icon(settings)
+        self.windows = AccessibleWindows(self.program.process.pid)
+        self.icon.choose(*path)
+        return self.windows.wait_for(title)
+
+    def wait_for_focus(self, window, role, name=None):
+        def focused():
+            found = window.focused()
+            return found is not None and found[0] == role and name in (None, found[1])
+        wait_until(focused, f"the focus is at {role} {name}")
+
+    def ask(self, **keywords):
+        """An item that writes the value it is given into a file of the test's."""
+        return tools(entry("Ask", f"printf %s '{{{{input}}}}' >'{self.scratch}/value'",
+                           inputPrompt="Which value?", **keywords))
+
+
+class PromptPanelOnTheDesktopTest(WindowsTestCase):
+
+    def test_what_is_typed_reaches_the_command(self):
+        window = self.open(self.ask(), "Ask")
+        self.wait_for_focus(window, FIELD, "Which value?")
+        run("xdotool", "type", "two words")
+        wait_until(lambda: window.text() == "two words", "the field holds what was typed")
+        Screen().press("Return")
+        self.wait_for_file("value", "two words")
+        self.windows.wait_until_gone("Quillmar")
+
+    def test_a_screen_reader_reads_fills_and_presses_it(self):
+        window = self.open(self.ask(), "Ask")
+        self.assertEqual([name for name in window.names(LABEL) if name], ["Ask", "Which value?"])
+        self.assertEqual(window.names(BUTTON), ["Cancel", "Run"])
+        self.assertEqual(window.names(FIELD), ["Which value?"])
+        window.type("read aloud")
+        window.press("Run")
+        self.wait_for_file("value", "read aloud")
+
+    def test_one_can_type_at_once_while_another_program_had_the_focus(self):
+        other = OtherProgram()
+        wait_until(other.has_focus, "the other program has the focus")
+        self.open(self.ask(), "Ask")
+        wait_until(lambda: not other.has_focus(), "the panel has the focus")
+        run("xdotool", "type", "mine")
+        Screen().press("Return")
+        self.wait_for_file("value", "mine")
+        self.assertEqual(other.typed_keys(), 0)
+
+    def test_escape_and_the_window_managers_close_run_nothing(self):
+        window = self.open(self.ask(), "Ask")
+        self.wait_for_focus(window, FIELD)
+        Screen().press("Escape")
+        self.windows.wait_until_gone("Quillmar")
+        self.icon.choose("Ask")
+        self.wait_for_focus(self.windows.wait_for("Quillmar"), FIELD)
+        Screen().press("alt+F4")
+        self.windows.wait_until_gone("Quillmar")
+        # The next answer is the first to arrive.
+        self.icon.choose("Ask")
+        window = self.windows.wait_for("Quillmar")
+        window.type("third")
+        window.press("Run")
+        self.wait_for_file("value", "third")
+
+    def test_a_confirmation_shows_the_command_and_return_runs_it(self):
+        command = f"echo '<b>&amp; done' >'{self.scratch}/done'"
+        window = self.open(tools(entry("Erase", command, confirmBeforeRunning=True)), "Erase")
+        self.assertTrue(any(command in name for name in window.names(LABEL)), window.names(LABEL))
+        self.assertEqual(window.names(FIELD), [])
+        self.wait_for_focus(window, BUTTON, "Run")
+        Screen().press("Return")
+        self.wait_for_file("done", "<b>&amp; done\n")
+
+    def test_return_on_the_focused_cancel_button_cancels(self):
+        settings = tools(entry("Erase", f"touch '{self.scratch}/done'", confirmBeforeRunning=True),
+                         entry("Mark", f"touch '{self.scratch}/mark'"))
+        window = self.open(settings, "Erase")
+        self.wait_for_focus(window, BUTTON, "Run")
+        Screen().press("shift+Tab")
+        self.wait_for_focus(window, BUTTON, "Cancel")
+        Screen().press("Return")
+        self.windows.wait_until_gone("Quillmar")
+        self.icon.choose("Mark")
+        self.wait_for_file("mark")
+        self.assertFalse((self.scratch / "done").exists())
+
+    def test_neither_a_long_title_nor_a_long_command_pushes_the_buttons_off_the_screen(self):
+        command = "\n".join(f"echo line {number}" for number in range(500))
+        window = self.open(tools(entry("T" * 2000, command, confirmBeforeRunning=True)), "T" * 2000)
+        for name in ("Cancel", "Run"):
+            place = window.place(name)
+            self.assertGreaterEqual(place.x, 0)
+            self.assertGreaterEqual(place.y, 0)
+            self.assertLessEqual(place.x + place.width, SCREEN_WIDTH)
+            self.assertLessEqual(place.y + place.height, SCREEN_HEIGHT)
+
+    def test_several_panels_wait_side_by_side(self):
+        self.open(tools(
+            entry("First", f"touch '{self.scratch}/first'", confirmBeforeRunning=True),
+            entry("Second", f"touch '{self.scratch}/second'", confirmBeforeRunning=True)), "First")
+        self.icon.choose("Second")
+        wait_until(lambda: len(self.windows.all()) == 2, "there are two panels")
+        for _, window in self.windows.all():
+            window.press("Run")
+        self.wait_for_file("first")
+        self.wait_for_file("second")
+
+    def test_quitting_ends_the_program_while_a_panel_is_open(self):
+        self.open(self.ask(), "Ask")
+        self.icon.choose("Quit Quillmar")
+        self.assertEqual(self.program.exit_status(), 0)
+
+
+class WelcomeWindowOnTheDesktopTest(WindowsTestCase):
+
+    def launch(self):
+        """The very first launch."""
+        self.program, self.icon = self.start_with_icon(None)
+        self.windows = AccessibleWindows(self.program.process.pid)
+        return self.windows.wait_for("Welcome to Quillmar")
+
+    def starter_commands(self):
+        settings = json.loads((self.program.folder / "settings.json").read_text(encoding="utf-8"))
+        return [item for category in settings["categories"] for item in category["items"]
+                if not item.get("isSeparator")]
+
+    def test_the_first_launch_greets_with_the_starter_pack(self):
+        window = self.launch()
+        count = len(self.starter_commands())
+        self.assertGreaterEqual(count, 12)
+        texts = window.names(LABEL)
+        self.assertEqual(texts[0], "Welcome to Quillmar")
+        self.assertIn(f"run any of the {count} starter commands we just installed", texts[1])
+        self.assertEqual(window.names(BUTTON), ["Browse Packs…", "Open Settings", "Get Started"])
+        self.wait_for_focus(window, BUTTON, "Get Started")
+        Screen().press("Return")
+        self.windows.wait_until_gone("Welcome to Quillmar")
+        titles = [shown.title for shown in self.icon.menu()]
+        self.assertIn("Copy", titles)
+        self.assertIn("Quit Quillmar", titles)
+
+    def test_the_second_launch_greets_nobody(self):
+        self.launch().press("Get Started")
+        self.windows.wait_until_gone("Welcome to Quillmar")
+        self.icon.choose("Quit Quillmar")
+        self.program.exit_status()
+        folder = self.program.folder
+        before = (folder / "settings.json").read_bytes()
+        self.program = self.start(settings_directory=folder)
+        self.windows = AccessibleWindows(self.program.process.pid)
+        # The About window comes after all that the launch shows.
+        StatusIcon(self.bus, self.program).choose("About Quillmar")
+        self.windows.wait_for("About Quillmar")
+        self.assertEqual([title for title, _ in self.windows.all()], ["About Quillmar"])
+        self.assertEqual((folder / "settings.json").read_bytes(), before)
+
+
+class AboutWindowOnTheDesktopTest(WindowsTestCase):
+
+    def test_it_tells_the_version_and_offers_the_links(self):
+        window = self.open(document(), "About Quillmar", title="About Quillmar")
+        version = subprocess.run([os.environ["QUILLMAR_PROGRAM"], "--version"], text=True,
+                                 capture_output=True, check=True, timeout=DEADLINE_SECONDS).stdout
+        texts = window.names(LABEL)
+        self.assertEqual(texts[:2], ["Quillmar", "Version " + version.split()[1]])
+        self.assertTrue(re.search("©|Copyright", texts[2]), texts)
+        self.assertFalse(window.is_enabled("Check for Updates…"))
+        self.assertEqual(len(window.names(LINK)), 2)
+        Screen().press("Escape")
+        self.windows.wait_until_gone("About Quillmar")
+        self.icon.choose("About Quillmar")
+        self.windows.wait_for("About Quillmar")
+
+
+if __name__ == "__main__":
+    unittest.main()
