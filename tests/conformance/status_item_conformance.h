@@ -14,6 +14,7 @@
 #include <ostream>
 #include <string>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -38,6 +39,24 @@ struct ShownEntry {
 inline void PrintTo(const ShownEntry& entry, std::ostream* out) {
   *out << "{" << entry.title << ", " << entry.icon << (entry.hasShortcut ? ", shortcut" : "")
        << ", " << testing::PrintToString(entry.children) << "}";
+}
+
+/// The menu as a user sees it who is shown it as it is.
+inline std::vector<ShownEntry> shownEntries(const Menu& menu) {
+  std::vector<ShownEntry> shown;
+  for (const MenuEntry& entry : menu.entries) {
+    ShownEntry& row = shown.emplace_back();
+    if (const auto* action = std::get_if<ActionEntry>(&entry)) {
+      row.title = action->title;
+      row.icon = action->image ? action->image->name : "";
+      row.hasShortcut = action->keyEquivalent.has_value();
+    } else if (const auto* folder = std::get_if<SubmenuEntry>(&entry)) {
+      row.title = folder->title;
+      row.icon = folder->image ? folder->image->name : "";
+      row.children = shownEntries(folder->submenu);
+    }
+  }
+  return shown;
 }
 
 /// A main queue that runs when it is told to.

@@ -19,7 +19,7 @@ class MemoryHarness {
   StatusItem& item() { return item_; }
   Opened open() const { return {item_.open(), item_.menu()}; }
 
-  std::vector<ShownEntry> shown(const Opened& opened) const { return shownOf(opened.menu); }
+  std::vector<ShownEntry> shown(const Opened& opened) const { return shownEntries(opened.menu); }
 
   bool click(const Opened& opened, const std::vector<std::string>& path,
              const Activation& activation = {}) {
@@ -29,23 +29,6 @@ class MemoryHarness {
   std::string icon() const { return item_.image() ? item_.image()->name : ""; }
 
  private:
-  static std::vector<ShownEntry> shownOf(const Menu& menu) {
-    std::vector<ShownEntry> shown;
-    for (const MenuEntry& entry : menu.entries) {
-      ShownEntry& row = shown.emplace_back();
-      if (const auto* action = std::get_if<ActionEntry>(&entry)) {
-        row.title = action->title;
-        row.icon = action->image ? action->image->name : "";
-        row.hasShortcut = action->keyEquivalent.has_value();
-      } else if (const auto* folder = std::get_if<SubmenuEntry>(&entry)) {
-        row.title = folder->title;
-        row.icon = folder->image ? folder->image->name : "";
-        row.children = shownOf(folder->submenu);
-      }
-    }
-    return shown;
-  }
-
   HeldTaskQueue queue_;
   MemoryStatusItem item_{queue_};
 };

@@ -138,6 +138,30 @@ TEST_F(StatusNotifierItemTest, RegistersAgainWhenTheWatcherGetsItsHost) {
   EXPECT_TRUE(item.hasHost());
 }
 
+TEST_F(StatusNotifierItemTest, TellsWhenThereIsAHostAndWhenThereIsNone) {
+  StatusNotifierItem item(connection.get(), queue, testOptions());
+  std::vector<bool> told;
+  item.setHostHandler([&](bool hasHost) {
+    EXPECT_EQ(item.hasHost(), hasHost);
+    told.push_back(hasHost);
+  });
+  auto watcher = std::make_unique<FakeWatcher>(bus, false);
+  ASSERT_TRUE(runMainLoopUntil([&] { return !watcher->registrations().empty(); }));
+  settle(connection.get());
+  EXPECT_THAT(told, testing::IsEmpty());
+
+  watcher->announceHost();
+  ASSERT_TRUE(runMainLoopUntil([&] { return !told.empty(); }));
+  watcher->announceHost();
+  settle(connection.get());
+  EXPECT_THAT(told, testing::ElementsAre(true));
+  watcher.reset();
+  ASSERT_TRUE(runMainLoopUntil([&] { return told.size() > 1; }));
+  watcher = std::make_unique<FakeWatcher>(bus, true);
+  ASSERT_TRUE(runMainLoopUntil([&] { return told.size() > 2; }));
+  EXPECT_THAT(told, testing::ElementsAre(true, false, true));
+}
+
 TEST_F(StatusNotifierItemTest, MayGoAwayWhileItsCallsAreUnderWay) {
   FakeWatcher watcher(bus, true);
   {

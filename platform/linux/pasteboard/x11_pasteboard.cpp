@@ -8,18 +8,10 @@ namespace quillmar {
 
 namespace {
 
-/// The high bit tells events that a client sent from the server's own.
-constexpr std::uint8_t eventTypeMask = 0x7F;
-constexpr std::uint8_t errorEventType = 0;
 /// How long a text waits for a busy server before it is left to the main loop.
 constexpr auto patience = std::chrono::milliseconds(250);
 /// Bound on what one MULTIPLE request may ask for, in elements of 32 bits.
 constexpr std::uint32_t mostMultipleElements = 2 * 256;
-
-template <class Event>
-const Event& as(const xcb_generic_event_t& event) {
-  return reinterpret_cast<const Event&>(event);
-}
 
 }  // namespace
 
@@ -87,8 +79,8 @@ void X11Pasteboard::serverGone() {
 }
 
 void X11Pasteboard::handle(const xcb_generic_event_t& event) {
-  switch (event.response_type & eventTypeMask) {
-    case errorEventType:
+  switch (eventKind(event)) {
+    case errorEventKind:
       // Only requests about somebody else's window can fail: it has gone.
       windowGone(as<xcb_generic_error_t>(event).resource_id, event.full_sequence);
       break;
@@ -158,10 +150,7 @@ void X11Pasteboard::takeOwnership(xcb_timestamp_t time) {
 }
 
 bool X11Pasteboard::ownsSelection() const {
-  const auto cookie = xcb_get_selection_owner(session_->xcb(), session_->atoms.clipboard);
-  const XcbPointer<xcb_get_selection_owner_reply_t> reply(
-      xcb_get_selection_owner_reply(session_->xcb(), cookie, nullptr));
-  return reply && reply->owner == session_->window;
+  return session_->connection->selectionOwner(session_->atoms.clipboard) == session_->window;
 }
 
 void X11Pasteboard::handleRequest(const xcb_selection_request_event_t& request) {
@@ -227,12 +216,10 @@ void X11Pasteboard::saveForQuit(std::chrono::milliseconds timeout) {
   if (!connection.handleEventsUntil([this] { return !session_->next; }, deadline)) return;
   if (!session_->contents) return;
 
-  const auto cookie = xcb_get_selection_owner(session_->xcb(), session_->atoms.clipboardManager);
-  const XcbPointer<xcb_get_selection_owner_reply_t> reply(
-      xcb_get_selection_owner_reply(session_->xcb(), cookie, nullptr));
-  if (!reply || reply->owner == XCB_WINDOW_NONE) return;
+  const xcb_window_t manager = connection.selectionOwner(session_->atoms.clipboardManager);
+  if (manager == XCB_WINDOW_NONE) return;
   // Its end ends the wait. A transfer to the same window may be under way.
-  session_->manager = reply->owner;
+  session_->manager = manager;
   const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
   xcb_change_window_attributes(session_->xcb(), session_->manager, XCB_CW_EVENT_MASK, &events);
 

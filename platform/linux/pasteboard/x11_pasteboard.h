@@ -16,7 +16,7 @@
 
 #include "platform/linux/pasteboard/selection_contents.h"
 #include "platform/linux/pasteboard/selection_transfer.h"
-#include "platform/linux/pasteboard/x11_connection.h"
+#include "platform/linux/x11/x11_connection.h"
 #include "platform/log.h"
 #include "platform/pasteboard.h"
 

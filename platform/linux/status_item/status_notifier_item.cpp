@@ -72,7 +72,9 @@ StatusNotifierItem::StatusNotifierItem(GDBusConnection* connection, TaskQueue& m
                  answer(method, arguments, invocation);
                },
            .property = [this](const char* name) { return property(name); }}),
-      registration_(connection) {}
+      registration_(connection, [this](bool hasHost) {
+        if (hostHandler_) hostHandler_(hasHost);
+      }) {}
 
 void StatusNotifierItem::setImage(std::optional<Image> image) {
   std::string name = image ? std::move(image->name) : std::string();

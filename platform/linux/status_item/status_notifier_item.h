@@ -49,6 +49,11 @@ class StatusNotifierItem final : public StatusItem {
   /// True while a panel shows icons of this kind, as far as is known.
   bool hasHost() const { return registration_.hasHost(); }
 
+  /// Called when hasHost() has changed; it is false at first. May be empty.
+  void setHostHandler(StatusNotifierRegistration::HostHandler handler) {
+    hostHandler_ = std::move(handler);
+  }
+
  private:
   void answer(const char* method, GVariant* arguments, GDBusMethodInvocation* invocation);
   GVariant* property(const char* name) const;
@@ -60,6 +65,7 @@ class StatusNotifierItem final : public StatusItem {
   std::string iconName_;
   /// What a panel has announced the next click with; empty for none.
   std::string activationToken_;
+  StatusNotifierRegistration::HostHandler hostHandler_;
   /// What tasks that wait in the queue look back through: gone when this object is.
   std::shared_ptr<StatusNotifierItem*> self_;
   DbusMenu menu_;

@@ -1,6 +1,7 @@
 #include "platform/linux/status_item/status_notifier_registration.h"
 
 #include <string_view>
+#include <utility>
 
 #include "platform/linux/bus/bus_calls.h"
 #include "platform/log.h"
@@ -20,8 +21,11 @@ StatusNotifierRegistration* asRegistration(gpointer self) {
 
 }  // namespace
 
-StatusNotifierRegistration::StatusNotifierRegistration(GDBusConnection* connection)
-    : connection_(G_DBUS_CONNECTION(g_object_ref(connection))), cancellable_(g_cancellable_new()) {
+StatusNotifierRegistration::StatusNotifierRegistration(GDBusConnection* connection,
+                                                       HostHandler hostChanged)
+    : connection_(G_DBUS_CONNECTION(g_object_ref(connection))),
+      hostChanged_(std::move(hostChanged)),
+      cancellable_(g_cancellable_new()) {
   watcherSignals_ = g_dbus_connection_signal_subscribe(
       connection, watcherName, watcherName, nullptr, watcherPath, nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
       signalArrived, this, nullptr);
@@ -44,7 +48,7 @@ void StatusNotifierRegistration::watcherAppeared(GDBusConnection*, const char*, 
                                                  gpointer self) {
   StatusNotifierRegistration& registration = *asRegistration(self);
   registration.owner_ = owner;
-  registration.hasHost_.reset();
+  registration.setHasHost(std::nullopt);
   registration.registerItem();
   registration.readHost();
 }
@@ -52,7 +56,7 @@ void StatusNotifierRegistration::watcherAppeared(GDBusConnection*, const char*, 
 void StatusNotifierRegistration::watcherVanished(GDBusConnection*, const char*, gpointer self) {
   StatusNotifierRegistration& registration = *asRegistration(self);
   registration.owner_.clear();
-  registration.hasHost_.reset();
+  registration.setHasHost(std::nullopt);
 }
 
 void StatusNotifierRegistration::signalArrived(GDBusConnection*, const char*, const char*,
@@ -62,7 +66,7 @@ void StatusNotifierRegistration::signalArrived(GDBusConnection*, const char*, co
   if (registration.owner_.empty()) return;
   const std::string_view name = signal;
   if (name == "StatusNotifierHostRegistered") {
-    registration.setHasHost(true);
+    registration.hostAnnounced(true);
   } else if (name == "StatusNotifierHostUnregistered" || name == "PropertiesChanged") {
     registration.readHost();
   }
@@ -105,7 +109,7 @@ void StatusNotifierRegistration::hostRead(GObject* connection, GAsyncResult* res
   StatusNotifierRegistration& registration = *asRegistration(self);
   if (registration.owner_.empty()) return;
   if (!reply) {
-    if (!registration.hasHost_) registration.hasHost_ = false;
+    if (!registration.hasHost_) registration.setHasHost(false);
     return;
   }
   const GVariantPtr outer(g_variant_get_child_value(reply.get(), 0));
@@ -114,16 +118,21 @@ void StatusNotifierRegistration::hostRead(GObject* connection, GAsyncResult* res
   const bool hasHost = isBoolean && g_variant_get_boolean(value.get());
   if (!registration.hasHost_) {
     // The first answer: this owner has just been told.
-    registration.hasHost_ = hasHost;
-  } else {
     registration.setHasHost(hasHost);
+  } else {
+    registration.hostAnnounced(hasHost);
   }
 }
 
-void StatusNotifierRegistration::setHasHost(bool hasHost) {
-  const bool appeared = hasHost && !this->hasHost();
+void StatusNotifierRegistration::hostAnnounced(bool hasHost) {
+  if (hasHost && !this->hasHost()) registerItem();
+  setHasHost(hasHost);
+}
+
+void StatusNotifierRegistration::setHasHost(std::optional<bool> hasHost) {
+  const bool hadHost = this->hasHost();
   hasHost_ = hasHost;
-  if (appeared) registerItem();
+  if (this->hasHost() != hadHost) hostChanged_(!hadHost);
 }
 
 }  // namespace quillmar

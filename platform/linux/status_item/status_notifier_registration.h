@@ -6,6 +6,7 @@
 
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -17,8 +18,11 @@ namespace quillmar {
 
 class StatusNotifierRegistration {
  public:
+  /// Called when hasHost() has changed.
+  using HostHandler = std::function<void(bool hasHost)>;
+
   /// Registers the connection's unique name, which must show an object /StatusNotifierItem already.
-  explicit StatusNotifierRegistration(GDBusConnection* connection);
+  StatusNotifierRegistration(GDBusConnection* connection, HostHandler hostChanged);
   StatusNotifierRegistration(const StatusNotifierRegistration&) = delete;
   StatusNotifierRegistration& operator=(const StatusNotifierRegistration&) = delete;
   ~StatusNotifierRegistration();
@@ -36,9 +40,12 @@ class StatusNotifierRegistration {
 
   void registerItem();
   void readHost();
-  void setHasHost(bool hasHost);
+  void hostAnnounced(bool hasHost);
+  /// Absent for an owner that has not been heard.
+  void setHasHost(std::optional<bool> hasHost);
 
   GObjectPtr<GDBusConnection> connection_;
+  HostHandler hostChanged_;
   GObjectPtr<GCancellable> cancellable_;
   /// Unique name of the watcher's owner; empty when there is none.
   std::string owner_;

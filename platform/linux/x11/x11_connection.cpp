@@ -1,4 +1,4 @@
-#include "platform/linux/pasteboard/x11_connection.h"
+#include "platform/linux/x11/x11_connection.h"
 
 #include <cstdint>
 #include <utility>
@@ -30,7 +30,9 @@ std::unique_ptr<X11Connection> X11Connection::open(const std::string& display, H
   }
   std::unique_ptr<X11Connection> connection(new X11Connection(xcb, std::move(handlers)));
   auto screens = xcb_setup_roots_iterator(xcb_get_setup(xcb));
-  for (; screenNumber > 0 && screens.rem > 1; --screenNumber) xcb_screen_next(&screens);
+  for (; connection->screenNumber_ < screenNumber && screens.rem > 1; xcb_screen_next(&screens)) {
+    ++connection->screenNumber_;
+  }
   connection->root_ = screens.data->root;
   return connection;
 }
@@ -65,6 +67,20 @@ std::vector<xcb_atom_t> X11Connection::internAtoms(const std::vector<std::string
     atoms.push_back(reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE});
   }
   return atoms;
+}
+
+xcb_window_t X11Connection::selectionOwner(xcb_atom_t selection) {
+  const auto cookie = xcb_get_selection_owner(xcb_, selection);
+  const XcbPointer<xcb_get_selection_owner_reply_t> reply(
+      xcb_get_selection_owner_reply(xcb_, cookie, nullptr));
+  return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+bool X11Connection::selectStructureEvents(xcb_window_t window) {
+  const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+  const auto cookie =
+      xcb_change_window_attributes_checked(xcb_, window, XCB_CW_EVENT_MASK, &events);
+  return !XcbPointer<xcb_generic_error_t>(xcb_request_check(xcb_, cookie));
 }
 
 xcb_window_t X11Connection::createHiddenWindow() {

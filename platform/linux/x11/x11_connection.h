@@ -32,6 +32,20 @@ inline bool comesBefore(std::uint32_t a, std::uint32_t b) {
   return static_cast<std::int32_t>(a - b) < 0;
 }
 
+/// What kind of event it is, whether the server or a program sent it.
+inline std::uint8_t eventKind(const xcb_generic_event_t& event) {
+  return event.response_type & 0x7F;
+}
+
+/// The kind of those "events" that are errors of requests.
+inline constexpr std::uint8_t errorEventKind = 0;
+
+/// The event as what its kind says.
+template <class Event>
+const Event& as(const xcb_generic_event_t& event) {
+  return reinterpret_cast<const Event&>(event);
+}
+
 class X11Connection {
  public:
   struct Handlers {
@@ -51,9 +65,18 @@ class X11Connection {
 
   xcb_connection_t* xcb() const { return xcb_; }
   xcb_window_t root() const { return root_; }
+  int screenNumber() const { return screenNumber_; }
 
   /// The atoms of the names, in their order; XCB_ATOM_NONE for all that the server did not answer.
   std::vector<xcb_atom_t> internAtoms(const std::vector<std::string_view>& names);
+
+  /// Who owns the selection; XCB_WINDOW_NONE for nobody, or when the server does not answer.
+  xcb_window_t selectionOwner(xcb_atom_t selection);
+
+  /// Asks for the events about the window's own changes, its end among them, and for none else.
+  /// Waits for the server; false when there is no such window any more, though not when the
+  /// connection has broken.
+  bool selectStructureEvents(xcb_window_t window);
 
   /// A new window that is never shown, to own selections and hold properties. Its PropertyNotify
   /// events are selected.
@@ -83,6 +106,7 @@ class X11Connection {
   xcb_connection_t* xcb_;
   Handlers handlers_;
   xcb_window_t root_ = XCB_WINDOW_NONE;
+  int screenNumber_ = 0;
   Source* source_ = nullptr;
   // Events that xcb had read while it waited for a reply.
   std::deque<XcbPointer<xcb_generic_event_t>> queued_;

@@ -1,0 +1,78 @@
+// The program's status icon on whatever the desktop has for it.
+//
+// As long as some panel shows icons by way of the session bus (StatusNotifierItem), that is all.
+// When there has been none for a while, it may be that the desktop has a tray of the older kind
+// only: then, if there is one, the window system shows the icon in it, until a panel of the newer
+// kind appears. Without any of these the menu can still be popped up. Main thread.
+
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "platform/application.h"
+#include "platform/image.h"
+#include "platform/linux/status_item/tray_watch.h"
+#include "platform/menu.h"
+#include "platform/result.h"
+#include "platform/status_item.h"
+#include "platform/task_queue.h"
+#include "platform/window_system.h"
+
+namespace quillmar {
+
+class DesktopStatusItem final : public StatusItem {
+ public:
+  /// A panel that starts together with this program, or again, gets this long to appear.
+  static constexpr std::chrono::milliseconds patience = std::chrono::seconds(5);
+
+  /// Runs the task in the main queue once the delay is over.
+  using RunLater = std::function<void(std::chrono::milliseconds delay, TaskQueue::Task task)>;
+
+  /// Not owned; all must outlive the item.
+  struct Collaborators {
+    /// The icon for panels, and what becomes of its actions.
+    StatusItem& notifier;
+    WindowSystem& windows;
+    TrayWatch& trays;
+    RunLater runLater;
+  };
+
+  /// Waits for a panel from now on.
+  explicit DesktopStatusItem(Collaborators collaborators);
+  ~DesktopStatusItem() override;
+  DesktopStatusItem(const DesktopStatusItem&) = delete;
+  DesktopStatusItem& operator=(const DesktopStatusItem&) = delete;
+
+  void setImage(std::optional<Image> image) override;
+  void setMenu(Menu menu) override;
+
+  /// Whether some panel shows the notifier. None does at first.
+  void setHasHost(bool hasHost);
+
+  /// True while the icon is to be seen somewhere, as far as is known.
+  bool isShown() const { return hasHost_ || embedded_; }
+
+  /// Shows the menu at the pointer; its entries do what those of the icon's menu do.
+  Result<void> popUp(const Activation& activation);
+
+ private:
+  void awaitHost();
+  void trayChanged(bool hasTray);
+  ActionHandler forwarder();
+
+  Collaborators collaborators_;
+  std::optional<Image> image_;
+  Menu menu_;
+  bool hasHost_ = false;
+  /// Counts the waits for a panel: only the last one counts.
+  unsigned wait_ = 0;
+  /// The icon in a tray of the older kind; null when it is not shown there.
+  std::unique_ptr<StatusItem> embedded_;
+  /// What tasks that wait in a queue look back through: gone when this object is.
+  std::shared_ptr<DesktopStatusItem*> self_;
+};
+
+}  // namespace quillmar

@@ -1,0 +1,44 @@
+// Watches for the tray of an X display's screen: whoever owns the selection _NET_SYSTEM_TRAY_S<n>.
+//
+// It is connected to the display only between start() and stop(), and only events wake it. Under
+// Wayland there is nothing to watch: its X server, a guest, has no tray that the user sees, and may
+// be started by the first connection. Main thread.
+
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <xcb/xcb.h>
+
+#include "platform/environment.h"
+#include "platform/linux/status_item/tray_watch.h"
+#include "platform/linux/x11/x11_connection.h"
+
+namespace quillmar {
+
+class X11TrayWatch final : public TrayWatch {
+ public:
+  /// Watches the display that DISPLAY names, unless WAYLAND_DISPLAY is set.
+  explicit X11TrayWatch(const Environment& environment);
+
+  /// A display that cannot be reached has no tray until the next start.
+  void start(std::function<void(bool hasTray)> changed) override;
+  void stop() override;
+
+ private:
+  void handle(const xcb_generic_event_t& event);
+  void lookForTray();
+  void setTray(xcb_window_t tray);
+
+  std::string display_;
+  std::function<void(bool hasTray)> changed_;
+  /// Null while it is not connected.
+  std::unique_ptr<X11Connection> connection_;
+  xcb_atom_t selection_ = XCB_ATOM_NONE;
+  xcb_atom_t manager_ = XCB_ATOM_NONE;
+  xcb_window_t tray_ = XCB_WINDOW_NONE;
+};
+
+}  // namespace quillmar

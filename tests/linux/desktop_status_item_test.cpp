@@ -1,0 +1,258 @@
+#include "platform/linux/status_item/desktop_status_item.h"
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/memory/memory_status_item.h"
+#include "platform/memory/memory_window_system.h"
+#include "tests/conformance/status_item_conformance.h"
+
+namespace quillmar {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+/// A desktop whose trays of the older kind come and go as the test says.
+class ManualTrays final : public TrayWatch {
+ public:
+  void start(std::function<void(bool hasTray)> changed) override {
+    changed_ = std::move(changed);
+    if (hasTray_) changed_(true);
+  }
+  void stop() override { changed_ = nullptr; }
+
+  bool isWatched() const { return changed_ != nullptr; }
+  void setHasTray(bool hasTray) {
+    hasTray_ = hasTray;
+    if (changed_) changed_(hasTray);
+  }
+
+ private:
+  std::function<void(bool hasTray)> changed_;
+  bool hasTray_ = false;
+};
+
+/// A clock that the test moves.
+class ManualClock {
+ public:
+  DesktopStatusItem::RunLater runLater() {
+    return [this](std::chrono::milliseconds delay, TaskQueue::Task task) {
+      tasks_.emplace_back(now_ + delay, std::move(task));
+    };
+  }
+
+  void advance(std::chrono::milliseconds time) {
+    now_ += time;
+    for (auto& [due, task] : std::exchange(tasks_, {})) {
+      if (due <= now_) {
+        task();
+      } else {
+        tasks_.emplace_back(due, std::move(task));
+      }
+    }
+  }
+
+ private:
+  std::chrono::milliseconds now_{0};
+  std::vector<std::pair<std::chrono::milliseconds, TaskQueue::Task>> tasks_;
+};
+
+constexpr std::chrono::milliseconds aMoment{1};
+
+struct Desktop {
+  HeldTaskQueue queue;
+  MemoryStatusItem notifier{queue};
+  MemoryWindowSystem windows{queue};
+  ManualTrays trays;
+  ManualClock clock;
+};
+
+class DesktopStatusItemTest : public testing::Test, protected Desktop {
+ protected:
+  DesktopStatusItemTest() {
+    item.setActionHandler([this](const ActionEntry& entry, const Activation& activation) {
+      chosen.push_back(entry.title + " " + activation.token);
+    });
+    item.setMenu(menuWith({itemEntry("First", "1")}));
+  }
+
+  /// The icon in the tray of the older kind; null when there is none.
+  MemoryStatusItem* embedded() const {
+    const auto& all = windows.embeddedStatusItems();
+    EXPECT_LE(all.size(), 1u);
+    return all.empty() ? nullptr : all.front();
+  }
+
+  DesktopStatusItem item{{notifier, windows, trays, clock.runLater()}};
+  std::vector<std::string> chosen;
+};
+
+TEST_F(DesktopStatusItemTest, WithAPanelNothingElseIsLookedFor) {
+  trays.setHasTray(true);
+  item.setHasHost(true);
+  clock.advance(DesktopStatusItem::patience);
+  EXPECT_FALSE(trays.isWatched());
+  EXPECT_EQ(embedded(), nullptr);
+  EXPECT_TRUE(item.isShown());
+}
+
+TEST_F(DesktopStatusItemTest, APanelGetsFiveSecondsToAppear) {
+  trays.setHasTray(true);
+  EXPECT_EQ(DesktopStatusItem::patience, std::chrono::seconds(5));
+  clock.advance(DesktopStatusItem::patience - aMoment);
+  EXPECT_FALSE(trays.isWatched());
+  clock.advance(aMoment);
+  EXPECT_NE(embedded(), nullptr);
+}
+
+TEST_F(DesktopStatusItemTest, AnOlderTrayShowsTheImageAndTheMenu) {
+  item.setImage(Image{.name = "statusIcon", .isTemplate = true, .pointSize = {}, .weight = {}});
+  trays.setHasTray(true);
+  clock.advance(DesktopStatusItem::patience);
+  ASSERT_NE(embedded(), nullptr);
+  EXPECT_EQ(embedded()->image()->name, "statusIcon");
+  EXPECT_EQ(embedded()->menu(), menuWith({itemEntry("First", "1")}));
+  EXPECT_TRUE(item.isShown());
+
+  item.setMenu(menuWith({itemEntry("Second", "2")}));
+  item.setImage(std::nullopt);
+  EXPECT_EQ(embedded()->menu(), menuWith({itemEntry("Second", "2")}));
+  EXPECT_FALSE(embedded()->image());
+  EXPECT_EQ(notifier.menu(), menuWith({itemEntry("Second", "2")}));
+}
+
+TEST_F(DesktopStatusItemTest, WithoutAnyTrayNoWindowsAreAskedFor) {
+  windows.failure = Error{"This would have been asked for."};
+  clock.advance(DesktopStatusItem::patience);
+  EXPECT_TRUE(trays.isWatched());
+  EXPECT_FALSE(item.isShown());
+}
+
+TEST_F(DesktopStatusItemTest, AnOlderTrayThatStartsLateGetsTheIconAndTakesItAlong) {
+  clock.advance(DesktopStatusItem::patience);
+  EXPECT_EQ(embedded(), nullptr);
+  trays.setHasTray(true);
+  EXPECT_NE(embedded(), nullptr);
+  trays.setHasTray(false);
+  EXPECT_EQ(embedded(), nullptr);
+  EXPECT_FALSE(item.isShown());
+  trays.setHasTray(true);
+  EXPECT_NE(embedded(), nullptr);
+}
+
+TEST_F(DesktopStatusItemTest, APanelThatAppearsTakesTheIconOver) {
+  trays.setHasTray(true);
+  clock.advance(DesktopStatusItem::patience);
+  item.setHasHost(true);
+  EXPECT_EQ(embedded(), nullptr);
+  EXPECT_FALSE(trays.isWatched());
+  EXPECT_TRUE(item.isShown());
+}
+
+TEST_F(DesktopStatusItemTest, APanelThatRestartsInTimeLeavesTheOlderTrayAlone) {
+  trays.setHasTray(true);
+  item.setHasHost(true);
+  item.setHasHost(false);
+  clock.advance(DesktopStatusItem::patience - aMoment);
+  item.setHasHost(true);
+  item.setHasHost(false);
+  // Of the wait before, this would be the end.
+  clock.advance(aMoment);
+  EXPECT_FALSE(trays.isWatched());
+  clock.advance(DesktopStatusItem::patience - aMoment);
+  EXPECT_NE(embedded(), nullptr);
+}
+
+TEST_F(DesktopStatusItemTest, AnIconThatCannotBeShownIsTriedAgainWithTheNextTray) {
+  windows.failure = Error{"No windows."};
+  trays.setHasTray(true);
+  clock.advance(DesktopStatusItem::patience);
+  EXPECT_FALSE(item.isShown());
+  windows.failure.reset();
+  trays.setHasTray(false);
+  trays.setHasTray(true);
+  EXPECT_TRUE(item.isShown());
+}
+
+TEST_F(DesktopStatusItemTest, EntriesDoTheSameWhereverTheyAreChosen) {
+  ASSERT_TRUE(notifier.click(notifier.open(), {"First"}, {0, "panel"}));
+  trays.setHasTray(true);
+  clock.advance(DesktopStatusItem::patience);
+  ASSERT_TRUE(embedded()->click(embedded()->open(), {"First"}, {0, "tray"}));
+  ASSERT_TRUE(item.popUp({}));
+  ASSERT_TRUE(windows.chooseFromPopUp({"First"}));
+  queue.run();
+  EXPECT_THAT(chosen, ElementsAre("First panel", "First tray", "First "));
+}
+
+TEST_F(DesktopStatusItemTest, TheMenuPopsUpAsItIsNow) {
+  item.setMenu(menuWith({itemEntry("Second", "2")}));
+  ASSERT_TRUE(item.popUp({3, "token"}));
+  EXPECT_EQ(windows.popUp()->menu, menuWith({itemEntry("Second", "2")}));
+  EXPECT_EQ(windows.popUp()->activation, (Activation{3, "token"}));
+}
+
+TEST_F(DesktopStatusItemTest, AMenuThatCannotPopUpGivesTheReason) {
+  windows.failure = Error{"No windows."};
+  EXPECT_EQ(item.popUp({}).error().description, "No windows.");
+}
+
+TEST(DesktopStatusItem, WhatWaitsWhenItGoesAwayIsDropped) {
+  Desktop desktop;
+  int runs = 0;
+  {
+    DesktopStatusItem item(
+        {desktop.notifier, desktop.windows, desktop.trays, desktop.clock.runLater()});
+    item.setActionHandler([&](const ActionEntry&, const Activation&) { ++runs; });
+    item.setMenu(menuWith({itemEntry("First", "1")}));
+    ASSERT_TRUE(desktop.notifier.click({"First"}));
+    ASSERT_TRUE(item.popUp({}));
+    ASSERT_TRUE(desktop.windows.chooseFromPopUp({"First"}));
+  }
+  desktop.queue.run();
+  desktop.clock.advance(DesktopStatusItem::patience);
+  EXPECT_EQ(runs, 0);
+  EXPECT_FALSE(desktop.trays.isWatched());
+}
+
+/// An item whose user looks at the tray of the older kind.
+class EmbeddedHarness : private Desktop {
+ public:
+  struct Opened {
+    MemoryStatusItem::OpenMenu handle;
+    Menu menu;
+  };
+
+  EmbeddedHarness() {
+    trays.setHasTray(true);
+    clock.advance(DesktopStatusItem::patience);
+  }
+
+  StatusItem& item() { return item_; }
+  Opened open() { return {embedded().open(), embedded().menu()}; }
+  std::vector<ShownEntry> shown(const Opened& opened) const { return shownEntries(opened.menu); }
+  bool click(const Opened& opened, const std::vector<std::string>& path,
+             const Activation& activation = {}) {
+    return embedded().click(opened.handle, path, activation);
+  }
+  void runTasks() { queue.run(); }
+  std::string icon() { return embedded().image() ? embedded().image()->name : ""; }
+
+ private:
+  MemoryStatusItem& embedded() { return *windows.embeddedStatusItems().front(); }
+
+  DesktopStatusItem item_{{notifier, windows, trays, clock.runLater()}};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Embedded, StatusItemConformance, EmbeddedHarness);
+
+}  // namespace
+}  // namespace quillmar
