@@ -114,6 +114,10 @@ Result<Invocation> parseArguments(const std::vector<std::string>& words) {
     return parseWithoutOperands(words, noOptions,
                                 [](const Words&) { return Invocation(SettingsFileInvocation{}); });
   }
+  if (first == "menu") {
+    return parseWithoutOperands(words, noOptions,
+                                [](const Words&) { return Invocation(MenuInvocation{}); });
+  }
   if (first == "check") return parseCheck(words);
   if (first == "run") return parseRun(words);
   if (first.starts_with('-')) return unknownOption(first);
@@ -125,6 +129,8 @@ std::string_view helpText() {
 
 Usage:
   quillmar                        live in the panel until “Quit Quillmar”
+  quillmar menu                   open the menu of the running Quillmar at the
+                                  pointer, for a key of your desktop
   quillmar list [--json]          list the folders and items of the menu
   quillmar run ITEM [OPTION…]     run one item here, by its id or its title
   quillmar check FILE…            say whether files are valid settings or packs;
@@ -146,8 +152,8 @@ Examples:
   quillmar check ~/Downloads/*.quillmarpack
   QUILLMAR_SETTINGS_DIR=/tmp/try quillmar
 
-Exit status: 0 when it worked; 1 when the command failed, a file is not valid, you declined or the
-output could not be written; 2 when the words make no sense or an option is missing.
+Exit status: 0 when it worked; 1 when the command failed, a file is not valid, you declined, no menu
+could be shown or the output could not be written; 2 when the words make no sense or an option is missing.
 )";
 }
 

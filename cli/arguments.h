@@ -39,6 +39,11 @@ struct CheckInvocation {
   bool operator==(const CheckInvocation&) const = default;
 };
 
+/// Show the menu of the running instance.
+struct MenuInvocation {
+  bool operator==(const MenuInvocation&) const = default;
+};
+
 struct RunInvocation {
   /// An item's id or title.
   std::string item;
@@ -49,7 +54,7 @@ struct RunInvocation {
 
 using Invocation =
     std::variant<ResidentInvocation, HelpInvocation, VersionInvocation, ListInvocation,
-                 SettingsFileInvocation, CheckInvocation, RunInvocation>;
+                 SettingsFileInvocation, CheckInvocation, MenuInvocation, RunInvocation>;
 
 /// Understands the words after the program's name. "--" ends the options, so that what follows may
 /// begin with a hyphen; --help or -h before it asks for the help, whatever else is said. The error

@@ -15,6 +15,7 @@
 #include "commands/command_runner.h"
 #include "platform/linux/application/application_instance.h"
 #include "platform/linux/application/broken_pipes.h"
+#include "platform/linux/application/platform_data.h"
 #include "platform/linux/application/running_instance.h"
 #include "platform/linux/files/bundle_directory.h"
 #include "platform/linux/files/password_database.h"
@@ -27,7 +28,9 @@
 #include "platform/linux/processes/main_loop_task_queue.h"
 #include "platform/linux/processes/posix_processes.h"
 #include "platform/linux/processes/shell_apple_script_engine.h"
+#include "platform/linux/status_item/desktop_status_item.h"
 #include "platform/linux/status_item/status_notifier_item.h"
+#include "platform/linux/status_item/x11_tray_watch.h"
 #include "platform/linux/updates/unavailable_updaters.h"
 #include "platform/linux/windows/loaded_window_system.h"
 #include "platform/linux/workspace/desktop_workspace.h"
@@ -92,11 +95,16 @@ class PanelProgram {
                  instance.mainLoop()),
         pasteboard_(environment, logToStandardOutput),
         notifications_(instance.connection()),
-        statusItem_(instance.connection(), mainQueue_,
-                    {.id = applicationId,
-                     .title = applicationName,
-                     .iconThemePath = system_.bundle.iconThemePath(),
-                     .pixmapDirectory = system_.bundle.pixmapDirectory()}),
+        notifierItem_(instance.connection(), mainQueue_,
+                      {.id = applicationId,
+                       .title = applicationName,
+                       .iconThemePath = system_.bundle.iconThemePath(),
+                       .pixmapDirectory = system_.bundle.pixmapDirectory()}),
+        trays_(environment),
+        statusItem_({.notifier = notifierItem_,
+                     .windows = windows_,
+                     .trays = trays_,
+                     .runLater = MainLoopTaskQueue::asyncAfter}),
         updaters_(notify),
         platform_{
             .application = instance,
@@ -117,6 +125,7 @@ class PanelProgram {
             .updaters = updaters_,
         } {
     Platform::install(platform_);
+    notifierItem_.setHostHandler([this](bool hasHost) { statusItem_.setHasHost(hasHost); });
   }
 
   void launch() {
@@ -124,6 +133,14 @@ class PanelProgram {
                                                  CommandRunner::shared(), UpdaterManager::shared});
     delegate_->applicationDidFinishLaunching();
   }
+
+  /// The program was started again: perhaps because there is no icon to click on.
+  void activate() {
+    // The window system says when that fails.
+    if (!statusItem_.isShown()) (void)showMenu();
+  }
+
+  Result<void> showMenu() { return statusItem_.popUp(platform_.application.activation()); }
 
   DesktopPasteboard& pasteboard() { return pasteboard_; }
 
@@ -135,7 +152,9 @@ class PanelProgram {
   LoadedWindowSystem windows_;
   DesktopPasteboard pasteboard_;
   DesktopNotifications notifications_;
-  StatusNotifierItem statusItem_;
+  StatusNotifierItem notifierItem_;
+  X11TrayWatch trays_;
+  DesktopStatusItem statusItem_;
   UnavailableUpdaters updaters_;
   Platform platform_;
   std::optional<AppDelegate> delegate_;
@@ -152,8 +171,10 @@ class PanelProgram {
 
 ExitStatus liveInPanel(const Environment& environment, Console& console) {
   ignoreBrokenPipes();
+  std::optional<PanelProgram> program;
   ApplicationInstance instance({
-      .activate = nullptr,
+      .activate = [&] { program->activate(); },
+      .showMenu = [&] { return program->showMenu(); },
       .setClipboard =
           [](std::string text) { Platform::shared().pasteboard.setString(std::move(text)); },
       .notify = notify,
@@ -164,15 +185,26 @@ ExitStatus liveInPanel(const Environment& environment, Console& console) {
     return ExitStatus::failure;
   }
   if (start.value() == ApplicationInstance::Start::alreadyRunning) {
+    // What it answers is nothing to the user, who sees the icon or the menu.
+    (void)RunningInstance(environment).activate();
     console.print("Quillmar is already running.\n");
     return ExitStatus::success;
   }
 
-  PanelProgram program(environment, instance);
-  program.launch();
+  instance.setActivation(activationOf(environment));
+  program.emplace(environment, instance);
+  program->launch();
   const int status = instance.run();
-  program.pasteboard().saveForQuit();
+  program->pasteboard().saveForQuit();
   endProcess(status);
+}
+
+ExitStatus showMenu(const Environment& environment, Console& console) {
+  ignoreBrokenPipes();
+  const auto shown = RunningInstance(environment).showMenu();
+  if (shown) return ExitStatus::success;
+  console.printError(shown.error().description + "\n");
+  return ExitStatus::failure;
 }
 
 ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environment& environment,

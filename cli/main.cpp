@@ -81,6 +81,7 @@ ExitStatus dispatch(const Invocation& invocation, const Environment& environment
           [&](const CheckInvocation& check) {
             return checkFiles(check, PosixFileSystem(), console);
           },
+          [&](const MenuInvocation&) { return showMenu(environment, console); },
           [&](const RunInvocation& run) {
             return withSettings(environment, [&](SettingsManager& settings) {
               return runItemFromTerminal(run, environment, settings, console);

@@ -40,6 +40,7 @@ TEST(ArgumentsTest, EverySubCommandIsUnderstood) {
   EXPECT_EQ(parsed({"--help"}), Invocation(HelpInvocation{}));
   EXPECT_EQ(parsed({"--version"}), Invocation(VersionInvocation{}));
   EXPECT_EQ(parsed({"settings-file"}), Invocation(SettingsFileInvocation{}));
+  EXPECT_EQ(parsed({"menu"}), Invocation(MenuInvocation{}));
   EXPECT_EQ(parsed({"list"}), Invocation(ListInvocation{false}));
   EXPECT_EQ(parsed({"list", "--json"}), Invocation(ListInvocation{true}));
   EXPECT_EQ(parsed({"check", "a", "b"}), Invocation(CheckInvocation{{"a", "b"}}));

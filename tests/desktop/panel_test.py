@@ -14,9 +14,7 @@ class PanelTest(DesktopTestCase):
         return panel
 
     def test_started_before_the_panel_the_program_gets_its_icon(self):
-        program = self.start(tools(entry("First")))
-        wait_until(lambda: self.bus.process_of("com.tovenworks.quillmar") == program.process.pid,
-                   "the program is on the bus")
+        program = self.start_on_bus(tools(entry("First")))
         self.start_panel()
         icon = StatusIcon(self.bus, program)
         self.assertEqual(icon.menu()[0], item("First"))
@@ -35,9 +33,7 @@ class PanelTest(DesktopTestCase):
         self.wait_for_file("result", "again")
 
     def test_without_any_panel_the_program_keeps_running_until_it_is_ended(self):
-        program = self.start(document())
-        wait_until(lambda: self.bus.process_of("com.tovenworks.quillmar") == program.process.pid,
-                   "the program is on the bus")
+        program = self.start_on_bus(document())
         program.send(15)
         self.assertEqual(program.exit_status(), 0)
 

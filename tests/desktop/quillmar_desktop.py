@@ -102,6 +102,13 @@ class Bus:
             return 0
 
 
+def sub_command(*words, environment=None):
+    """Runs "quillmar WORD..." in a process of its own and answers how that went."""
+    return subprocess.run([os.environ["QUILLMAR_PROGRAM"], *words], env=environment,
+                          stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False,
+                          timeout=DEADLINE_SECONDS)
+
+
 class Program:
     """Quillmar, started on a settings document of the test's own."""
 
@@ -120,10 +127,7 @@ class Program:
 
     def run_item(self, name, environment=None):
         """Runs an item in a process of its own, "quillmar run", and answers how that went."""
-        return subprocess.run([os.environ["QUILLMAR_PROGRAM"], "run", name],
-                              env=self.variables(environment), stdin=subprocess.DEVNULL,
-                              capture_output=True, text=True, check=False,
-                              timeout=DEADLINE_SECONDS)
+        return sub_command("run", name, environment=self.variables(environment))
 
     def output(self):
         """All that the program has written, on standard output and error alike."""
@@ -380,6 +384,13 @@ class DesktopTestCase(unittest.TestCase):
     def start(self, settings=None, **keywords):
         program = Program(settings, **keywords)
         self.addCleanup(program.end)
+        return program
+
+    def start_on_bus(self, settings):
+        """Starts the program and waits until others can reach it."""
+        program = self.start(settings)
+        wait_until(lambda: self.bus.process_of("com.tovenworks.quillmar") == program.process.pid,
+                   "the program is on the bus")
         return program
 
     def start_with_icon(self, settings):

@@ -72,6 +72,13 @@ class InstanceTest : public testing::Test {
     EXPECT_TRUE(recorded() == expected) << recorded().substr(0, 1000);
   }
 
+  /// The environment of another program on the bus that was started by the user.
+  Environment startedWith(const std::string& token, const std::string& startupId) const {
+    return {{{"DBUS_SESSION_BUS_ADDRESS", bus_.address()},
+             {"XDG_ACTIVATION_TOKEN", token},
+             {"DESKTOP_STARTUP_ID", startupId}}};
+  }
+
   /// Calls the other process and waits for its answer.
   BusReply call(const char* method, GVariant* arguments) {
     return callOnBus(connection_.get(), {applicationId, applicationPath, applicationInterface},
@@ -344,16 +351,73 @@ TEST_F(InstanceTest, IsActivatedByItsDesktopEntryWithWhatTheCallerBrings) {
             "activate 0 \n");
 }
 
+TEST_F(InstanceTest, ASecondStartHandsItsActivationOn) {
+  startOther();
+  const Environment environment = startedWith("token", "id_TIME77");
+  EXPECT_TRUE(RunningInstance(environment).activate());
+  expectRecord("activate 77 token\n");
+}
+
+TEST_F(InstanceTest, ShowsItsMenuToTheActivationOfWhoAsks) {
+  startOther();
+  const Environment environment = startedWith("", "id_TIME77");
+  EXPECT_TRUE(RunningInstance(environment).showMenu());
+  EXPECT_EQ(recorded(), "menu 77 id_TIME77\n");
+  EXPECT_TRUE(running_.showMenu());
+  EXPECT_EQ(recorded(), "menu 77 id_TIME77\nmenu 0 \n");
+}
+
+TEST_F(InstanceTest, WhyThereIsNoMenuIsToldToWhoAsks) {
+  startOther();
+  const Environment environment = startedWith("refuse", "");
+  EXPECT_EQ(RunningInstance(environment).showMenu().error().description, "There is no display.");
+}
+
+TEST_F(InstanceTest, AnInstanceThatIsHeldIsNotWaitedForLongAndShowsNoMenuAfterwards) {
+  startOther();
+  other_->signal(SIGSTOP);
+  RunningInstance impatient(environment_, std::chrono::milliseconds(100));
+  EXPECT_EQ(impatient.showMenu().error().description,
+            "Quillmar does not answer, as while it waits for a command that does not run in the "
+            "background, so it shows no menu.");
+  EXPECT_TRUE(impatient.activate());
+  // That wish has expired as well when this has.
+  EXPECT_FALSE(impatient.showMenu());
+  RemotePasteboard(running_, leftOut_).setString("later");
+  other_->signal(SIGCONT);
+  expectRecord("clipboard later\n");
+}
+
+TEST_F(InstanceTest, WithoutAnInstanceThereIsNoMenu) {
+  EXPECT_EQ(running_.showMenu().error().description,
+            "Quillmar is not running, so there is no menu to show.");
+  EXPECT_FALSE(running_.activate());
+}
+
+TEST_F(InstanceTest, AnInstanceIsNotStartedForItsMenu) {
+  const PrivateBus bus({applicationId});
+  const Environment environment{{{"DBUS_SESSION_BUS_ADDRESS", bus.address()}}};
+  EXPECT_EQ(RunningInstance(environment).showMenu().error().description,
+            "Quillmar is not running, so there is no menu to show.");
+}
+
 TEST_F(InstanceTest, RefusesActionsThatItDoesNotHave) {
   startOther();
   for (const char* arguments :
-       {"('unknown', [<'text'>], @a{sv} {})", "('set-clipboard', @av [], @a{sv} {})",
+       {"('unknown', [<'text'>], @a{sv} {})", "('unknown', @av [], @a{sv} {})",
+        "('menu', [<'text'>], @a{sv} {})", "('set-clipboard', @av [], @a{sv} {})",
         "('set-clipboard', [<7>], @a{sv} {})", "('notify', [<'text'>], @a{sv} {})"}) {
     EXPECT_EQ(call("ActivateAction", g_variant_new_parsed(arguments)).errorName,
               "org.freedesktop.DBus.Error.InvalidArgs")
         << arguments;
   }
   EXPECT_EQ(recorded(), "");
+}
+
+TEST(RunningInstance, WithoutABusThereIsNoMenu) {
+  const Environment environment{{{"DISPLAY", ":0"}}};
+  EXPECT_EQ(RunningInstance(environment).showMenu().error().description,
+            "There is no session bus, so there is no menu to show.");
 }
 
 TEST(RunningInstance, IsNotThereWithoutABus) {

@@ -1,7 +1,7 @@
 // A running instance for tests: it appends what other processes ask it for to the file that its
 // argument names, a line each. The text "hold" for the clipboard holds its main thread for good, as
 // a command in the foreground would. Its exit status is the application's; 3 when it is not the
-// one.
+// one. It shows no menu to whoever brings the activation token "refuse".
 
 #include <fstream>
 #include <string>
@@ -13,6 +13,8 @@
 
 int main(int, char** arguments) {
   using quillmar::ApplicationInstance;
+  using quillmar::Error;
+  using quillmar::Result;
   std::ofstream out(arguments[1], std::ios::app);
   const ApplicationInstance* running = nullptr;
   ApplicationInstance instance({
@@ -21,6 +23,12 @@ int main(int, char** arguments) {
             const auto& [timestamp, token] = running->activation();
             out << "activate " << timestamp << " " << token << std::endl;
           },
+      .showMenu = [&]() -> Result<void> {
+        const auto& [timestamp, token] = running->activation();
+        out << "menu " << timestamp << " " << token << std::endl;
+        if (token == "refuse") return Error{"There is no display."};
+        return {};
+      },
       .setClipboard =
           [&](const std::string& text) {
             out << "clipboard " << text << std::endl;

@@ -48,6 +48,7 @@ TEST(PlatformData, HandsOnWhatThisProcessWasStartedWith) {
       {{"XDG_ACTIVATION_TOKEN", "token"}, {"DESKTOP_STARTUP_ID", "id_TIME3"}}};
   const GVariantPtr data(g_variant_ref_sink(platformData(environment)));
   EXPECT_EQ(activationIn(data.get()), (Activation{3, "token"}));
+  EXPECT_EQ(activationOf(environment), (Activation{3, "token"}));
   EXPECT_FALSE(hasExpired(data.get()));
 }
 

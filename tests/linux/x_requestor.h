@@ -12,7 +12,7 @@
 
 #include <xcb/xcb.h>
 
-#include "platform/linux/pasteboard/x11_connection.h"
+#include "platform/linux/x11/x11_connection.h"
 
 namespace quillmar {
 

@@ -163,6 +163,18 @@ class CheckTestCase(CommandLineTestCase):
         self.assertIn("It is not a regular file", result.stderr)
 
 
+class MenuTestCase(CommandLineTestCase):
+
+    def test_without_a_session_bus_there_is_no_menu(self):
+        self.assert_outcome(self.quillmar("menu"), 1, "",
+                            "There is no session bus, so there is no menu to show.\n")
+
+    def test_further_words_are_usage_errors(self):
+        self.assert_outcome(self.quillmar("menu", "now"), 2, "",
+                            "“menu” takes no further words, but there is “now”.\n"
+                            "Try “quillmar --help”.\n")
+
+
 class RunTestCase(CommandLineTestCase):
 
     def setUp(self):

@@ -92,9 +92,30 @@ void ApplicationInstance::terminate() {
 
 void ApplicationInstance::answer(const char* method, GVariant* arguments,
                                  GDBusMethodInvocation* invocation) {
-  if (method == std::string_view("Activate")) {
-    activate(GVariantPtr(g_variant_get_child_value(arguments, 0)).get());
-  } else if (!activateAction(arguments)) {
+  if (method != std::string_view("Activate")) return activateAction(arguments, invocation);
+  const GVariantPtr platformData(g_variant_get_child_value(arguments, 0));
+  if (!hasExpired(platformData.get())) {
+    setActivation(activationIn(platformData.get()));
+    if (handlers_.activate) handlers_.activate();
+  }
+  g_dbus_method_invocation_return_value(invocation, nullptr);
+}
+
+void ApplicationInstance::activateAction(GVariant* arguments, GDBusMethodInvocation* invocation) {
+  const GVariantPtr name(g_variant_get_child_value(arguments, 0));
+  const GVariantPtr parameters(g_variant_get_child_value(arguments, 1));
+  const GVariantPtr platformData(g_variant_get_child_value(arguments, 2));
+  const std::string_view action = g_variant_get_string(name.get(), nullptr);
+  const std::size_t count = g_variant_n_children(parameters.get());
+
+  if (action == showMenuAction && count == 0) {
+    if (const auto shown = showMenu(platformData.get()); !shown) {
+      g_dbus_method_invocation_return_error_literal(invocation, G_DBUS_ERROR, G_DBUS_ERROR_FAILED,
+                                                    shown.error().description.c_str());
+      return;
+    }
+  } else if (count != 1 ||
+             !handOver(action, GVariantPtr(g_variant_get_child_value(parameters.get(), 0)).get())) {
     g_dbus_method_invocation_return_error_literal(
         invocation, G_DBUS_ERROR, G_DBUS_ERROR_INVALID_ARGS, "Quillmar has no such action.");
     return;
@@ -102,33 +123,28 @@ void ApplicationInstance::answer(const char* method, GVariant* arguments,
   g_dbus_method_invocation_return_value(invocation, nullptr);
 }
 
-void ApplicationInstance::activate(GVariant* platformData) {
+Result<void> ApplicationInstance::showMenu(GVariant* platformData) {
+  // A menu that nobody waits for any more would only be in the way.
+  if (hasExpired(platformData)) return Error{"The menu was asked for too long ago."};
   setActivation(activationIn(platformData));
-  if (handlers_.activate) handlers_.activate();
+  return handlers_.showMenu ? handlers_.showMenu() : Result<void>();
 }
 
-/// False when there is no such action or its parameter is of another type.
-bool ApplicationInstance::activateAction(GVariant* arguments) {
-  const GVariantPtr parameters(g_variant_get_child_value(arguments, 1));
-  if (g_variant_n_children(parameters.get()) != 1) return false;
-  const GVariantPtr boxed(g_variant_get_child_value(parameters.get(), 0));
-  const GVariantPtr parameter(g_variant_get_variant(boxed.get()));
-  const auto isCall = [&, name = GVariantPtr(g_variant_get_child_value(arguments, 0))](
-                          std::string_view action, const char* type) {
-    return action == g_variant_get_string(name.get(), nullptr) &&
-           g_variant_is_of_type(parameter.get(), G_VARIANT_TYPE(type));
+/// False when there is no such action or its parameter, in a variant, is of another type.
+bool ApplicationInstance::handOver(std::string_view action, GVariant* parameter) {
+  const GVariantPtr value(g_variant_get_variant(parameter));
+  const auto isCall = [&](std::string_view wanted, const char* type) {
+    return action == wanted && g_variant_is_of_type(value.get(), G_VARIANT_TYPE(type));
   };
 
   if (isCall("set-clipboard", "s")) {
-    if (handlers_.setClipboard) {
-      handlers_.setClipboard(g_variant_get_string(parameter.get(), nullptr));
-    }
+    if (handlers_.setClipboard) handlers_.setClipboard(g_variant_get_string(value.get(), nullptr));
     return true;
   }
   if (isCall("notify", "(ss)")) {
     const char* title = nullptr;
     const char* body = nullptr;
-    g_variant_get(parameter.get(), "(&s&s)", &title, &body);
+    g_variant_get(value.get(), "(&s&s)", &title, &body);
     if (handlers_.notify) handlers_.notify(title, body);
     return true;
   }

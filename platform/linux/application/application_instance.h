@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include <gio/gio.h>
 
@@ -27,6 +28,9 @@ inline constexpr const char* applicationId = "com.tovenworks.quillmar";
 inline constexpr const char* applicationPath = "/com/tovenworks/quillmar";
 inline constexpr const char* applicationInterface = "org.freedesktop.Application";
 
+/// The action that shows the menu; it takes no parameter.
+inline constexpr const char* showMenuAction = "menu";
+
 class ApplicationInstance final : public Application {
  public:
   /// What other processes ask for. Each may be empty.
@@ -34,6 +38,8 @@ class ApplicationInstance final : public Application {
     /// The program was started again, or by way of its desktop entry. The caller's activation is
     /// this application's by then.
     std::function<void()> activate;
+    /// Show the menu. The same holds for the activation; an error, a full sentence, goes back.
+    std::function<Result<void>()> showMenu;
     /// Put the text on the clipboard.
     std::function<void(std::string text)> setClipboard;
     /// Show a notification.
@@ -72,8 +78,9 @@ class ApplicationInstance final : public Application {
 
  private:
   void answer(const char* method, GVariant* arguments, GDBusMethodInvocation* invocation);
-  void activate(GVariant* platformData);
-  bool activateAction(GVariant* arguments);
+  void activateAction(GVariant* arguments, GDBusMethodInvocation* invocation);
+  Result<void> showMenu(GVariant* platformData);
+  bool handOver(std::string_view action, GVariant* parameter);
 
   Handlers handlers_;
   MainLoop loop_;

@@ -65,6 +65,10 @@ GVariant* platformData(const Environment& environment, std::chrono::milliseconds
   return g_variant_builder_end(&data);
 }
 
+Activation activationOf(const Environment& environment) {
+  return activationIn(GVariantPtr(g_variant_ref_sink(platformData(environment))).get());
+}
+
 Activation activationIn(GVariant* platformData) {
   const std::string startupId = lookUp(platformData, startupIdKey);
   Activation activation{0, lookUp(platformData, tokenKey)};

@@ -19,6 +19,9 @@ GVariant* platformData(const Environment& environment);
 /// The same, for a wish that is to be forgotten when it has not been heard after `patience`.
 GVariant* platformData(const Environment& environment, std::chrono::milliseconds patience);
 
+/// What this process was started with.
+Activation activationOf(const Environment& environment);
+
 /// The activation in a vardict; empty when there is none. Entries of other types are ignored.
 Activation activationIn(GVariant* platformData);
 

@@ -3,11 +3,15 @@
 #include <utility>
 
 #include "platform/linux/application/application_instance.h"
+#include "platform/linux/application/platform_data.h"
+#include "platform/linux/bus/bus_calls.h"
 #include "platform/text.h"
 
 namespace quillmar {
 
 namespace {
+
+constexpr const char* notRunning = "Quillmar is not running";
 
 /// Remembers that something was left out; the first cause stands.
 void note(LeftOut& leftOut, bool LeftOut::*what, const Error& error) {
@@ -28,25 +32,52 @@ Result<void> RunningInstance::find() {
   }
   gboolean isOwned = false;
   g_variant_get(reply.value().get(), "(b)", &isOwned);
-  if (!isOwned) return Error{"Quillmar is not running"};
+  if (!isOwned) return Error{notRunning};
   return {};
 }
 
+Result<void> RunningInstance::activate() {
+  return send("Activate", g_variant_new("(@a{sv})", platformData(environment_, patience_)));
+}
+
 Result<void> RunningInstance::activateAction(const char* action, GVariant* parameter) {
-  const GVariantPtr own(g_variant_ref_sink(parameter));
-  if (auto found = find(); !found) return found;
   GVariantBuilder parameters;
   g_variant_builder_init(&parameters, G_VARIANT_TYPE("av"));
-  g_variant_builder_add(&parameters, "v", own.get());
-  GVariantBuilder platformData;
-  g_variant_builder_init(&platformData, G_VARIANT_TYPE_VARDICT);
+  g_variant_builder_add(&parameters, "v", parameter);
+  // Not asked for by the user: it activates nothing.
+  return send("ActivateAction",
+              g_variant_new("(sav@a{sv})", action, &parameters, platformData(Environment())));
+}
+
+Result<void> RunningInstance::showMenu() {
+  constexpr const char* consequence = ", so there is no menu to show.";
+  if (auto found = find(); !found) return Error{found.error().description + consequence};
+  GError* error = nullptr;
+  const GVariantPtr reply(g_dbus_connection_call_sync(
+      bus_->value().get(), applicationId, applicationPath, applicationInterface, "ActivateAction",
+      g_variant_new("(sav@a{sv})", showMenuAction, nullptr, platformData(environment_, patience_)),
+      nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(patience_.count()), nullptr,
+      &error));
+  const GErrorPtr failure(error);
+  if (!failure) return {};
+  if (isMissingService(*failure)) return Error{std::string(notRunning) + consequence};
+  if (isMissingAnswer(*failure)) {
+    return Error{
+        "Quillmar does not answer, as while it waits for a command that does not run in the "
+        "background, so it shows no menu."};
+  }
+  return Error{busErrorMessage(*failure) + "."};
+}
+
+Result<void> RunningInstance::send(const char* method, GVariant* arguments) {
+  const GVariantPtr own(g_variant_ref_sink(arguments));
+  if (auto found = find(); !found) return found;
   // Without a callback there is no answer. The instance is not started when it has just ended: the
   // user has not asked for it.
   g_dbus_connection_call(bus_->value().get(), applicationId, applicationPath, applicationInterface,
-                         "ActivateAction",
-                         g_variant_new("(sava{sv})", action, &parameters, &platformData), nullptr,
-                         G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr, nullptr, nullptr);
-  // With its answer the bus has taken the action, and for an instance that is still there.
+                         method, own.get(), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr,
+                         nullptr, nullptr);
+  // With its answer the bus has taken the call, and for an instance that is still there.
   return find();
 }
 

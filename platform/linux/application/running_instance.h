@@ -1,7 +1,7 @@
 // The running Quillmar of the session, as another, short-lived process of the program sees it: what
 // only a process that stays can do, owning the clipboard and speaking to the user, is handed over
-// to it. Main thread; calls wait for the bus, with a limit, and never for the other process, which
-// a command in the foreground may hold.
+// to it. Main thread; calls wait for the bus, with a limit, and but for showMenu() never for the
+// other process, which a command in the foreground may hold.
 
 #pragma once
 
@@ -32,6 +32,14 @@ class RunningInstance {
 
   bool isRunning() { return find().ok(); }
 
+  /// Tells the instance that the program was started again. One that does not hear it within the
+  /// patience forgets it. The error begins a sentence.
+  Result<void> activate();
+
+  /// Has the instance show its menu, and waits for that, for the patience at most; an instance that
+  /// hears of it later shows nothing. The error is a full sentence.
+  Result<void> showMenu();
+
   /// Hands the action over, which the instance does as soon as it can: actions in the order in
   /// which they were handed over. `parameter` is taken over when floating. The error begins a
   /// sentence: "Quillmar is not running", for example.
@@ -40,6 +48,9 @@ class RunningInstance {
  private:
   /// Asks the bus whether there is an instance; the error says why not.
   Result<void> find();
+
+  /// Calls a method of the instance and waits until the bus has taken the call.
+  Result<void> send(const char* method, GVariant* arguments);
 
   const Environment& environment_;
   std::chrono::milliseconds patience_;
