@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -45,9 +45,14 @@ class FakeTray {
   std::unique_ptr<X11Connection> connection_;
 };
 
-std::size_t openDescriptors() {
-  const std::filesystem::directory_iterator entries("/proc/self/fd");
-  return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+std::size_t openSockets() {
+  std::size_t count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+    std::error_code closedMeanwhile;
+    const auto target = std::filesystem::read_symlink(entry.path(), closedMeanwhile);
+    if (target.string().starts_with("socket:")) ++count;
+  }
+  return count;
 }
 
 class X11TrayWatchTest : public testing::Test {
@@ -107,11 +112,11 @@ TEST_F(X11TrayWatchTest, IsNotMisledByManagersOfOtherThings) {
 }
 
 TEST_F(X11TrayWatchTest, IsConnectedOnlyWhileItWatches) {
-  const std::size_t before = openDescriptors();
+  const std::size_t before = openSockets();
   start();
-  EXPECT_EQ(openDescriptors(), before + 1);
+  EXPECT_EQ(openSockets(), before + 1);
   watch_.stop();
-  EXPECT_EQ(openDescriptors(), before);
+  EXPECT_EQ(openSockets(), before);
   const FakeTray tray(display());
   runMainLoopWhileReady();
   EXPECT_THAT(told_, IsEmpty());
