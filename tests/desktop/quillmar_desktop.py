@@ -125,9 +125,9 @@ class Program:
     def variables(self, changes):
         return {**os.environ, "QUILLMAR_SETTINGS_DIR": str(self.folder), **(changes or {})}
 
-    def run_item(self, name, environment=None):
+    def run_item(self, name, environment=None, options=()):
         """Runs an item in a process of its own, "quillmar run", and answers how that went."""
-        return sub_command("run", name, environment=self.variables(environment))
+        return sub_command("run", *options, "--", name, environment=self.variables(environment))
 
     def output(self):
         """All that the program has written, on standard output and error alike."""
