@@ -76,5 +76,32 @@ void dumpWithNlohmann(benchmark::State& state) {
 }
 BENCHMARK(dumpWithNlohmann)->Unit(benchmark::kMicrosecond);
 
+/// Two documents of one folder with 10,000 items each, none of them with an id of the other's.
+struct ToMerge {
+  QuillmarConfig config = makeSampleDocument(1, 10000);
+  QuillmarConfig pack = config;
+
+  ToMerge() {
+    for (MenuItem& item : pack.categories.front().items) item.id += "-2";
+  }
+};
+
+void mergeFolders(benchmark::State& state) {
+  const ToMerge documents;
+  for (auto _ : state) benchmark::DoNotOptimize(documents.config.merging(documents.pack));
+}
+BENCHMARK(mergeFolders)->Unit(benchmark::kMicrosecond);
+
+void copyFolders(benchmark::State& state) {
+  const ToMerge documents;
+  for (auto _ : state) {
+    QuillmarConfig copy = documents.config;
+    QuillmarConfig otherCopy = documents.pack;
+    benchmark::DoNotOptimize(copy);
+    benchmark::DoNotOptimize(otherCopy);
+  }
+}
+BENCHMARK(copyFolders)->Unit(benchmark::kMicrosecond);
+
 }  // namespace
 }  // namespace quillmar

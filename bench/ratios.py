@@ -24,6 +24,7 @@ LIMITS = {
         ("decodeDocument", "parseWithSimdjson", 3.0),
         ("decodeDocument", "parseWithNlohmann", 0.1),
         ("encodeDocument", "dumpWithNlohmann", 0.2),
+        ("mergeFolders", "copyFolders", 10.0),
     ]),
     # Twice the items in twice the time. Both outgrow the processor's nearer caches.
     "menu_bench": ("cpu_time", [("menuModelOf20000Items", "menuModelOf10000Items", 2.6)]),
