@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -12,13 +13,23 @@
 namespace quillmar {
 
 struct MemoryWorkspace final : Workspace {
+  /// Set: everything fails with it.
   std::optional<Error> error;
+  /// Title and command line of what was opened in a terminal.
   std::vector<std::pair<std::string, std::string>> opened;
+  std::vector<std::string> openedURLs;
 
   Result<void> openInTerminal(const std::string& title, const std::string& commandLine) override {
     if (error) return *error;
     opened.emplace_back(title, commandLine);
     return {};
+  }
+
+  void openURL(const std::string& url,
+               std::function<void(const Result<void>& opened)> completion) override {
+    if (error) return completion(*error);
+    openedURLs.push_back(url);
+    completion({});
   }
 };
 

@@ -21,8 +21,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/linux/bus/glib_pointers.h"
 #include "platform/linux/processes/linux_task_queues.h"
 #include "platform/linux/processes/posix_processes.h"
+#include "platform/linux/workspace/desktop_workspace.h"
 #include "platform/memory/memory_task_queues.h"
 
 namespace quillmar {
@@ -165,6 +167,18 @@ int exhaustDescriptors(const Arguments& arguments) {
   return 0;
 }
 
+/// Opens an address and says what became of it.
+int openURL(const Arguments& arguments) {
+  const GMainLoopPtr loop(g_main_loop_new(nullptr, false));
+  DesktopWorkspace workspace;
+  workspace.openURL(arguments[0], [&](const Result<void>& opened) {
+    std::cout << (opened ? "opened" : opened.error().description);
+    g_main_loop_quit(loop.get());
+  });
+  g_main_loop_run(loop.get());
+  return 0;
+}
+
 int run(const std::string& task, const Arguments& arguments) {
   const std::map<std::string, int (*)(const Arguments&)> tasks = {
       {"print", print},
@@ -180,6 +194,7 @@ int run(const std::string& task, const Arguments& arguments) {
       {"showWorkingDirectory", showWorkingDirectory},
       {"leaveWithHangingTasks", leaveWithHangingTasks},
       {"exhaustDescriptors", exhaustDescriptors},
+      {"openURL", openURL},
   };
   const auto found = tasks.find(task);
   return found == tasks.end() ? 99 : found->second(arguments);

@@ -1,0 +1,105 @@
+#include "platform/linux/workspace/desktop_workspace.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/linux/child_programs.h"
+#include "tests/linux/main_loop.h"
+#include "tests/linux/private_bus.h"
+#include "tests/linux/temporary_folder.h"
+
+namespace quillmar {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A desktop whose programs write down what they are to open.
+class DesktopWorkspaceTest : public testing::Test {
+ protected:
+  /// Makes a program the user's choice for the scheme; `start` is how its desktop file starts it.
+  void addProgram(const std::string& name, const std::string& scheme,
+                  const std::string& start) const {
+    const std::string type = "x-scheme-handler/" + scheme;
+    write("/data/applications/" + name + ".desktop",
+          "[Desktop Entry]\nType=Application\nName=" + name + "\nMimeType=" + type + ";\n" + start +
+              "\n");
+    write("/config/mimeapps.list", "[Default Applications]\n" + type + "=" + name + ".desktop\n");
+  }
+
+  /// The same with a program that writes down its argument, and the leave that it was given to come
+  /// to the front.
+  void addNotingProgram(const std::string& name, const std::string& scheme) const {
+    const std::string program = path("/" + name + ".sh");
+    write("/" + name + ".sh",
+          "#!/bin/sh\n"
+          "printf '%s %s' \"$1\" \"${DESKTOP_STARTUP_ID-}${XDG_ACTIVATION_TOKEN-}\" >'" +
+              path("/new") + "'\nmv '" + path("/new") + "' '" + path("/noted") + "'\n");
+    fs::permissions(program, fs::perms::owner_all);
+    addProgram(name, scheme, "Exec=" + program + " %u");
+  }
+
+  /// What became of it, in the words of the program that was to open the address.
+  CommandOutput open(const std::string& url) const {
+    return runCommand({QUILLMAR_TEST_PROGRAM, "openURL", url},
+                      {"XDG_DATA_HOME=" + path("/data"), "XDG_DATA_DIRS=" + path("/none"),
+                       "XDG_CONFIG_HOME=" + path("/config"), "XDG_CONFIG_DIRS=" + path("/none"),
+                       "DBUS_SESSION_BUS_ADDRESS=" + bus_.address(), "DESKTOP_STARTUP_ID=old",
+                       "XDG_ACTIVATION_TOKEN=old"});
+  }
+
+  /// What the program wrote down; waits for it.
+  std::string noted() const {
+    runMainLoopUntil([this] { return fs::exists(path("/noted")); });
+    std::ifstream file(path("/noted"));
+    return std::string(std::istreambuf_iterator<char>(file), {});
+  }
+
+ private:
+  std::string path(const std::string& inFolder) const { return folder_.path() + inFolder; }
+
+  void write(const std::string& inFolder, const std::string& text) const {
+    fs::create_directories(fs::path(path(inFolder)).parent_path());
+    std::ofstream(path(inFolder)) << text;
+  }
+
+  TemporaryFolder folder_;
+  PrivateBus bus_;
+};
+
+TEST_F(DesktopWorkspaceTest, AnAddressOpensWithTheUsersProgramForItsScheme) {
+  addNotingProgram("browser", "https");
+  EXPECT_EQ(open("https://quillmar.example/packs?a=1&b=%20"), "opened");
+  EXPECT_EQ(noted(), "https://quillmar.example/packs?a=1&b=%20 ");
+}
+
+TEST_F(DesktopWorkspaceTest, AMailAddressOpensWithTheMailProgram) {
+  addNotingProgram("mailer", "mailto");
+  EXPECT_EQ(open("mailto:support@quillmar.example"), "opened");
+  EXPECT_EQ(noted(), "mailto:support@quillmar.example ");
+}
+
+TEST_F(DesktopWorkspaceTest, WithoutAProgramForTheSchemeItSaysSo) {
+  addProgram("browser", "https", "Exec=/bin/true %u");
+  EXPECT_EQ(open("mailto:support@quillmar.example"),
+            "No program is set up to open “mailto:support@quillmar.example”.");
+}
+
+TEST_F(DesktopWorkspaceTest, AProgramThatIsNotInstalledIsNone) {
+  addProgram("browser", "https", "Exec=/nowhere/browser %u");
+  EXPECT_EQ(open("https://quillmar.example/"),
+            "No program is set up to open “https://quillmar.example/”.");
+}
+
+TEST_F(DesktopWorkspaceTest, AProgramThatCannotBeStartedIsReported) {
+  addProgram("org.example.Browser", "https", "DBusActivatable=true");
+  EXPECT_EQ(open("https://quillmar.example/"),
+            "“https://quillmar.example/” could not be opened: The name org.example.Browser was not "
+            "provided by any .service files.");
+}
+
+}  // namespace
+}  // namespace quillmar
