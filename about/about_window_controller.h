@@ -1,0 +1,59 @@
+// The About window: what the program is, which version, and where its makers are. Main thread.
+
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/widgets/window.h"
+
+namespace quillmar {
+
+class Bundle;
+class Button;
+class StackView;
+class UpdaterManager;
+struct Platform;
+
+class AboutWindowController {
+ public:
+  /// Makes the window with its contents, or an empty one when the application's icon is missing.
+  /// `openURL` opens an address with the desktop's program for it. Platform and manager are not
+  /// owned and must outlive the controller.
+  AboutWindowController(Platform& platform, const UpdaterManager& updaterManager,
+                        std::function<void(const std::string& url)> openURL);
+
+  Window& window() { return window_; }
+
+  /// "Check for Updates…"; null in an empty window.
+  Button* updateButton() const { return updateButton_; }
+
+  /// The https address of the web site, and the mailto address of the support; empty where the
+  /// bundle has none.
+  const std::string& siteURL() const { return siteURL_; }
+  const std::string& supportURL() const { return supportURL_; }
+
+  // Actions of the buttons.
+
+  /// Precondition: updates are configured.
+  void checkForUpdates();
+  void openSite();
+  void openSupport();
+
+ private:
+  void build(const Bundle& bundle);
+  void addCopyright(StackView& column, const Bundle& bundle);
+  /// A button that looks like a link; hidden when there is nothing to link to.
+  static Button& linkButton(StackView& stack, const std::string& title,
+                            std::function<void()> action);
+
+  Platform& platform_;
+  const UpdaterManager& updaterManager_;
+  std::function<void(const std::string& url)> openURL_;
+  std::string siteURL_;
+  std::string supportURL_;
+  Window window_;
+  Button* updateButton_ = nullptr;
+};
+
+}  // namespace quillmar
