@@ -2,12 +2,17 @@
 
 #include <utility>
 
+#include "about/about_window_controller.h"
 #include "about/updater_manager.h"
+#include "app/starter_pack.h"
 #include "app/status_menu_builder.h"
+#include "app/welcome_window_controller.h"
 #include "commands/command_runner.h"
 #include "config/settings_manager.h"
 #include "platform/application.h"
 #include "platform/updater.h"
+#include "platform/widgets/button.h"
+#include "platform/workspace.h"
 
 namespace quillmar {
 
@@ -35,6 +40,7 @@ void AppDelegate::applicationDidFinishLaunching() {
         perform(entry);
       });
 
+  installStarterPackIfFirstLaunch();
   rebuildMenu();
   settingsObservation_ = collaborators_.notificationCenter.addObserver(
       menuItemSettingsChanged, [this] { menuSettingsChanged(); });
@@ -44,6 +50,23 @@ void AppDelegate::applicationDidFinishLaunching() {
 
 PresentationOptions AppDelegate::willPresent(const UserNotification& /*notification*/) {
   return {.banner = true, .list = true, .sound = true};
+}
+
+void AppDelegate::installStarterPackIfFirstLaunch() {
+  if (!collaborators_.settings.isFirstLaunch()) return;
+  Platform& platform = collaborators_.platform;
+  const std::size_t installed =
+      installStarterPack(platform, collaborators_.settings, collaborators_.log);
+
+  welcomeWindowController_ = std::make_unique<WelcomeWindowController>(
+      platform, [this](const std::string& url) { openURL(url); });
+  welcomeWindowController_->buildUI(installed);
+  welcomeWindowController_->openSettings = [this] { openSettings(); };
+  const Result<void> shown =
+      welcomeWindowController_->window().show(platform.application.activation());
+  if (!shown) {
+    collaborators_.log("Could not show the welcome window: " + shown.error().description);
+  }
 }
 
 void AppDelegate::rebuildMenu() {
@@ -90,12 +113,32 @@ void AppDelegate::openSettings() {
 }
 
 void AppDelegate::showAbout() {
-  collaborators_.commandRunner.notify("About Quillmar", "The About window is not available yet.");
+  Platform& platform = collaborators_.platform;
+  const UpdaterManager& updaterManager = collaborators_.updaterManager();
+  if (!aboutWindowController_) {
+    aboutWindowController_ = std::make_unique<AboutWindowController>(
+        platform, updaterManager, [this](const std::string& url) { openURL(url); });
+  }
+  if (Button* const button = aboutWindowController_->updateButton()) {
+    button->setEnabled(updaterManager.isConfigured);
+  }
+  const Result<void> shown =
+      aboutWindowController_->window().show(platform.application.activation());
+  if (shown) return;
+  collaborators_.log("Could not show the About window: " + shown.error().description);
+  collaborators_.commandRunner.notify("About Quillmar", shown.error().description);
 }
 
 void AppDelegate::checkForUpdates() {
   const UpdaterManager& manager = collaborators_.updaterManager();
   if (manager.isConfigured) manager.controller->checkForUpdates();
+}
+
+void AppDelegate::openURL(const std::string& url) {
+  collaborators_.platform.workspace.openURL(
+      url, [&runner = collaborators_.commandRunner](const Result<void>& opened) {
+        if (!opened) runner.notify("Quillmar", opened.error().description);
+      });
 }
 
 void AppDelegate::quitApp() {

@@ -1,9 +1,10 @@
-// The application's own part in its life: the launch sequence, the status item with its menu, and
-// the actions of the menu's entries. Main thread.
+// The application's own part in its life: the launch sequence, the status item with its menu, the
+// actions of the menu's entries and the windows that they open. Main thread.
 
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "platform/log.h"
@@ -14,9 +15,11 @@
 
 namespace quillmar {
 
+class AboutWindowController;
 class CommandRunner;
 class SettingsManager;
 class UpdaterManager;
+class WelcomeWindowController;
 
 class AppDelegate : public UserNotificationCenterDelegate {
  public:
@@ -43,6 +46,9 @@ class AppDelegate : public UserNotificationCenterDelegate {
   /// Banner, list and sound, always: results show also while a window of the program is in front.
   PresentationOptions willPresent(const UserNotification& notification) override;
 
+  /// On the first launch, merges the starter pack into the document and shows the welcome window.
+  void installStarterPackIfFirstLaunch();
+
   /// Builds the menu anew from the document and hands it to the status item.
   void rebuildMenu();
 
@@ -61,9 +67,14 @@ class AppDelegate : public UserNotificationCenterDelegate {
 
  private:
   void perform(const ActionEntry& entry);
+  /// Opens the address with the desktop's program for it; says in a notification why it can't.
+  void openURL(const std::string& url);
 
   Collaborators collaborators_;
   NotificationCenter::Observation settingsObservation_;
+  // Made when they are first needed, and kept: a closed window opens again as it was.
+  std::unique_ptr<WelcomeWindowController> welcomeWindowController_;
+  std::unique_ptr<AboutWindowController> aboutWindowController_;
 };
 
 }  // namespace quillmar

@@ -15,7 +15,9 @@
 #include "commands/command_runner.h"
 #include "config/settings_manager.h"
 #include "platform/memory/memory_platform.h"
+#include "platform/widgets/button.h"
 #include "tests/core/menu_outline.h"
+#include "tests/core/window_contents.h"
 
 namespace quillmar {
 namespace {
@@ -55,6 +57,12 @@ class AppDelegateTest : public testing::Test {
 
   std::vector<std::string> shownMenu() const { return menuOutline(memory.statusItem.menu()); }
 
+  /// This is not the first launch.
+  SettingsManager::Collaborators withSettingsFile() {
+    memory.files.addFile("/home/user/.config/Quillmar/settings.json", "{}");
+    return {memory.environment, memory.userDirectories, memory.files, center, logLine()};
+  }
+
   LogLine logLine() {
     return [this](std::string_view line) { log.emplace_back(line); };
   }
@@ -62,8 +70,7 @@ class AppDelegateTest : public testing::Test {
   MemoryPlatform memory;
   NotificationCenter center;
   std::vector<std::string> log;
-  SettingsManager settings{
-      {memory.environment, memory.userDirectories, memory.files, center, logLine()}};
+  SettingsManager settings{withSettingsFile()};
   CommandRunner runner{memory.platform, settings, logLine()};
   std::optional<UpdaterManager> updaterManager;
   std::function<UpdaterManager&()> updaterManagerOnFirstUse = [this]() -> UpdaterManager& {
@@ -169,12 +176,68 @@ TEST_F(AppDelegateTest, SettingsNamesTheSettingsFileAndWhenItIsRead) {
   EXPECT_THAT(body, HasSubstr("reads that file when it starts"));
 }
 
-TEST_F(AppDelegateTest, AboutSaysThatItIsNotAvailableYet) {
+TEST_F(AppDelegateTest, AboutShowsOneWindowThatIsKept) {
   launch();
-  memory.statusItem.click({"About Quillmar"});
+  EXPECT_THAT(memory.windows.windows(), IsEmpty());
+  const auto chooseAbout = [this] {
+    memory.statusItem.click({"About Quillmar"});
+    memory.queues.runAll();
+  };
+  memory.application.setActivation({.timestamp = 1, .token = ""});
+  chooseAbout();
+  ASSERT_THAT(memory.windows.windows(), SizeIs(1));
+  Window* const window = memory.windows.frontWindow();
+  EXPECT_EQ(memory.windows.titleOnScreen(*window), "About Quillmar");
+  EXPECT_EQ(memory.windows.lastActivation().timestamp, 1u);
+
+  memory.application.setActivation({.timestamp = 2, .token = ""});
+  chooseAbout();
+  EXPECT_THAT(memory.windows.windows(), ElementsAre(window));
+  EXPECT_EQ(memory.windows.lastActivation().timestamp, 2u);
+
+  window->performClose();
+  EXPECT_THAT(memory.windows.windows(), IsEmpty());
+  chooseAbout();
+  EXPECT_THAT(memory.windows.windows(), ElementsAre(window));
+}
+
+TEST_F(AppDelegateTest, AboutEnablesItsUpdateButtonEachTimeItIsShown) {
+  configureUpdates();
+  launch();
+  delegate.showAbout();
+  Button* const button = buttonTitled(*memory.windows.frontWindow(), "Check for Updates…");
+  ASSERT_NE(button, nullptr);
+  EXPECT_TRUE(memory.windows.widget(*button)->enabled);
+  button->setEnabled(false);
+  delegate.showAbout();
+  EXPECT_TRUE(memory.windows.widget(*button)->enabled);
+}
+
+TEST_F(AppDelegateTest, ALinkOfTheAboutWindowThatCannotBeOpenedIsToldInANotification) {
+  memory.bundle.information = {{"QuillmarSiteURL", "https://quillmar.example"}};
+  memory.workspace.error = Error{"There is no browser."};
+  launch();
+  delegate.showAbout();
+  buttonTitled(*memory.windows.frontWindow(), "quillmar.example")->press();
   memory.queues.runAll();
   ASSERT_THAT(memory.notifications.shown(), SizeIs(1));
-  EXPECT_THAT(memory.notifications.shown()[0].notification.body, HasSubstr("is not available yet"));
+  EXPECT_EQ(memory.notifications.shown()[0].notification.body, "There is no browser.");
+}
+
+TEST_F(AppDelegateTest, AnAboutWindowThatCannotBeShownIsLoggedAndToldInANotification) {
+  launch();
+  log.clear();
+  memory.windows.failure = Error{"There is no display."};
+  memory.statusItem.click({"About Quillmar"});
+  memory.queues.runAll();
+  EXPECT_THAT(log, ElementsAre("Could not show the About window: There is no display."));
+  ASSERT_THAT(memory.notifications.shown(), SizeIs(1));
+  EXPECT_EQ(memory.notifications.shown()[0].notification.title, "About Quillmar");
+  EXPECT_EQ(memory.notifications.shown()[0].notification.body, "There is no display.");
+
+  memory.windows.failure.reset();
+  delegate.showAbout();
+  EXPECT_THAT(memory.windows.windows(), SizeIs(1));
 }
 
 TEST_F(AppDelegateTest, LaunchingMakesTheOneUpdater) {

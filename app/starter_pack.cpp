@@ -1,0 +1,51 @@
+#include "app/starter_pack.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include "config/document_decoder.h"
+#include "config/quillmar_config.h"
+#include "config/settings_manager.h"
+#include "platform/bundle.h"
+#include "platform/file_system.h"
+#include "platform/platform.h"
+#include "platform/result.h"
+
+namespace quillmar {
+
+namespace {
+
+Result<QuillmarConfig> readPack(const FileSystem& files, const std::string& path) {
+  const Result<std::string> bytes = files.read(path);
+  if (!bytes) return bytes.error();
+  return decodeDocument(bytes.value());
+}
+
+std::size_t commandCount(const QuillmarConfig& pack) {
+  std::size_t count = 0;
+  for (const MenuCategory& folder : pack.categories) {
+    count +=
+        static_cast<std::size_t>(std::ranges::count(folder.items, false, &MenuItem::isSeparator));
+  }
+  return count;
+}
+
+}  // namespace
+
+std::size_t installStarterPack(const Platform& platform, SettingsManager& settings,
+                               const LogLine& log) {
+  std::size_t installed = 0;
+  if (const auto path = platform.bundle.pathForResource("starter", "quillmarpack", "packs")) {
+    if (const Result<QuillmarConfig> pack = readPack(platform.files, *path)) {
+      settings.config = settings.config.merging(pack.value());
+      installed = commandCount(pack.value());
+    } else {
+      log("Failed to install the starter pack: " + pack.error().description);
+    }
+  }
+  settings.save();
+  return installed;
+}
+
+}  // namespace quillmar
