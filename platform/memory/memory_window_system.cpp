@@ -171,7 +171,12 @@ const MemoryWidget* MemoryWindowSystem::widget(const View& view) const {
 }
 
 View* MemoryWindowSystem::focused(const Window& window) const {
-  return shown_.at(&window).focused;
+  View* const focused = shown_.at(&window).focused;
+  for (const View* view = focused; view != nullptr; view = view->superview()) {
+    const MemoryWidget* const shown = widget(*view);
+    if (shown == nullptr || !shown->enabled || shown->hidden) return nullptr;
+  }
+  return focused;
 }
 
 }  // namespace quillmar

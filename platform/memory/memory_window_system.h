@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <memory>
@@ -66,6 +67,9 @@ class MemoryWindowSystem final : public WindowSystem {
 
   /// Absent for a view that has no widget.
   const MemoryWidget* widget(const View& view) const;
+  /// How many there are in all windows.
+  std::size_t widgetCount() const { return widgets_.size(); }
+  /// What the keyboard goes to: the first responder, as long as its widget can have the focus.
   View* focused(const Window& window) const;
 
   const std::optional<PopUp>& popUp() const { return popUp_; }

@@ -15,7 +15,7 @@ void TextField::type(const std::string& text) {
     return;
   }
   if (text == text_) return;
-  text_ = text;
+  setText(text);
   if (!onEdit_) return;
   // A copy: the handler may destroy this field.
   const auto onEdit = onEdit_;

@@ -139,7 +139,7 @@ bool Window::moveFocus(int step) {
 }
 
 void Window::focus(View* view) {
-  if (view == nullptr || view->takesInput()) firstResponder_ = view;
+  if (view == nullptr || view->takesInput()) makeFirstResponder(view);
 }
 
 void Window::performClose() {
@@ -147,7 +147,7 @@ void Window::performClose() {
 }
 
 void Window::viewGoes(const View& view) {
-  if (firstResponder_ == &view) firstResponder_ = nullptr;
+  if (firstResponder_ == &view) makeFirstResponder(nullptr);
 }
 
 }  // namespace quillmar

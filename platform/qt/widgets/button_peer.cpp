@@ -1,0 +1,44 @@
+#include "platform/qt/widgets/button_peer.h"
+
+#include <QPushButton>
+#include <algorithm>
+
+#include "platform/qt/widgets/fonts.h"
+#include "platform/qt/widgets/link_widget.h"
+
+namespace quillmar {
+
+namespace {
+
+QAbstractButton* makeWidget(ButtonStyle style, QWidget& parent) {
+  if (style == ButtonStyle::link) return new LinkWidget(&parent);
+  return new QPushButton(&parent);
+}
+
+}  // namespace
+
+ButtonPeer::ButtonPeer(Button& button, QtWindowPeer& window, QWidget& parent)
+    : WidgetPeer(button, window, makeWidget(button.style(), parent)), button_(button) {
+  QObject::connect(&widgetButton(), &QAbstractButton::clicked, &widgetButton(),
+                   [this] { button_.press(); });
+}
+
+void ButtonPeer::update() {
+  widgetButton().setFont(desktopFont(button_.font(), widgetButton()));
+  // A single ampersand would be a mnemonic.
+  widgetButton().setText(QString::fromStdString(button_.title()).replace(QLatin1Char('&'), QStringLiteral("&&")));
+  if (auto* const push = dynamic_cast<QPushButton*>(&widgetButton())) {
+    push->setDefault(button_.keyEquivalent() == keys::returnKey);
+  }
+}
+
+Extent ButtonPeer::contentHorizontal() const {
+  const int wanted = widgetButton().sizeHint().width();
+  return {std::min(wanted, widgetButton().sizeHint().height()), wanted, wanted, wanted};
+}
+
+Extent ButtonPeer::contentVertical(int /*width*/) const {
+  return Extent::fixed(widgetButton().sizeHint().height());
+}
+
+}  // namespace quillmar

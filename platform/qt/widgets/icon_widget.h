@@ -1,0 +1,27 @@
+// An icon of the icon themes, as large as there is room.
+
+#pragma once
+
+#include <QIcon>
+#include <QWidget>
+#include <optional>
+
+#include "platform/image.h"
+
+namespace quillmar {
+
+class IconWidget final : public QWidget {
+ public:
+  explicit IconWidget(QWidget* parent) : QWidget(parent) {}
+
+  void setImage(const std::optional<Image>& image);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QIcon icon_;
+  bool isTemplate_ = false;
+};
+
+}  // namespace quillmar

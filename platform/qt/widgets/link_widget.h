@@ -1,0 +1,21 @@
+// A button that looks like a link in a text.
+
+#pragma once
+
+#include <QAbstractButton>
+
+namespace quillmar {
+
+class LinkWidget final : public QAbstractButton {
+ public:
+  explicit LinkWidget(QWidget* parent);
+
+  QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void enterEvent(QEnterEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+};
+
+}  // namespace quillmar

@@ -1,0 +1,49 @@
+#include "platform/qt/widgets/make_widgets.h"
+
+#include <memory>
+
+#include "platform/qt/widgets/button_peer.h"
+#include "platform/qt/widgets/image_view_peer.h"
+#include "platform/qt/widgets/label_peer.h"
+#include "platform/qt/widgets/scroll_view_peer.h"
+#include "platform/qt/widgets/space_peer.h"
+#include "platform/qt/widgets/stack_peer.h"
+#include "platform/qt/widgets/text_field_peer.h"
+#include "platform/widgets/view_visitor.h"
+
+namespace quillmar {
+
+namespace {
+
+class PeerMaker final : public ViewVisitor {
+ public:
+  PeerMaker(QtWindowPeer& window, QWidget& parent) : window_(window), parent_(parent) {}
+
+  void visit(Button& button) override { make<ButtonPeer>(button); }
+  void visit(FlexibleSpace& space) override { make<SpacePeer>(space); }
+  void visit(ImageView& imageView) override { make<ImageViewPeer>(imageView); }
+  void visit(Label& label) override { make<LabelPeer>(label); }
+  void visit(ScrollView& scrollView) override { make<ScrollViewPeer>(scrollView); }
+  void visit(StackView& stack) override { make<StackPeer>(stack); }
+  void visit(TextField& field) override { make<TextFieldPeer>(field); }
+
+ private:
+  template <class Peer, class Kind>
+  void make(Kind& view) {
+    view.setPeer(std::make_unique<Peer>(view, window_, parent_));
+  }
+
+  QtWindowPeer& window_;
+  QWidget& parent_;
+};
+
+}  // namespace
+
+void makeWidgets(View& view, QtWindowPeer& window, QWidget& parent) {
+  PeerMaker maker(window, parent);
+  view.accept(maker);
+  view.peer()->viewChanged();
+  view.peer()->subviewsChanged();
+}
+
+}  // namespace quillmar

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QScrollArea>
+
+#include "platform/qt/widgets/widget_peer.h"
+#include "platform/widgets/scroll_view.h"
+
+namespace quillmar {
+
+class ScrollViewPeer final : public WidgetPeer {
+ public:
+  ScrollViewPeer(ScrollView& scrollView, QtWindowPeer& window, QWidget& parent);
+
+  void subviewsChanged() override;
+  void place(const QRect& frame) override;
+
+ protected:
+  void update() override {}
+  Extent contentHorizontal() const override;
+  Extent contentVertical(int width) const override;
+
+ private:
+  QScrollArea& area() const { return static_cast<QScrollArea&>(widget()); }
+  WidgetPeer* content() const;
+  int barWidth() const;
+
+  ScrollView& scrollView_;
+};
+
+}  // namespace quillmar

@@ -1,0 +1,43 @@
+#include "platform/qt/widgets/text_field_peer.h"
+
+#include <limits>
+
+#include "platform/qt/widgets/fonts.h"
+
+namespace quillmar {
+
+TextFieldPeer::TextFieldPeer(TextField& field, QtWindowPeer& window, QWidget& parent)
+    : WidgetPeer(field, window, new QLineEdit(&parent)), field_(field) {
+  line().setMaxLength(std::numeric_limits<int>::max());
+  QObject::connect(&line(), &QLineEdit::textEdited, &line(),
+                   [this](const QString& text) { field_.type(text.toStdString()); });
+}
+
+void TextFieldPeer::takeFocus() {
+  WidgetPeer::takeFocus();
+  line().selectAll();
+}
+
+void TextFieldPeer::update() {
+  line().setFont(desktopFont(field_.font(), line()));
+  line().setPlaceholderText(QString::fromStdString(field_.placeholder()));
+  line().setReadOnly(!field_.editable());
+  const QString text = QString::fromStdString(field_.text());
+  // The same text set again would take the cursor and the undo history away.
+  if (line().text() == text) return;
+  line().setText(text);
+  // A long text shows its beginning to whoever does not edit it.
+  if (!line().hasFocus()) line().setCursorPosition(0);
+}
+
+Extent TextFieldPeer::contentHorizontal() const {
+  const int least = line().minimumSizeHint().width();
+  const int preferred = line().sizeHint().width();
+  return {least, least, preferred, Extent::unlimited};
+}
+
+Extent TextFieldPeer::contentVertical(int /*width*/) const {
+  return Extent::fixed(line().sizeHint().height());
+}
+
+}  // namespace quillmar

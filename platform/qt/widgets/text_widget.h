@@ -1,0 +1,75 @@
+// Plain text, in one line or wrapped. Words that are longer than a line are broken; what has no
+// room ends in an ellipsis. The text can be selected with the pointer, if that is wished, and
+// copied.
+
+#pragma once
+
+#include <QClipboard>
+#include <QPalette>
+#include <QString>
+#include <QTextLayout>
+#include <QWidget>
+#include <memory>
+
+namespace quillmar {
+
+class TextWidget final : public QWidget {
+ public:
+  explicit TextWidget(QWidget* parent);
+
+  const QString& text() const { return text_; }
+  void setText(const QString& text);
+  void setTextColor(QPalette::ColorRole role);
+  /// Qt::AlignLeft stands for the side where lines begin.
+  void setTextAlignment(Qt::Alignment alignment);
+  void setWraps(bool wraps);
+  void setSelectable(bool selectable);
+
+  QString selectedText() const;
+
+  /// Of the text's widest line when nothing is wrapped.
+  int naturalWidth() const;
+  bool hasHeightForWidth() const override { return true; }
+  int heightForWidth(int width) const override;
+  QSize sizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  /// The text in lines of that width, or of any for an unlimited one.
+  std::unique_ptr<QTextLayout> lines(int width) const;
+  /// Those that are shown now.
+  const QTextLayout& shownLines() const;
+  void textChanged();
+  void paintWhole(QPainter& painter);
+  /// Draws what there is room for.
+  void paintCut(QPainter& painter);
+  int positionAt(const QPointF& point) const;
+  void select(int anchor, int cursor);
+  void copySelection(QClipboard::Mode mode) const;
+
+  QString text_;
+  QPalette::ColorRole color_ = QPalette::WindowText;
+  Qt::Alignment alignment_ = Qt::AlignLeft;
+  bool wraps_ = false;
+  bool selectable_ = false;
+  /// Where the selection began and where it ends now.
+  int anchor_ = 0;
+  int cursor_ = 0;
+  // Measured or laid out once for each text, font and width; negative or null before.
+  mutable int naturalWidth_ = -1;
+  mutable int measuredWidth_ = -1;
+  mutable int measuredHeight_ = 0;
+  mutable std::unique_ptr<QTextLayout> shownLines_;
+};
+
+}  // namespace quillmar

@@ -1,0 +1,72 @@
+#include "platform/qt/widgets/widget_peer.h"
+
+#include <QEvent>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/qt/windows/qt_window_peer.h"
+
+namespace quillmar {
+
+int pixels(double length) {
+  return static_cast<int>(std::ceil(std::clamp<double>(length, 0, Extent::unlimited)));
+}
+
+WidgetPeer::WidgetPeer(View& view, QtWindowPeer& window, QWidget* widget)
+    : view_(view), window_(window), widget_(widget) {
+  widget_->installEventFilter(&focusWatcher_);
+}
+
+WidgetPeer::~WidgetPeer() {
+  if (!widget_) return;
+  const QtWindowPeer::ProgramActs programActs(window_);
+  // The widget may be in the middle of an event.
+  widget_->removeEventFilter(&focusWatcher_);
+  widget_->disconnect();
+  widget_->hide();
+  widget_->setParent(nullptr);
+  widget_->deleteLater();
+}
+
+void WidgetPeer::viewChanged() {
+  const QtWindowPeer::ProgramActs programActs(window_);
+  widget_->setEnabled(view_.enabled());
+  widget_->setVisible(!view_.hidden());
+  widget_->setAccessibleName(QString::fromStdString(view_.accessibilityLabel()));
+  update();
+  window_.contentChanged();
+}
+
+Extent WidgetPeer::horizontal() const {
+  Extent extent = contentHorizontal();
+  if (!view_.width()) return extent;
+  extent.preferred = std::max(pixels(*view_.width()), extent.tight);
+  extent.tight = extent.preferred;
+  extent.most =
+      growsBeyondStatedWidth() ? std::max(extent.most, extent.preferred) : extent.preferred;
+  return extent;
+}
+
+Extent WidgetPeer::vertical(int width) const {
+  Extent extent = contentVertical(width);
+  if (!view_.height()) return extent;
+  const bool scrolls = extent.tight < extent.preferred;
+  extent.preferred = std::max(pixels(*view_.height()), extent.preferred);
+  if (!scrolls) extent.tight = extent.preferred;
+  extent.most = std::max(extent.most, extent.preferred);
+  return extent;
+}
+
+void WidgetPeer::takeFocus() {
+  // As if Tab had been pressed, so that a field selects its text and the focus is drawn.
+  widget_->setFocus(Qt::TabFocusReason);
+}
+
+bool WidgetPeer::FocusWatcher::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn && watched == peer_.widget_) {
+    peer_.window_.userFocused(peer_.view_);
+  }
+  return false;
+}
+
+}  // namespace quillmar

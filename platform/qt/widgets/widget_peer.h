@@ -1,0 +1,80 @@
+// What shows one view: a widget of the toolkit and how much room it wants. A peer reads its view,
+// and calls the view's user verbs from the widget's signals. Such a verb may destroy the peer, so
+// nothing is touched after it. Main thread.
+
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QRect>
+#include <QWidget>
+
+#include "platform/qt/widgets/extent.h"
+#include "platform/widgets/view.h"
+#include "platform/widgets/view_peer.h"
+
+namespace quillmar {
+
+class QtWindowPeer;
+
+class WidgetPeer : public ViewPeer {
+ public:
+  /// The view and the window's peer outlive it. The widget, a child of another already, is its own.
+  WidgetPeer(View& view, QtWindowPeer& window, QWidget* widget);
+  ~WidgetPeer() override;
+  WidgetPeer(const WidgetPeer&) = delete;
+  WidgetPeer& operator=(const WidgetPeer&) = delete;
+
+  void viewChanged() final;
+
+  View& view() const { return view_; }
+  QWidget& widget() const { return *widget_; }
+
+  // Room, the view's stated size included.
+
+  Extent horizontal() const;
+  /// When it is `width` wide.
+  Extent vertical(int width) const;
+  /// In its parent's coordinates.
+  virtual void place(const QRect& frame) { widget_->setGeometry(frame); }
+
+  /// Gives the widget the keyboard focus.
+  virtual void takeFocus();
+
+ protected:
+  /// Shows the view's state; what all views have in common is shown already.
+  virtual void update() = 0;
+  /// What the content needs.
+  virtual Extent contentHorizontal() const = 0;
+  virtual Extent contentVertical(int width) const = 0;
+  /// True for a view that goes on filling its place when a width is stated for it.
+  virtual bool growsBeyondStatedWidth() const { return false; }
+
+  QtWindowPeer& window() const { return window_; }
+
+ private:
+  /// Tells the window when the user gives the widget the focus.
+  class FocusWatcher final : public QObject {
+   public:
+    explicit FocusWatcher(WidgetPeer& peer) : peer_(peer) {}
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+   private:
+    WidgetPeer& peer_;
+  };
+
+  View& view_;
+  QtWindowPeer& window_;
+  QPointer<QWidget> widget_;
+  FocusWatcher focusWatcher_{*this};
+};
+
+/// The peer of a view that is on the screen.
+inline WidgetPeer& widgetPeer(const View& view) {
+  return static_cast<WidgetPeer&>(*view.peer());
+}
+
+/// Lengths of the model are fractions, those of the toolkit are not.
+int pixels(double length);
+
+}  // namespace quillmar

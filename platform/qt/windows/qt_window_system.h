@@ -1,0 +1,20 @@
+// The screen, through Qt. Precondition of everything: a QApplication. Main thread.
+
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/window_system.h"
+
+namespace quillmar {
+
+class QtWindowSystem final : public WindowSystem {
+ public:
+  Result<std::unique_ptr<WindowPeer>> makeWindowPeer(Window& window) override;
+  Result<void> popUpMenu(Menu menu, const Activation& activation,
+                         std::function<void(const ActionEntry& entry)> choose) override;
+  Result<std::unique_ptr<StatusItem>> makeEmbeddedStatusItem() override;
+};
+
+}  // namespace quillmar

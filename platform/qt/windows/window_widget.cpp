@@ -1,0 +1,60 @@
+#include "platform/qt/windows/window_widget.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <utility>
+
+#include "platform/qt/windows/key_presses.h"
+
+namespace quillmar {
+
+namespace {
+
+/// Calls a copy: the handler may destroy the one that it is called through.
+template <class Handler, class... Arguments>
+auto call(const Handler& handler, Arguments&&... arguments) {
+  const Handler copy = handler;
+  using Answer = decltype(copy(std::forward<Arguments>(arguments)...));
+  return copy ? copy(std::forward<Arguments>(arguments)...) : Answer();
+}
+
+}  // namespace
+
+WindowWidget::WindowWidget(Handlers handlers) : handlers_(std::move(handlers)) {}
+
+void WindowWidget::requestLayout() {
+  QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
+}
+
+bool WindowWidget::event(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::LayoutRequest:
+      call(handlers_.layOut);
+      return true;
+    case QEvent::ApplicationFontChange:
+    case QEvent::StyleChange:
+      call(handlers_.looksChanged);
+      break;
+    default:
+      break;
+  }
+  return QWidget::event(event);
+}
+
+void WindowWidget::closeEvent(QCloseEvent* event) {
+  // The model decides, and takes the window off the screen itself.
+  event->ignore();
+  call(handlers_.close);
+}
+
+void WindowWidget::keyPressEvent(QKeyEvent* event) {
+  const auto key = keyEquivalentOf(*event);
+  if (!key || !call(handlers_.key, *key)) QWidget::keyPressEvent(event);
+}
+
+bool WindowWidget::focusNextPrevChild(bool next) {
+  return call(handlers_.key, next ? keys::tab : keys::backTab);
+}
+
+}  // namespace quillmar

@@ -1,0 +1,42 @@
+// The toolkit's side of a window: takes what the user does to the window as a whole to the model.
+
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+#include "platform/key_equivalent.h"
+
+namespace quillmar {
+
+class WindowWidget final : public QWidget {
+ public:
+  /// Each may destroy the window, and with it these handlers.
+  struct Handlers {
+    /// A key that no widget wanted. True when it did something.
+    std::function<bool(const KeyEquivalent& key)> key;
+    std::function<void()> close;
+    /// A font or the style has changed.
+    std::function<void()> looksChanged;
+    /// Called once for any number of updateGeometry().
+    std::function<void()> layOut;
+  };
+
+  explicit WindowWidget(Handlers handlers);
+
+  /// From now on the window does nothing; it is about to be deleted.
+  void detach() { handlers_ = {}; }
+
+  void requestLayout();
+
+ protected:
+  bool event(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
+
+ private:
+  Handlers handlers_;
+};
+
+}  // namespace quillmar

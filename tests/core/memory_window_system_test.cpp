@@ -1,0 +1,74 @@
+#include "platform/memory/memory_window_system.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/memory/memory_task_queues.h"
+#include "tests/conformance/widgets_conformance.h"
+
+namespace quillmar {
+namespace {
+
+/// The user does to the model what a real widget would.
+class MemoryHarness {
+ public:
+  WindowSystem& windows() { return screen_; }
+  void settle() {}
+
+  void click(const View& view) {
+    View& clicked = const_cast<View&>(view);
+    if (view.acceptsFirstResponder()) view.window()->focus(&clicked);
+    if (auto* const button = dynamic_cast<Button*>(&clicked)) button->press();
+  }
+  void typeText(const View& field, const std::string& text) {
+    click(field);
+    auto& typed = const_cast<TextField&>(dynamic_cast<const TextField&>(field));
+    typed.type(typed.text() + text);
+  }
+  void typeAtFocus(Window& window, const std::string& text) {
+    auto* const field = dynamic_cast<TextField*>(screen_.focused(window));
+    if (field != nullptr) field->type(field->text() + text);
+  }
+  void pressKey(Window& window, const KeyEquivalent& key) { window.key(key); }
+  void closeByTitleBar(Window& window) { window.performClose(); }
+
+  bool isOnScreen(const Window& window) const {
+    return testing::Value(screen_.windows(), testing::Contains(&window));
+  }
+  std::string titleOnScreen(const Window& window) const { return screen_.titleOnScreen(window); }
+  bool isShown(const View& view) const {
+    return everyWidgetAround(view, [](const MemoryWidget& widget) { return !widget.hidden; });
+  }
+  bool isEnabledOnScreen(const View& view) const {
+    return everyWidgetAround(view, [](const MemoryWidget& widget) { return widget.enabled; });
+  }
+  bool isDefaultOnScreen(const Button& button) const {
+    return screen_.widget(button)->isDefaultButton;
+  }
+  std::string textOnScreen(const View& view) const { return screen_.widget(view)->text; }
+  std::string placeholderOnScreen(const TextField& field) const {
+    return screen_.widget(field)->placeholder;
+  }
+  std::string nameForScreenReaders(const View& view) const {
+    return screen_.widget(view)->accessibilityLabel;
+  }
+  const View* focusedOnScreen(const Window& window) const { return screen_.focused(window); }
+  int widgetCount() const { return static_cast<int>(screen_.widgetCount()); }
+
+ private:
+  template <class Condition>
+  bool everyWidgetAround(const View& view, const Condition& holds) const {
+    for (const View* at = &view; at != nullptr; at = at->superview()) {
+      if (screen_.widget(*at) == nullptr || !holds(*screen_.widget(*at))) return false;
+    }
+    return true;
+  }
+
+  MemoryTaskQueue queue_;
+  MemoryWindowSystem screen_{queue_};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetsConformance, MemoryHarness);
+
+}  // namespace
+}  // namespace quillmar

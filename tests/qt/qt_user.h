@@ -1,0 +1,55 @@
+// A user in front of windows that Qt shows: real events to real widgets, and a look at those.
+
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/key_equivalent.h"
+#include "platform/qt/windows/qt_window_system.h"
+#include "platform/widgets/button.h"
+#include "platform/widgets/text_field.h"
+#include "platform/widgets/window.h"
+
+class QWidget;
+
+namespace quillmar {
+
+/// Handles events until the condition holds. False, and the test fails, when it still does not
+/// after a minute.
+bool handleEventsUntil(const std::function<bool()>& done);
+
+/// Handles everything that is ready now, what was left to be deleted included.
+void handleReadyEvents();
+
+/// The widgets of a window and a view that are on the screen.
+QWidget& widgetOf(const Window& window);
+QWidget& widgetOf(const View& view);
+
+class QtUser {
+ public:
+  WindowSystem& windows() { return windows_; }
+  void settle();
+
+  void click(const View& view);
+  void typeText(const View& field, const std::string& text);
+  void typeAtFocus(Window& window, const std::string& text);
+  void pressKey(Window& window, const KeyEquivalent& key);
+  void closeByTitleBar(Window& window);
+
+  bool isOnScreen(const Window& window) const;
+  std::string titleOnScreen(const Window& window) const;
+  bool isShown(const View& view) const;
+  bool isEnabledOnScreen(const View& view) const;
+  bool isDefaultOnScreen(const Button& button) const;
+  std::string textOnScreen(const View& view) const;
+  std::string placeholderOnScreen(const TextField& field) const;
+  std::string nameForScreenReaders(const View& view) const;
+  const View* focusedOnScreen(const Window& window) const;
+  int widgetCount() const;
+
+ private:
+  QtWindowSystem windows_;
+};
+
+}  // namespace quillmar
