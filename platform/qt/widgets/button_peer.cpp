@@ -26,7 +26,8 @@ ButtonPeer::ButtonPeer(Button& button, QtWindowPeer& window, QWidget& parent)
 void ButtonPeer::update() {
   widgetButton().setFont(desktopFont(button_.font(), widgetButton()));
   // A single ampersand would be a mnemonic.
-  widgetButton().setText(QString::fromStdString(button_.title()).replace(QLatin1Char('&'), QStringLiteral("&&")));
+  widgetButton().setText(
+      QString::fromStdString(button_.title()).replace(QLatin1Char('&'), QStringLiteral("&&")));
   if (auto* const push = dynamic_cast<QPushButton*>(&widgetButton())) {
     push->setDefault(button_.keyEquivalent() == keys::returnKey);
   }

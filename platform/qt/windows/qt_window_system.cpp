@@ -1,7 +1,10 @@
 #include "platform/qt/windows/qt_window_system.h"
 
+#include <utility>
+
+#include "platform/qt/menus/embedded_status_item.h"
+#include "platform/qt/menus/pop_up_menu.h"
 #include "platform/qt/windows/qt_window_peer.h"
-#include "platform/status_item.h"
 
 namespace quillmar {
 
@@ -9,13 +12,14 @@ Result<std::unique_ptr<WindowPeer>> QtWindowSystem::makeWindowPeer(Window& windo
   return std::unique_ptr<WindowPeer>(std::make_unique<QtWindowPeer>(window));
 }
 
-Result<void> QtWindowSystem::popUpMenu(Menu /*menu*/, const Activation& /*activation*/,
-                                       std::function<void(const ActionEntry& entry)> /*choose*/) {
-  return Error{"A menu at the pointer is not available yet."};
+Result<void> QtWindowSystem::popUpMenu(Menu menu, const Activation& /*activation*/,
+                                       std::function<void(const ActionEntry& entry)> choose) {
+  popUpMenuWidget(menu, {.mainQueue = mainQueue_, .choose = std::move(choose)});
+  return {};
 }
 
 Result<std::unique_ptr<StatusItem>> QtWindowSystem::makeEmbeddedStatusItem() {
-  return Error{"An icon in a tray of the older kind is not available yet."};
+  return std::unique_ptr<StatusItem>(std::make_unique<EmbeddedStatusItem>(mainQueue_));
 }
 
 }  // namespace quillmar

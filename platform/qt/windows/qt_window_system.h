@@ -5,16 +5,23 @@
 #include <functional>
 #include <memory>
 
+#include "platform/task_queue.h"
 #include "platform/window_system.h"
 
 namespace quillmar {
 
 class QtWindowSystem final : public WindowSystem {
  public:
+  /// Actions of menus run in turns of `mainQueue`, which is not owned.
+  explicit QtWindowSystem(TaskQueue& mainQueue) : mainQueue_(mainQueue) {}
+
   Result<std::unique_ptr<WindowPeer>> makeWindowPeer(Window& window) override;
   Result<void> popUpMenu(Menu menu, const Activation& activation,
                          std::function<void(const ActionEntry& entry)> choose) override;
   Result<std::unique_ptr<StatusItem>> makeEmbeddedStatusItem() override;
+
+ private:
+  TaskQueue& mainQueue_;
 };
 
 }  // namespace quillmar

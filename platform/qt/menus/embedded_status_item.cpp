@@ -1,0 +1,69 @@
+#include "platform/qt/menus/embedded_status_item.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QPainter>
+#include <utility>
+
+#include "platform/qt/menus/menu_widget.h"
+
+namespace quillmar {
+
+namespace {
+
+/// Trays do not tell their colour. This one is seen on light and dark.
+constexpr QColor templateColor(0x9a, 0x9a, 0x9a);
+
+QIcon trayIcon(const std::optional<Image>& image) {
+  if (!image) return {};
+  const QIcon icon = QIcon::fromTheme(QString::fromStdString(image->name));
+  if (!image->isTemplate) return icon;
+  QIcon tinted;
+  for (const int side : {16, 22, 24, 32, 48}) {
+    QPixmap pixmap = icon.pixmap(QSize(side, side));
+    if (pixmap.isNull()) continue;
+    QPainter painter(&pixmap);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(pixmap.rect(), templateColor);
+    painter.end();
+    tinted.addPixmap(pixmap);
+  }
+  return tinted;
+}
+
+}  // namespace
+
+EmbeddedStatusItem::EmbeddedStatusItem(TaskQueue& mainQueue)
+    : mainQueue_(mainQueue), self_(std::make_shared<EmbeddedStatusItem*>(this)) {
+  icon_.setToolTip(QGuiApplication::applicationDisplayName());
+  // A click with either button opens the menu; the toolkit does it for the right one.
+  QObject::connect(&icon_, &QSystemTrayIcon::activated, &icon_,
+                   [this](QSystemTrayIcon::ActivationReason reason) {
+                     if (reason == QSystemTrayIcon::Trigger && menu_) menu_->popup(QCursor::pos());
+                   });
+}
+
+EmbeddedStatusItem::~EmbeddedStatusItem() {
+  icon_.setContextMenu(nullptr);
+}
+
+void EmbeddedStatusItem::setImage(std::optional<Image> image) {
+  icon_.setIcon(trayIcon(image));
+  icon_.show();
+}
+
+void EmbeddedStatusItem::setMenu(Menu menu) {
+  auto widget = std::make_unique<QMenu>();
+  const std::weak_ptr<EmbeddedStatusItem*> self = self_;
+  fillMenu(*widget, menu, {.mainQueue = mainQueue_, .choose = [self](const ActionEntry& entry) {
+                             if (const auto item = self.lock())
+                               (*item)->sendAction(entry, Activation());
+                           }});
+  icon_.setContextMenu(widget.get());
+  // The menu before may be open, and this be the answer to a click in it.
+  if (menu_) menu_.release()->deleteLater();
+  menu_ = std::move(widget);
+}
+
+}  // namespace quillmar

@@ -1,0 +1,35 @@
+// The status icon in a tray of the older kind (XEmbed). Main thread.
+
+#pragma once
+
+#include <QMenu>
+#include <QSystemTrayIcon>
+#include <memory>
+#include <optional>
+
+#include "platform/status_item.h"
+#include "platform/task_queue.h"
+
+namespace quillmar {
+
+class EmbeddedStatusItem final : public StatusItem {
+ public:
+  /// Shown from now on. Actions run in turns of `mainQueue`. Precondition: there is no
+  /// StatusNotifier host, or the toolkit would show the icon there.
+  explicit EmbeddedStatusItem(TaskQueue& mainQueue);
+  ~EmbeddedStatusItem() override;
+  EmbeddedStatusItem(const EmbeddedStatusItem&) = delete;
+  EmbeddedStatusItem& operator=(const EmbeddedStatusItem&) = delete;
+
+  void setImage(std::optional<Image> image) override;
+  void setMenu(Menu menu) override;
+
+ private:
+  TaskQueue& mainQueue_;
+  std::unique_ptr<QMenu> menu_;
+  QSystemTrayIcon icon_;
+  /// What tasks that wait in the queue look back through: gone when this object is.
+  std::shared_ptr<EmbeddedStatusItem*> self_;
+};
+
+}  // namespace quillmar

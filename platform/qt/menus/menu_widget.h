@@ -1,0 +1,23 @@
+// A menu as plain data, turned into a menu of the toolkit. Main thread.
+
+#pragma once
+
+#include <QMenu>
+#include <functional>
+#include <memory>
+
+#include "platform/menu.h"
+#include "platform/task_queue.h"
+
+namespace quillmar {
+
+/// What a choice does, in a turn of the main queue of its own.
+struct MenuChoice {
+  TaskQueue& mainQueue;
+  std::function<void(const ActionEntry& entry)> choose;
+};
+
+/// Fills the toolkit's menu with the entries.
+void fillMenu(QMenu& widget, const Menu& menu, const MenuChoice& choice);
+
+}  // namespace quillmar
