@@ -1,6 +1,6 @@
 // What every window system promises of the widget model, in both directions: what the program sets
-// is seen on the screen, what the user does to the widgets is heard by the model, once. A harness is
-// a screen and the user in front of it:
+// is seen on the screen, what the user does to the widgets is heard by the model, once. A harness
+// is a screen and the user in front of it:
 //
 //   WindowSystem& windows();
 //   void settle();                              lets everything that was asked for happen
@@ -187,8 +187,7 @@ TYPED_TEST_P(WidgetsConformance, AnotherKeyPressesTheButtonThatNamesIt) {
   this->harness.click(field);
   this->harness.pressKey(*this->window, *button.keyEquivalent());
   EXPECT_THAT(this->pressed, testing::ElementsAre("Find"));
-  this->harness.pressKey(*this->window,
-                         {.character = "g", .modifierMask = modifiers::control});
+  this->harness.pressKey(*this->window, {.character = "g", .modifierMask = modifiers::control});
   EXPECT_THAT(this->pressed, testing::SizeIs(1));
 }
 
