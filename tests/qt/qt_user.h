@@ -28,6 +28,9 @@ QWidget& widgetOf(const View& view);
 
 class QtUser {
  public:
+  /// Nothing of other tests is left on the screen.
+  QtUser() { handleReadyEvents(); }
+
   WindowSystem& windows() { return windows_; }
   void settle();
 

@@ -1,4 +1,5 @@
 #include "tests/conformance/widgets_conformance.h"
+
 #include "tests/qt/qt_user.h"
 
 namespace quillmar {

@@ -19,7 +19,7 @@ QAbstractButton* makeWidget(ButtonStyle style, QWidget& parent) {
 
 ButtonPeer::ButtonPeer(Button& button, QtWindowPeer& window, QWidget& parent)
     : WidgetPeer(button, window, makeWidget(button.style(), parent)), button_(button) {
-  QObject::connect(&widgetButton(), &QAbstractButton::clicked, &widgetButton(),
+  QObject::connect(&widgetButton(), &QAbstractButton::clicked, receiver(),
                    [this] { button_.press(); });
 }
 

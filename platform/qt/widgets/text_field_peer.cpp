@@ -9,7 +9,7 @@ namespace quillmar {
 TextFieldPeer::TextFieldPeer(TextField& field, QtWindowPeer& window, QWidget& parent)
     : WidgetPeer(field, window, new QLineEdit(&parent)), field_(field) {
   line().setMaxLength(std::numeric_limits<int>::max());
-  QObject::connect(&line(), &QLineEdit::textEdited, &line(),
+  QObject::connect(&line(), &QLineEdit::textEdited, receiver(),
                    [this](const QString& text) { field_.type(text.toStdString()); });
 }
 

@@ -22,7 +22,6 @@ WidgetPeer::~WidgetPeer() {
   const QtWindowPeer::ProgramActs programActs(window_);
   // The widget may be in the middle of an event.
   widget_->removeEventFilter(&focusWatcher_);
-  widget_->disconnect();
   widget_->hide();
   widget_->setParent(nullptr);
   widget_->deleteLater();

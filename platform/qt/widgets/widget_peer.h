@@ -51,6 +51,8 @@ class WidgetPeer : public ViewPeer {
   virtual bool growsBeyondStatedWidth() const { return false; }
 
   QtWindowPeer& window() const { return window_; }
+  /// What the widget's signals are connected with: they end with the peer.
+  QObject* receiver() { return &focusWatcher_; }
 
  private:
   /// Tells the window when the user gives the widget the focus.

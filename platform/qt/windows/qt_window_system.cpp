@@ -4,9 +4,14 @@
 
 #include "platform/qt/menus/embedded_status_item.h"
 #include "platform/qt/menus/pop_up_menu.h"
+#include "platform/qt/widgets/accessible_widgets.h"
 #include "platform/qt/windows/qt_window_peer.h"
 
 namespace quillmar {
+
+QtWindowSystem::QtWindowSystem(TaskQueue& mainQueue) : mainQueue_(mainQueue) {
+  makeWidgetsAccessible();
+}
 
 Result<std::unique_ptr<WindowPeer>> QtWindowSystem::makeWindowPeer(Window& window) {
   return std::unique_ptr<WindowPeer>(std::make_unique<QtWindowPeer>(window));

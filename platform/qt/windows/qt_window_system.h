@@ -13,7 +13,7 @@ namespace quillmar {
 class QtWindowSystem final : public WindowSystem {
  public:
   /// Actions of menus run in turns of `mainQueue`, which is not owned.
-  explicit QtWindowSystem(TaskQueue& mainQueue) : mainQueue_(mainQueue) {}
+  explicit QtWindowSystem(TaskQueue& mainQueue);
 
   Result<std::unique_ptr<WindowPeer>> makeWindowPeer(Window& window) override;
   Result<void> popUpMenu(Menu menu, const Activation& activation,
