@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/key_equivalent.h"
+#include "platform/memory/memory_task_queues.h"
 #include "platform/qt/windows/qt_window_system.h"
 #include "platform/widgets/button.h"
 #include "platform/widgets/text_field.h"
@@ -52,7 +53,8 @@ class QtUser {
   int widgetCount() const;
 
  private:
-  QtWindowSystem windows_;
+  MemoryTaskQueues queues_;
+  QtWindowSystem windows_{queues_.mainQueue()};
 };
 
 }  // namespace quillmar
