@@ -1,6 +1,7 @@
 #include "app/app_delegate.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -179,19 +180,18 @@ TEST_F(AppDelegateTest, SettingsNamesTheSettingsFileAndWhenItIsRead) {
 TEST_F(AppDelegateTest, AboutShowsOneWindowThatIsKept) {
   launch();
   EXPECT_THAT(memory.windows.windows(), IsEmpty());
-  const auto chooseAbout = [this] {
-    memory.statusItem.click({"About Quillmar"});
+  const auto chooseAbout = [this](std::uint32_t timestamp = 0) {
+    memory.statusItem.click(memory.statusItem.open(), {"About Quillmar"},
+                            {.timestamp = timestamp, .token = ""});
     memory.queues.runAll();
   };
-  memory.application.setActivation({.timestamp = 1, .token = ""});
-  chooseAbout();
+  chooseAbout(1);
   ASSERT_THAT(memory.windows.windows(), SizeIs(1));
   Window* const window = memory.windows.frontWindow();
   EXPECT_EQ(memory.windows.titleOnScreen(*window), "About Quillmar");
   EXPECT_EQ(memory.windows.lastActivation().timestamp, 1u);
 
-  memory.application.setActivation({.timestamp = 2, .token = ""});
-  chooseAbout();
+  chooseAbout(2);
   EXPECT_THAT(memory.windows.windows(), ElementsAre(window));
   EXPECT_EQ(memory.windows.lastActivation().timestamp, 2u);
 
