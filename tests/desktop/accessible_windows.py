@@ -102,7 +102,7 @@ class AccessibleWindows:
         return found
 
     def shown(self, application):
-        application.set_cache_mask(Atspi.Cache.NONE)
+        application.clear_cache()
         children = [application.get_child_at_index(index)
                     for index in range(application.get_child_count())]
         return [(child.get_name(), Window(child)) for child in children
