@@ -60,4 +60,5 @@ inline constexpr const char* windowModuleEntryPoint = "quillmar_start_window_mod
 
 }  // namespace quillmar
 
+// Named as C names are. NOLINTNEXTLINE(readability-identifier-naming)
 extern "C" quillmar::StartWindowModule quillmar_start_window_module;
