@@ -14,6 +14,7 @@
 #include "platform/memory/memory_application.h"
 #include "platform/status_item.h"
 #include "platform/widgets/window.h"
+#include "tests/linux/main_loop.h"
 #include "tests/linux/temporary_folder.h"
 
 namespace quillmar {
@@ -33,6 +34,9 @@ Menu menu() {
 
 class LoadedWindowSystemTest : public testing::Test {
  protected:
+  // What is left to do in the main loop holds this test's log, which the next test would get.
+  void TearDown() override { runMainLoopWhileReady(); }
+
   const std::string& modulePath() const { return modulePath_; }
 
   /// Puts the module in its place.
