@@ -21,8 +21,7 @@ LabelPeer::LabelPeer(Label& label, QtWindowPeer& window, QWidget& parent)
 
 void LabelPeer::update() {
   text().setFont(desktopFont(label_.font(), text()));
-  text().setTextColor(label_.color() == TextColor::secondaryLabel ? QPalette::PlaceholderText
-                                                                  : QPalette::WindowText);
+  text().setSecondary(label_.color() == TextColor::secondaryLabel);
   text().setTextAlignment(label_.alignment() == TextAlignment::center ? Qt::AlignHCenter
                                                                       : Qt::AlignLeft);
   text().setWraps(label_.wraps());

@@ -7,7 +7,7 @@ namespace quillmar {
 
 namespace {
 
-/// Room for the mark of the focus around the text.
+/// Room for the mark of the focus above and below the text, which begins where others do.
 constexpr int margin = 2;
 
 }  // namespace
@@ -19,7 +19,7 @@ LinkWidget::LinkWidget(QWidget* parent) : QAbstractButton(parent) {
 
 QSize LinkWidget::sizeHint() const {
   const QSize text = fontMetrics().size(Qt::TextShowMnemonic, this->text());
-  return text.grownBy(QMargins(margin, margin, margin, margin));
+  return text.grownBy(QMargins(0, margin, 0, margin));
 }
 
 void LinkWidget::paintEvent(QPaintEvent* /*event*/) {

@@ -9,7 +9,9 @@ namespace quillmar {
 TextFieldPeer::TextFieldPeer(TextField& field, QtWindowPeer& window, QWidget& parent)
     : WidgetPeer(field, window, new QLineEdit(&parent)), field_(field) {
   line().setMaxLength(std::numeric_limits<int>::max());
-  QObject::connect(&line(), &QLineEdit::textEdited, receiver(),
+  // Also what input methods and screen readers put in. What the model itself has set is no news to
+  // it.
+  QObject::connect(&line(), &QLineEdit::textChanged, receiver(),
                    [this](const QString& text) { field_.type(text.toStdString()); });
 }
 

@@ -17,6 +17,9 @@ namespace quillmar {
 
 namespace {
 
+/// Of its colour, the rest being the window's.
+constexpr float secondaryShare = 0.68F;
+
 qreal heightOf(const QTextLayout& layout) {
   const int count = layout.lineCount();
   if (count == 0) return 0;
@@ -35,8 +38,8 @@ void TextWidget::setText(const QString& text) {
   textChanged();
 }
 
-void TextWidget::setTextColor(QPalette::ColorRole role) {
-  color_ = role;
+void TextWidget::setSecondary(bool secondary) {
+  secondary_ = secondary;
   update();
 }
 
@@ -123,8 +126,7 @@ QSize TextWidget::sizeHint() const {
 
 void TextWidget::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  const QPalette::ColorGroup group = isEnabled() ? QPalette::Active : QPalette::Disabled;
-  painter.setPen(palette().color(group, color_));
+  painter.setPen(textColor());
   painter.setFont(font());
   const bool whole = heightOf(shownLines()) < height() + 1 && (wraps_ || naturalWidth() <= width());
   if (whole) {
@@ -132,6 +134,19 @@ void TextWidget::paintEvent(QPaintEvent* /*event*/) {
   } else {
     paintCut(painter);
   }
+}
+
+QColor TextWidget::textColor() const {
+  if (!isEnabled()) return palette().color(QPalette::Disabled, QPalette::WindowText);
+  const QColor text = palette().color(QPalette::Active, QPalette::WindowText);
+  if (!secondary_) return text;
+  // The palette has grey texts, for placeholders, that are too faint for whole sentences.
+  const QColor window = palette().color(QPalette::Active, QPalette::Window);
+  const auto mixed = [](float some, float rest) {
+    return secondaryShare * some + (1 - secondaryShare) * rest;
+  };
+  return QColor::fromRgbF(mixed(text.redF(), window.redF()), mixed(text.greenF(), window.greenF()),
+                          mixed(text.blueF(), window.blueF()));
 }
 
 void TextWidget::paintWhole(QPainter& painter) {

@@ -5,7 +5,7 @@
 #pragma once
 
 #include <QClipboard>
-#include <QPalette>
+#include <QColor>
 #include <QString>
 #include <QTextLayout>
 #include <QWidget>
@@ -19,7 +19,8 @@ class TextWidget final : public QWidget {
 
   const QString& text() const { return text_; }
   void setText(const QString& text);
-  void setTextColor(QPalette::ColorRole role);
+  /// In a paler colour than other texts.
+  void setSecondary(bool secondary);
   /// Qt::AlignLeft stands for the side where lines begin.
   void setTextAlignment(Qt::Alignment alignment);
   void setWraps(bool wraps);
@@ -50,6 +51,7 @@ class TextWidget final : public QWidget {
   /// Those that are shown now.
   const QTextLayout& shownLines() const;
   void textChanged();
+  QColor textColor() const;
   void paintWhole(QPainter& painter);
   /// Draws what there is room for.
   void paintCut(QPainter& painter);
@@ -58,7 +60,7 @@ class TextWidget final : public QWidget {
   void copySelection(QClipboard::Mode mode) const;
 
   QString text_;
-  QPalette::ColorRole color_ = QPalette::WindowText;
+  bool secondary_ = false;
   Qt::Alignment alignment_ = Qt::AlignLeft;
   bool wraps_ = false;
   bool selectable_ = false;
