@@ -40,7 +40,8 @@ void addWrappingLabel(StackView& stack, const std::string& text, const Font& fon
 
 }  // namespace
 
-PromptPanel::PromptPanel(Platform& platform, PromptRequest request, PromptCompletion onFinish)
+PromptPanel::PromptPanel(Platform& platform, const PromptRequest& request,
+                         PromptCompletion onFinish)
     : platform_(platform), panel_(platform.windows), onFinish_(std::move(onFinish)) {
   build(request);
 }
@@ -147,7 +148,7 @@ Result<void> PromptPanel::confirm(Platform& platform, std::string title, std::st
   request.message = std::move(message);
   request.confirmTitle = std::move(confirmTitle);
   return std::make_shared<PromptPanel>(
-             platform, std::move(request),
+             platform, request,
              [completion = std::move(completion)](bool confirmed, const auto& /*text*/) {
                completion(confirmed);
              })
@@ -163,7 +164,7 @@ Result<void> PromptPanel::input(Platform& platform, std::string title, std::stri
   request.placeholder = std::move(placeholder);
   request.confirmTitle = "OK";
   return std::make_shared<PromptPanel>(
-             platform, std::move(request),
+             platform, request,
              [completion = std::move(completion)](bool confirmed, const auto& text) {
                completion(confirmed ? std::optional(text.value_or("")) : std::nullopt);
              })
@@ -171,8 +172,7 @@ Result<void> PromptPanel::input(Platform& platform, std::string title, std::stri
 }
 
 Result<void> PanelPrompts::show(PromptRequest request, PromptCompletion completion) {
-  return std::make_shared<PromptPanel>(platform_, std::move(request), std::move(completion))
-      ->show();
+  return std::make_shared<PromptPanel>(platform_, request, std::move(completion))->show();
 }
 
 }  // namespace quillmar

@@ -24,7 +24,7 @@ class PromptPanel final : public WindowDelegate, public std::enable_shared_from_
  public:
   /// Builds the window. There is a text field exactly when the request has a placeholder. Made with
   /// std::make_shared; the platform must outlive the panel.
-  PromptPanel(Platform& platform, PromptRequest request, PromptCompletion onFinish);
+  PromptPanel(Platform& platform, const PromptRequest& request, PromptCompletion onFinish);
 
   /// The panels that are shown now. The set owns them, so that nobody else has to.
   static const std::set<std::shared_ptr<PromptPanel>>& live();
