@@ -26,7 +26,8 @@ class CommandRunnerTest : public testing::Test {
     memory.environment.variables["PATH"] = "/usr/bin:/bin";
   }
   ~CommandRunnerTest() override {
-    while (!PromptPanel::live().empty()) (*PromptPanel::live().begin())->cancelPressed();
+    const auto stillOpen = PromptPanel::live();
+    for (const auto& panel : stillOpen) panel->cancelPressed();
   }
 
   static MenuItem item(std::string commandText, CommandType type = CommandType::shellCommand) {

@@ -25,7 +25,8 @@ using Answer = std::pair<bool, std::optional<std::string>>;
 class PromptPanelTest : public testing::Test {
  protected:
   ~PromptPanelTest() override {
-    while (!PromptPanel::live().empty()) (*PromptPanel::live().begin())->cancelPressed();
+    const auto stillOpen = PromptPanel::live();
+    for (const auto& panel : stillOpen) panel->cancelPressed();
   }
 
   static PromptRequest confirmation() {
