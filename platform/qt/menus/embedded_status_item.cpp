@@ -17,7 +17,7 @@ constexpr QColor templateColor(0x9a, 0x9a, 0x9a);
 
 QIcon trayIcon(const std::optional<Image>& image) {
   if (!image) return {};
-  const QIcon icon = QIcon::fromTheme(QString::fromStdString(image->name));
+  QIcon icon = QIcon::fromTheme(QString::fromStdString(image->name));
   if (!image->isTemplate) return icon;
   QIcon tinted;
   for (const int side : {16, 22, 24, 32, 48}) {

@@ -1,17 +1,18 @@
-// Looks, before the toolkit does, whether it will find a display: where it finds none it ends the
-// program. Main thread.
+// Whether a display is there and answers. Each waits a few seconds at the most.
 
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "platform/environment.h"
-#include "platform/result.h"
 
 namespace quillmar {
 
-/// The toolkit's platform plugin to use ("xcb", "wayland"), whose display answered. Waits for it
-/// for some seconds at most.
-Result<std::string> findDisplay(const Environment& environment);
+/// What is wrong with the X server of that name, as the end of a sentence; nothing when it answers.
+std::optional<std::string> problemWithX11(const std::string& display);
+
+/// The same of the Wayland server that the environment names.
+std::optional<std::string> problemWithWayland(const Environment& environment);
 
 }  // namespace quillmar

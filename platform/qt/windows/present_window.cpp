@@ -1,9 +1,9 @@
 #include "platform/qt/windows/present_window.h"
 
-#include <QGuiApplication>
 #include <QWidget>
 
 #include "platform/qt/windows/x11_activation.h"
+#include "platform/qt/windows/x11_requests.h"
 
 namespace quillmar {
 
@@ -21,11 +21,8 @@ void show(QWidget& window) {
 }  // namespace
 
 void presentWindow(QWidget& window, const Activation& activation) {
-  // Another platform plugin may have the interface, too, but no connection behind it.
-  auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  if (x11 != nullptr && QGuiApplication::platformName() == QLatin1String("xcb")) {
-    const X11Activation leave(x11->connection(), static_cast<xcb_window_t>(window.winId()),
-                              activation);
+  if (xcb_connection_t* const x11 = x11Connection()) {
+    const X11Activation leave(x11, static_cast<xcb_window_t>(window.winId()), activation);
     leave.announce();
     show(window);
     leave.activate();

@@ -1,11 +1,12 @@
 #include "platform/qt/windows/x11_activation.h"
 
 #include <charconv>
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 
 #include <poll.h>
+
+#include "platform/qt/windows/x11_requests.h"
 
 namespace quillmar {
 
@@ -15,16 +16,13 @@ constexpr int clockTimeoutMilliseconds = 1000;
 /// A request to the window manager that comes from an ordinary program.
 constexpr std::uint32_t fromApplication = 1;
 
-struct Free {
-  void operator()(void* memory) const { std::free(memory); }
-};
 struct Disconnect {
   void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
 };
 
 /// The next event; null when none comes in time.
-std::unique_ptr<xcb_generic_event_t, Free> nextEvent(xcb_connection_t* connection) {
-  std::unique_ptr<xcb_generic_event_t, Free> event(xcb_poll_for_event(connection));
+XcbReply<xcb_generic_event_t> nextEvent(xcb_connection_t* connection) {
+  XcbReply<xcb_generic_event_t> event(xcb_poll_for_event(connection));
   if (event) return event;
   pollfd ready{.fd = xcb_get_file_descriptor(connection), .events = POLLIN, .revents = 0};
   if (poll(&ready, 1, clockTimeoutMilliseconds) == 1) event.reset(xcb_poll_for_event(connection));
@@ -38,7 +36,7 @@ std::uint32_t serverTime() {
   const std::unique_ptr<xcb_connection_t, Disconnect> connection(
       xcb_connect(nullptr, &screenNumber));
   if (xcb_connection_has_error(connection.get()) != 0) return 0;
-  const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection.get())).data->root;
+  const xcb_window_t root = x11RootWindow(connection.get());
   const xcb_window_t window = xcb_generate_id(connection.get());
   const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
   xcb_create_window(connection.get(), 0, window, root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
@@ -74,27 +72,20 @@ X11Activation::X11Activation(xcb_connection_t* connection, xcb_window_t window,
                              const Activation& activation)
     : connection_(connection), window_(window), time_(timeOf(activation)) {}
 
-xcb_atom_t X11Activation::atom(const char* name) const {
-  const xcb_intern_atom_cookie_t cookie =
-      xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-  const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(
-      xcb_intern_atom_reply(connection_, cookie, nullptr));
-  return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
 void X11Activation::announce() const {
   if (time_ == 0) return;
   // Some window managers have the time on a window of its own, which the toolkit has made.
   xcb_window_t holder = window_;
-  const xcb_get_property_cookie_t cookie = xcb_get_property(
-      connection_, 0, window_, atom("_NET_WM_USER_TIME_WINDOW"), XCB_ATOM_WINDOW, 0, 1);
-  const std::unique_ptr<xcb_get_property_reply_t, Free> reply(
+  const xcb_get_property_cookie_t cookie =
+      xcb_get_property(connection_, 0, window_, x11Atom(connection_, "_NET_WM_USER_TIME_WINDOW"),
+                       XCB_ATOM_WINDOW, 0, 1);
+  const XcbReply<xcb_get_property_reply_t> reply(
       xcb_get_property_reply(connection_, cookie, nullptr));
   if (reply && xcb_get_property_value_length(reply.get()) == sizeof holder) {
     std::memcpy(&holder, xcb_get_property_value(reply.get()), sizeof holder);
   }
-  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, holder, atom("_NET_WM_USER_TIME"),
-                      XCB_ATOM_CARDINAL, 32, 1, &time_);
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, holder,
+                      x11Atom(connection_, "_NET_WM_USER_TIME"), XCB_ATOM_CARDINAL, 32, 1, &time_);
 }
 
 void X11Activation::activate() const {
@@ -103,11 +94,10 @@ void X11Activation::activate() const {
   message.response_type = XCB_CLIENT_MESSAGE;
   message.format = 32;
   message.window = window_;
-  message.type = atom("_NET_ACTIVE_WINDOW");
+  message.type = x11Atom(connection_, "_NET_ACTIVE_WINDOW");
   message.data.data32[0] = fromApplication;
   message.data.data32[1] = time_;
-  const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
-  xcb_send_event(connection_, 0, root,
+  xcb_send_event(connection_, 0, x11RootWindow(connection_),
                  XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                  reinterpret_cast<const char*>(&message));
   xcb_flush(connection_);

@@ -28,8 +28,6 @@ class X11Activation {
   void activate() const;
 
  private:
-  xcb_atom_t atom(const char* name) const;
-
   xcb_connection_t* connection_;
   xcb_window_t window_;
   std::uint32_t time_;

@@ -1,0 +1,69 @@
+#include "platform/qt/module/display_platform.h"
+
+#include <algorithm>
+#include <optional>
+#include <sstream>
+
+#include "platform/qt/module/display_probe.h"
+#include "platform/qt/module/platform_plugin.h"
+
+namespace quillmar {
+
+namespace {
+
+constexpr const char* wayland = "wayland";
+constexpr const char* x11 = "xcb";
+
+std::string valueOf(const Environment& environment, const std::string& name) {
+  return environment.value(name).value_or("");
+}
+
+std::vector<std::string> split(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::istringstream stream(text);
+  for (std::string part; std::getline(stream, part, separator);) {
+    if (!part.empty()) parts.push_back(part);
+  }
+  return parts;
+}
+
+bool isGnome(const Environment& environment) {
+  const std::vector<std::string> names = split(valueOf(environment, "XDG_CURRENT_DESKTOP"), ':');
+  return std::find(names.begin(), names.end(), "GNOME") != names.end();
+}
+
+/// Why the platform cannot be used; nothing when it can.
+std::optional<std::string> obstacle(const std::string& platform, const Environment& environment) {
+  const std::string plugin = platform.substr(0, platform.find(':'));
+  if (auto problem = problemWithPlugin(plugin)) return problem;
+  if (plugin == x11) return problemWithX11(valueOf(environment, "DISPLAY"));
+  if (plugin.starts_with(wayland)) return problemWithWayland(environment);
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::vector<std::string> wantedPlatforms(const Environment& environment) {
+  std::vector<std::string> wanted = split(valueOf(environment, "QT_QPA_PLATFORM"), ';');
+  if (!wanted.empty()) return wanted;
+  if (!valueOf(environment, "WAYLAND_DISPLAY").empty()) wanted.emplace_back(wayland);
+  if (!valueOf(environment, "DISPLAY").empty()) wanted.emplace_back(x11);
+  // There the toolkit prefers X11, whose windows look like the others.
+  const bool prefersX11 = isGnome(environment) || valueOf(environment, "XDG_SESSION_TYPE") == "x11";
+  if (prefersX11) std::reverse(wanted.begin(), wanted.end());
+  return wanted;
+}
+
+Result<std::string> usablePlatform(const Environment& environment) {
+  std::string reason = "there is no display: neither WAYLAND_DISPLAY nor DISPLAY is set";
+  bool isFirst = true;
+  for (const std::string& platform : wantedPlatforms(environment)) {
+    const auto problem = obstacle(platform, environment);
+    if (!problem) return platform;
+    if (isFirst) reason = *problem;
+    isFirst = false;
+  }
+  return Error{"Quillmar can show no windows, because " + reason + "."};
+}
+
+}  // namespace quillmar

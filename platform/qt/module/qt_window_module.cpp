@@ -1,0 +1,90 @@
+#include "platform/qt/module/qt_window_module.h"
+
+#include <QIcon>
+#include <clocale>
+#include <utility>
+
+#include "platform/qt/module/display_platform.h"
+#include "platform/qt/module/unexpected_end.h"
+
+namespace quillmar {
+
+namespace {
+
+/// Keeps the toolkit from what would change the program as a whole. The variables are this
+/// process's; commands get the environment that the program was started with.
+void restrainToolkit() {
+  // Its loop must serve GLib's main context.
+  qunsetenv("QT_NO_GLIB");
+  // A session manager would start the program again, with arguments of its own, and ask its windows
+  // whether the session may end. Without a window the program doesn't know of sessions either.
+  qunsetenv("SESSION_MANAGER");
+}
+
+/// The toolkit takes the user's locale for everything in the process. It needs that of characters,
+/// for dead keys; numbers and messages stay as they were.
+class LocaleKeeper {
+ public:
+  LocaleKeeper() : before_(std::setlocale(LC_ALL, nullptr)) {}
+  ~LocaleKeeper() {
+    const std::string characters = std::setlocale(LC_CTYPE, nullptr);
+    std::setlocale(LC_ALL, before_.c_str());
+    std::setlocale(LC_CTYPE, characters.c_str());
+  }
+  LocaleKeeper(const LocaleKeeper&) = delete;
+  LocaleKeeper& operator=(const LocaleKeeper&) = delete;
+
+ private:
+  std::string before_;
+};
+
+std::vector<char*> pointersTo(std::vector<std::string>& arguments) {
+  std::vector<char*> pointers;
+  for (std::string& argument : arguments) pointers.push_back(argument.data());
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+}  // namespace
+
+Result<QtWindowModule*> QtWindowModule::start(const WindowModuleHost& host) {
+  const Result<std::string> platform = usablePlatform(host.environment);
+  if (!platform) return platform.error();
+  restrainToolkit();
+  const LocaleKeeper localeKeeper;
+  return new QtWindowModule(host, platform.value());
+}
+
+QtWindowModule::QtWindowModule(const WindowModuleHost& host, std::string platform)
+    : arguments_({"quillmar", "-platform", std::move(platform)}),
+      argumentValues_(pointersTo(arguments_)),
+      argumentCount_(static_cast<int>(arguments_.size())),
+      application_(argumentCount_, argumentValues_.data()),
+      colorScheme_(host.environment),
+      windows_(host.mainQueue) {
+  watchForUnexpectedEnd(host.log);
+  QApplication::setQuitOnLastWindowClosed(false);
+  // No display name: the toolkit would add it to every title.
+  QApplication::setApplicationName(QString::fromStdString(host.applicationName));
+  QApplication::setApplicationVersion(QString::fromStdString(host.applicationVersion));
+  QApplication::setDesktopFileName(QString::fromStdString(host.applicationId));
+  const QString icons = QString::fromStdString(host.iconThemePath);
+  QStringList folders = QIcon::themeSearchPaths();
+  if (!icons.isEmpty() && !folders.contains(icons)) folders.append(icons);
+  QIcon::setThemeSearchPaths(folders);
+  // A desktop without an icon theme has this one, in which the program's icons are.
+  if (QIcon::themeName().isEmpty()) QIcon::setThemeName(QStringLiteral("hicolor"));
+  QApplication::setWindowIcon(QIcon::fromTheme(QString::fromStdString(host.applicationId)));
+}
+
+void QtWindowModule::run() {
+  QApplication::exec();
+  expectEnd();
+}
+
+void QtWindowModule::quit() {
+  // Not quit(), which asks the windows first.
+  QApplication::exit();
+}
+
+}  // namespace quillmar

@@ -1,0 +1,39 @@
+// The module's life: the application object of the toolkit, its main loop and its screen. There is
+// one in a process, and it stays to the end.
+
+#pragma once
+
+#include <QApplication>
+#include <string>
+#include <vector>
+
+#include "platform/qt/module/color_scheme.h"
+#include "platform/qt/windows/qt_window_system.h"
+#include "platform/result.h"
+#include "platform/window_module.h"
+
+namespace quillmar {
+
+class QtWindowModule final : public WindowModule {
+ public:
+  /// Fails, and has changed nothing, when no window could be shown.
+  static Result<QtWindowModule*> start(const WindowModuleHost& host);
+
+  WindowSystem& windows() override { return windows_; }
+  void run() override;
+  void quit() override;
+
+ private:
+  /// `platform` is one that can be used.
+  QtWindowModule(const WindowModuleHost& host, std::string platform);
+
+  /// The toolkit keeps pointers into these.
+  std::vector<std::string> arguments_;
+  std::vector<char*> argumentValues_;
+  int argumentCount_;
+  QApplication application_;
+  ColorScheme colorScheme_;
+  QtWindowSystem windows_;
+};
+
+}  // namespace quillmar
