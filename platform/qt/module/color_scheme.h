@@ -22,10 +22,9 @@ class ColorScheme final : public QObject {
   /// Precondition: a QApplication.
   explicit ColorScheme(const Environment& environment);
 
- private Q_SLOTS:
-  void portalChanged(const QString& group, const QString& key, const QDBusVariant& value);
-
  private:
+  Q_SLOT void portalChanged(const QString& group, const QString& key, const QDBusVariant& value);
+
   void askPortal();
   /// Absent when the portal has no preference.
   void setFromPortal(std::optional<bool> dark);
