@@ -2,10 +2,9 @@
 
 #include <QCursor>
 #include <QGuiApplication>
-#include <QIcon>
-#include <QPainter>
 #include <utility>
 
+#include "platform/qt/images/image_icons.h"
 #include "platform/qt/menus/menu_widget.h"
 
 namespace quillmar {
@@ -16,17 +15,13 @@ namespace {
 constexpr QColor templateColor(0x9a, 0x9a, 0x9a);
 
 QIcon trayIcon(const std::optional<Image>& image) {
-  if (!image) return {};
-  QIcon icon = QIcon::fromTheme(QString::fromStdString(image->name));
-  if (!image->isTemplate) return icon;
+  QIcon icon = iconOf(image);
+  if (!image || !image->isTemplate) return icon;
   QIcon tinted;
   for (const int side : {16, 22, 24, 32, 48}) {
     QPixmap pixmap = icon.pixmap(QSize(side, side));
     if (pixmap.isNull()) continue;
-    QPainter painter(&pixmap);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.fillRect(pixmap.rect(), templateColor);
-    painter.end();
+    tint(pixmap, templateColor);
     tinted.addPixmap(pixmap);
   }
   return tinted;

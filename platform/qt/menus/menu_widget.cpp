@@ -1,9 +1,11 @@
 #include "platform/qt/menus/menu_widget.h"
 
 #include <QIcon>
-#include <QPainter>
 #include <QPalette>
 #include <variant>
+
+#include "platform/qt/images/image_icons.h"
+#include "platform/qt/windows/key_presses.h"
 
 namespace quillmar {
 
@@ -14,22 +16,21 @@ QString plainTitle(const std::string& title) {
   return QString::fromStdString(title).replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
-/// Symbols take the colour of the text beside them.
-QIcon iconOf(const std::optional<Image>& image, const QMenu& widget) {
-  if (!image) return {};
-  const QIcon icon = QIcon::fromTheme(QString::fromStdString(image->name));
-  if (icon.isNull()) return {};
+QIcon entryIcon(const std::optional<Image>& image, const QMenu& widget) {
+  const QIcon icon = iconOf(image);
+  if (icon.isNull() || !image->isTemplate) return icon;
   constexpr int side = 16;
   QPixmap pixmap = icon.pixmap(QSize(side, side), widget.devicePixelRatio());
-  QPainter tint(&pixmap);
-  tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
-  tint.fillRect(pixmap.rect(), widget.palette().color(QPalette::WindowText));
-  tint.end();
-  return QIcon(pixmap);
+  tint(pixmap, widget.palette().color(QPalette::WindowText));
+  return {pixmap};
 }
 
 void addAction(QMenu& widget, const ActionEntry& entry, const MenuChoice& choice) {
-  QAction* const action = widget.addAction(iconOf(entry.image, widget), plainTitle(entry.title));
+  QAction* const action = widget.addAction(entryIcon(entry.image, widget), plainTitle(entry.title));
+  if (entry.keyEquivalent) {
+    action->setShortcut(keySequenceOf(*entry.keyEquivalent));
+    action->setShortcutVisibleInContextMenu(true);
+  }
   QObject::connect(action, &QAction::triggered, &widget, [entry, choice] {
     choice.mainQueue.async([entry, choose = choice.choose] { choose(entry); });
   });
@@ -45,7 +46,7 @@ void fillMenu(QMenu& widget, const Menu& menu, const MenuChoice& choice) {
       addAction(widget, *action, choice);
     } else if (const auto* const submenu = std::get_if<SubmenuEntry>(&entry)) {
       QMenu* const child = widget.addMenu(plainTitle(submenu->title));
-      child->setIcon(iconOf(submenu->image, widget));
+      child->setIcon(entryIcon(submenu->image, widget));
       fillMenu(*child, submenu->submenu, choice);
     } else {
       widget.addSeparator();

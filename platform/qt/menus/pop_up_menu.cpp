@@ -6,6 +6,8 @@
 #include <QVBoxLayout>
 #include <QWidget>
 
+#include "platform/qt/windows/present_window.h"
+
 namespace quillmar {
 
 namespace {
@@ -20,7 +22,7 @@ QPointer<QWidget>& openMenu() {
   return widget;
 }
 
-void showInWindow(const Menu& menu, const MenuChoice& choice) {
+void showInWindow(const Menu& menu, const Activation& activation, const MenuChoice& choice) {
   auto* const window = new QWidget;
   window->setAttribute(Qt::WA_DeleteOnClose);
   window->setWindowTitle(QGuiApplication::applicationName());
@@ -35,16 +37,16 @@ void showInWindow(const Menu& menu, const MenuChoice& choice) {
   QObject::connect(widget, &QMenu::aboutToHide, window, &QWidget::close);
   openMenu() = window;
   widget->show();
-  window->show();
+  presentWindow(*window, activation);
   widget->setFocus();
 }
 
 }  // namespace
 
-void popUpMenuWidget(const Menu& menu, const MenuChoice& choice) {
+void popUpMenuWidget(const Menu& menu, const Activation& activation, const MenuChoice& choice) {
   if (openMenu() != nullptr) openMenu()->close();
   if (!windowsCanBePlaced()) {
-    showInWindow(menu, choice);
+    showInWindow(menu, activation, choice);
     return;
   }
   auto* const widget = new QMenu;

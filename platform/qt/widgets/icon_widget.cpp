@@ -3,10 +3,12 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "platform/qt/images/image_icons.h"
+
 namespace quillmar {
 
 void IconWidget::setImage(const std::optional<Image>& image) {
-  icon_ = image ? QIcon::fromTheme(QString::fromStdString(image->name)) : QIcon();
+  icon_ = iconOf(image);
   isTemplate_ = image && image->isTemplate;
   update();
 }
@@ -18,10 +20,8 @@ void IconWidget::paintEvent(QPaintEvent* /*event*/) {
   QPixmap pixmap = icon_.pixmap(QSize(side, side), devicePixelRatio(),
                                 isEnabled() ? QIcon::Normal : QIcon::Disabled);
   if (isTemplate_) {
-    QPainter tint(&pixmap);
-    tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
     const QPalette::ColorGroup group = isEnabled() ? QPalette::Active : QPalette::Disabled;
-    tint.fillRect(pixmap.rect(), palette().color(group, QPalette::WindowText));
+    tint(pixmap, palette().color(group, QPalette::WindowText));
   }
   const QSizeF size = pixmap.deviceIndependentSize();
   QPainter painter(this);

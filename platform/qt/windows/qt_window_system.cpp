@@ -17,9 +17,9 @@ Result<std::unique_ptr<WindowPeer>> QtWindowSystem::makeWindowPeer(Window& windo
   return std::unique_ptr<WindowPeer>(std::make_unique<QtWindowPeer>(window));
 }
 
-Result<void> QtWindowSystem::popUpMenu(Menu menu, const Activation& /*activation*/,
+Result<void> QtWindowSystem::popUpMenu(Menu menu, const Activation& activation,
                                        std::function<void(const ActionEntry& entry)> choose) {
-  popUpMenuWidget(menu, {.mainQueue = mainQueue_, .choose = std::move(choose)});
+  popUpMenuWidget(menu, activation, {.mainQueue = mainQueue_, .choose = std::move(choose)});
   return {};
 }
 

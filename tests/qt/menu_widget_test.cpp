@@ -1,0 +1,121 @@
+#include "platform/qt/menus/menu_widget.h"
+
+#include <QAction>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QMenu>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/memory/memory_task_queues.h"
+#include "platform/qt/windows/key_presses.h"
+
+namespace quillmar {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+ActionEntry entry(std::string title, std::string id) {
+  return {.title = std::move(title),
+          .action = MenuAction::runCommand,
+          .representedObject = std::move(id),
+          .image = {},
+          .keyEquivalent = {}};
+}
+
+class MenuWidgetTest : public testing::Test {
+ protected:
+  void fill(std::vector<MenuEntry> entries) {
+    fillMenu(widget_, Menu{.title = "", .entries = std::move(entries)},
+             {.mainQueue = queues_.mainQueue(), .choose = [this](const ActionEntry& chosen) {
+                chosen_.push_back(*chosen.representedObject);
+              }});
+  }
+
+  MemoryTaskQueues queues_;
+  QMenu widget_;
+  std::vector<std::string> chosen_;
+};
+
+TEST_F(MenuWidgetTest, AChoiceRunsInATurnOfItsOwn) {
+  fill({entry("One", "1"), entry("Two", "2")});
+  widget_.actions().at(1)->trigger();
+  EXPECT_THAT(chosen_, IsEmpty());
+  queues_.runAll();
+  EXPECT_THAT(chosen_, ElementsAre("2"));
+}
+
+TEST_F(MenuWidgetTest, AnAmpersandInATitleIsACharacterOfIt) {
+  fill({entry("Cats & dogs", "1")});
+  EXPECT_EQ(widget_.actions().front()->text(), "Cats && dogs");
+}
+
+TEST_F(MenuWidgetTest, SeparatorsAndSubmenusStandWhereTheMenuHasThem) {
+  SubmenuEntry tools;
+  tools.title = "Tools";
+  tools.submenu.entries.emplace_back(entry("Inner", "3"));
+  fill({SeparatorEntry{}, tools, SeparatorEntry{}, SeparatorEntry{}, entry("Last", "4")});
+  const QList<QAction*> actions = widget_.actions();
+  ASSERT_EQ(actions.size(), 5);
+  EXPECT_TRUE(actions[0]->isSeparator());
+  ASSERT_NE(actions[1]->menu(), nullptr);
+  EXPECT_EQ(actions[1]->menu()->actions().front()->text(), "Inner");
+  EXPECT_TRUE(actions[3]->isSeparator());
+  actions[1]->menu()->actions().front()->trigger();
+  queues_.runAll();
+  EXPECT_THAT(chosen_, ElementsAre("3"));
+}
+
+TEST_F(MenuWidgetTest, AShortcutStandsBesideItsEntry) {
+  ActionEntry quit = entry("Quit", "1");
+  quit.keyEquivalent = KeyEquivalent{"q"};
+  fill({quit});
+  const QAction& action = *widget_.actions().front();
+  EXPECT_EQ(action.shortcut().toString(QKeySequence::PortableText), "Meta+Q");
+  EXPECT_TRUE(action.isShortcutVisibleInContextMenu());
+}
+
+TEST_F(MenuWidgetTest, AnIconThatIsNotThereLeavesTheEntryWithoutOne) {
+  ActionEntry action = entry("Run", "1");
+  action.image = Image{.name = "no-such-icon", .isTemplate = true, .pointSize = {}, .weight = {}};
+  fill({action});
+  EXPECT_TRUE(widget_.actions().front()->icon().isNull());
+}
+
+std::string sequence(const std::string& character, std::uint64_t mask) {
+  return keySequenceOf({character, mask}).toString(QKeySequence::PortableText).toStdString();
+}
+
+TEST(KeySequenceTest, ModifiersAreNamedAsTheDesktopNamesThem) {
+  EXPECT_EQ(sequence("k", modifiers::control | modifiers::option | modifiers::shift),
+            "Ctrl+Alt+Shift+K");
+  EXPECT_EQ(sequence("K", modifiers::command), "Meta+Shift+K");
+}
+
+TEST(KeySequenceTest, KeysWithoutALetterHaveNames) {
+  EXPECT_EQ(sequence("\uf704", 0), "F1");
+  EXPECT_EQ(sequence("\uf726", 0), "F35");
+  EXPECT_EQ(sequence("\uf700", modifiers::control), "Ctrl+Up");
+  EXPECT_EQ(sequence("\r", 0), "Return");
+}
+
+TEST(KeySequenceTest, WhatIsNotOneCharacterIsNoKey) {
+  EXPECT_EQ(sequence("", 0), "");
+  EXPECT_EQ(sequence("ab", 0), "");
+}
+
+TEST(KeySequenceTest, APressOfTheKeyIsTheEquivalentAgain) {
+  for (const std::string character : {"k", "\r", "\t", "\x1b", "\uf700", "\uf72d", "\uf704", "ä"}) {
+    const KeyEquivalent equivalent{character, modifiers::control};
+    const QKeyCombination keys = keySequenceOf(equivalent)[0];
+    const QKeyEvent press(QEvent::KeyPress, keys.key(), keys.keyboardModifiers());
+    EXPECT_EQ(keyEquivalentOf(press), equivalent) << character;
+  }
+}
+
+}  // namespace
+}  // namespace quillmar
