@@ -11,9 +11,18 @@ namespace quillmar {
 
 namespace {
 
-/// The toolkit takes "&" for a mnemonic.
+/// The toolkit takes "&" for a mnemonic, and what follows a tab for a shortcut.
 QString plainTitle(const std::string& title) {
-  return QString::fromStdString(title).replace(QLatin1Char('&'), QStringLiteral("&&"));
+  return QString::fromStdString(title)
+      .replace(QLatin1Char('&'), QStringLiteral("&&"))
+      .replace(QLatin1Char('\t'), QLatin1Char(' '));
+}
+
+/// Only shown: keys are for whoever listens to them. The toolkit has another name for Super.
+QString shortcutText(const KeyEquivalent& keyEquivalent) {
+  return QLatin1Char('\t') + keySequenceOf(keyEquivalent)
+                                 .toString(QKeySequence::NativeText)
+                                 .replace(QStringLiteral("Meta"), QStringLiteral("Super"));
 }
 
 QIcon entryIcon(const std::optional<Image>& image, const QMenu& widget) {
@@ -26,11 +35,9 @@ QIcon entryIcon(const std::optional<Image>& image, const QMenu& widget) {
 }
 
 void addAction(QMenu& widget, const ActionEntry& entry, const MenuChoice& choice) {
-  QAction* const action = widget.addAction(entryIcon(entry.image, widget), plainTitle(entry.title));
-  if (entry.keyEquivalent) {
-    action->setShortcut(keySequenceOf(*entry.keyEquivalent));
-    action->setShortcutVisibleInContextMenu(true);
-  }
+  QString text = plainTitle(entry.title);
+  if (entry.keyEquivalent) text += shortcutText(*entry.keyEquivalent);
+  QAction* const action = widget.addAction(entryIcon(entry.image, widget), text);
   QObject::connect(action, &QAction::triggered, &widget, [entry, choice] {
     choice.mainQueue.async([entry, choose = choice.choose] { choose(entry); });
   });
