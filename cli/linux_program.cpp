@@ -171,6 +171,7 @@ class PanelProgram {
 
 ExitStatus liveInPanel(const Environment& environment, Console& console) {
   ignoreBrokenPipes();
+  const Environment lasting = withoutActivation(environment);
   std::optional<PanelProgram> program;
   ApplicationInstance instance({
       .activate = [&] { program->activate(); },
@@ -192,7 +193,7 @@ ExitStatus liveInPanel(const Environment& environment, Console& console) {
   }
 
   instance.setActivation(activationOf(environment));
-  program.emplace(environment, instance);
+  program.emplace(lasting, instance);
   program->launch();
   const int status = instance.run();
   program->pasteboard().saveForQuit();

@@ -94,6 +94,14 @@ class StatusMenuTest(DesktopTestCase):
         icon.choose("Deep", "Write")
         self.wait_for_file("result", "deep")
 
+    def test_a_command_does_not_inherit_the_leave_that_the_program_was_started_with(self):
+        program = self.start(
+            tools(entry("Tell", "printf %s \"${DESKTOP_STARTUP_ID-none}"
+                                f"${{XDG_ACTIVATION_TOKEN-none}}\" > {self.scratch}/result")),
+            environment={"DESKTOP_STARTUP_ID": "old_TIME1", "XDG_ACTIVATION_TOKEN": "old"})
+        StatusIcon(self.bus, program).choose("Tell")
+        self.wait_for_file("result", "nonenone")
+
     def test_a_script_file_runs_in_its_own_folder(self):
         script = self.scratch / "where.sh"
         script.write_text("pwd > here\n")

@@ -1,6 +1,8 @@
 #include "platform/linux/application/platform_data.h"
 
 #include <chrono>
+#include <map>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -50,6 +52,16 @@ TEST(PlatformData, HandsOnWhatThisProcessWasStartedWith) {
   EXPECT_EQ(activationIn(data.get()), (Activation{3, "token"}));
   EXPECT_EQ(activationOf(environment), (Activation{3, "token"}));
   EXPECT_FALSE(hasExpired(data.get()));
+}
+
+TEST(PlatformData, WhatIsStartedLaterDoesNotInheritIt) {
+  g_setenv("XDG_ACTIVATION_TOKEN", "token", TRUE);
+  g_setenv("DESKTOP_STARTUP_ID", "id_TIME3", TRUE);
+  const Environment rest = withoutActivation(
+      {{{"XDG_ACTIVATION_TOKEN", "token"}, {"DESKTOP_STARTUP_ID", "id_TIME3"}, {"LANG", "C"}}});
+  EXPECT_EQ(rest.variables, (std::map<std::string, std::string>{{"LANG", "C"}}));
+  EXPECT_EQ(g_getenv("XDG_ACTIVATION_TOKEN"), nullptr);
+  EXPECT_EQ(g_getenv("DESKTOP_STARTUP_ID"), nullptr);
 }
 
 TEST(PlatformData, HoldsNothingWhenTheEnvironmentHoldsNothing) {

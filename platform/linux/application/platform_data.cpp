@@ -13,6 +13,8 @@ namespace quillmar {
 
 namespace {
 
+constexpr const char* tokenVariable = "XDG_ACTIVATION_TOKEN";
+constexpr const char* startupIdVariable = "DESKTOP_STARTUP_ID";
 constexpr const char* tokenKey = "activation-token";
 constexpr const char* startupIdKey = "desktop-startup-id";
 /// The end of the wish, in microseconds of the monotonic clock, which all processes share.
@@ -29,8 +31,8 @@ void add(GVariantBuilder& data, const char* key, const Environment& environment,
 GVariantBuilder builderFor(const Environment& environment) {
   GVariantBuilder data;
   g_variant_builder_init(&data, G_VARIANT_TYPE_VARDICT);
-  add(data, tokenKey, environment, "XDG_ACTIVATION_TOKEN");
-  add(data, startupIdKey, environment, "DESKTOP_STARTUP_ID");
+  add(data, tokenKey, environment, tokenVariable);
+  add(data, startupIdKey, environment, startupIdVariable);
   return data;
 }
 
@@ -67,6 +69,14 @@ GVariant* platformData(const Environment& environment, std::chrono::milliseconds
 
 Activation activationOf(const Environment& environment) {
   return activationIn(GVariantPtr(g_variant_ref_sink(platformData(environment))).get());
+}
+
+Environment withoutActivation(Environment environment) {
+  for (const char* variable : {tokenVariable, startupIdVariable}) {
+    environment.variables.erase(variable);
+    g_unsetenv(variable);
+  }
+  return environment;
 }
 
 Activation activationIn(GVariant* platformData) {

@@ -22,6 +22,10 @@ GVariant* platformData(const Environment& environment, std::chrono::milliseconds
 /// What this process was started with.
 Activation activationOf(const Environment& environment);
 
+/// The environment without it, in this process as well: one leave is for one program, not for the
+/// commands and helpers that it starts. Before other threads run.
+Environment withoutActivation(Environment environment);
+
 /// The activation in a vardict; empty when there is none. Entries of other types are ignored.
 Activation activationIn(GVariant* platformData);
 
