@@ -8,6 +8,7 @@
 
 #include <poll.h>
 #include <sys/prctl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "tests/linux/main_loop.h"
@@ -123,6 +124,10 @@ void ServerProgram::kill() {
 
 void ServerProgram::signal(int number) {
   g_subprocess_send_signal(process_.get(), number);
+  if (number != SIGSTOP) return;
+  const char* id = g_subprocess_get_identifier(process_.get());
+  siginfo_t stopped{};
+  if (!id || waitid(P_PID, std::stoul(id), &stopped, WSTOPPED | WNOWAIT) != 0) fail("Not stopped.");
 }
 
 std::optional<int> ServerProgram::end(int signal) {

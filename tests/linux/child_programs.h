@@ -30,7 +30,7 @@ class ServerProgram {
   /// Kills it and waits for its end.
   void kill();
 
-  /// Sends it the signal.
+  /// Sends it the signal; after SIGSTOP it has stopped.
   void signal(int number);
 
   /// Sends it the signal, none when 0, and waits for its end. Returns its exit status, or nothing
