@@ -85,7 +85,6 @@ class PanelProgram {
                 IconThemes::ofUser(environment, system_.userDirectories.homeDirectory())),
         windows_(LoadedWindowSystem::moduleOfThisProgram(),
                  {.mainQueue = mainQueue_,
-                  .application = instance,
                   .environment = system_.environment,
                   .applicationId = applicationId,
                   .applicationName = applicationName,
@@ -140,7 +139,7 @@ class PanelProgram {
     if (!statusItem_.isShown()) (void)showMenu();
   }
 
-  Result<void> showMenu() { return statusItem_.popUp(platform_.application.activation()); }
+  Result<void> showMenu() { return statusItem_.popUp(platform_.application.takeActivation()); }
 
   DesktopPasteboard& pasteboard() { return pasteboard_; }
 

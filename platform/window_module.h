@@ -11,7 +11,6 @@
 
 namespace quillmar {
 
-class Application;
 class TaskQueue;
 class WindowSystem;
 
@@ -19,7 +18,6 @@ class WindowSystem;
 struct WindowModuleHost {
   /// Runs tasks in the program's main loop, and goes on doing so in the module's.
   TaskQueue& mainQueue;
-  Application& application;
   /// The environment that the program was started with.
   const Environment& environment;
   /// The program's name in reverse-DNS form, which is also that of its desktop entry and its icon.
@@ -40,7 +38,8 @@ class WindowModule {
   virtual WindowSystem& windows() = 0;
 
   /// The module's main loop, which serves GLib's default main context. The program leaves its own
-  /// for it as soon as the module is at work. Returns after quit(), or when the display has gone.
+  /// for it as soon as the module is at work. Returns after quit(). When the display goes
+  /// away the process ends.
   virtual void run() = 0;
 
   /// Has run() return once the current turn is over. Called inside run() only.

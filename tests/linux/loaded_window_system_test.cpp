@@ -11,7 +11,6 @@
 #include <sys/resource.h>
 
 #include "platform/linux/processes/main_loop_task_queue.h"
-#include "platform/memory/memory_application.h"
 #include "platform/status_item.h"
 #include "platform/widgets/window.h"
 #include "tests/linux/main_loop.h"
@@ -64,12 +63,10 @@ class LoadedWindowSystemTest : public testing::Test {
   TemporaryFolder folder_;
   std::string modulePath_ = folder_.path() + "/module.so";
   MainLoopTaskQueue mainQueue_;
-  MemoryApplication application_;
 
  protected:
   LoadedWindowSystem windows{modulePath_,
                              {.mainQueue = mainQueue_,
-                              .application = application_,
                               .environment = environment,
                               .applicationId = "com.tovenworks.quillmar",
                               .applicationName = "Quillmar",

@@ -12,7 +12,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/memory/memory_application.h"
 #include "platform/memory/memory_task_queues.h"
 #include "platform/qt/module/dark_palette.h"
 #include "platform/qt/module/display_platform.h"
@@ -36,7 +35,6 @@ class QtWindowModuleTest : public testing::Test {
     environment_.variables = std::move(variables);
     return QtWindowModule::start(
         {.mainQueue = queues_.mainQueue(),
-         .application = application_,
          .environment = environment_,
          .applicationId = "com.tovenworks.quillmar",
          .applicationName = "Quillmar",
@@ -54,7 +52,6 @@ class QtWindowModuleTest : public testing::Test {
 
  private:
   MemoryTaskQueues queues_;
-  MemoryApplication application_;
   Environment environment_;
 };
 

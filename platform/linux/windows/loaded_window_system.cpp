@@ -62,18 +62,18 @@ std::string LoadedWindowSystem::moduleOfThisProgram() {
 Result<std::unique_ptr<WindowPeer>> LoadedWindowSystem::makeWindowPeer(Window& window) {
   const auto system = windows();
   if (!system) return system.error();
-  return reported(system.value()->makeWindowPeer(window));
+  return system.value()->makeWindowPeer(window);
 }
 
 Result<void> LoadedWindowSystem::popUpMenu(Menu menu, const Activation& activation,
                                            std::function<void(const ActionEntry& entry)> choose) {
-  const auto system = windows();
+  const auto system = reported(windows());
   if (!system) return system.error();
   return reported(system.value()->popUpMenu(std::move(menu), activation, std::move(choose)));
 }
 
 Result<std::unique_ptr<StatusItem>> LoadedWindowSystem::makeEmbeddedStatusItem() {
-  const auto system = windows();
+  const auto system = reported(windows());
   if (!system) return system.error();
   return reported(system.value()->makeEmbeddedStatusItem());
 }
@@ -81,13 +81,12 @@ Result<std::unique_ptr<StatusItem>> LoadedWindowSystem::makeEmbeddedStatusItem()
 Result<WindowSystem*> LoadedWindowSystem::windows() {
   if (module_) return &module_->windows();
   if (!hasDescriptors()) {
-    return reported<WindowSystem*>(
-        Error{"Quillmar can show no windows, because it has too many files open."});
+    return Error{"Quillmar can show no windows, because it has too many files open."};
   }
-  if (const auto loaded = load(); !loaded) return reported<WindowSystem*>(loaded.error());
+  if (const auto loaded = load(); !loaded) return loaded.error();
   Error error;
   WindowModule* const module = start_(host_, error);
-  if (!module) return reported<WindowSystem*>(std::move(error));
+  if (!module) return error;
   module_ = module;
   mainLoop_.handOver({.run = [module] { module->run(); }, .quit = [module] { module->quit(); }});
   return &module_->windows();
