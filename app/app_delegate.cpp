@@ -63,7 +63,7 @@ void AppDelegate::installStarterPackIfFirstLaunch() {
   welcomeWindowController_->buildUI(installed);
   welcomeWindowController_->openSettings = [this] { openSettings(); };
   const Result<void> shown =
-      welcomeWindowController_->window().show(platform.application.activation());
+      welcomeWindowController_->window().show(platform.application.takeActivation());
   if (!shown) {
     collaborators_.log("Could not show the welcome window: " + shown.error().description);
   }
@@ -123,7 +123,7 @@ void AppDelegate::showAbout() {
     button->setEnabled(updaterManager.isConfigured);
   }
   const Result<void> shown =
-      aboutWindowController_->window().show(platform.application.activation());
+      aboutWindowController_->window().show(platform.application.takeActivation());
   if (shown) return;
   collaborators_.log("Could not show the About window: " + shown.error().description);
   collaborators_.commandRunner.notify("About Quillmar", shown.error().description);

@@ -63,9 +63,10 @@ void WelcomeWindowController::addButtons(StackView& column) {
   row.setSpacing(buttonSpacing);
 
   auto& browse = row.add<Button>("Browse Packs…");
-  const auto packsURL = platform_.bundle.informationString(information_key::packsURL);
-  browse.setEnabled(packsURL.has_value());
-  browse.setOnPress([this, packsURL] { openURL_(packsURL.value_or("")); });
+  const std::string packsURL =
+      platform_.bundle.informationString(information_key::packsURL).value_or("");
+  browse.setEnabled(!packsURL.empty());
+  browse.setOnPress([this, packsURL] { openURL_(packsURL); });
 
   row.add<Button>("Open Settings").setOnPress([this] { openSettingsPressed(); });
 

@@ -1,5 +1,6 @@
 #include "commands/prompt_panel.h"
 
+#include <cassert>
 #include <utility>
 
 #include "platform/application.h"
@@ -106,10 +107,11 @@ void PromptPanel::addButtons(StackView& column, const PromptRequest& request) {
 }
 
 Result<void> PromptPanel::show() {
+  assert(!finished_);
   livePanels().insert(shared_from_this());
   panel_.center();
   if (textField_ != nullptr) panel_.makeFirstResponder(textField_);
-  Result<void> shown = panel_.show(platform_.application.activation());
+  Result<void> shown = panel_.show(platform_.application.takeActivation());
   if (!shown) livePanels().erase(shared_from_this());
   return shown;
 }

@@ -4,9 +4,13 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace quillmar {
+
+/// The time of the event that a startup id was made for, which ends it; 0 for an id without one.
+std::uint32_t timeOfStartupId(std::string_view startupId);
 
 /// The leave to come to the front that an event of the user carries. Empty for an event that
 /// carries none, which desktops take for a window that nobody asked for.
@@ -27,8 +31,9 @@ class Application {
   virtual void terminate() = 0;
 
   /// What the user did last outside of the program's own windows: a click on an entry of the status
-  /// menu, a hot key, a second start. Whoever shows a window in answer hands it on.
-  const Activation& activation() const { return activation_; }
+  /// menu, a hot key, a second start. Whoever shows a window in answer takes it along: a leave
+  /// holds for one window. What comes next is the answer to something in that window.
+  Activation takeActivation() { return std::exchange(activation_, {}); }
   void setActivation(Activation activation) { activation_ = std::move(activation); }
 
  private:

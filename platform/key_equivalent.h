@@ -31,6 +31,10 @@ inline const KeyEquivalent escape{"\x1b", 0};
 inline const KeyEquivalent tab{"\t", 0};
 inline const KeyEquivalent backTab{"\t", modifiers::shift};
 inline const KeyEquivalent space{" ", 0};
+inline const KeyEquivalent home{"\uf729", 0};
+inline const KeyEquivalent end{"\uf72b", 0};
+inline const KeyEquivalent pageUp{"\uf72c", 0};
+inline const KeyEquivalent pageDown{"\uf72d", 0};
 }  // namespace keys
 
 }  // namespace quillmar

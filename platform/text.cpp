@@ -113,6 +113,23 @@ bool containsNewline(std::string_view text) {
   return false;
 }
 
+std::string onOneLine(std::string_view text) {
+  if (!containsNewline(text)) return std::string(text);
+  std::string line;
+  while (!text.empty()) {
+    UChar32 character = 0;
+    std::size_t length = firstCharacter(text, character);
+    if (text.starts_with("\r\n")) length = 2;
+    if (isNewline(character)) {
+      line += ' ';
+    } else {
+      line += text.substr(0, length);
+    }
+    text.remove_prefix(length);
+  }
+  return line;
+}
+
 std::string_view lastCharacters(std::string_view text, std::size_t count) {
   if (count == 0) return {};
   if (text.size() <= count) return text;

@@ -22,6 +22,10 @@ std::string_view trimWhitespaceAndNewlines(std::string_view text);
 /// True when the text holds a newline, as above.
 bool containsNewline(std::string_view text);
 
+/// The text with a space in place of each newline, as above; CR LF is one. Precondition: valid
+/// UTF-8.
+std::string onOneLine(std::string_view text);
+
 /// The last `count` characters as a reader counts them (extended grapheme clusters); the whole text
 /// when it has no more.
 std::string_view lastCharacters(std::string_view text, std::size_t count);

@@ -58,7 +58,16 @@ class MemoryWindowSystem::ViewOnScreen final : public ViewPeer {
   }
   ~ViewOnScreen() override { screen_.widgets_.erase(&view_); }
 
-  void viewChanged() override { screen_.widgets_[&view_] = Painter::paint(view_); }
+  void viewChanged() override {
+    MemoryWidget& widget = screen_.widgets_[&view_];
+    const std::optional<ScrollStep> scrolledTo = widget.scrolledTo;
+    widget = Painter::paint(view_);
+    widget.scrolledTo = scrolledTo;
+  }
+  bool scroll(ScrollStep step) override {
+    screen_.widgets_[&view_].scrolledTo = step;
+    return true;
+  }
   void subviewsChanged() override { screen_.showSubviews(view_); }
 
  private:

@@ -31,6 +31,8 @@ struct MemoryWidget {
   bool isDefaultButton = false;
   /// What a screen reader calls it.
   std::string accessibilityLabel;
+  /// In a view that scrolls: where it was moved last.
+  std::optional<ScrollStep> scrolledTo;
 
   bool operator==(const MemoryWidget&) const = default;
 };

@@ -12,4 +12,13 @@ void ScrollView::accept(ViewVisitor& visitor) {
   visitor.visit(*this);
 }
 
+bool ScrollView::key(const KeyEquivalent& key) {
+  if (peer() == nullptr || !takesInput()) return false;
+  if (key == keys::pageUp) return peer()->scroll(ScrollStep::pageUp);
+  if (key == keys::pageDown) return peer()->scroll(ScrollStep::pageDown);
+  if (key == keys::home) return peer()->scroll(ScrollStep::beginning);
+  if (key == keys::end) return peer()->scroll(ScrollStep::end);
+  return false;
+}
+
 }  // namespace quillmar

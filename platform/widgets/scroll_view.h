@@ -20,6 +20,11 @@ class ScrollView final : public View {
 
   View& content() const { return *content_; }
 
+  // The user.
+
+  /// The page keys, Home and End scroll. A window hands them on when nobody else wants them.
+  bool key(const KeyEquivalent& key) override;
+
  private:
   std::unique_ptr<View> content_;
 };

@@ -9,17 +9,15 @@ void TextField::accept(ViewVisitor& visitor) {
 }
 
 void TextField::type(const std::string& text) {
-  if (!takesInput() || !editable_) {
-    // The real field may show the edit already.
-    if (text != text_ && peer() != nullptr) peer()->viewChanged();
-    return;
-  }
-  if (text == text_) return;
-  setText(text);
-  if (!onEdit_) return;
-  // A copy: the handler may destroy this field.
+  const std::string before = text_;
+  if (takesInput() && editable_) setText(text);
+  // The real field may show another text already.
+  if (text != text_ && peer() != nullptr) peer()->viewChanged();
+  if (text_ == before || !onEdit_) return;
+  // Copies: the handler may destroy this field.
   const auto onEdit = onEdit_;
-  onEdit(text);
+  const std::string edited = text_;
+  onEdit(edited);
 }
 
 }  // namespace quillmar

@@ -1,12 +1,14 @@
-// One line of text that the user edits.
+// One line of text that the user edits. Line breaks in what is set or pasted become spaces.
 
 #pragma once
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "platform/font.h"
+#include "platform/text.h"
 #include "platform/widgets/view.h"
 
 namespace quillmar {
@@ -18,7 +20,7 @@ class TextField final : public View {
   // State to show.
 
   const std::string& text() const { return text_; }
-  void setText(std::string text) { set(text_, std::move(text)); }
+  void setText(std::string_view text) { set(text_, text::onOneLine(text)); }
 
   /// Shown while the field is empty.
   const std::string& placeholder() const { return placeholder_; }
@@ -35,8 +37,8 @@ class TextField final : public View {
 
   bool acceptsFirstResponder() const override { return takesInput(); }
 
-  /// The user has edited the field, so that it now holds `text`. Does nothing, and the field keeps
-  /// its text, while the user can't edit it.
+  /// The user has edited the field, so that it would now hold `text`. Does nothing, and the field
+  /// keeps its text, while the user can't edit it.
   void type(const std::string& text);
 
   // Handlers.

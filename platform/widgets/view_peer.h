@@ -8,6 +8,9 @@
 
 namespace quillmar {
 
+/// Where to a view that scrolls is to be moved.
+enum class ScrollStep { pageUp, pageDown, beginning, end };
+
 class ViewPeer {
  public:
   virtual ~ViewPeer() = default;
@@ -17,6 +20,10 @@ class ViewPeer {
 
   /// Subviews were added or removed; new ones have no peers yet.
   virtual void subviewsChanged() {}
+
+  /// The user wants to see another part of the view. True when the view scrolls, even if it is
+  /// there already.
+  virtual bool scroll(ScrollStep /*step*/) { return false; }
 };
 
 class WindowPeer {

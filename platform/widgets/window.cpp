@@ -4,6 +4,7 @@
 #include <cassert>
 
 #include "platform/widgets/button.h"
+#include "platform/widgets/scroll_view.h"
 #include "platform/window_system.h"
 
 namespace quillmar {
@@ -50,6 +51,8 @@ void Window::close() {
   const std::weak_ptr<Window*> self = self_;
   if (delegate_ != nullptr) delegate_->windowWillClose(*this);
   if (self.expired() || !visible_) return;
+  if (sheet_ != nullptr) sheet_->close();
+  if (self.expired()) return;
   visible_ = false;
   endSheet();
   peer_->hide();
@@ -121,9 +124,20 @@ bool Window::key(const KeyEquivalent& key) {
     button->press();
     return takesInput;
   }
+  if (scroll(key)) return true;
   if (key != keys::escape || !closesOnEscape_) return false;
   performClose();
   return true;
+}
+
+bool Window::scroll(const KeyEquivalent& key) {
+  bool isDone = false;
+  if (contentView_) {
+    walk(*contentView_, [&](View& view) {
+      isDone = isDone || (dynamic_cast<ScrollView*>(&view) != nullptr && view.key(key));
+    });
+  }
+  return isDone;
 }
 
 /// From no first responder to the first or the last one, and round at the ends.

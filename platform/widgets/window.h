@@ -96,7 +96,7 @@ class Window {
   /// nothing to show it with.
   Result<void> show(const Activation& activation);
 
-  /// Takes it off the screen. Does nothing when it is not there.
+  /// Takes it off the screen, and an open sheet before it. Does nothing when it is not there.
   void close();
 
   bool visible() const { return visible_; }
@@ -123,8 +123,8 @@ class Window {
   bool takesInput() const { return visible_ && sheet_ == nullptr; }
 
   /// The user pressed a key in the window. The first responder has it first; then it moves the
-  /// focus (Tab), presses the button whose key equivalent it is, or closes the window. True when it
-  /// did any of that.
+  /// focus (Tab), presses the button whose key equivalent it is, scrolls, or closes the window.
+  /// True when it did any of that.
   bool key(const KeyEquivalent& key);
 
   /// The user moved the focus to a view of this window, or away from all (null).
@@ -154,6 +154,8 @@ class Window {
   void endSheet();
   Button* buttonFor(const KeyEquivalent& key) const;
   bool moveFocus(int step);
+  /// Hands the key to the first view that scrolls with it.
+  bool scroll(const KeyEquivalent& key);
   /// A view of this window is being destroyed.
   void viewGoes(const View& view);
 

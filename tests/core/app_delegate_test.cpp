@@ -144,7 +144,7 @@ TEST_F(AppDelegateTest, AnActionRunsWithTheActivationOfItsClickAndNoOlderOne) {
   const auto activationAfter = [&](Activation activation) {
     memory.statusItem.click(memory.statusItem.open(), {"", "Ask"}, std::move(activation));
     memory.queues.runAll();
-    return memory.application.activation();
+    return memory.windows.lastActivation();
   };
   EXPECT_EQ(activationAfter({70, "token"}), (Activation{70, "token"}));
   EXPECT_EQ(activationAfter({}), Activation{});

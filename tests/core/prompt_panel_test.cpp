@@ -112,7 +112,14 @@ TEST_F(PromptPanelTest, ItComesToTheMiddleAndTheFrontWithTheLeaveOfTheUsersLastD
   PromptPanel& panel = show(question());
   EXPECT_EQ(memory.windows.frontWindow(), &panel.panel());
   EXPECT_TRUE(memory.windows.placedInMiddle(panel.panel()));
+}
+
+TEST_F(PromptPanelTest, OneLeaveIsForOnePanel) {
+  memory.application.setActivation({.timestamp = 7, .token = "token"});
+  show(confirmation());
   EXPECT_EQ(memory.windows.lastActivation(), (Activation{.timestamp = 7, .token = "token"}));
+  show(question());
+  EXPECT_EQ(memory.windows.lastActivation(), Activation{});
 }
 
 // How it finishes.

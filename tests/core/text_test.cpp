@@ -25,6 +25,12 @@ TEST(Text, TakesNoIllFormedUtf8AsValid) {
   }
 }
 
+TEST(Text, EveryNewlineBecomesASpaceOnOneLine) {
+  EXPECT_EQ(text::onOneLine("ä\nb\vc\fd\re\r\nf\u0085g\u2028h\u2029i\n"), "ä b c d e f g h i ");
+  EXPECT_EQ(text::onOneLine("\n\n"), "  ");
+  EXPECT_EQ(text::onOneLine("tab\tstays"), "tab\tstays");
+}
+
 TEST(Text, TrimsSpacesAndTabsButNoNewlinesAsWhitespace) {
   EXPECT_EQ(trimWhitespace(" \t a b \t "), "a b");
   EXPECT_EQ(trimWhitespace(" \n a \n "), "\n a \n");

@@ -280,6 +280,58 @@ TEST_F(WidgetsTest, ASheetThatIsDestroyedFreesItsParent) {
   EXPECT_FALSE(window.visible());
 }
 
+TEST_F(WidgetsTest, ClosingAWindowClosesItsSheetFirst) {
+  addButton("Button");
+  ASSERT_TRUE(window.show({}));
+  Window sheet(screen);
+  ASSERT_TRUE(window.beginSheet(sheet, {}));
+  window.close();
+  EXPECT_THAT(screen.windows(), IsEmpty());
+  ASSERT_TRUE(window.show({}));
+  EXPECT_TRUE(window.takesInput());
+}
+
+TEST_F(WidgetsTest, AKeyThatNobodyElseWantsScrolls) {
+  auto& scrollView = column.add<ScrollView>(std::make_unique<Label>("Text"));
+  window.makeFirstResponder(&addButton("Button"));
+  ASSERT_TRUE(window.show({}));
+  for (const auto& [key, step] :
+       {std::pair(keys::pageDown, ScrollStep::pageDown),
+        std::pair(keys::pageUp, ScrollStep::pageUp), std::pair(keys::end, ScrollStep::end),
+        std::pair(keys::home, ScrollStep::beginning)}) {
+    EXPECT_TRUE(window.key(key));
+    EXPECT_EQ(screen.widget(scrollView)->scrolledTo, step);
+  }
+  scrollView.setHidden(true);
+  EXPECT_FALSE(window.key(keys::end));
+}
+
+// Texts.
+
+TEST_F(WidgetsTest, SeveralLinesInAFieldBecomeOne) {
+  auto& field = column.add<TextField>();
+  ASSERT_TRUE(window.show({}));
+  field.setText("a\nb");
+  EXPECT_EQ(field.text(), "a b");
+  std::string edited;
+  field.setOnEdit([&](const std::string& text) { edited = text; });
+  field.type("a b\r\nEND\u2028c");
+  EXPECT_EQ(edited, "a b END c");
+  EXPECT_EQ(field.text(), "a b END c");
+  EXPECT_EQ(screen.widget(field)->text, "a b END c");
+}
+
+TEST_F(WidgetsTest, AFieldThatShowsALineBreakIsToldOfItsOneLine) {
+  auto& field = column.add<TextField>();
+  ASSERT_TRUE(window.show({}));
+  field.setText("a b");
+  News news;
+  field.setPeer(std::make_unique<CountingPeer>(news));
+  field.setOnEdit([](const std::string&) { ADD_FAILURE(); });
+  field.type("a\nb");
+  EXPECT_EQ(news.viewChanged, 1);
+}
+
 TEST_F(WidgetsTest, AWindowIsCentredOncePerRequest) {
   window.center();
   EXPECT_TRUE(window.takeCenters());

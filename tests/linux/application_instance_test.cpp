@@ -378,8 +378,8 @@ TEST_F(InstanceTest, AnInstanceThatIsHeldIsNotWaitedForLongAndShowsNoMenuAfterwa
   other_->signal(SIGSTOP);
   RunningInstance impatient(environment_, std::chrono::milliseconds(100));
   EXPECT_EQ(impatient.showMenu().error().description,
-            "Quillmar does not answer, as while it waits for a command that does not run in the "
-            "background, so it shows no menu.");
+            "Quillmar does not answer in time, so it may show no menu. It is busy, perhaps with a "
+            "command that does not run in the background.");
   EXPECT_TRUE(impatient.activate());
   // That wish has expired as well when this has.
   EXPECT_FALSE(impatient.showMenu());

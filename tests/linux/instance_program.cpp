@@ -16,15 +16,15 @@ int main(int, char** arguments) {
   using quillmar::Error;
   using quillmar::Result;
   std::ofstream out(arguments[1], std::ios::app);
-  const ApplicationInstance* running = nullptr;
+  ApplicationInstance* running = nullptr;
   ApplicationInstance instance({
       .activate =
           [&] {
-            const auto& [timestamp, token] = running->activation();
+            const auto [timestamp, token] = running->takeActivation();
             out << "activate " << timestamp << " " << token << std::endl;
           },
       .showMenu = [&]() -> Result<void> {
-        const auto& [timestamp, token] = running->activation();
+        const auto [timestamp, token] = running->takeActivation();
         out << "menu " << timestamp << " " << token << std::endl;
         if (token == "refuse") return Error{"There is no display."};
         return {};

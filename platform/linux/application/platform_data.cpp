@@ -1,10 +1,7 @@
 #include "platform/linux/application/platform_data.h"
 
-#include <charconv>
 #include <cstdint>
 #include <string>
-#include <string_view>
-#include <system_error>
 
 #include "platform/linux/bus/glib_pointers.h"
 #include "platform/text.h"
@@ -41,17 +38,6 @@ std::string lookUp(GVariant* data, const char* key) {
   return value ? g_variant_get_string(value.get(), nullptr) : "";
 }
 
-/// A startup id ends with the time of the event that it was made for; 0 for one that does not.
-std::uint32_t timestampOf(std::string_view startupId) {
-  constexpr std::string_view mark = "_TIME";
-  const std::size_t found = startupId.rfind(mark);
-  if (found == std::string_view::npos) return 0;
-  const std::string_view digits = startupId.substr(found + mark.size());
-  std::uint32_t time = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), time);
-  return error == std::errc() && end == digits.data() + digits.size() ? time : 0;
-}
-
 }  // namespace
 
 GVariant* platformData(const Environment& environment) {
@@ -84,7 +70,7 @@ Activation activationIn(GVariant* platformData) {
   Activation activation{0, lookUp(platformData, tokenKey)};
   // On X11 a token is a startup id as well.
   if (activation.token.empty()) activation.token = startupId;
-  activation.timestamp = timestampOf(startupId.empty() ? activation.token : startupId);
+  activation.timestamp = timeOfStartupId(startupId.empty() ? activation.token : startupId);
   return activation;
 }
 

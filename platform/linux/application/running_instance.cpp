@@ -63,8 +63,8 @@ Result<void> RunningInstance::showMenu() {
   if (isMissingService(*failure)) return Error{std::string(notRunning) + consequence};
   if (isMissingAnswer(*failure)) {
     return Error{
-        "Quillmar does not answer, as while it waits for a command that does not run in the "
-        "background, so it shows no menu."};
+        "Quillmar does not answer in time, so it may show no menu. It is busy, perhaps with a "
+        "command that does not run in the background."};
   }
   return Error{busErrorMessage(*failure) + "."};
 }

@@ -33,7 +33,9 @@ std::optional<Image> IconThemeImages::symbol(const std::string& name) {
   auto known = symbols_.find(name);
   if (known == symbols_.end()) known = symbols_.emplace(name, findSymbol(name)).first;
   if (!known->second) return std::nullopt;
-  return Image{.name = *known->second, .isTemplate = true, .pointSize = {}, .weight = {}};
+  // A theme of the user's may have a coloured icon of that name.
+  const bool isTemplate = known->second->ends_with(symbolicSuffix);
+  return Image{.name = *known->second, .isTemplate = isTemplate, .pointSize = {}, .weight = {}};
 }
 
 IconThemeImages::Answer IconThemeImages::findNamed(const std::string& name) const {

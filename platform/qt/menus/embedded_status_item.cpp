@@ -44,7 +44,8 @@ EmbeddedStatusItem::~EmbeddedStatusItem() {
 }
 
 void EmbeddedStatusItem::setImage(std::optional<Image> image) {
-  icon_.setIcon(trayIcon(image));
+  const QIcon icon = trayIcon(image);
+  icon_.setIcon(icon.isNull() ? QGuiApplication::windowIcon() : icon);
   icon_.show();
 }
 

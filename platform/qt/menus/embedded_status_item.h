@@ -14,8 +14,9 @@ namespace quillmar {
 
 class EmbeddedStatusItem final : public StatusItem {
  public:
-  /// Shown from now on. Actions run in turns of `mainQueue`. Precondition: there is no
-  /// StatusNotifier host, or the toolkit would show the icon there.
+  /// Shown with its first image, or with the program's icon where that image is missing. Actions
+  /// run in turns of `mainQueue`. Precondition: there is no StatusNotifier host, or the toolkit
+  /// would show the icon there.
   explicit EmbeddedStatusItem(TaskQueue& mainQueue);
   ~EmbeddedStatusItem() override;
   EmbeddedStatusItem(const EmbeddedStatusItem&) = delete;

@@ -20,9 +20,10 @@ QString plainTitle(const std::string& title) {
 
 /// Only shown: keys are for whoever listens to them. The toolkit has another name for Super.
 QString shortcutText(const KeyEquivalent& keyEquivalent) {
-  return QLatin1Char('\t') + keySequenceOf(keyEquivalent)
-                                 .toString(QKeySequence::NativeText)
-                                 .replace(QStringLiteral("Meta"), QStringLiteral("Super"));
+  const QString name = keySequenceOf(keyEquivalent)
+                           .toString(QKeySequence::NativeText)
+                           .replace(QStringLiteral("Meta"), QStringLiteral("Super"));
+  return name.isEmpty() ? name : QLatin1Char('\t') + name;
 }
 
 QIcon entryIcon(const std::optional<Image>& image, const QMenu& widget) {

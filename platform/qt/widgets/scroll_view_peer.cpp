@@ -45,6 +45,26 @@ void ScrollViewPeer::place(const QRect& frame) {
       QRect(content()->widget().pos(), QSize(width, std::max(height, frame.height()))));
 }
 
+bool ScrollViewPeer::scroll(ScrollStep step) {
+  QScrollBar& bar = *area().verticalScrollBar();
+  if (bar.minimum() == bar.maximum()) return false;
+  switch (step) {
+    case ScrollStep::pageUp:
+      bar.triggerAction(QAbstractSlider::SliderPageStepSub);
+      break;
+    case ScrollStep::pageDown:
+      bar.triggerAction(QAbstractSlider::SliderPageStepAdd);
+      break;
+    case ScrollStep::beginning:
+      bar.triggerAction(QAbstractSlider::SliderToMinimum);
+      break;
+    case ScrollStep::end:
+      bar.triggerAction(QAbstractSlider::SliderToMaximum);
+      break;
+  }
+  return true;
+}
+
 Extent ScrollViewPeer::contentHorizontal() const {
   Extent extent = content() == nullptr ? Extent() : content()->horizontal();
   extent.most = Extent::unlimited;

@@ -13,6 +13,7 @@ class ScrollViewPeer final : public WidgetPeer {
 
   void subviewsChanged() override;
   void place(const QRect& frame) override;
+  bool scroll(ScrollStep step) override;
 
  protected:
   void update() override {}

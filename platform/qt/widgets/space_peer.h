@@ -11,8 +11,12 @@ class SpacePeer final : public WidgetPeer {
 
  protected:
   void update() override {}
-  Extent contentHorizontal() const override { return {0, 0, 0, Extent::unlimited}; }
-  Extent contentVertical(int /*width*/) const override { return {0, 0, 0, Extent::unlimited}; }
+  // Flexible along the stack that it lies in, and nothing across.
+  Extent contentHorizontal() const override;
+  Extent contentVertical(int width) const override;
+
+ private:
+  Extent lengthIn(Orientation direction) const;
 };
 
 }  // namespace quillmar

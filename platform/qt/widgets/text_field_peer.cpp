@@ -1,5 +1,6 @@
 #include "platform/qt/widgets/text_field_peer.h"
 
+#include <QSignalBlocker>
 #include <limits>
 
 #include "platform/qt/widgets/fonts.h"
@@ -9,8 +10,7 @@ namespace quillmar {
 TextFieldPeer::TextFieldPeer(TextField& field, QtWindowPeer& window, QWidget& parent)
     : WidgetPeer(field, window, new QLineEdit(&parent)), field_(field) {
   line().setMaxLength(std::numeric_limits<int>::max());
-  // Also what input methods and screen readers put in. What the model itself has set is no news to
-  // it.
+  // Also what input methods and screen readers put in.
   QObject::connect(&line(), &QLineEdit::textChanged, receiver(),
                    [this](const QString& text) { field_.type(text.toStdString()); });
 }
@@ -27,9 +27,11 @@ void TextFieldPeer::update() {
   const QString text = QString::fromStdString(field_.text());
   // The same text set again would take the cursor and the undo history away.
   if (line().text() == text) return;
+  const QSignalBlocker setByProgram(line());
+  // A long text shows its beginning to whoever does not edit it. Who does stays where they are.
+  const int cursor = line().hasFocus() ? line().cursorPosition() : 0;
   line().setText(text);
-  // A long text shows its beginning to whoever does not edit it.
-  if (!line().hasFocus()) line().setCursorPosition(0);
+  line().setCursorPosition(cursor);
 }
 
 Extent TextFieldPeer::contentHorizontal() const {

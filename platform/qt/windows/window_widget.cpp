@@ -49,6 +49,7 @@ void WindowWidget::closeEvent(QCloseEvent* event) {
 }
 
 void WindowWidget::keyPressEvent(QKeyEvent* event) {
+  if (isHeldAnswer(*event)) return;
   const auto key = keyEquivalentOf(*event);
   if (!key || !call(handlers_.key, *key)) QWidget::keyPressEvent(event);
 }

@@ -1,6 +1,5 @@
 #include "platform/qt/windows/x11_activation.h"
 
-#include <charconv>
 #include <cstring>
 #include <memory>
 
@@ -58,15 +57,6 @@ std::uint32_t timeOf(const Activation& activation) {
 }
 
 }  // namespace
-
-std::uint32_t timeOfStartupId(const std::string& id) {
-  constexpr std::string_view mark = "_TIME";
-  const std::size_t at = id.rfind(mark);
-  if (at == std::string::npos) return 0;
-  std::uint32_t time = 0;
-  std::from_chars(id.data() + at + mark.size(), id.data() + id.size(), time);
-  return time;
-}
 
 X11Activation::X11Activation(xcb_connection_t* connection, xcb_window_t window,
                              const Activation& activation)

@@ -4,16 +4,12 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 #include <xcb/xcb.h>
 
 #include "platform/application.h"
 
 namespace quillmar {
-
-/// The time that an X11 startup id ends with; 0 when it has none.
-std::uint32_t timeOfStartupId(const std::string& id);
 
 class X11Activation {
  public:
