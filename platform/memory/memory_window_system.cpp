@@ -25,21 +25,29 @@ class Painter final : public ViewVisitor {
     view.accept(painter);
     painter.widget_.accessibilityLabel =
         view.accessibilityLabel().empty() ? painter.widget_.text : view.accessibilityLabel();
+    if (view.accessibilityRole()) painter.widget_.accessibilityRole = *view.accessibilityRole();
     return painter.widget_;
   }
 
   void visit(Button& button) override {
+    const bool isLink = button.style() == ButtonStyle::link;
+    widget_.accessibilityRole = isLink ? AccessibilityRole::link : AccessibilityRole::button;
     widget_.text = button.title();
     widget_.isDefaultButton = button.keyEquivalent() == keys::returnKey;
   }
   void visit(FlexibleSpace& /*space*/) override {}
   void visit(ImageView& imageView) override {
+    widget_.accessibilityRole = AccessibilityRole::image;
     if (imageView.image()) widget_.text = imageView.image()->name;
   }
-  void visit(Label& label) override { widget_.text = label.text(); }
+  void visit(Label& label) override {
+    widget_.accessibilityRole = AccessibilityRole::staticText;
+    widget_.text = label.text();
+  }
   void visit(ScrollView& /*scrollView*/) override {}
   void visit(StackView& /*stack*/) override {}
   void visit(TextField& field) override {
+    widget_.accessibilityRole = AccessibilityRole::textField;
     widget_.text = field.text();
     widget_.placeholder = field.placeholder();
     widget_.editable = field.editable();

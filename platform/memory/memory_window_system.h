@@ -31,6 +31,7 @@ struct MemoryWidget {
   bool isDefaultButton = false;
   /// What a screen reader calls it.
   std::string accessibilityLabel;
+  AccessibilityRole accessibilityRole = AccessibilityRole::group;
   /// In a view that scrolls: where it was moved last.
   std::optional<ScrollStep> scrolledTo;
 

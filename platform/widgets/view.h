@@ -25,6 +25,9 @@ namespace quillmar {
 class ViewVisitor;
 class Window;
 
+/// What a screen reader takes a view for.
+enum class AccessibilityRole { button, group, image, link, staticText, textField };
+
 class View {
  public:
   View() = default;
@@ -61,6 +64,12 @@ class View {
   /// What a screen reader calls the view; empty for the view's own text.
   const std::string& accessibilityLabel() const { return accessibilityLabel_; }
   void setAccessibilityLabel(std::string label) { set(accessibilityLabel_, std::move(label)); }
+
+  /// Absent for what the view's kind is.
+  std::optional<AccessibilityRole> accessibilityRole() const { return accessibilityRole_; }
+  void setAccessibilityRole(std::optional<AccessibilityRole> role) {
+    set(accessibilityRole_, role);
+  }
 
   // The user.
 
@@ -99,6 +108,7 @@ class View {
   std::optional<double> width_;
   std::optional<double> height_;
   std::string accessibilityLabel_;
+  std::optional<AccessibilityRole> accessibilityRole_;
   std::unique_ptr<ViewPeer> peer_;
 };
 

@@ -306,6 +306,16 @@ TEST_F(WidgetsTest, AKeyThatNobodyElseWantsScrolls) {
   EXPECT_FALSE(window.key(keys::end));
 }
 
+TEST_F(WidgetsTest, AViewHasTheRoleOfItsKindOrTheOneThatIsStated) {
+  auto& label = column.add<Label>("Text");
+  auto& link = column.add<Button>("Link", ButtonStyle::link);
+  ASSERT_TRUE(window.show({}));
+  EXPECT_EQ(screen.widget(label)->accessibilityRole, AccessibilityRole::staticText);
+  EXPECT_EQ(screen.widget(link)->accessibilityRole, AccessibilityRole::link);
+  label.setAccessibilityRole(AccessibilityRole::button);
+  EXPECT_EQ(screen.widget(label)->accessibilityRole, AccessibilityRole::button);
+}
+
 // Texts.
 
 TEST_F(WidgetsTest, SeveralLinesInAFieldBecomeOne) {

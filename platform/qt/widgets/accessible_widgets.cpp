@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QVariant>
 
 #include "platform/qt/widgets/icon_widget.h"
 #include "platform/qt/widgets/link_widget.h"
@@ -12,10 +13,45 @@ namespace quillmar {
 
 namespace {
 
-class AccessibleText final : public QAccessibleWidget {
+constexpr const char* roleProperty = "accessibilityRole";
+
+QAccessible::Role roleOf(AccessibilityRole role) {
+  switch (role) {
+    case AccessibilityRole::button:
+      return QAccessible::Button;
+    case AccessibilityRole::group:
+      return QAccessible::Grouping;
+    case AccessibilityRole::image:
+      return QAccessible::Graphic;
+    case AccessibilityRole::link:
+      return QAccessible::Link;
+    case AccessibilityRole::staticText:
+      return QAccessible::StaticText;
+    case AccessibilityRole::textField:
+      return QAccessible::EditableText;
+  }
+  return QAccessible::NoRole;
+}
+
+/// A widget of ours in its view's role, or in that of its kind.
+class AccessibleView : public QAccessibleWidget {
+ public:
+  AccessibleView(QWidget& widget, AccessibilityRole role)
+      : QAccessibleWidget(&widget), role_(role) {}
+
+  QAccessible::Role role() const override {
+    const QVariant stated = widget()->property(roleProperty);
+    return roleOf(stated.isValid() ? static_cast<AccessibilityRole>(stated.toInt()) : role_);
+  }
+
+ private:
+  AccessibilityRole role_;
+};
+
+class AccessibleText final : public AccessibleView {
  public:
   explicit AccessibleText(TextWidget& text)
-      : QAccessibleWidget(&text, QAccessible::StaticText), text_(text) {}
+      : AccessibleView(text, AccessibilityRole::staticText), text_(text) {}
 
   QString text(QAccessible::Text kind) const override {
     const QString said = QAccessibleWidget::text(kind);
@@ -26,10 +62,10 @@ class AccessibleText final : public QAccessibleWidget {
   TextWidget& text_;
 };
 
-class AccessibleLink final : public QAccessibleWidget {
+class AccessibleLink final : public AccessibleView {
  public:
   explicit AccessibleLink(LinkWidget& link)
-      : QAccessibleWidget(&link, QAccessible::Link), link_(link) {}
+      : AccessibleView(link, AccessibilityRole::link), link_(link) {}
 
   QString text(QAccessible::Text kind) const override {
     const QString said = QAccessibleWidget::text(kind);
@@ -47,11 +83,14 @@ class AccessibleLink final : public QAccessibleWidget {
 QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* object) {
   if (auto* const text = dynamic_cast<TextWidget*>(object)) return new AccessibleText(*text);
   if (auto* const icon = dynamic_cast<IconWidget*>(object)) {
-    return new QAccessibleWidget(icon, QAccessible::Graphic);
+    return new AccessibleView(*icon, AccessibilityRole::image);
   }
   if (auto* const link = dynamic_cast<LinkWidget*>(object)) return new AccessibleLink(*link);
   if (auto* const window = dynamic_cast<WindowWidget*>(object)) {
     return new QAccessibleWidget(window, QAccessible::Dialog);
+  }
+  if (object->property(roleProperty).isValid()) {
+    return new AccessibleView(*static_cast<QWidget*>(object), AccessibilityRole::group);
   }
   return nullptr;
 }
@@ -60,6 +99,10 @@ QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* objec
 
 void makeWidgetsAccessible() {
   QAccessible::installFactory(makeInterface);
+}
+
+void setAccessibilityRole(QWidget& widget, std::optional<AccessibilityRole> role) {
+  widget.setProperty(roleProperty, role ? QVariant(static_cast<int>(*role)) : QVariant());
 }
 
 }  // namespace quillmar

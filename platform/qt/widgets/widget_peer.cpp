@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/qt/widgets/accessible_widgets.h"
 #include "platform/qt/windows/qt_window_peer.h"
 
 namespace quillmar {
@@ -29,6 +30,7 @@ WidgetPeer::~WidgetPeer() {
 
 void WidgetPeer::viewChanged() {
   const QtWindowPeer::ProgramActs programActs(window_);
+  setAccessibilityRole(*widget_, view_.accessibilityRole());
   widget_->setEnabled(view_.enabled());
   widget_->setVisible(!view_.hidden());
   widget_->setAccessibleName(QString::fromStdString(view_.accessibilityLabel()));
