@@ -333,6 +333,11 @@ class Screen:
         return subprocess.run(["import", "-silent", "-window", "root", "-crop", geometry, "rgb:-"],
                               stdout=subprocess.PIPE, check=True, timeout=DEADLINE_SECONDS).stdout
 
+    def colours(self, window):
+        """How often each colour is there inside the window's frame, by its three bytes."""
+        pixels = self.picture(window)
+        return collections.Counter(pixels[at:at + 3] for at in range(0, len(pixels), 3))
+
 
 class Panel:
     """A panel that the test starts and kills itself (for desktops started with --no-panel)."""

@@ -239,12 +239,8 @@ class ScreenTest(DesktopTestCase):
         screen = Screen()
         self.start_with_icon(tools(entry("First")))
         tray = screen.tray()
-
-        def colours():
-            pixels = screen.picture(tray)
-            return {pixels[i:i + 3] for i in range(0, len(pixels), 3)}
-
-        wait_until(lambda: len(colours()) > 2, "something is drawn on the panel's one colour")
+        wait_until(lambda: len(screen.colours(tray)) > 2,
+                   "something is drawn on the panel's one colour")
 
 
 class LifecycleTest(DesktopTestCase):

@@ -8,56 +8,13 @@ import subprocess
 import unittest
 
 from accessible_windows import BUTTON, FIELD, LABEL, LINK, AccessibleWindows
-from quillmar_desktop import (DEADLINE_SECONDS, DesktopTestCase, Screen, StatusIcon, document,
-                              entry, run, tools, wait_until)
-from Xlib import X, display
+from other_program import OtherProgram
+from quillmar_desktop import (DEADLINE_SECONDS, Screen, StatusIcon, document, entry, run, tools,
+                              wait_until)
+from windows_test_case import WindowsTestCase
 
 SCREEN_WIDTH = 1280
 SCREEN_HEIGHT = 800
-
-
-class OtherProgram:
-    """Another program's window that has the keyboard, and what was typed into it."""
-
-    def __init__(self):
-        self.display = display.Display()
-        screen = self.display.screen()
-        self.window = screen.root.create_window(
-            40, 80, 200, 100, 0, screen.root_depth, X.InputOutput, X.CopyFromParent,
-            background_pixel=screen.white_pixel, event_mask=X.FocusChangeMask | X.KeyPressMask)
-        self.window.set_wm_name("Another program")
-        self.window.map()
-        self.display.flush()
-        self.keys = 0
-
-    def has_focus(self):
-        return self.display.get_input_focus().focus == self.window
-
-    def typed_keys(self):
-        while self.display.pending_events():
-            self.keys += self.display.next_event().type == X.KeyPress
-        return self.keys
-
-
-class WindowsTestCase(DesktopTestCase):
-
-    def open(self, settings, *path, title="Quillmar"):
-        """Starts the program, chooses an entry, and answers the window that opens."""
-        self.program, self.icon = self.start_with_icon(settings)
-        self.windows = AccessibleWindows(self.program.process.pid)
-        self.icon.choose(*path)
-        return self.windows.wait_for(title)
-
-    def wait_for_focus(self, window, role, name=None):
-        def focused():
-            found = window.focused()
-            return found is not None and found[0] == role and name in (None, found[1])
-        wait_until(focused, f"the focus is at {role} {name}")
-
-    def ask(self, **keywords):
-        """An item that writes the value it is given into a file of the test's."""
-        return tools(entry("Ask", f"printf %s '{{{{input}}}}' >'{self.scratch}/value'",
-                           inputPrompt="Which value?", **keywords))
 
 
 class PromptPanelOnTheDesktopTest(WindowsTestCase):
