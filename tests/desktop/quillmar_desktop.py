@@ -398,9 +398,9 @@ class DesktopTestCase(unittest.TestCase):
                    "the program is on the bus")
         return program
 
-    def start_with_icon(self, settings):
+    def start_with_icon(self, settings, **keywords):
         """Starts the program and waits for its icon."""
-        program = self.start(settings)
+        program = self.start(settings, **keywords)
         return program, StatusIcon(self.bus, program)
 
     def wait_for_file(self, name, text=None):

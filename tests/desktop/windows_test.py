@@ -116,8 +116,7 @@ class WelcomeWindowOnTheDesktopTest(WindowsTestCase):
 
     def launch(self):
         """The very first launch."""
-        self.program, self.icon = self.start_with_icon(None)
-        self.windows = AccessibleWindows(self.program.process.pid)
+        self.start_with_windows(None)
         return self.windows.wait_for("Welcome to Quillmar")
 
     def starter_commands(self):

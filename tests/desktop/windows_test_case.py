@@ -6,12 +6,15 @@ from quillmar_desktop import DesktopTestCase, entry, tools, wait_until
 
 class WindowsTestCase(DesktopTestCase):
 
-    def open(self, settings, *path, title="Quillmar"):
+    def open(self, settings, *path, title="Quillmar", **keywords):
         """Starts the program, chooses an entry, and answers the window that opens."""
-        self.program, self.icon = self.start_with_icon(settings)
-        self.windows = AccessibleWindows(self.program.process.pid)
+        self.start_with_windows(settings, **keywords)
         self.icon.choose(*path)
         return self.windows.wait_for(title)
+
+    def start_with_windows(self, settings, **keywords):
+        self.program, self.icon = self.start_with_icon(settings, **keywords)
+        self.windows = AccessibleWindows(self.program.process.pid)
 
     def wait_for_focus(self, window, role, name=None):
         def focused():
