@@ -1,5 +1,6 @@
 #include "app/app_delegate.h"
 
+#include <string>
 #include <utility>
 
 #include "about/about_window_controller.h"
@@ -31,6 +32,10 @@ void AppDelegate::applicationDidFinishLaunching() {
                                                 if (granted) log("Notification permission granted");
                                               });
 
+  for (const char* const name : {"statusIcon", "applicationIcon"}) {
+    if (platform.images.named(name)) continue;
+    collaborators_.log(std::string("The image “") + name + "” is missing from the resources.");
+  }
   std::optional<Image> statusIcon = platform.images.named("statusIcon");
   if (statusIcon) statusIcon->isTemplate = true;
   platform.statusItem.setImage(std::move(statusIcon));

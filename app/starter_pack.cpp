@@ -16,8 +16,10 @@ namespace quillmar {
 
 namespace {
 
-Result<QuillmarConfig> readPack(const FileSystem& files, const std::string& path) {
-  const Result<std::string> bytes = files.read(path);
+Result<QuillmarConfig> readPack(const Platform& platform) {
+  const auto path = platform.bundle.pathForResource("starter", "quillmarpack", "packs");
+  if (!path) return Error{"The resource “packs/starter.quillmarpack” is missing."};
+  const Result<std::string> bytes = platform.files.read(*path);
   if (!bytes) return bytes.error();
   return decodeDocument(bytes.value());
 }
@@ -36,13 +38,11 @@ std::size_t commandCount(const QuillmarConfig& pack) {
 std::size_t installStarterPack(const Platform& platform, SettingsManager& settings,
                                const LogLine& log) {
   std::size_t installed = 0;
-  if (const auto path = platform.bundle.pathForResource("starter", "quillmarpack", "packs")) {
-    if (const Result<QuillmarConfig> pack = readPack(platform.files, *path)) {
-      settings.config = settings.config.merging(pack.value());
-      installed = commandCount(pack.value());
-    } else {
-      log("Failed to install the starter pack: " + pack.error().description);
-    }
+  if (const Result<QuillmarConfig> pack = readPack(platform)) {
+    settings.config = settings.config.merging(pack.value());
+    installed = commandCount(pack.value());
+  } else {
+    log("Failed to install the starter pack: " + pack.error().description);
   }
   settings.save();
   return installed;

@@ -27,6 +27,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
 using testing::SizeIs;
 
 class AppDelegateTest : public testing::Test {
@@ -102,6 +103,15 @@ TEST_F(AppDelegateTest, NotificationsArePresentedWithBannerListAndSound) {
   ASSERT_THAT(memory.notifications.shown(), SizeIs(1));
   EXPECT_EQ(memory.notifications.shown()[0].presentation,
             (PresentationOptions{.banner = true, .list = true, .sound = true}));
+}
+
+TEST_F(AppDelegateTest, ImagesThatAreMissingAreLoggedAndTheLaunchGoesOn) {
+  memory.images.images.clear();
+  launch();
+  EXPECT_THAT(log, IsSupersetOf({"The image “statusIcon” is missing from the resources.",
+                                 "The image “applicationIcon” is missing from the resources."}));
+  EXPECT_FALSE(memory.statusItem.image());
+  EXPECT_THAT(shownMenu(), Contains("Quit Quillmar"));
 }
 
 TEST_F(AppDelegateTest, TheStatusIconIsATemplateImage) {

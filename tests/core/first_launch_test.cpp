@@ -180,12 +180,13 @@ TEST_F(FirstLaunchTest, TheNextLaunchIsNotTheFirst) {
   EXPECT_EQ(memory.files.contents(settingsPath), saved);
 }
 
-TEST_F(FirstLaunchTest, WithoutAPackTheDocumentIsSavedAsItIs) {
+TEST_F(FirstLaunchTest, AMissingPackIsLoggedAndTheDocumentSavedAsItIs) {
   memory.bundle.resources.clear();
   launch();
   EXPECT_EQ(body(), bodyAnnouncing("0"));
   EXPECT_EQ(memory.files.contents(settingsPath), encodeDocument({}));
-  EXPECT_THAT(log, IsEmpty());
+  EXPECT_THAT(log, ElementsAre("Failed to install the starter pack: The resource "
+                               "“packs/starter.quillmarpack” is missing."));
   quit();
   launch();
   EXPECT_THAT(memory.windows.windows(), IsEmpty());
