@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "platform/memory/memory_task_queues.h"
-#include "tests/conformance/widgets_conformance.h"
+#include "tests/conformance/widgets_closing_conformance.h"
+#include "tests/conformance/widgets_controls_conformance.h"
+#include "tests/conformance/widgets_keyboard_conformance.h"
 
 namespace quillmar {
 namespace {
@@ -68,7 +70,9 @@ class MemoryHarness {
   MemoryWindowSystem screen_{queue_};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetsConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetControlsConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetKeyboardConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetClosingConformance, MemoryHarness);
 
 }  // namespace
 }  // namespace quillmar

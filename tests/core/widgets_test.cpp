@@ -1,5 +1,5 @@
 // What widgets do by themselves, whatever shows them; what they do together with a screen is in
-// tests/conformance/widgets_conformance.h.
+// tests/conformance/widgets_*_conformance.h.
 
 #include <memory>
 #include <optional>

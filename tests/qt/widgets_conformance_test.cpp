@@ -1,9 +1,12 @@
-#include "tests/conformance/widgets_conformance.h"
-
+#include "tests/conformance/widgets_closing_conformance.h"
+#include "tests/conformance/widgets_controls_conformance.h"
+#include "tests/conformance/widgets_keyboard_conformance.h"
 #include "tests/qt/qt_user.h"
 
 namespace quillmar {
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetsConformance, QtUser);
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetControlsConformance, QtUser);
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetKeyboardConformance, QtUser);
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetClosingConformance, QtUser);
 
 }  // namespace quillmar

@@ -1,0 +1,243 @@
+// How windows close, and what may be destroyed meanwhile; sheets, which block a window until they
+// are closed.
+
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/key_equivalent.h"
+#include "platform/widgets/button.h"
+#include "platform/widgets/image_view.h"
+#include "platform/widgets/label.h"
+#include "platform/widgets/stack_view.h"
+#include "platform/widgets/text_field.h"
+#include "platform/widgets/window.h"
+#include "tests/conformance/widgets_fixture.h"
+
+namespace quillmar {
+
+template <class Harness>
+class WidgetClosingConformance : public WidgetsFixture<Harness> {};
+
+TYPED_TEST_SUITE_P(WidgetClosingConformance);
+
+// Closing.
+
+TYPED_TEST_P(WidgetClosingConformance, TheTitleBarClosesTheWindowAndTellsTheDelegateOnce) {
+  this->show();
+  EXPECT_TRUE(this->harness.isOnScreen(*this->window));
+  this->harness.closeByTitleBar(*this->window);
+  this->harness.settle();
+  EXPECT_FALSE(this->window->visible());
+  EXPECT_FALSE(this->harness.isOnScreen(*this->window));
+  EXPECT_EQ(this->delegate.closes, 1);
+}
+
+TYPED_TEST_P(WidgetClosingConformance, AWindowThatTheProgramClosesTellsTheDelegateOnce) {
+  this->show();
+  this->window->close();
+  this->harness.settle();
+  EXPECT_FALSE(this->harness.isOnScreen(*this->window));
+  EXPECT_EQ(this->delegate.closes, 1);
+}
+
+TYPED_TEST_P(WidgetClosingConformance, EscapeClosesOnlyAWindowThatWantsIt) {
+  this->addField("");
+  this->show();
+  this->harness.pressKey(*this->window, keys::escape);
+  EXPECT_TRUE(this->window->visible());
+  this->window->setClosesOnEscape(true);
+  this->harness.pressKey(*this->window, keys::escape);
+  this->harness.settle();
+  EXPECT_FALSE(this->harness.isOnScreen(*this->window));
+  EXPECT_EQ(this->delegate.closes, 1);
+}
+
+TYPED_TEST_P(WidgetClosingConformance, AClosedWindowIsShownAgainAsItWas) {
+  TextField& field = this->addField("");
+  this->window->makeFirstResponder(&field);
+  this->show();
+  this->harness.typeAtFocus(*this->window, "kept");
+  this->window->close();
+  this->harness.settle();
+  this->show();
+  EXPECT_TRUE(this->harness.isOnScreen(*this->window));
+  EXPECT_EQ(this->harness.textOnScreen(field), "kept");
+  EXPECT_EQ(this->harness.focusedOnScreen(*this->window), &field);
+  this->harness.typeText(field, "!");
+  EXPECT_EQ(field.text(), "kept!");
+}
+
+TYPED_TEST_P(WidgetClosingConformance, APressMayCloseItsOwnWindow) {
+  Button& button = this->addButton("Close");
+  button.setOnPress([this] { this->window->close(); });
+  this->show();
+  this->harness.click(button);
+  this->harness.settle();
+  EXPECT_FALSE(this->harness.isOnScreen(*this->window));
+  EXPECT_EQ(this->delegate.closes, 1);
+}
+
+TYPED_TEST_P(WidgetClosingConformance, APressMayDestroyItsOwnWindow) {
+  const int before = this->harness.widgetCount();
+  Button& button = this->addButton("Close");
+  button.setOnPress([this] { this->window.reset(); });
+  this->show();
+  this->harness.click(button);
+  this->harness.settle();
+  EXPECT_EQ(this->window, nullptr);
+  EXPECT_EQ(this->harness.widgetCount(), before);
+}
+
+TYPED_TEST_P(WidgetClosingConformance, AKeyMayDestroyItsOwnWindow) {
+  const int before = this->harness.widgetCount();
+  TextField& field = this->addField("");
+  Button& button = this->addButton("Run");
+  button.setKeyEquivalent(keys::returnKey);
+  button.setOnPress([this] { this->window.reset(); });
+  this->window->makeFirstResponder(&field);
+  this->show();
+  this->harness.pressKey(*this->window, keys::returnKey);
+  this->harness.settle();
+  EXPECT_EQ(this->window, nullptr);
+  EXPECT_EQ(this->harness.widgetCount(), before);
+}
+
+TYPED_TEST_P(WidgetClosingConformance, AKeyOnAFocusedButtonMayDestroyItsOwnWindow) {
+  for (const KeyEquivalent& key : {keys::returnKey, keys::space}) {
+    auto inner = std::make_unique<Window>(this->harness.windows());
+    auto& button = inner->template setContent<Button>("Run");
+    button.setOnPress([&] { inner.reset(); });
+    inner->makeFirstResponder(&button);
+    this->show(*inner);
+    this->harness.pressKey(*inner, key);
+    this->harness.settle();
+    EXPECT_EQ(inner, nullptr);
+  }
+}
+
+TYPED_TEST_P(WidgetClosingConformance, AnEditMayDestroyItsOwnWindow) {
+  const int before = this->harness.widgetCount();
+  TextField& field = this->addField("");
+  field.setOnEdit([this](const std::string&) { this->window.reset(); });
+  this->window->makeFirstResponder(&field);
+  this->show();
+  this->harness.typeAtFocus(*this->window, "x");
+  this->harness.settle();
+  EXPECT_EQ(this->window, nullptr);
+  EXPECT_EQ(this->harness.widgetCount(), before);
+}
+
+TYPED_TEST_P(WidgetClosingConformance, ADelegateMayDestroyTheWindowThatCloses) {
+  class Destroyer final : public WindowDelegate {
+   public:
+    explicit Destroyer(std::unique_ptr<Window>& window) : window_(window) {}
+    void windowWillClose(Window& /*window*/) override { window_.reset(); }
+
+   private:
+    std::unique_ptr<Window>& window_;
+  };
+  const int before = this->harness.widgetCount();
+  Destroyer destroyer(this->window);
+  this->addButton("Some");
+  this->window->setDelegate(&destroyer);
+  this->show();
+  this->harness.closeByTitleBar(*this->window);
+  this->harness.settle();
+  EXPECT_EQ(this->window, nullptr);
+  EXPECT_EQ(this->harness.widgetCount(), before);
+}
+
+TYPED_TEST_P(WidgetClosingConformance, APressMayRemoveItsOwnButton) {
+  Button& button = this->addButton("Remove");
+  const Button& stays = this->addButton("Stays");
+  button.setOnPress([&] { this->stack->remove(button); });
+  this->show();
+  this->harness.click(button);
+  this->harness.settle();
+  this->harness.click(stays);
+  EXPECT_THAT(this->pressed, testing::ElementsAre("Stays"));
+}
+
+TYPED_TEST_P(WidgetClosingConformance, ADestroyedWindowTakesAllItsWidgetsAlong) {
+  const int before = this->harness.widgetCount();
+  {
+    Window other(this->harness.windows());
+    StackView& column = other.template setContent<StackView>(Orientation::vertical);
+    column.template add<Label>("Text");
+    column.template add<TextField>();
+    column.template add<ImageView>(std::nullopt);
+    this->show(other);
+    EXPECT_GT(this->harness.widgetCount(), before);
+  }
+  this->harness.settle();
+  EXPECT_EQ(this->harness.widgetCount(), before);
+}
+
+// Sheets.
+
+TYPED_TEST_P(WidgetClosingConformance, ASheetBlocksItsParentUntilItIsClosed) {
+  const Button& button = this->addButton("Save");
+  TextField& field = this->addField("a");
+  this->addButton("Run").setKeyEquivalent(keys::returnKey);
+  this->window->makeFirstResponder(&field);
+  this->show();
+  Window sheet(this->harness.windows());
+  auto& done = sheet.template setContent<Button>("Done");
+  done.setOnPress([&] { sheet.close(); });
+  ASSERT_TRUE(this->window->beginSheet(sheet, {}).ok());
+  this->harness.settle();
+
+  this->harness.click(button);
+  this->harness.typeText(field, "b");
+  this->harness.typeAtFocus(*this->window, "b");
+  this->harness.pressKey(*this->window, keys::returnKey);
+  this->harness.closeByTitleBar(*this->window);
+  this->harness.settle();
+  EXPECT_THAT(this->pressed, testing::IsEmpty());
+  EXPECT_EQ(field.text(), "a");
+  EXPECT_EQ(this->harness.textOnScreen(field), "a");
+  EXPECT_TRUE(this->harness.isOnScreen(*this->window));
+
+  this->harness.click(done);
+  this->harness.settle();
+  EXPECT_FALSE(this->harness.isOnScreen(sheet));
+  EXPECT_EQ(this->harness.focusedOnScreen(*this->window), &field);
+  this->harness.click(button);
+  EXPECT_THAT(this->pressed, testing::ElementsAre("Save"));
+  this->harness.typeText(field, "b");
+  EXPECT_EQ(field.text(), "ab");
+}
+
+TYPED_TEST_P(WidgetClosingConformance, AParentThatIsDestroyedLeavesItsSheetAlive) {
+  this->show();
+  Window sheet(this->harness.windows());
+  int presses = 0;
+  auto& done = sheet.template setContent<Button>("Done");
+  done.setOnPress([&] { ++presses; });
+  ASSERT_TRUE(this->window->beginSheet(sheet, {}).ok());
+  this->harness.settle();
+  this->window.reset();
+  this->harness.settle();
+  EXPECT_TRUE(this->harness.isOnScreen(sheet));
+  this->harness.click(done);
+  EXPECT_EQ(presses, 1);
+}
+
+REGISTER_TYPED_TEST_SUITE_P(WidgetClosingConformance,
+                            TheTitleBarClosesTheWindowAndTellsTheDelegateOnce,
+                            AWindowThatTheProgramClosesTellsTheDelegateOnce,
+                            EscapeClosesOnlyAWindowThatWantsIt, AClosedWindowIsShownAgainAsItWas,
+                            APressMayCloseItsOwnWindow, APressMayDestroyItsOwnWindow,
+                            AKeyMayDestroyItsOwnWindow, AKeyOnAFocusedButtonMayDestroyItsOwnWindow,
+                            AnEditMayDestroyItsOwnWindow, ADelegateMayDestroyTheWindowThatCloses,
+                            APressMayRemoveItsOwnButton, ADestroyedWindowTakesAllItsWidgetsAlong,
+                            ASheetBlocksItsParentUntilItIsClosed,
+                            AParentThatIsDestroyedLeavesItsSheetAlive);
+
+}  // namespace quillmar

@@ -1,0 +1,92 @@
+// What the conformance suites of widgets (widgets_*_conformance.h) have in common. They say what
+// every window system promises of the widget model, in both directions: what the program sets is
+// seen on the screen, what the user does to the widgets is heard by the model, once. A harness is a
+// screen and the user in front of it:
+//
+//   WindowSystem& windows();
+//   void settle();                              lets everything that was asked for happen
+//
+//   The user:
+//   void click(const View& view);               with the pointer, in the middle
+//   void typeText(const View& field, const std::string& text);
+//                                               clicks into the field and types at its end
+//   void typeAtFocus(Window& window, const std::string& text);
+//   void pressKey(Window& window, const KeyEquivalent& key);
+//   void closeByTitleBar(Window& window);
+//
+//   What the user sees:
+//   bool isOnScreen(const Window& window);
+//   std::string titleOnScreen(const Window& window);
+//   bool isShown(const View& view);             it has a widget, and that is not hidden
+//   bool isEnabledOnScreen(const View& view);
+//   bool isDefaultOnScreen(const Button& button);
+//   std::string textOnScreen(const View& view);
+//   std::string placeholderOnScreen(const TextField& field);
+//   std::string nameForScreenReaders(const View& view);
+//   const View* focusedOnScreen(const Window& window);
+//                                               of the views that Tab stops at
+//   int widgetCount();                          of all windows
+
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/widgets/button.h"
+#include "platform/widgets/stack_view.h"
+#include "platform/widgets/text_field.h"
+#include "platform/widgets/window.h"
+#include "platform/window_system.h"
+
+namespace quillmar {
+
+class CountingWindowDelegate final : public WindowDelegate {
+ public:
+  void windowWillClose(Window& /*window*/) override { ++closes; }
+
+  int closes = 0;
+};
+
+template <class Harness>
+class WidgetsFixture : public testing::Test {
+ protected:
+  /// The window that most tests are about, and a column in it.
+  WidgetsFixture()
+      : window(std::make_unique<Window>(harness.windows())),
+        stack(&window->template setContent<StackView>(Orientation::vertical)) {
+    window->setTitle("Window");
+    window->setContentSize({.width = 300, .height = 200});
+    window->setDelegate(&delegate);
+    stack->setAlignment(StackAlignment::leading);
+  }
+
+  Button& addButton(const std::string& title) {
+    Button& button = stack->template add<Button>(title);
+    button.setOnPress([this, title] { pressed.push_back(title); });
+    return button;
+  }
+  TextField& addField(const std::string& text) {
+    TextField& field = stack->template add<TextField>();
+    field.setText(text);
+    field.setOnEdit([this](const std::string& edited) { edits.push_back(edited); });
+    return field;
+  }
+
+  void show() { show(*window); }
+  void show(Window& shown) {
+    ASSERT_TRUE(shown.show({}).ok());
+    harness.settle();
+  }
+
+  Harness harness;
+  CountingWindowDelegate delegate;
+  std::unique_ptr<Window> window;
+  StackView* stack;
+  std::vector<std::string> pressed;
+  std::vector<std::string> edits;
+};
+
+}  // namespace quillmar
