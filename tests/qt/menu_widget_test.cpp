@@ -12,20 +12,13 @@
 
 #include "platform/memory/memory_task_queues.h"
 #include "platform/qt/windows/key_presses.h"
+#include "tests/qt/menus.h"
 
 namespace quillmar {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-ActionEntry entry(std::string title, std::string id) {
-  return {.title = std::move(title),
-          .action = MenuAction::runCommand,
-          .representedObject = std::move(id),
-          .image = {},
-          .keyEquivalent = {}};
-}
 
 class MenuWidgetTest : public testing::Test {
  protected:
@@ -42,7 +35,7 @@ class MenuWidgetTest : public testing::Test {
 };
 
 TEST_F(MenuWidgetTest, AChoiceRunsInATurnOfItsOwn) {
-  fill({entry("One", "1"), entry("Two", "2")});
+  fill({commandEntry("One", "1"), commandEntry("Two", "2")});
   widget_.actions().at(1)->trigger();
   EXPECT_THAT(chosen_, IsEmpty());
   queues_.runAll();
@@ -50,20 +43,20 @@ TEST_F(MenuWidgetTest, AChoiceRunsInATurnOfItsOwn) {
 }
 
 TEST_F(MenuWidgetTest, AnAmpersandInATitleIsACharacterOfIt) {
-  fill({entry("Cats & dogs", "1")});
+  fill({commandEntry("Cats & dogs", "1")});
   EXPECT_EQ(widget_.actions().front()->text(), "Cats && dogs");
 }
 
 TEST_F(MenuWidgetTest, ATabInATitleIsNoShortcut) {
-  fill({entry("One\ttwo", "1")});
+  fill({commandEntry("One\ttwo", "1")});
   EXPECT_EQ(widget_.actions().front()->text(), "One two");
 }
 
 TEST_F(MenuWidgetTest, SeparatorsAndSubmenusStandWhereTheMenuHasThem) {
   SubmenuEntry tools;
   tools.title = "Tools";
-  tools.submenu.entries.emplace_back(entry("Inner", "3"));
-  fill({SeparatorEntry{}, tools, SeparatorEntry{}, SeparatorEntry{}, entry("Last", "4")});
+  tools.submenu.entries.emplace_back(commandEntry("Inner", "3"));
+  fill({SeparatorEntry{}, tools, SeparatorEntry{}, SeparatorEntry{}, commandEntry("Last", "4")});
   const QList<QAction*> actions = widget_.actions();
   ASSERT_EQ(actions.size(), 5);
   EXPECT_TRUE(actions[0]->isSeparator());
@@ -76,14 +69,14 @@ TEST_F(MenuWidgetTest, SeparatorsAndSubmenusStandWhereTheMenuHasThem) {
 }
 
 TEST_F(MenuWidgetTest, AShortcutStandsBesideItsEntry) {
-  ActionEntry quit = entry("Quit", "1");
+  ActionEntry quit = commandEntry("Quit", "1");
   quit.keyEquivalent = KeyEquivalent{"q"};
   fill({quit});
   EXPECT_EQ(widget_.actions().front()->text(), "Quit\tSuper+Q");
 }
 
 TEST_F(MenuWidgetTest, AnIconThatIsNotThereLeavesTheEntryWithoutOne) {
-  ActionEntry action = entry("Run", "1");
+  ActionEntry action = commandEntry("Run", "1");
   action.image = Image{.name = "no-such-icon", .isTemplate = true, .pointSize = {}, .weight = {}};
   fill({action});
   EXPECT_TRUE(widget_.actions().front()->icon().isNull());

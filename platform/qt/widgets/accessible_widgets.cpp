@@ -69,7 +69,7 @@ class AccessibleLink final : public AccessibleView {
 
   QString text(QAccessible::Text kind) const override {
     const QString said = QAccessibleWidget::text(kind);
-    return kind == QAccessible::Name && said.isEmpty() ? link_.text() : said;
+    return kind == QAccessible::Name && said.isEmpty() ? link_.title() : said;
   }
   QStringList actionNames() const override { return {pressAction()}; }
   void doAction(const QString& name) override {

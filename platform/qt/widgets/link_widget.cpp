@@ -17,6 +17,10 @@ LinkWidget::LinkWidget(QWidget* parent) : QAbstractButton(parent) {
   setCursor(Qt::PointingHandCursor);
 }
 
+QString LinkWidget::title() const {
+  return text().replace(QStringLiteral("&&"), QStringLiteral("&"));
+}
+
 QSize LinkWidget::sizeHint() const {
   const QSize text = fontMetrics().size(Qt::TextShowMnemonic, this->text());
   return text.grownBy(QMargins(0, margin, 0, margin));

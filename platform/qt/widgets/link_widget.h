@@ -10,6 +10,9 @@ class LinkWidget final : public QAbstractButton {
  public:
   explicit LinkWidget(QWidget* parent);
 
+  /// The text as it is drawn: its ampersands are doubled.
+  QString title() const;
+
   QSize sizeHint() const override;
 
  protected:

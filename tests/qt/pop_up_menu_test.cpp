@@ -1,0 +1,92 @@
+// The menu at the pointer.
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/memory/memory_task_queues.h"
+#include "platform/qt/windows/qt_window_system.h"
+#include "tests/qt/menus.h"
+#include "tests/qt/qt_user.h"
+
+namespace quillmar {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class PopUpMenuTest : public testing::Test {
+ protected:
+  PopUpMenuTest() { handleReadyEvents(); }
+  ~PopUpMenuTest() override {
+    for (QMenu* const menu : allMenus()) menu->close();
+    handleReadyEvents();
+  }
+
+  void popUp(const std::string& title) {
+    ASSERT_TRUE(
+        windows_.popUpMenu(Menu{.title = "", .entries = {commandEntry(title, title)}}, {},
+                           [this](const ActionEntry& entry) { chosen.push_back(entry.title); }));
+    handleReadyEvents();
+  }
+
+  static std::vector<std::string> openMenus() {
+    std::vector<std::string> titles;
+    for (const QMenu* const menu : allMenus()) {
+      if (menu->isVisible()) titles.push_back(menu->actions().front()->text().toStdString());
+    }
+    return titles;
+  }
+
+  MemoryTaskQueues queues;
+  std::vector<std::string> chosen;
+
+ private:
+  QtWindowSystem windows_{queues.mainQueue()};
+};
+
+TEST_F(PopUpMenuTest, ItOpensAtThePointer) {
+  QCursor::setPos(120, 130);
+  popUp("First");
+  EXPECT_THAT(openMenus(), ElementsAre("First"));
+  EXPECT_EQ(allMenus().front()->pos(), QPoint(120, 130));
+}
+
+TEST_F(PopUpMenuTest, AnotherOneTakesThePlaceOfAnOpenOne) {
+  popUp("First");
+  popUp("Second");
+  EXPECT_THAT(openMenus(), ElementsAre("Second"));
+  EXPECT_THAT(allMenus(), SizeIs(1));
+}
+
+TEST_F(PopUpMenuTest, AClosedOneIsGoneAndCanBeOpenedAgain) {
+  popUp("First");
+  allMenus().front()->close();
+  handleReadyEvents();
+  EXPECT_THAT(allMenus(), IsEmpty());
+  EXPECT_THAT(chosen, IsEmpty());
+  popUp("Second");
+  EXPECT_THAT(openMenus(), ElementsAre("Second"));
+}
+
+TEST_F(PopUpMenuTest, AChoiceClosesItAndRunsOnceAfterwards) {
+  popUp("First");
+  QMenu* const menu = allMenus().front();
+  menu->setActiveAction(menu->actions().front());
+  QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+  QCoreApplication::sendEvent(menu, &press);
+  handleReadyEvents();
+  EXPECT_THAT(allMenus(), IsEmpty());
+  EXPECT_THAT(chosen, IsEmpty());
+  queues.runAll();
+  EXPECT_THAT(chosen, ElementsAre("First"));
+}
+
+}  // namespace
+}  // namespace quillmar

@@ -1,0 +1,71 @@
+// How a text is drawn, and what is left of it where it has no room.
+
+#include "platform/qt/widgets/text_widget.h"
+
+#include <QPixmap>
+
+#include <gtest/gtest.h>
+
+#include "tests/qt/pictures.h"
+#include "tests/qt/qt_user.h"
+
+namespace quillmar {
+namespace {
+
+QImage pictureOfText(const QString& text, const QSize& size, bool wraps = false,
+                     Qt::Alignment alignment = Qt::AlignLeft) {
+  TextWidget widget(nullptr);
+  widget.setText(text);
+  widget.setWraps(wraps);
+  widget.setTextAlignment(alignment);
+  widget.resize(size);
+  return widget.grab().toImage();
+}
+
+QSize roomFor(const QString& text) {
+  TextWidget widget(nullptr);
+  widget.setText(text);
+  return widget.sizeHint();
+}
+
+TEST(TextWidgetTest, ATextWithoutRoomEndsInAnEllipsis) {
+  const QSize room = roomFor("The beginning…");
+  const QImage cut = pictureOfText("The beginning and all the rest of it", room);
+  EXPECT_EQ(inkFrame(cut), inkFrame(pictureOfText("The beginning…", room)));
+  EXPECT_NE(cut, pictureOfText("The beginning", room));
+}
+
+TEST(TextWidgetTest, LinesWithoutRoomAreLeftOutAndTheLastOneEndsInAnEllipsis) {
+  const QSize room = roomFor("first line\nsecond line…");
+  const QImage cut = pictureOfText("first line\nsecond line\nthird line", room);
+  EXPECT_EQ(inkFrame(cut), inkFrame(pictureOfText("first line\nsecond line…", room)));
+}
+
+TEST(TextWidgetTest, ATextThatFitsHasNoEllipsis) {
+  const QSize room = roomFor("The whole text");
+  const QSize more = room + QSize(100, 100);
+  EXPECT_EQ(inkFrame(pictureOfText("The whole text", room)),
+            inkFrame(pictureOfText("The whole text", more)));
+}
+
+TEST(TextWidgetTest, ACenteredTextStandsInTheMiddleOfItsLines) {
+  const QSize room = roomFor("Text") + QSize(200, 0);
+  const QRect left = inkFrame(pictureOfText("Text", room));
+  const QRect middle = inkFrame(pictureOfText("Text", room, false, Qt::AlignHCenter));
+  EXPECT_LT(left.left(), 5);
+  EXPECT_NEAR(middle.center().x(), room.width() / 2, 2);
+}
+
+TEST(TextWidgetTest, AWrappedTextIsDrawnInItsLines) {
+  const QSize room = roomFor("first words\nsecond words");
+  EXPECT_EQ(pictureOfText("first words second words", room, true),
+            pictureOfText("first words\nsecond words", room));
+}
+
+TEST(TextWidgetTest, MarkupIsDrawnToTheLetter) {
+  EXPECT_GT(roomFor("<b>Text</b>").width(), 1.5 * roomFor("Text").width());
+  EXPECT_GT(roomFor("&&Text").width(), roomFor("&Text").width());
+}
+
+}  // namespace
+}  // namespace quillmar
