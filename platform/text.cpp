@@ -130,6 +130,16 @@ std::string onOneLine(std::string_view text) {
   return line;
 }
 
+std::vector<std::string> split(std::string_view text, char separator) {
+  std::vector<std::string> parts;
+  while (!text.empty()) {
+    const std::string_view part = text.substr(0, text.find(separator));
+    if (!part.empty()) parts.emplace_back(part);
+    text.remove_prefix(std::min(text.size(), part.size() + 1));
+  }
+  return parts;
+}
+
 std::string_view lastCharacters(std::string_view text, std::size_t count) {
   if (count == 0) return {};
   if (text.size() <= count) return text;

@@ -1,11 +1,12 @@
-// Questions about text that need Unicode's tables. All text is UTF-8. Any thread; the first
-// question about characters loads the tables for them.
+// Questions about text. All text is UTF-8. Any thread; the first question about
+// characters loads Unicode's tables for them.
 
 #pragma once
 
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillmar::text {
 
@@ -25,6 +26,9 @@ bool containsNewline(std::string_view text);
 /// The text with a space in place of each newline, as above; CR LF is one. Precondition: valid
 /// UTF-8.
 std::string onOneLine(std::string_view text);
+
+/// The parts between separators, which are ASCII; empty parts are left out.
+std::vector<std::string> split(std::string_view text, char separator);
 
 /// The last `count` characters as a reader counts them (extended grapheme clusters); the whole text
 /// when it has no more.

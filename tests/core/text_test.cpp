@@ -3,12 +3,16 @@
 #include <string>
 #include <string_view>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace quillmar::text {
 namespace {
 
 using namespace std::string_view_literals;
+
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 constexpr std::string_view family = "👨‍👩‍👧‍👦";  // four people and three joiners
 
@@ -29,6 +33,12 @@ TEST(Text, EveryNewlineBecomesASpaceOnOneLine) {
   EXPECT_EQ(text::onOneLine("ä\nb\vc\fd\re\r\nf\u0085g\u2028h\u2029i\n"), "ä b c d e f g h i ");
   EXPECT_EQ(text::onOneLine("\n\n"), "  ");
   EXPECT_EQ(text::onOneLine("tab\tstays"), "tab\tstays");
+}
+
+TEST(Text, EmptyPartsAreNoParts) {
+  EXPECT_THAT(text::split(":a::b c:", ':'), ElementsAre("a", "b c"));
+  EXPECT_THAT(text::split("a", ':'), ElementsAre("a"));
+  EXPECT_THAT(text::split("::", ':'), IsEmpty());
 }
 
 TEST(Text, TrimsSpacesAndTabsButNoNewlinesAsWhitespace) {

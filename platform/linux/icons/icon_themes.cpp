@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
-#include <sstream>
 #include <system_error>
 #include <utility>
 
 #include "platform/linux/bus/glib_pointers.h"
+#include "platform/text.h"
 
 namespace quillmar {
 
@@ -25,15 +25,6 @@ GKeyFilePtr loadKeyFile(const std::string& path) {
 std::string stringValue(GKeyFile* file, const char* group, const char* key) {
   const GStringPtr value(g_key_file_get_string(file, group, key, nullptr));
   return value ? value.get() : "";
-}
-
-std::vector<std::string> split(const std::string& text, char separator) {
-  std::vector<std::string> parts;
-  std::istringstream stream(text);
-  for (std::string part; std::getline(stream, part, separator);) {
-    if (!part.empty()) parts.push_back(part);
-  }
-  return parts;
 }
 
 bool isDirectory(const std::string& path) {
@@ -60,7 +51,7 @@ IconThemes IconThemes::ofUser(const Environment& environment, const std::string&
       homeDirectory + "/.icons",
       valueOr("XDG_DATA_HOME", homeDirectory + "/.local/share") + "/icons"};
   for (const std::string& data :
-       split(valueOr("XDG_DATA_DIRS", "/usr/local/share:/usr/share"), ':')) {
+       text::split(valueOr("XDG_DATA_DIRS", "/usr/local/share:/usr/share"), ':')) {
     directories.push_back(data + "/icons");
   }
 
@@ -108,11 +99,11 @@ std::vector<std::string> IconThemes::findLeaves() const {
       const GKeyFilePtr index = loadKeyFile(base + "index.theme");
       if (!index) continue;
       for (const std::string& parent :
-           split(stringValue(index.get(), themeGroup, "Inherits"), ',')) {
+           text::split(stringValue(index.get(), themeGroup, "Inherits"), ',')) {
         if (std::ranges::find(themes, parent) == themes.end()) themes.push_back(parent);
       }
       for (const std::string& leaf :
-           split(stringValue(index.get(), themeGroup, "Directories"), ',')) {
+           text::split(stringValue(index.get(), themeGroup, "Directories"), ',')) {
         if (isDirectory(base + leaf)) leaves.push_back(base + leaf);
       }
     }

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <optional>
-#include <sstream>
 
 #include "platform/qt/module/display_probe.h"
 #include "platform/qt/module/platform_plugin.h"
+#include "platform/text.h"
 
 namespace quillmar {
 
@@ -18,17 +18,9 @@ std::string valueOf(const Environment& environment, const std::string& name) {
   return environment.value(name).value_or("");
 }
 
-std::vector<std::string> split(const std::string& text, char separator) {
-  std::vector<std::string> parts;
-  std::istringstream stream(text);
-  for (std::string part; std::getline(stream, part, separator);) {
-    if (!part.empty()) parts.push_back(part);
-  }
-  return parts;
-}
-
 bool isGnome(const Environment& environment) {
-  const std::vector<std::string> names = split(valueOf(environment, "XDG_CURRENT_DESKTOP"), ':');
+  const std::vector<std::string> names =
+      text::split(valueOf(environment, "XDG_CURRENT_DESKTOP"), ':');
   return std::find(names.begin(), names.end(), "GNOME") != names.end();
 }
 
@@ -44,7 +36,7 @@ std::optional<std::string> obstacle(const std::string& platform, const Environme
 }  // namespace
 
 std::vector<std::string> wantedPlatforms(const Environment& environment) {
-  std::vector<std::string> wanted = split(valueOf(environment, "QT_QPA_PLATFORM"), ';');
+  std::vector<std::string> wanted = text::split(valueOf(environment, "QT_QPA_PLATFORM"), ';');
   if (!wanted.empty()) return wanted;
   if (!valueOf(environment, "WAYLAND_DISPLAY").empty()) wanted.emplace_back(wayland);
   if (!valueOf(environment, "DISPLAY").empty()) wanted.emplace_back(x11);
