@@ -59,6 +59,10 @@ class Window:
         """Where an element is on the screen: x, y, width, height in pixels."""
         return Atspi.Component.get_extents(self.element(role, name), Atspi.CoordType.SCREEN)
 
+    def content_place(self):
+        """Where the window without its frame is on the screen."""
+        return Atspi.Component.get_extents(self.accessible, Atspi.CoordType.SCREEN)
+
     def type(self, text):
         """Fills the window's one field."""
         field = self.element(FIELD)

@@ -47,6 +47,23 @@ class PromptPanelOnTheDesktopTest(WindowsTestCase):
         self.wait_for_file("value", "mine")
         self.assertEqual(other.typed_keys(), 0)
 
+    def test_after_a_confirmation_with_the_mouse_one_can_type_the_answer_at_once(self):
+        other = OtherProgram()
+        wait_until(other.has_focus, "the other program has the focus")
+        window = self.open(self.ask(confirmBeforeRunning=True), "Ask")
+        self.assertEqual(window.names(FIELD), [])
+        run_button = window.place("Run")
+        Screen().click(run_button.x + run_button.width // 2, run_button.y + run_button.height // 2)
+
+        def question():
+            return next((shown for _, shown in self.windows.all() if shown.names(FIELD)), None)
+        self.wait_for_focus(wait_until(question, "the question is asked"), FIELD, "Which value?")
+        run("xdotool", "type", "mine")
+        Screen().press("Return")
+        self.wait_for_file("value", "mine")
+        self.windows.wait_until_gone("Quillmar")
+        self.assertEqual(other.typed_keys(), 0)
+
     def test_escape_and_the_window_managers_close_run_nothing(self):
         window = self.open(self.ask(), "Ask")
         self.wait_for_focus(window, FIELD)
