@@ -12,6 +12,7 @@
 
 #include "platform/memory/memory_task_queues.h"
 #include "platform/qt/windows/key_presses.h"
+#include "tests/qt/icon_theme.h"
 #include "tests/qt/menus.h"
 
 namespace quillmar {
@@ -80,6 +81,24 @@ TEST_F(MenuWidgetTest, AnIconThatIsNotThereLeavesTheEntryWithoutOne) {
   action.image = Image{.name = "no-such-icon", .isTemplate = true, .pointSize = {}, .weight = {}};
   fill({action});
   EXPECT_TRUE(widget_.actions().front()->icon().isNull());
+}
+
+TEST_F(MenuWidgetTest, OnlyTemplatesTakeTheColourOfTheMenusTexts) {
+  IconTheme theme;
+  theme.add("square", 16, 1, plainPicture(16, Qt::red));
+  ActionEntry colored = commandEntry("Colored", "1");
+  colored.image = Image{.name = "square", .isTemplate = false, .pointSize = {}, .weight = {}};
+  ActionEntry tinted = commandEntry("Tinted", "2");
+  tinted.image = Image{.name = "square", .isTemplate = true, .pointSize = {}, .weight = {}};
+  SubmenuEntry folder;
+  folder.image = tinted.image;
+  fill({colored, tinted, folder});
+  std::vector<QColor> colors;
+  for (const QAction* const action : widget_.actions()) {
+    colors.push_back(action->icon().pixmap(QSize(16, 16)).toImage().pixelColor(8, 8));
+  }
+  const QColor text = widget_.palette().color(QPalette::WindowText);
+  EXPECT_THAT(colors, ElementsAre(QColor(Qt::red), text, text));
 }
 
 std::string sequence(const std::string& character, std::uint64_t mask) {

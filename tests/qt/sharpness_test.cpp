@@ -2,6 +2,7 @@
 // its own: the scale is one for life.
 
 #include <QApplication>
+#include <QMenu>
 #include <QPainter>
 #include <QPalette>
 #include <QTextLayout>
@@ -13,10 +14,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/memory/memory_task_queues.h"
+#include "platform/qt/menus/menu_widget.h"
 #include "platform/widgets/image_view.h"
 #include "platform/widgets/label.h"
 #include "platform/widgets/stack_view.h"
 #include "tests/qt/icon_theme.h"
+#include "tests/qt/menus.h"
 #include "tests/qt/pictures.h"
 #include "tests/qt/qt_user.h"
 
@@ -83,6 +87,24 @@ TEST_F(SharpnessTest, ATemplateIsTintedInThePixelsOfTheScreen) {
       picture.convertToFormat(QImage::Format_RGB32),
       checkeredPicture(32, palette.color(QPalette::WindowText), palette.color(QPalette::Window))
           .convertToFormat(QImage::Format_RGB32));
+}
+
+TEST_F(SharpnessTest, AnIconOfAMenuIsDrawnInThePixelsOfTheScreen) {
+  addCheckers();
+  ActionEntry entry = commandEntry("Title", "1");
+  entry.image = Image{.name = "checkers", .isTemplate = false, .pointSize = {}, .weight = {}};
+  MemoryTaskQueues queues;
+  QMenu menu;
+  const auto pictureOfEntry = [&] {
+    menu.clear();
+    fillMenu(menu, Menu{.title = "", .entries = {entry}},
+             {.mainQueue = queues.mainQueue(), .choose = {}});
+    return menu.actions().front()->icon().pixmap(QSize(16, 16)).toImage();
+  };
+  EXPECT_EQ(pictureOfEntry().convertToFormat(QImage::Format_RGB32),
+            checkeredPicture(32, Qt::red, Qt::blue).convertToFormat(QImage::Format_RGB32));
+  entry.image->isTemplate = true;
+  EXPECT_EQ(pictureOfEntry().size(), QSize(32, 32));
 }
 
 TEST_F(SharpnessTest, ATextIsDrawnInThePixelsOfTheScreen) {

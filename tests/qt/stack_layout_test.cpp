@@ -83,6 +83,8 @@ TEST_F(StackLayoutTest, CustomSpacingTakesThePlaceOfTheSpacingAfterOneView) {
   EXPECT_EQ(gapBeside(middle, right), 9);
   EXPECT_EQ(gapBelow(row, lower), 30);
   EXPECT_EQ(gapBelow(lower, lowest), 7);
+  EXPECT_EQ(frame(row).right(), frame(right).right());
+  EXPECT_EQ(widgetOf(*window).height(), frame(lowest).bottom() + 1);
   // And again, while the window is open.
   stack->setCustomSpacing(2, row);
   harness.settle();

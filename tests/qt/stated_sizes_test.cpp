@@ -188,6 +188,17 @@ TEST_F(StatedSizesTest, AWindowIsNeverLargerThanTheScreen) {
   EXPECT_LE(widgetOf(*window).frameGeometry().height(), screen.height());
 }
 
+TEST_F(StatedSizesTest, AWindowThatIsCutToTheScreenHasRoomForTheLinesThatThisTakes) {
+  window->setContentSize({.width = 5000, .height = 0});
+  std::string text;
+  for (int i = 0; i < 10; ++i) text += sentence + " ";
+  Label& label = addLabel(text);
+  label.setWraps(true);
+  show();
+  EXPECT_LT(size(label).width(), 5000);
+  EXPECT_EQ(size(label).height(), widgetOf(label).heightForWidth(size(label).width()));
+}
+
 TEST_F(StatedSizesTest, AWindowThatGrowsPastTheEdgeOfTheScreenComesBack) {
   window->setContentSize({.width = 100, .height = 100});
   Label& label = addLabel("Text");
