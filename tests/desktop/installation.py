@@ -3,7 +3,6 @@
 import os
 import pathlib
 import shutil
-import unittest.mock
 
 
 class Installation:
@@ -22,7 +21,5 @@ class Installation:
 
     def use(self, test):
         """Makes this the program that the test starts."""
-        patch = unittest.mock.patch.dict(os.environ, QUILLMAR_PROGRAM=str(self.program))
-        patch.start()
-        test.addCleanup(patch.stop)
+        test.use_program(self.program)
         return self

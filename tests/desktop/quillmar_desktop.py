@@ -16,6 +16,7 @@ import subprocess
 import tempfile
 import time
 import unittest
+import unittest.mock
 
 import dbus
 from dbus.lowlevel import MESSAGE_TYPE_METHOD_RETURN as METHOD_RETURN
@@ -385,6 +386,12 @@ class DesktopTestCase(unittest.TestCase):
         scratch = tempfile.TemporaryDirectory(prefix="test-")
         self.addCleanup(scratch.cleanup)
         self.scratch = pathlib.Path(scratch.name)
+
+    def use_program(self, program):
+        """Another executable for this test."""
+        patch = unittest.mock.patch.dict(os.environ, QUILLMAR_PROGRAM=str(program))
+        patch.start()
+        self.addCleanup(patch.stop)
 
     def start(self, settings=None, **keywords):
         program = Program(settings, **keywords)
