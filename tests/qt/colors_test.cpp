@@ -84,6 +84,15 @@ TEST_F(ColorsTest, ALinkHasTheColourOfLinks) {
   EXPECT_EQ(ink(link), wanted(QPalette::Link));
 }
 
+TEST_F(ColorsTest, ALinkTooDarkForItsWindowIsMadeReadable) {
+  QPalette palette = darkPalette();
+  palette.setColor(QPalette::Link, QColor(0, 0, 255));
+  QApplication::setPalette(palette);
+  const Button& link = addLink("Link");
+  show();
+  EXPECT_GE(contrast(ink(link), paper()), readable);
+}
+
 TEST_F(ColorsTest, WhatIsDisabledHasThePalettesColourForThat) {
   Label& label = addLabel("HHH");
   Button& link = addLink("HHH");

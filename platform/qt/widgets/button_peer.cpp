@@ -12,6 +12,9 @@ namespace quillmar {
 
 namespace {
 
+/// On either side of a push button's title, in device-independent pixels.
+constexpr int roomBesideTitle = 14;
+
 QAbstractButton* makeWidget(ButtonStyle style, QWidget& parent) {
   if (style == ButtonStyle::link) return new LinkWidget(&parent);
   return new QPushButton(&parent);
@@ -47,7 +50,13 @@ void ButtonPeer::update() {
 }
 
 Extent ButtonPeer::contentHorizontal() const {
-  const int wanted = widgetButton().sizeHint().width();
+  int wanted = widgetButton().sizeHint().width();
+  if (button_.style() == ButtonStyle::push) {
+    // Some styles leave a long title hardly any.
+    const int title =
+        widgetButton().fontMetrics().size(Qt::TextShowMnemonic, widgetButton().text()).width();
+    wanted = std::max(wanted, title + 2 * roomBesideTitle);
+  }
   return {std::min(wanted, widgetButton().sizeHint().height()), wanted, wanted, wanted};
 }
 

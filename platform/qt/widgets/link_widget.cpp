@@ -3,12 +3,22 @@
 #include <QPainter>
 #include <QStyleOption>
 
+#include "platform/qt/widgets/readable_color.h"
+
 namespace quillmar {
 
 namespace {
 
 /// Room for the mark of the focus above and below the text, which begins where others do.
 constexpr int margin = 2;
+
+QColor linkColor(const QPalette& palette) {
+  const auto active = [&](QPalette::ColorRole role) {
+    return palette.color(QPalette::Active, role);
+  };
+  return readableColor(active(QPalette::Link), active(QPalette::Window),
+                       active(QPalette::WindowText));
+}
 
 }  // namespace
 
@@ -31,8 +41,8 @@ void LinkWidget::paintEvent(QPaintEvent* /*event*/) {
   QFont font = this->font();
   font.setUnderline(isEnabled() && (underMouse() || hasFocus()));
   painter.setFont(font);
-  const QPalette::ColorGroup group = isEnabled() ? QPalette::Active : QPalette::Disabled;
-  painter.setPen(palette().color(group, isEnabled() ? QPalette::Link : QPalette::WindowText));
+  painter.setPen(isEnabled() ? linkColor(palette())
+                             : palette().color(QPalette::Disabled, QPalette::WindowText));
   // The doubled ampersands of the text stand for themselves.
   painter.drawText(rect(), Qt::AlignCenter | Qt::TextHideMnemonic, text());
   if (!hasFocus()) return;
