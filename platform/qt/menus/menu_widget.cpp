@@ -27,7 +27,7 @@ QString shortcutText(const KeyEquivalent& keyEquivalent) {
 }
 
 QIcon entryIcon(const std::optional<Image>& image, const QMenu& widget) {
-  const QIcon icon = iconOf(image);
+  QIcon icon = iconOf(image);
   if (icon.isNull() || !image->isTemplate) return icon;
   constexpr int side = 16;
   QPixmap pixmap = icon.pixmap(QSize(side, side), widget.devicePixelRatio());

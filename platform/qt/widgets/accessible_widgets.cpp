@@ -89,8 +89,9 @@ QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* objec
   if (auto* const window = dynamic_cast<WindowWidget*>(object)) {
     return new QAccessibleWidget(window, QAccessible::Dialog);
   }
-  if (object->property(roleProperty).isValid()) {
-    return new AccessibleView(*static_cast<QWidget*>(object), AccessibilityRole::group);
+  auto* const widget = qobject_cast<QWidget*>(object);
+  if (widget != nullptr && widget->property(roleProperty).isValid()) {
+    return new AccessibleView(*widget, AccessibilityRole::group);
   }
   return nullptr;
 }
