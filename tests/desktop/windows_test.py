@@ -8,6 +8,7 @@ import subprocess
 import unittest
 
 from accessible_windows import BUTTON, FIELD, LABEL, LINK, AccessibleWindows
+from held_key import HeldKey
 from other_program import OtherProgram
 from quillmar_desktop import (DEADLINE_SECONDS, Screen, StatusIcon, document, entry, run, tools,
                               wait_until)
@@ -18,6 +19,12 @@ SCREEN_HEIGHT = 800
 
 
 class PromptPanelOnTheDesktopTest(WindowsTestCase):
+
+    def question(self):
+        """The panel with a field, once it is there."""
+        def find():
+            return next((shown for _, shown in self.windows.all() if shown.names(FIELD)), None)
+        return wait_until(find, "the question is asked")
 
     def test_what_is_typed_reaches_the_command(self):
         window = self.open(self.ask(), "Ask")
@@ -54,15 +61,33 @@ class PromptPanelOnTheDesktopTest(WindowsTestCase):
         self.assertEqual(window.names(FIELD), [])
         run_button = window.place("Run")
         Screen().click(run_button.x + run_button.width // 2, run_button.y + run_button.height // 2)
-
-        def question():
-            return next((shown for _, shown in self.windows.all() if shown.names(FIELD)), None)
-        self.wait_for_focus(wait_until(question, "the question is asked"), FIELD, "Which value?")
+        self.wait_for_focus(self.question(), FIELD, "Which value?")
         run("xdotool", "type", "mine")
         Screen().press("Return")
         self.wait_for_file("value", "mine")
         self.windows.wait_until_gone("Quillmar")
         self.assertEqual(other.typed_keys(), 0)
+
+    def test_a_key_that_is_held_down_answers_one_question_only(self):
+        window = self.open(self.ask(confirmBeforeRunning=True), "Ask")
+        self.wait_for_focus(window, BUTTON, "Run")
+        with HeldKey("Return") as key:
+            self.wait_for_focus(self.question(), FIELD, "Which value?")
+            key.wait_for_presses(20)
+        run("xdotool", "type", "mine")
+        Screen().press("Return")
+        self.wait_for_file("value", "mine")
+        self.windows.wait_until_gone("Quillmar")
+
+    def test_a_key_that_is_held_down_already_answers_no_question(self):
+        with HeldKey("Return") as key:
+            key.wait_for_presses(2)
+            window = self.open(self.ask(), "Ask")
+            self.wait_for_focus(window, FIELD, "Which value?")
+            key.wait_for_presses(20)
+        run("xdotool", "type", "mine")
+        Screen().press("Return")
+        self.wait_for_file("value", "mine")
 
     def test_escape_and_the_window_managers_close_run_nothing(self):
         window = self.open(self.ask(), "Ask")

@@ -7,6 +7,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
+#include <QWindow>
 #include <memory>
 #include <string>
 #include <vector>
@@ -41,12 +42,15 @@ class KeyboardTest : public testing::Test {
     user.settle();
   }
 
-  /// A press as the desktop repeats it while the key is held down.
-  void repeat(const View& view, Qt::Key key) {
-    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
-    QApplication::sendEvent(&widgetOf(view), &press);
-    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, QString(), true);
-    QApplication::sendEvent(&widgetOf(view), &release);
+  /// A press and a release as they come from the desktop, which repeats them while the key is held
+  /// down.
+  void press(const View& view, Qt::Key key, bool isRepeated) {
+    QWidget& widget = widgetOf(view);
+    widget.setFocus();
+    QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, QString(), isRepeated);
+    QApplication::sendEvent(widget.window()->windowHandle(), &down);
+    QKeyEvent up(QEvent::KeyRelease, key, Qt::NoModifier, QString(), isRepeated);
+    QApplication::sendEvent(widget.window()->windowHandle(), &up);
   }
 
   QtUser user;
@@ -60,11 +64,11 @@ TEST_F(KeyboardTest, AKeyThatIsHeldDownPressesNoButton) {
   auto& run = addButton("Run", keys::returnKey);
   show();
   for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Escape}) {
-    repeat(run, key);
-    repeat(cancel, key);
+    press(run, key, true);
+    press(cancel, key, true);
   }
   EXPECT_THAT(pressed, IsEmpty());
-  QTest::keyClick(&widgetOf(run), Qt::Key_Return);
+  press(run, Qt::Key_Return, false);
   EXPECT_THAT(pressed, ElementsAre("Run"));
 }
 
@@ -73,10 +77,10 @@ TEST_F(KeyboardTest, AKeyThatIsHeldDownInAFieldAnswersNothing) {
   addButton("Cancel", keys::escape);
   addButton("Run", keys::returnKey);
   show();
-  repeat(field, Qt::Key_Return);
-  repeat(field, Qt::Key_Escape);
+  press(field, Qt::Key_Return, true);
+  press(field, Qt::Key_Escape, true);
   EXPECT_THAT(pressed, IsEmpty());
-  QTest::keyClick(&widgetOf(field), Qt::Key_Return);
+  press(field, Qt::Key_Return, false);
   EXPECT_THAT(pressed, ElementsAre("Run"));
 }
 

@@ -1,12 +1,10 @@
 #include "platform/qt/widgets/button_peer.h"
 
-#include <QKeyEvent>
 #include <QPushButton>
 #include <algorithm>
 
 #include "platform/qt/widgets/fonts.h"
 #include "platform/qt/widgets/link_widget.h"
-#include "platform/qt/windows/key_presses.h"
 
 namespace quillmar {
 
@@ -20,23 +18,12 @@ QAbstractButton* makeWidget(ButtonStyle style, QWidget& parent) {
   return new QPushButton(&parent);
 }
 
-/// Keeps from a button what would press it again while a key is held down.
-class HeldKeyFilter final : public QObject {
- public:
-  using QObject::QObject;
-
-  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-    return event->type() == QEvent::KeyPress && isHeldAnswer(*static_cast<QKeyEvent*>(event));
-  }
-};
-
 }  // namespace
 
 ButtonPeer::ButtonPeer(Button& button, QtWindowPeer& window, QWidget& parent)
     : WidgetPeer(button, window, makeWidget(button.style(), parent)), button_(button) {
   QObject::connect(&widgetButton(), &QAbstractButton::clicked, receiver(),
                    [this] { button_.press(); });
-  widgetButton().installEventFilter(new HeldKeyFilter(&widgetButton()));
 }
 
 void ButtonPeer::update() {

@@ -72,20 +72,6 @@ std::optional<KeyEquivalent> keyEquivalentOf(const QKeyEvent& event) {
   return KeyEquivalent{.character = character.toStdString(), .modifierMask = mask};
 }
 
-bool isHeldAnswer(const QKeyEvent& event) {
-  if (!event.isAutoRepeat()) return false;
-  switch (event.key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Escape:
-    case Qt::Key_Space:
-    case Qt::Key_Select:
-      return true;
-    default:
-      return false;
-  }
-}
-
 QKeySequence keySequenceOf(const KeyEquivalent& keyEquivalent) {
   const auto characters = QString::fromStdString(keyEquivalent.character).toUcs4();
   if (characters.size() != 1) return {};

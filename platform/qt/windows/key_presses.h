@@ -14,10 +14,6 @@ namespace quillmar {
 /// Nothing for a modifier alone and for keys that have no character.
 std::optional<KeyEquivalent> keyEquivalentOf(const QKeyEvent& event);
 
-/// A repeated press, because the key is held down, of one that presses a button or closes a window.
-/// It is no press of the user's: what the first one brought up is not to be answered by it.
-bool isHeldAnswer(const QKeyEvent& event);
-
 /// Empty when the character is not one.
 QKeySequence keySequenceOf(const KeyEquivalent& keyEquivalent);
 

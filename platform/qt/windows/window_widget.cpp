@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QWindow>
 #include <utility>
 
 #include "platform/qt/windows/key_presses.h"
@@ -32,6 +33,9 @@ bool WindowWidget::event(QEvent* event) {
     case QEvent::LayoutRequest:
       call(handlers_.layOut);
       return true;
+    case QEvent::WinIdChange:
+      if (windowHandle() != nullptr) windowHandle()->installEventFilter(&heldKeys_);
+      break;
     case QEvent::ApplicationFontChange:
     case QEvent::StyleChange:
       call(handlers_.looksChanged);
@@ -49,7 +53,6 @@ void WindowWidget::closeEvent(QCloseEvent* event) {
 }
 
 void WindowWidget::keyPressEvent(QKeyEvent* event) {
-  if (isHeldAnswer(*event)) return;
   const auto key = keyEquivalentOf(*event);
   if (!key || !call(handlers_.key, *key)) QWidget::keyPressEvent(event);
 }

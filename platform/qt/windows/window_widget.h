@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "platform/key_equivalent.h"
+#include "platform/qt/windows/held_key_filter.h"
 
 namespace quillmar {
 
@@ -37,6 +38,7 @@ class WindowWidget final : public QWidget {
 
  private:
   Handlers handlers_;
+  HeldKeyFilter heldKeys_;
 };
 
 }  // namespace quillmar

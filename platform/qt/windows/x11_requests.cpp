@@ -23,4 +23,15 @@ xcb_atom_t x11Atom(xcb_connection_t* connection, const char* name) {
   return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
+std::vector<std::uint8_t> x11KeysDown(xcb_connection_t* connection) {
+  const XcbReply<xcb_query_keymap_reply_t> reply(
+      xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr));
+  std::vector<std::uint8_t> down;
+  constexpr unsigned keyCodes = 256;
+  for (unsigned code = 0; reply && code < keyCodes; ++code) {
+    if ((reply->keys[code / 8] >> (code % 8)) & 1U) down.push_back(static_cast<std::uint8_t>(code));
+  }
+  return down;
+}
+
 }  // namespace quillmar

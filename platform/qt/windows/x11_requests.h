@@ -2,8 +2,10 @@
 
 #pragma once
 
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <vector>
 
 #include <xcb/xcb.h>
 
@@ -24,5 +26,8 @@ xcb_window_t x11RootWindow(xcb_connection_t* connection);
 
 /// XCB_ATOM_NONE when the server doesn't answer.
 xcb_atom_t x11Atom(xcb_connection_t* connection, const char* name);
+
+/// The key codes of all keys that are down now.
+std::vector<std::uint8_t> x11KeysDown(xcb_connection_t* connection);
 
 }  // namespace quillmar
