@@ -8,6 +8,7 @@
 #include "config/quillmar_config.h"
 #include "config/settings_manager.h"
 #include "platform/bundle.h"
+#include "platform/error_text.h"
 #include "platform/file_system.h"
 #include "platform/platform.h"
 #include "platform/result.h"
@@ -21,7 +22,9 @@ Result<QuillmarConfig> readPack(const Platform& platform) {
   if (!path) return Error{"The resource “packs/starter.quillmarpack” is missing."};
   const Result<std::string> bytes = platform.files.read(*path);
   if (!bytes) return bytes.error();
-  return decodeDocument(bytes.value());
+  Result<QuillmarConfig> pack = decodeDocument(bytes.value());
+  if (!pack) return Error{quotedPath(*path) + " is no document. " + pack.error().description};
+  return pack;
 }
 
 std::size_t commandCount(const QuillmarConfig& pack) {

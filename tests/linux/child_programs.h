@@ -52,6 +52,7 @@ class XServer {
   /// As the variable DISPLAY names it.
   const std::string& display() const { return display_; }
   void kill() { server_.kill(); }
+  void signal(int number) { server_.signal(number); }
 
  private:
   ServerProgram server_;

@@ -101,6 +101,17 @@ TEST_F(MenuWidgetTest, OnlyTemplatesTakeTheColourOfTheMenusTexts) {
   EXPECT_THAT(colors, ElementsAre(QColor(Qt::red), text, text));
 }
 
+TEST_F(MenuWidgetTest, AMenuThatIsMadeAgainHasTheSameIcons) {
+  IconTheme theme;
+  theme.add("block", 16, 1, plainPicture(16, Qt::red));
+  ActionEntry action = commandEntry("Run", "1");
+  action.image = Image{.name = "block", .isTemplate = true, .pointSize = {}, .weight = {}};
+  fill({action, action});
+  const QIcon first = widget_.actions().at(0)->icon();
+  ASSERT_FALSE(first.isNull());
+  EXPECT_EQ(first.cacheKey(), widget_.actions().at(1)->icon().cacheKey());
+}
+
 std::string sequence(const std::string& character, std::uint64_t mask) {
   return keySequenceOf({character, mask}).toString(QKeySequence::PortableText).toStdString();
 }

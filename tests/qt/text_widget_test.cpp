@@ -62,6 +62,23 @@ TEST(TextWidgetTest, AWrappedTextIsDrawnInItsLines) {
             pictureOfText("first words\nsecond words", room));
 }
 
+TEST(TextWidgetTest, AnOverrideOfTheDirectionIsShownAndNotObeyed) {
+  const QString text = QStringLiteral("true \u202e; touch x\u2069");
+  const QString seen = QStringLiteral("true ‹U+202E›; touch x‹U+2069›");
+  const QSize room = roomFor(seen);
+  EXPECT_EQ(roomFor(text), room);
+  EXPECT_EQ(pictureOfText(text, room), pictureOfText(seen, room));
+}
+
+TEST(TextWidgetTest, AVeryLongWordIsBrokenAnywhere) {
+  TextWidget widget(nullptr);
+  widget.setWraps(true);
+  widget.setText(QStringLiteral("short ") + QString(300'000, u'x'));
+  const int lines = widget.heightForWidth(320) / widget.fontMetrics().lineSpacing();
+  const int perLine = 320 / widget.fontMetrics().horizontalAdvance(u'x');
+  EXPECT_NEAR(lines, 300'000 / perLine, 300'000 / perLine / 10);
+}
+
 TEST(TextWidgetTest, MarkupIsDrawnToTheLetter) {
   EXPECT_GT(roomFor("<b>Text</b>").width(), 1.5 * roomFor("Text").width());
   EXPECT_GT(roomFor("&&Text").width(), roomFor("&Text").width());

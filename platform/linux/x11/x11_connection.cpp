@@ -6,6 +6,7 @@
 #include <poll.h>
 
 #include "platform/linux/application/broken_pipes.h"
+#include "platform/linux/x11/patient_connect.h"
 
 namespace quillmar {
 
@@ -20,14 +21,11 @@ GSourceFuncs X11Connection::sourceFunctions = {
     prepareSource, checkSource, dispatchSource, nullptr, nullptr, nullptr,
 };
 
-std::unique_ptr<X11Connection> X11Connection::open(const std::string& display, Handlers handlers) {
+std::unique_ptr<X11Connection> X11Connection::open(const std::string& display, Handlers handlers,
+                                                   std::chrono::milliseconds patience) {
   ignoreBrokenPipes();
-  int screenNumber = 0;
-  xcb_connection_t* xcb = xcb_connect(display.c_str(), &screenNumber);
-  if (xcb_connection_has_error(xcb)) {
-    xcb_disconnect(xcb);
-    return nullptr;
-  }
+  const auto [xcb, screenNumber] = connectPatiently(display, patience);
+  if (!xcb) return nullptr;
   std::unique_ptr<X11Connection> connection(new X11Connection(xcb, std::move(handlers)));
   auto screens = xcb_setup_roots_iterator(xcb_get_setup(xcb));
   for (; connection->screenNumber_ < screenNumber && screens.rem > 1; xcb_screen_next(&screens)) {

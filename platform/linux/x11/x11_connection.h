@@ -55,9 +55,11 @@ class X11Connection {
     std::function<void()> closed;
   };
 
-  /// Connects to the display, as the variable DISPLAY names it, and waits for the server's answer.
-  /// Nothing when there is none.
-  static std::unique_ptr<X11Connection> open(const std::string& display, Handlers handlers);
+  /// Connects to the display, as the variable DISPLAY names it, and waits for the server's answer,
+  /// but only once for one that does not answer in time. Nothing when there is none.
+  static std::unique_ptr<X11Connection> open(
+      const std::string& display, Handlers handlers,
+      std::chrono::milliseconds patience = std::chrono::seconds(3));
 
   ~X11Connection();
   X11Connection(const X11Connection&) = delete;

@@ -1,6 +1,8 @@
 #include "platform/qt/images/image_icons.h"
 
+#include <QCache>
 #include <QPainter>
+#include <QString>
 
 namespace quillmar {
 
@@ -12,6 +14,24 @@ void tint(QPixmap& pixmap, const QColor& color) {
   QPainter painter(&pixmap);
   painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
   painter.fillRect(pixmap.rect(), color);
+}
+
+QIcon tintedIcon(const Image& image, const QColor& color, int side, qreal devicePixelRatio) {
+  constexpr qsizetype most = 500;
+  static QCache<QString, QIcon> made(most);
+  const QString key =
+      QStringLiteral("%1 %2 %3 %4 %5")
+          .arg(QString::fromStdString(image.name), QIcon::themeName(), color.name(QColor::HexArgb))
+          .arg(side)
+          .arg(devicePixelRatio);
+  if (const QIcon* const known = made.object(key)) return *known;
+  QIcon icon = iconOf(image);
+  if (icon.isNull()) return icon;
+  QPixmap pixmap = icon.pixmap(QSize(side, side), devicePixelRatio);
+  tint(pixmap, color);
+  icon = QIcon(pixmap);
+  made.insert(key, new QIcon(icon));
+  return icon;
 }
 
 }  // namespace quillmar

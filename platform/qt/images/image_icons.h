@@ -17,4 +17,9 @@ QIcon iconOf(const std::optional<Image>& image);
 /// Gives what is drawn in the pixmap one colour, as templates want it.
 void tint(QPixmap& pixmap, const QColor& color);
 
+/// The icon in one colour, `side` device-independent pixels wide and high, for a screen with so
+/// many pixels to each. Made once: the toolkit remembers pixels by the icon that they came from, so
+/// that icons made again and again would fill its memory.
+QIcon tintedIcon(const Image& image, const QColor& color, int side, qreal devicePixelRatio);
+
 }  // namespace quillmar

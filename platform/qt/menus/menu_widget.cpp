@@ -27,12 +27,10 @@ QString shortcutText(const KeyEquivalent& keyEquivalent) {
 }
 
 QIcon entryIcon(const std::optional<Image>& image, const QMenu& widget) {
-  QIcon icon = iconOf(image);
-  if (icon.isNull() || !image->isTemplate) return icon;
+  if (!image || !image->isTemplate) return iconOf(image);
   constexpr int side = 16;
-  QPixmap pixmap = icon.pixmap(QSize(side, side), widget.devicePixelRatio());
-  tint(pixmap, widget.palette().color(QPalette::WindowText));
-  return {pixmap};
+  return tintedIcon(*image, widget.palette().color(QPalette::WindowText), side,
+                    widget.devicePixelRatio());
 }
 
 void addAction(QMenu& widget, const ActionEntry& entry, const MenuChoice& choice) {

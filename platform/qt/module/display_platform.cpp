@@ -1,7 +1,9 @@
 #include "platform/qt/module/display_platform.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
+#include <string_view>
 
 #include "platform/qt/module/display_probe.h"
 #include "platform/qt/module/platform_plugin.h"
@@ -13,6 +15,11 @@ namespace {
 
 constexpr const char* wayland = "wayland";
 constexpr const char* x11 = "xcb";
+
+/// What can be looked at before the toolkit starts, or needs no display. Others, for screens
+/// without a desktop, may end the program.
+constexpr std::array<std::string_view, 6> safePlugins = {wayland,     "wayland-egl", x11,
+                                                         "offscreen", "minimal",     "vnc"};
 
 std::string valueOf(const Environment& environment, const std::string& name) {
   return environment.value(name).value_or("");
@@ -27,6 +34,9 @@ bool isGnome(const Environment& environment) {
 /// Why the platform cannot be used; nothing when it can.
 std::optional<std::string> obstacle(const std::string& platform, const Environment& environment) {
   const std::string plugin = platform.substr(0, platform.find(':'));
+  if (std::find(safePlugins.begin(), safePlugins.end(), plugin) == safePlugins.end()) {
+    return "it does not run on “" + plugin + "”, which QT_QPA_PLATFORM names";
+  }
   if (auto problem = problemWithPlugin(plugin)) return problem;
   if (plugin == x11) return problemWithX11(valueOf(environment, "DISPLAY"));
   if (plugin.starts_with(wayland)) return problemWithWayland(environment);

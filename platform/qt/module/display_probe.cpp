@@ -18,7 +18,8 @@ namespace quillmar {
 
 namespace {
 
-constexpr std::chrono::seconds patience(3);
+constexpr std::chrono::milliseconds patience(3000);
+constexpr std::chrono::milliseconds secondPatience(100);
 
 std::string quoted(const std::string& name) {
   return "“" + name + "”";
@@ -28,6 +29,27 @@ bool xServerAnswers(const std::string& display) {
   xcb_connection_t* const connection = xcb_connect(display.c_str(), nullptr);
   const bool answers = xcb_connection_has_error(connection) == 0;
   xcb_disconnect(connection);
+  return answers;
+}
+
+/// Absent when the server does not answer in time. One that is stopped takes the connection and
+/// says nothing, for ever; it is asked once, and waited for once.
+std::optional<bool> askXServer(const std::string& display) {
+  struct Question {
+    std::string display;
+    std::future<bool> answer;
+  };
+  static std::optional<Question> asked;
+  auto timeout = std::chrono::milliseconds(0);
+  if (!asked || asked->display != display) {
+    auto answer = std::make_shared<std::promise<bool>>();
+    asked = Question{display, answer->get_future()};
+    std::thread([answer, display] { answer->set_value(xServerAnswers(display)); }).detach();
+    timeout = patience;
+  }
+  if (asked->answer.wait_for(timeout) != std::future_status::ready) return std::nullopt;
+  const bool answers = asked->answer.get();
+  asked.reset();
   return answers;
 }
 
@@ -55,28 +77,26 @@ std::string waylandSocket(const Environment& environment) {
   return folder.empty() ? "" : folder + "/" + name;
 }
 
-/// Asks for a sign of life, wl_display.sync: object 1, request 0, 12 bytes, a new object 2.
+/// Asks for a sign of life, wl_display.sync: object 1, request 0, 12 bytes, a new object 2. A
+/// server that gave none is waited for no second time.
 bool waylandServerAnswers(int socket) {
+  static std::chrono::milliseconds timeout = patience;
   const std::array<std::uint32_t, 3> sync = {1, 12U << 16U, 2};
   if (send(socket, sync.data(), sizeof sync, MSG_NOSIGNAL) != sizeof sync) return false;
   pollfd answer{.fd = socket, .events = POLLIN, .revents = 0};
-  const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(patience);
-  return poll(&answer, 1, static_cast<int>(milliseconds.count())) == 1 &&
-         (answer.revents & POLLIN) != 0;
+  const bool answers =
+      poll(&answer, 1, static_cast<int>(timeout.count())) == 1 && (answer.revents & POLLIN) != 0;
+  timeout = answers ? patience : secondPatience;
+  return answers;
 }
 
 }  // namespace
 
 std::optional<std::string> problemWithX11(const std::string& display) {
   if (display.empty()) return "DISPLAY is not set";
-  // A server that is stopped takes the connection and says nothing, for ever.
-  const auto answer = std::make_shared<std::promise<bool>>();
-  std::future<bool> answers = answer->get_future();
-  std::thread([answer, display] { answer->set_value(xServerAnswers(display)); }).detach();
-  if (answers.wait_for(patience) != std::future_status::ready) {
-    return "the X server " + quoted(display) + " does not answer";
-  }
-  if (!answers.get()) return "the X server " + quoted(display) + " cannot be reached";
+  const std::optional<bool> answers = askXServer(display);
+  if (!answers) return "the X server " + quoted(display) + " does not answer";
+  if (!*answers) return "the X server " + quoted(display) + " cannot be reached";
   return std::nullopt;
 }
 

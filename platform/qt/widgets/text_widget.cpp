@@ -20,6 +20,38 @@ namespace {
 /// Of its colour, the rest being the window's.
 constexpr float secondaryShare = 0.68F;
 
+/// Words from this length on are broken without a look for their ends, which takes time that grows
+/// with the square of the length.
+constexpr qsizetype longWord = 2000;
+
+bool overridesDirection(QChar character) {
+  return (character >= u'\u202a' && character <= u'\u202e') ||
+         (character >= u'\u2066' && character <= u'\u2069');
+}
+
+QString withVisibleOverrides(const QString& text) {
+  if (std::none_of(text.begin(), text.end(), overridesDirection)) return text;
+  QString visible;
+  for (const QChar character : text) {
+    if (overridesDirection(character)) {
+      visible += QStringLiteral("‹U+%1›").arg(character.unicode(), 4, 16).toUpper();
+    } else {
+      visible += character;
+    }
+  }
+  return visible;
+}
+
+qsizetype longestWord(const QString& text) {
+  qsizetype longest = 0;
+  qsizetype length = 0;
+  for (const QChar character : text) {
+    length = character.isSpace() ? 0 : length + 1;
+    longest = std::max(longest, length);
+  }
+  return longest;
+}
+
 qreal heightOf(const QTextLayout& layout) {
   const int count = layout.lineCount();
   if (count == 0) return 0;
@@ -34,6 +66,8 @@ TextWidget::TextWidget(QWidget* parent) : QWidget(parent) {}
 void TextWidget::setText(const QString& text) {
   if (text_ == text) return;
   text_ = text;
+  shown_ = withVisibleOverrides(text);
+  hasLongWord_ = longestWord(text) > longWord;
   anchor_ = cursor_ = 0;
   textChanged();
 }
@@ -64,16 +98,18 @@ void TextWidget::setSelectable(bool selectable) {
 }
 
 QString TextWidget::selectedText() const {
-  return text_.mid(std::min(anchor_, cursor_), std::abs(anchor_ - cursor_));
+  return shown_.mid(std::min(anchor_, cursor_), std::abs(anchor_ - cursor_));
 }
 
 std::unique_ptr<QTextLayout> TextWidget::lines(int width) const {
-  QString text = text_;
+  QString text = shown_;
   text.replace(u'\n', QChar::LineSeparator);
   auto layout = std::make_unique<QTextLayout>(text, font());
   QTextOption option(alignment_);
   const bool wraps = wraps_ && width < Extent::unlimited;
-  option.setWrapMode(wraps ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
+  const QTextOption::WrapMode mode =
+      hasLongWord_ ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere;
+  option.setWrapMode(wraps ? mode : QTextOption::NoWrap);
   layout->setTextOption(option);
   layout->beginLayout();
   qreal y = 0;
@@ -167,7 +203,7 @@ void TextWidget::paintCut(QPainter& painter) {
     const QTextLine line = layout.lineAt(i);
     const bool last = i + 1 == layout.lineCount() ||
                       layout.lineAt(i + 1).y() + layout.lineAt(i + 1).height() >= height() + 1;
-    QString text = text_.mid(line.textStart(), line.textLength()).trimmed();
+    QString text = shown_.mid(line.textStart(), line.textLength()).trimmed();
     if (last && i + 1 < layout.lineCount()) text += u'…';
     const QRectF place(0, line.y(), width(), line.height());
     painter.drawText(place, static_cast<int>(alignment_ | Qt::AlignVCenter | Qt::TextSingleLine),
@@ -231,19 +267,19 @@ void TextWidget::mouseReleaseEvent(QMouseEvent* event) {
 
 void TextWidget::mouseDoubleClickEvent(QMouseEvent* event) {
   if (!selectable_ || event->button() != Qt::LeftButton) return;
-  QTextBoundaryFinder words(QTextBoundaryFinder::Word, text_);
+  QTextBoundaryFinder words(QTextBoundaryFinder::Word, shown_);
   const int position = positionAt(event->position());
-  words.setPosition(std::min<qsizetype>(position + 1, text_.size()));
+  words.setPosition(std::min<qsizetype>(position + 1, shown_.size()));
   const auto from = static_cast<int>(std::max<qsizetype>(0, words.toPreviousBoundary()));
   const auto to = static_cast<int>(words.toNextBoundary());
-  select(from, to < 0 ? static_cast<int>(text_.size()) : to);
+  select(from, to < 0 ? static_cast<int>(shown_.size()) : to);
 }
 
 void TextWidget::keyPressEvent(QKeyEvent* event) {
   if (selectable_ && event->matches(QKeySequence::Copy)) {
     copySelection(QClipboard::Clipboard);
   } else if (selectable_ && event->matches(QKeySequence::SelectAll)) {
-    select(0, static_cast<int>(text_.size()));
+    select(0, static_cast<int>(shown_.size()));
   } else {
     QWidget::keyPressEvent(event);
   }
@@ -260,7 +296,7 @@ void TextWidget::contextMenuEvent(QContextMenuEvent* event) {
                                         [this] { copySelection(QClipboard::Clipboard); });
   copy->setEnabled(anchor_ != cursor_);
   menu->addAction(QStringLiteral("Select All"), this,
-                  [this] { select(0, static_cast<int>(text_.size())); });
+                  [this] { select(0, static_cast<int>(shown_.size())); });
   menu->popup(event->globalPos());
 }
 

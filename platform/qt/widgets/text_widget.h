@@ -1,6 +1,9 @@
 // Plain text, in one line or wrapped. Words that are longer than a line are broken; what has no
 // room ends in an ellipsis. The text can be selected with the pointer, if that is wished, and
 // copied.
+//
+// Characters that override the direction of writing (U+202A to U+202E, U+2066 to U+2069) are shown
+// by their numbers and not obeyed: a command could otherwise pass for another.
 
 #pragma once
 
@@ -18,6 +21,7 @@ class TextWidget final : public QWidget {
   explicit TextWidget(QWidget* parent);
 
   const QString& text() const { return text_; }
+  /// What is drawn, and copied, differs from `text` where it overrides directions.
   void setText(const QString& text);
   /// In a paler colour than other texts.
   void setSecondary(bool secondary);
@@ -60,6 +64,9 @@ class TextWidget final : public QWidget {
   void copySelection(QClipboard::Mode mode) const;
 
   QString text_;
+  /// As it is drawn.
+  QString shown_;
+  bool hasLongWord_ = false;
   bool secondary_ = false;
   Qt::Alignment alignment_ = Qt::AlignLeft;
   bool wraps_ = false;
