@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -45,24 +46,28 @@ class ManualClock {
  public:
   DesktopStatusItem::RunLater runLater() {
     return [this](std::chrono::milliseconds delay, TaskQueue::Task task) {
-      tasks_.emplace_back(now_ + delay, std::move(task));
+      const int id = ++lastId_;
+      tasks_[id] = {now_ + delay, std::move(task)};
+      return [this, id] { tasks_.erase(id); };
     };
   }
 
+  bool hasTasks() const { return !tasks_.empty(); }
+
   void advance(std::chrono::milliseconds time) {
     now_ += time;
-    for (auto& [due, task] : std::exchange(tasks_, {})) {
-      if (due <= now_) {
-        task();
-      } else {
-        tasks_.emplace_back(due, std::move(task));
-      }
+    std::vector<TaskQueue::Task> due;
+    for (auto& [id, task] : tasks_) {
+      if (task.first <= now_) due.push_back(std::move(task.second));
     }
+    std::erase_if(tasks_, [this](const auto& task) { return task.second.first <= now_; });
+    for (const auto& task : due) task();
   }
 
  private:
   std::chrono::milliseconds now_{0};
-  std::vector<std::pair<std::chrono::milliseconds, TaskQueue::Task>> tasks_;
+  int lastId_ = 0;
+  std::map<int, std::pair<std::chrono::milliseconds, TaskQueue::Task>> tasks_;
 };
 
 constexpr std::chrono::milliseconds aMoment{1};
@@ -111,6 +116,12 @@ TEST_F(DesktopStatusItemTest, APanelGetsFiveSecondsToAppear) {
   EXPECT_FALSE(trays.isWatched());
   clock.advance(aMoment);
   EXPECT_NE(embedded(), nullptr);
+}
+
+TEST_F(DesktopStatusItemTest, WhileAPanelShowsTheIconNothingIsWaitedFor) {
+  EXPECT_TRUE(clock.hasTasks());
+  item.setHasHost(true);
+  EXPECT_FALSE(clock.hasTasks());
 }
 
 TEST_F(DesktopStatusItemTest, AnOlderTrayShowsTheImageAndTheMenu) {

@@ -1,5 +1,6 @@
 #include "platform/linux/processes/main_loop_task_queue.h"
 
+#include <memory>
 #include <utility>
 
 #include <glib.h>
@@ -24,9 +25,13 @@ void MainLoopTaskQueue::async(Task task) {
   g_idle_add_full(G_PRIORITY_DEFAULT, runOnce, new Task(std::move(task)), destroy);
 }
 
-void MainLoopTaskQueue::asyncAfter(std::chrono::milliseconds delay, Task task) {
-  g_timeout_add_full(G_PRIORITY_DEFAULT, static_cast<guint>(delay.count()), runOnce,
-                     new Task(std::move(task)), destroy);
+MainLoopTaskQueue::Cancel MainLoopTaskQueue::asyncAfter(std::chrono::milliseconds delay,
+                                                        Task task) {
+  const std::shared_ptr<GSource> source(g_timeout_source_new(static_cast<guint>(delay.count())),
+                                        g_source_unref);
+  g_source_set_callback(source.get(), runOnce, new Task(std::move(task)), destroy);
+  g_source_attach(source.get(), nullptr);
+  return [source] { g_source_destroy(source.get()); };
 }
 
 }  // namespace quillmar

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 
 #include "platform/task_queue.h"
 
@@ -14,8 +15,11 @@ class MainLoopTaskQueue final : public TaskQueue {
  public:
   void async(Task task) override;
 
+  /// Drops a task, which has no effect when it runs or has run already. Main thread.
+  using Cancel = std::function<void()>;
+
   /// Returns at once; the task runs in the main loop when the delay is over. Any thread.
-  static void asyncAfter(std::chrono::milliseconds delay, Task task);
+  static Cancel asyncAfter(std::chrono::milliseconds delay, Task task);
 };
 
 }  // namespace quillmar

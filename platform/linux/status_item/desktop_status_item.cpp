@@ -11,6 +11,7 @@ DesktopStatusItem::DesktopStatusItem(Collaborators collaborators)
 }
 
 DesktopStatusItem::~DesktopStatusItem() {
+  stopWaiting_();
   collaborators_.trays.stop();
   collaborators_.notifier.setActionHandler(nullptr);
 }
@@ -37,19 +38,16 @@ void DesktopStatusItem::setHasHost(bool hasHost) {
   if (hasHost == hasHost_) return;
   hasHost_ = hasHost;
   if (!hasHost) return awaitHost();
-  ++wait_;
+  // Nothing wakes the program up while its icon is there.
+  stopWaiting_();
   collaborators_.trays.stop();
   embedded_.reset();
 }
 
 void DesktopStatusItem::awaitHost() {
-  const auto isOver = [weakSelf = std::weak_ptr(self_), wait = ++wait_] {
-    const auto self = weakSelf.lock();
-    if (!self || (*self)->wait_ != wait) return;
-    (*self)->collaborators_.trays.start(
-        [item = *self](bool hasTray) { item->trayChanged(hasTray); });
-  };
-  collaborators_.runLater(patience, isOver);
+  stopWaiting_ = collaborators_.runLater(patience, [this] {
+    collaborators_.trays.start([this](bool hasTray) { trayChanged(hasTray); });
+  });
 }
 
 void DesktopStatusItem::trayChanged(bool hasTray) {

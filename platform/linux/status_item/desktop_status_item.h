@@ -28,8 +28,10 @@ class DesktopStatusItem final : public StatusItem {
   /// A panel that starts together with this program, or again, gets this long to appear.
   static constexpr std::chrono::milliseconds patience = std::chrono::seconds(5);
 
-  /// Runs the task in the main queue once the delay is over.
-  using RunLater = std::function<void(std::chrono::milliseconds delay, TaskQueue::Task task)>;
+  /// Runs the task in the main queue once the delay is over, unless what it returned is called
+  /// before.
+  using RunLater =
+      std::function<std::function<void()>(std::chrono::milliseconds delay, TaskQueue::Task task)>;
 
   /// Not owned; all must outlive the item.
   struct Collaborators {
@@ -67,8 +69,8 @@ class DesktopStatusItem final : public StatusItem {
   std::optional<Image> image_;
   Menu menu_;
   bool hasHost_ = false;
-  /// Counts the waits for a panel: only the last one counts.
-  unsigned wait_ = 0;
+  /// Ends the wait for a panel.
+  std::function<void()> stopWaiting_;
   /// The icon in a tray of the older kind; null when it is not shown there.
   std::unique_ptr<StatusItem> embedded_;
   /// What tasks that wait in a queue look back through: gone when this object is.
