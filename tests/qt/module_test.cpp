@@ -3,6 +3,8 @@
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
+#include <filesystem>
 #include <iostream>
 #include <map>
 #include <string>
@@ -11,6 +13,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include "platform/memory/memory_task_queues.h"
 #include "platform/qt/module/dark_palette.h"
@@ -25,6 +30,28 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+
+/// A server that takes connections and never says a word.
+class SilentServer {
+ public:
+  explicit SilentServer(std::string path) : path_(std::move(path)) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, path_.c_str(), sizeof address.sun_path - 1);
+    EXPECT_EQ(bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    EXPECT_EQ(listen(socket_, SOMAXCONN), 0);
+  }
+  ~SilentServer() {
+    close(socket_);
+    std::filesystem::remove(path_);
+  }
+  SilentServer(const SilentServer&) = delete;
+  SilentServer& operator=(const SilentServer&) = delete;
+
+ private:
+  std::string path_;
+  int socket_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+};
 
 class QtWindowModuleTest : public testing::Test {
  protected:
@@ -74,6 +101,25 @@ TEST_F(QtWindowModuleTest, AWaylandServerThatIsGoneIsNamed) {
 
 TEST_F(QtWindowModuleTest, AWaylandServerOfAnUnknownFolderIsAnError) {
   EXPECT_THAT(refusal({{"WAYLAND_DISPLAY", "wayland-9"}}), HasSubstr("XDG_RUNTIME_DIR is not set"));
+}
+
+TEST_F(QtWindowModuleTest, AnXServerThatTakesConnectionsAndIsSilentIsNamedEachTime) {
+  const std::string number = std::to_string(10'000 + getpid());
+  std::filesystem::create_directories("/tmp/.X11-unix");
+  const SilentServer server("/tmp/.X11-unix/X" + number);
+  const std::string silent =
+      "Quillmar can show no windows, because the X server “:" + number + "” does not answer.";
+  EXPECT_EQ(refusal({{"DISPLAY", ":" + number}}), silent);
+  EXPECT_EQ(refusal({{"DISPLAY", ":" + number}}), silent);
+}
+
+TEST_F(QtWindowModuleTest, AWaylandServerThatTakesConnectionsAndIsSilentIsNamedEachTime) {
+  const std::string path = testing::TempDir() + "wayland-" + std::to_string(getpid());
+  const SilentServer server(path);
+  const std::string silent =
+      "Quillmar can show no windows, because the Wayland server at “" + path + "” does not answer.";
+  EXPECT_EQ(refusal({{"WAYLAND_DISPLAY", path}}), silent);
+  EXPECT_EQ(refusal({{"WAYLAND_DISPLAY", path}}), silent);
 }
 
 TEST_F(QtWindowModuleTest, ASocketPathThatIsTooLongIsAnError) {
