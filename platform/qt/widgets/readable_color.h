@@ -6,8 +6,8 @@
 
 namespace quillmar {
 
-/// The colour, or, where it is too close to the background, as little of `text` mixed in as makes it
-/// readable: a contrast of 4.5, by the Web Content Accessibility Guidelines 2.1, section 1.4.3.
+/// The colour, or, where it is too close to the background, as little of `text` mixed in as makes
+/// it readable: a contrast of 4.5, by the Web Content Accessibility Guidelines 2.1, section 1.4.3.
 QColor readableColor(const QColor& color, const QColor& background, const QColor& text);
 
 }  // namespace quillmar
