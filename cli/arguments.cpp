@@ -153,7 +153,8 @@ Examples:
   QUILLMAR_SETTINGS_DIR=/tmp/try quillmar
 
 Exit status: 0 when it worked; 1 when the command failed, a file is not valid, you declined, no menu
-could be shown or the output could not be written; 2 when the words make no sense or an option is missing.
+could be shown or the output could not be written; 2 when the words make no sense or an option is
+missing.
 )";
 }
 

@@ -33,7 +33,8 @@ QAccessible::Role roleOf(AccessibilityRole role) {
   return QAccessible::NoRole;
 }
 
-/// A widget of ours in its view's role, or in that of its kind.
+/// A widget of ours in its view's role, or in that of its kind. What it shows is its name, unless
+/// its view has another.
 class AccessibleView : public QAccessibleWidget {
  public:
   AccessibleView(QWidget& widget, AccessibilityRole role)
@@ -43,6 +44,13 @@ class AccessibleView : public QAccessibleWidget {
     const QVariant stated = widget()->property(roleProperty);
     return roleOf(stated.isValid() ? static_cast<AccessibilityRole>(stated.toInt()) : role_);
   }
+  QString text(QAccessible::Text kind) const override {
+    const QString said = QAccessibleWidget::text(kind);
+    return kind == QAccessible::Name && said.isEmpty() ? shownText() : said;
+  }
+
+ protected:
+  virtual QString shownText() const { return {}; }
 
  private:
   AccessibilityRole role_;
@@ -53,12 +61,9 @@ class AccessibleText final : public AccessibleView {
   explicit AccessibleText(TextWidget& text)
       : AccessibleView(text, AccessibilityRole::staticText), text_(text) {}
 
-  QString text(QAccessible::Text kind) const override {
-    const QString said = QAccessibleWidget::text(kind);
-    return kind == QAccessible::Name && said.isEmpty() ? text_.text() : said;
-  }
-
  private:
+  QString shownText() const override { return text_.text(); }
+
   TextWidget& text_;
 };
 
@@ -67,16 +72,14 @@ class AccessibleLink final : public AccessibleView {
   explicit AccessibleLink(LinkWidget& link)
       : AccessibleView(link, AccessibilityRole::link), link_(link) {}
 
-  QString text(QAccessible::Text kind) const override {
-    const QString said = QAccessibleWidget::text(kind);
-    return kind == QAccessible::Name && said.isEmpty() ? link_.title() : said;
-  }
   QStringList actionNames() const override { return {pressAction()}; }
   void doAction(const QString& name) override {
     if (name == pressAction()) link_.click();
   }
 
  private:
+  QString shownText() const override { return link_.title(); }
+
   LinkWidget& link_;
 };
 
