@@ -13,12 +13,13 @@ FAREWELL = "Quillmar ends, because the display that shows its windows has gone a
 
 
 class Display:
-    """An X display that the test starts and ends itself."""
+    """An X display that the test starts and ends itself. A server that looks for a number itself
+    counts from 0, and would soon take that of one which has just ended."""
 
     def __init__(self):
         reading, writing = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x800x24", "-nolisten", "tcp",
+            ["Xvfb", f":{1000 + os.getpid() % 8000}", "-displayfd", str(writing), "-screen", "0", "1280x800x24", "-nolisten", "tcp",
              "-noreset"], pass_fds=[writing], stdin=subprocess.DEVNULL,
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(writing)

@@ -62,11 +62,15 @@ std::string readLine(int descriptor) {
 }
 
 std::vector<std::string> serverCommand(const std::string& display) {
-  std::vector<std::string> command{"Xvfb"};
-  if (!display.empty()) command.push_back(display);
-  command.insert(command.end(), {"-displayfd", std::to_string(readyDescriptor), "-screen", "0",
-                                 "640x480x24", "-nolisten", "tcp", "-noreset"});
-  return command;
+  return {"Xvfb",    display,   "-displayfd", std::to_string(readyDescriptor),
+          "-screen", "0",       "640x480x24", "-nolisten",
+          "tcp",     "-noreset"};
+}
+
+/// A display that stays unreachable once its server has ended. A server that looks for a number
+/// itself counts from 0, and would soon take that of one which has just ended.
+std::string displayOfThisProcess() {
+  return ":" + std::to_string(10'000 + getpid() % 40'000);
 }
 
 struct Communication {
@@ -137,10 +141,19 @@ std::optional<int> ServerProgram::end(int signal) {
   return g_subprocess_get_exit_status(process_.get());
 }
 
-XServer::XServer() : XServer(std::string()) {}
+XServer::XServer() : XServer(displayOfThisProcess()) {}
 
 XServer::XServer(const std::string& display)
     : server_(serverCommand(display)), display_(":" + server_.readyLine()) {}
+
+XServer::~XServer() {
+  end();
+}
+
+void XServer::end() {
+  server_.signal(SIGCONT);
+  server_.end(SIGTERM);
+}
 
 WaylandServer::WaylandServer() {
   const GStringPtr folder(g_dir_make_tmp("quillmar-wayland-XXXXXX", nullptr));

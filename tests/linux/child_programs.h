@@ -42,16 +42,20 @@ class ServerProgram {
   std::string readyLine_;
 };
 
-/// An X server of the test's own.
+/// An X server of the test's own; a test has one at a time.
 class XServer {
  public:
   XServer();
   /// One that takes the place of an earlier one.
   explicit XServer(const std::string& display);
+  ~XServer();
+  XServer(const XServer&) = delete;
+  XServer& operator=(const XServer&) = delete;
 
   /// As the variable DISPLAY names it.
   const std::string& display() const { return display_; }
-  void kill() { server_.kill(); }
+  /// It takes its lock file and its socket along.
+  void end();
   void signal(int number) { server_.signal(number); }
 
  private:

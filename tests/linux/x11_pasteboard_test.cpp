@@ -296,7 +296,7 @@ TEST_F(X11PasteboardWithManagerTest, NothingIsSavedWithoutAText) {
 
 TEST_F(X11PasteboardTest, AServerThatGoesAwayIsReportedAtTheNextText) {
   pasteboard_->setString("before");
-  server_.kill();
+  server_.end();
   runMainLoopWhileReady();
   EXPECT_THAT(log_, IsEmpty());
   pasteboard_->setString("after");
@@ -306,14 +306,14 @@ TEST_F(X11PasteboardTest, AServerThatGoesAwayIsReportedAtTheNextText) {
 
 TEST_F(X11PasteboardTest, AServerThatGoesAwayUnnoticedIsReportedToo) {
   pasteboard_->setString("before");
-  server_.kill();
+  server_.end();
   pasteboard_->setString("after");
   EXPECT_THAT(log_, ElementsAre(HasSubstr("The text was not copied to the clipboard")));
 }
 
 TEST_F(X11PasteboardTest, ANewServerGetsTheNextText) {
   pasteboard_->setString("before");
-  server_.kill();
+  server_.end();
   const XServer successor(display());
   pasteboard_->setString("after");
   EXPECT_EQ(pasteWithXclip(display()), "after");

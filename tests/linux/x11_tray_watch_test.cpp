@@ -127,7 +127,7 @@ TEST_F(X11TrayWatchTest, IsConnectedOnlyWhileItWatches) {
 TEST_F(X11TrayWatchTest, ADisplayThatGoesAwayTakesItsTrayAlong) {
   const FakeTray tray(display());
   start();
-  server_->kill();
+  server_->end();
   waitFor(2);
   EXPECT_THAT(told_, ElementsAre(true, false));
 }
