@@ -1,9 +1,6 @@
 #include "platform/linux/x11/patient_connect.h"
 
-#include <future>
-#include <memory>
-#include <optional>
-#include <thread>
+#include "platform/patient_question.h"
 
 namespace quillmar {
 
@@ -19,27 +16,14 @@ XcbConnected connect(const std::string& display) {
   return connected;
 }
 
-/// A server that lets itself be waited for.
-struct Pending {
-  std::string display;
-  std::future<XcbConnected> answer;
-};
-
 }  // namespace
 
 XcbConnected connectPatiently(const std::string& display, std::chrono::milliseconds patience) {
-  static std::optional<Pending> pending;
-  if (!pending || pending->display != display) {
-    auto answer = std::make_shared<std::promise<XcbConnected>>();
-    pending = Pending{display, answer->get_future()};
-    std::thread([answer, display] { answer->set_value(connect(display)); }).detach();
-  } else {
-    patience = std::chrono::milliseconds(0);
-  }
-  if (pending->answer.wait_for(patience) != std::future_status::ready) return {};
-  const XcbConnected connected = pending->answer.get();
-  pending.reset();
-  return connected;
+  static PatientQuestion<XcbConnected> server;
+  return server
+      .ask(
+          display, [display] { return connect(display); }, patience)
+      .value_or(XcbConnected());
 }
 
 }  // namespace quillmar

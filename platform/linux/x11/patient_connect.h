@@ -1,5 +1,4 @@
-// A connection to an X server that may be stopped: it takes the connection and says nothing, for
-// ever, and libxcb waits as long.
+// A connection to an X server that may be stopped, for which libxcb would wait for ever.
 
 #pragma once
 

@@ -4,15 +4,14 @@
 #include <chrono>
 #include <cstdint>
 #include <cstring>
-#include <future>
-#include <memory>
-#include <thread>
 
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
+
+#include "platform/patient_question.h"
 
 namespace quillmar {
 
@@ -29,27 +28,6 @@ bool xServerAnswers(const std::string& display) {
   xcb_connection_t* const connection = xcb_connect(display.c_str(), nullptr);
   const bool answers = xcb_connection_has_error(connection) == 0;
   xcb_disconnect(connection);
-  return answers;
-}
-
-/// Absent when the server does not answer in time. One that is stopped takes the connection and
-/// says nothing, for ever; it is asked once, and waited for once.
-std::optional<bool> askXServer(const std::string& display) {
-  struct Question {
-    std::string display;
-    std::future<bool> answer;
-  };
-  static std::optional<Question> asked;
-  auto timeout = std::chrono::milliseconds(0);
-  if (!asked || asked->display != display) {
-    auto answer = std::make_shared<std::promise<bool>>();
-    asked = Question{display, answer->get_future()};
-    std::thread([answer, display] { answer->set_value(xServerAnswers(display)); }).detach();
-    timeout = patience;
-  }
-  if (asked->answer.wait_for(timeout) != std::future_status::ready) return std::nullopt;
-  const bool answers = asked->answer.get();
-  asked.reset();
   return answers;
 }
 
@@ -94,7 +72,9 @@ bool waylandServerAnswers(int socket) {
 
 std::optional<std::string> problemWithX11(const std::string& display) {
   if (display.empty()) return "DISPLAY is not set";
-  const std::optional<bool> answers = askXServer(display);
+  static PatientQuestion<bool> server;
+  const std::optional<bool> answers = server.ask(
+      display, [display] { return xServerAnswers(display); }, patience);
   if (!answers) return "the X server " + quoted(display) + " does not answer";
   if (!*answers) return "the X server " + quoted(display) + " cannot be reached";
   return std::nullopt;
