@@ -19,7 +19,7 @@ class Display:
     def __init__(self):
         reading, writing = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", f":{1000 + os.getpid() % 8000}", "-displayfd", str(writing), "-screen", "0", "1280x800x24", "-nolisten", "tcp",
+            ["Xvfb", f":{1000 + os.getpid() % 5000}", "-displayfd", str(writing), "-screen", "0", "1280x800x24", "-nolisten", "tcp",
              "-noreset"], pass_fds=[writing], stdin=subprocess.DEVNULL,
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(writing)
