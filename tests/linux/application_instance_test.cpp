@@ -373,10 +373,29 @@ TEST_F(InstanceTest, WhyThereIsNoMenuIsToldToWhoAsks) {
   EXPECT_EQ(RunningInstance(environment).showMenu().error().description, "There is no display.");
 }
 
+TEST_F(InstanceTest, AMenuThatWasAskedForTooLongAgoIsNotShown) {
+  startOther();
+  EXPECT_EQ(
+      call("ActivateAction",
+           g_variant_new_parsed("('menu', @av [], {'com.tovenworks.quillmar.expires': <int64 1>})"))
+          .errorMessage,
+      "The menu was asked for too long ago.");
+  EXPECT_EQ(recorded(), "");
+}
+
+TEST_F(InstanceTest, AnInstanceThatListensMayTakeItsTimeForTheMenuButNotForEver) {
+  startOther();
+  const Environment environment = startedWith("hold", "");
+  RunningInstance running(environment, std::chrono::hours(1), std::chrono::milliseconds(100));
+  EXPECT_THAT(running.showMenu().error().description,
+              testing::HasSubstr("does not answer in time"));
+  EXPECT_EQ(recorded(), "menu 0 hold\n");
+}
+
 TEST_F(InstanceTest, AnInstanceThatIsHeldIsNotWaitedForLongAndShowsNoMenuAfterwards) {
   startOther();
   other_->signal(SIGSTOP);
-  RunningInstance impatient(environment_, std::chrono::milliseconds(100));
+  RunningInstance impatient(environment_, std::chrono::milliseconds(100), std::chrono::hours(1));
   EXPECT_EQ(impatient.showMenu().error().description,
             "Quillmar does not answer in time, so it may show no menu. It is busy, perhaps with a "
             "command that does not run in the background.");

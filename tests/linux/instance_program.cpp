@@ -1,7 +1,7 @@
 // A running instance for tests: it appends what other processes ask it for to the file that its
 // argument names, a line each. The text "hold" for the clipboard holds its main thread for good, as
-// a command in the foreground would. Its exit status is the application's; 3 when it is not the
-// one. It shows no menu to whoever brings the activation token "refuse".
+// a command in the foreground would; so does a menu for the activation token "hold". It refuses to
+// show one for the token "refuse". Its exit status is the application's; 3 when it is not the one.
 
 #include <fstream>
 #include <string>
@@ -26,6 +26,7 @@ int main(int, char** arguments) {
       .showMenu = [&]() -> Result<void> {
         const auto [timestamp, token] = running->takeActivation();
         out << "menu " << timestamp << " " << token << std::endl;
+        while (token == "hold") pause();
         if (token == "refuse") return Error{"There is no display."};
         return {};
       },

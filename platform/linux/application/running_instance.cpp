@@ -12,6 +12,7 @@ namespace quillmar {
 namespace {
 
 constexpr const char* notRunning = "Quillmar is not running";
+constexpr const char* noMenu = ", so there is no menu to show.";
 
 /// Remembers that something was left out; the first cause stands.
 void note(LeftOut& leftOut, bool LeftOut::*what, const Error& error) {
@@ -50,17 +51,26 @@ Result<void> RunningInstance::activateAction(const char* action, GVariant* param
 }
 
 Result<void> RunningInstance::showMenu() {
-  constexpr const char* consequence = ", so there is no menu to show.";
-  if (auto found = find(); !found) return Error{found.error().description + consequence};
+  if (auto found = find(); !found) return Error{found.error().description + noMenu};
+  // A question that its main loop answers, and that means nothing.
+  auto listens = call("org.freedesktop.DBus.Properties", "GetAll",
+                      g_variant_new("(s)", applicationInterface), patience_);
+  if (!listens) return listens;
+  return call(
+      applicationInterface, "ActivateAction",
+      g_variant_new("(sav@a{sv})", showMenuAction, nullptr, platformData(environment_, patience_)),
+      menuPatience_);
+}
+
+Result<void> RunningInstance::call(const char* interface, const char* method, GVariant* arguments,
+                                   std::chrono::milliseconds patience) {
   GError* error = nullptr;
   const GVariantPtr reply(g_dbus_connection_call_sync(
-      bus_->value().get(), applicationId, applicationPath, applicationInterface, "ActivateAction",
-      g_variant_new("(sav@a{sv})", showMenuAction, nullptr, platformData(environment_, patience_)),
-      nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(patience_.count()), nullptr,
-      &error));
+      bus_->value().get(), applicationId, applicationPath, interface, method, arguments, nullptr,
+      G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(patience.count()), nullptr, &error));
   const GErrorPtr failure(error);
   if (!failure) return {};
-  if (isMissingService(*failure)) return Error{std::string(notRunning) + consequence};
+  if (isMissingService(*failure)) return Error{std::string(notRunning) + noMenu};
   if (isMissingAnswer(*failure)) {
     return Error{
         "Quillmar does not answer in time, so it may show no menu. It is busy, perhaps with a "

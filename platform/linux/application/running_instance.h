@@ -24,11 +24,15 @@ namespace quillmar {
 
 class RunningInstance {
  public:
+  /// For a menu that has to be loaded first, from a slow disk.
+  static constexpr std::chrono::milliseconds menuPatience = std::chrono::seconds(30);
+
   /// Connects to the environment's session bus when it is first needed. Waits for `patience` at
   /// most for each answer of the bus. `environment` must outlive it.
   explicit RunningInstance(const Environment& environment,
-                           std::chrono::milliseconds patience = busPatience)
-      : environment_(environment), patience_(patience) {}
+                           std::chrono::milliseconds patience = busPatience,
+                           std::chrono::milliseconds forMenu = menuPatience)
+      : environment_(environment), patience_(patience), menuPatience_(forMenu) {}
 
   bool isRunning() { return find().ok(); }
 
@@ -36,8 +40,9 @@ class RunningInstance {
   /// patience forgets it. The error begins a sentence.
   Result<void> activate();
 
-  /// Has the instance show its menu, and waits for that, for the patience at most; an instance that
-  /// hears of it later shows nothing. The error is a full sentence.
+  /// Has the instance show its menu. Waits for the patience at most until it listens, and from then
+  /// on as long as a menu may take; an instance that hears of it late shows nothing. The error is a
+  /// full sentence.
   Result<void> showMenu();
 
   /// Hands the action over, which the instance does as soon as it can: actions in the order in
@@ -49,11 +54,17 @@ class RunningInstance {
   /// Asks the bus whether there is an instance; the error says why not.
   Result<void> find();
 
+  /// Calls a method of the instance's object on the way to its menu, and waits for the answer. The
+  /// error is a full sentence.
+  Result<void> call(const char* interface, const char* method, GVariant* arguments,
+                    std::chrono::milliseconds patience);
+
   /// Calls a method of the instance and waits until the bus has taken the call.
   Result<void> send(const char* method, GVariant* arguments);
 
   const Environment& environment_;
   std::chrono::milliseconds patience_;
+  std::chrono::milliseconds menuPatience_;
   /// Absent until it is needed. A bus that did not answer is not asked again.
   std::optional<Result<GObjectPtr<GDBusConnection>>> bus_;
 };
