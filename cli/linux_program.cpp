@@ -1,5 +1,6 @@
 #include "cli/linux_program.h"
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -17,6 +18,7 @@
 #include "platform/linux/application/broken_pipes.h"
 #include "platform/linux/application/platform_data.h"
 #include "platform/linux/application/running_instance.h"
+#include "platform/linux/bus/run_later.h"
 #include "platform/linux/files/bundle_directory.h"
 #include "platform/linux/files/password_database.h"
 #include "platform/linux/files/posix_file_system.h"
@@ -103,7 +105,11 @@ class PanelProgram {
         statusItem_({.notifier = notifierItem_,
                      .windows = windows_,
                      .trays = trays_,
-                     .runLater = MainLoopTaskQueue::asyncAfter}),
+                     .runLater =
+                         [bus = instance.connection()](std::chrono::milliseconds delay,
+                                                       TaskQueue::Task task) {
+                           return runLater(bus, delay, std::move(task));
+                         }}),
         updaters_(notify),
         platform_{
             .application = instance,
@@ -124,7 +130,7 @@ class PanelProgram {
             .updaters = updaters_,
         } {
     Platform::install(platform_);
-    notifierItem_.setHostHandler([this](bool hasHost) { statusItem_.setHasHost(hasHost); });
+    notifierItem_.setHostHandler([this](StatusNotifierHost host) { statusItem_.setHost(host); });
   }
 
   void launch() {

@@ -87,6 +87,7 @@ class DesktopStatusItemTest : public testing::Test, protected Desktop {
       chosen.push_back(entry.title + " " + activation.token);
     });
     item.setMenu(menuWith({itemEntry("First", "1")}));
+    item.setHost(StatusNotifierHost::missing);
   }
 
   /// The icon in the tray of the older kind; null when there is none.
@@ -102,7 +103,7 @@ class DesktopStatusItemTest : public testing::Test, protected Desktop {
 
 TEST_F(DesktopStatusItemTest, WithAPanelNothingElseIsLookedFor) {
   trays.setHasTray(true);
-  item.setHasHost(true);
+  item.setHost(StatusNotifierHost::present);
   clock.advance(DesktopStatusItem::patience);
   EXPECT_FALSE(trays.isWatched());
   EXPECT_EQ(embedded(), nullptr);
@@ -120,7 +121,7 @@ TEST_F(DesktopStatusItemTest, APanelGetsFiveSecondsToAppear) {
 
 TEST_F(DesktopStatusItemTest, WhileAPanelShowsTheIconNothingIsWaitedFor) {
   EXPECT_TRUE(clock.hasTasks());
-  item.setHasHost(true);
+  item.setHost(StatusNotifierHost::present);
   EXPECT_FALSE(clock.hasTasks());
 }
 
@@ -162,7 +163,7 @@ TEST_F(DesktopStatusItemTest, AnOlderTrayThatStartsLateGetsTheIconAndTakesItAlon
 TEST_F(DesktopStatusItemTest, APanelThatAppearsTakesTheIconOver) {
   trays.setHasTray(true);
   clock.advance(DesktopStatusItem::patience);
-  item.setHasHost(true);
+  item.setHost(StatusNotifierHost::present);
   EXPECT_EQ(embedded(), nullptr);
   EXPECT_FALSE(trays.isWatched());
   EXPECT_TRUE(item.isShown());
@@ -170,16 +171,38 @@ TEST_F(DesktopStatusItemTest, APanelThatAppearsTakesTheIconOver) {
 
 TEST_F(DesktopStatusItemTest, APanelThatRestartsInTimeLeavesTheOlderTrayAlone) {
   trays.setHasTray(true);
-  item.setHasHost(true);
-  item.setHasHost(false);
+  item.setHost(StatusNotifierHost::present);
+  item.setHost(StatusNotifierHost::missing);
   clock.advance(DesktopStatusItem::patience - aMoment);
-  item.setHasHost(true);
-  item.setHasHost(false);
+  item.setHost(StatusNotifierHost::present);
+  item.setHost(StatusNotifierHost::missing);
   // Of the wait before, this would be the end.
   clock.advance(aMoment);
   EXPECT_FALSE(trays.isWatched());
   clock.advance(DesktopStatusItem::patience - aMoment);
   EXPECT_NE(embedded(), nullptr);
+}
+
+TEST_F(DesktopStatusItemTest, APanelThatHasNotSaidWhetherItShowsIconsIsWaitedFor) {
+  trays.setHasTray(true);
+  item.setHost(StatusNotifierHost::unknown);
+  EXPECT_FALSE(clock.hasTasks());
+  clock.advance(DesktopStatusItem::patience);
+  EXPECT_FALSE(trays.isWatched());
+  item.setHost(StatusNotifierHost::missing);
+  clock.advance(DesktopStatusItem::patience);
+  EXPECT_NE(embedded(), nullptr);
+}
+
+TEST_F(DesktopStatusItemTest, APanelThatHasNotSaidAnythingTakesNoIconAway) {
+  trays.setHasTray(true);
+  clock.advance(DesktopStatusItem::patience);
+  item.setHost(StatusNotifierHost::unknown);
+  EXPECT_NE(embedded(), nullptr);
+  trays.setHasTray(false);
+  item.setHost(StatusNotifierHost::missing);
+  clock.advance(DesktopStatusItem::patience);
+  EXPECT_EQ(embedded(), nullptr);
 }
 
 TEST_F(DesktopStatusItemTest, AnIconThatCannotBeShownIsTriedAgainWithTheNextTray) {
@@ -216,6 +239,13 @@ TEST_F(DesktopStatusItemTest, AMenuThatCannotPopUpGivesTheReason) {
   EXPECT_EQ(item.popUp({}).error().description, "No windows.");
 }
 
+TEST(DesktopStatusItem, NothingIsLookedForBeforeItIsKnownWhetherThereIsAPanel) {
+  Desktop desktop;
+  const DesktopStatusItem item(
+      {desktop.notifier, desktop.windows, desktop.trays, desktop.clock.runLater()});
+  EXPECT_FALSE(desktop.clock.hasTasks());
+}
+
 TEST(DesktopStatusItem, WhatWaitsWhenItGoesAwayIsDropped) {
   Desktop desktop;
   int runs = 0;
@@ -224,6 +254,7 @@ TEST(DesktopStatusItem, WhatWaitsWhenItGoesAwayIsDropped) {
         {desktop.notifier, desktop.windows, desktop.trays, desktop.clock.runLater()});
     item.setActionHandler([&](const ActionEntry&, const Activation&) { ++runs; });
     item.setMenu(menuWith({itemEntry("First", "1")}));
+    item.setHost(StatusNotifierHost::missing);
     ASSERT_TRUE(desktop.notifier.click({"First"}));
     ASSERT_TRUE(item.popUp({}));
     ASSERT_TRUE(desktop.windows.chooseFromPopUp({"First"}));
@@ -243,6 +274,7 @@ class EmbeddedHarness : private Desktop {
   };
 
   EmbeddedHarness() {
+    item_.setHost(StatusNotifierHost::missing);
     trays.setHasTray(true);
     clock.advance(DesktopStatusItem::patience);
   }

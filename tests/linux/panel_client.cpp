@@ -49,6 +49,17 @@ void FakeWatcher::announceHost() {
   object_->emit("StatusNotifierHostRegistered", nullptr);
 }
 
+void FakeWatcher::fallSilent() {
+  g_dbus_connection_add_filter(
+      connection_.get(),
+      [](GDBusConnection*, GDBusMessage* message, gboolean isIncoming, gpointer) -> GDBusMessage* {
+        if (!isIncoming) return message;
+        g_object_unref(message);
+        return nullptr;
+      },
+      nullptr, nullptr);
+}
+
 PanelClient::PanelClient(const PrivateBus& bus, GDBusConnection* program)
     : connection_(bus.connect()),
       item_{g_dbus_connection_get_unique_name(program), "/StatusNotifierItem",

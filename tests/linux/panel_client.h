@@ -31,6 +31,9 @@ class FakeWatcher {
   /// Says that it has a host from now on.
   void announceHost();
 
+  /// Hears nothing from now on, as one that is stopped.
+  void fallSilent();
+
  private:
   GObjectPtr<GDBusConnection> connection_;
   bool hasHost_;

@@ -88,6 +88,14 @@ class BusHarness {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Bus, StatusItemConformance, BusHarness);
 
+constexpr auto unknown = StatusNotifierHost::unknown;
+constexpr auto missing = StatusNotifierHost::missing;
+constexpr auto present = StatusNotifierHost::present;
+
+bool hasHost(const StatusNotifierItem& item) {
+  return item.host() == present;
+}
+
 class StatusNotifierItemTest : public testing::Test {
  protected:
   std::string uniqueName() const { return g_dbus_connection_get_unique_name(connection.get()); }
@@ -100,29 +108,29 @@ class StatusNotifierItemTest : public testing::Test {
 TEST_F(StatusNotifierItemTest, RegistersWithAWatcherThatIsThereAlready) {
   const FakeWatcher watcher(bus, true);
   const StatusNotifierItem item(connection.get(), queue, testOptions());
-  EXPECT_TRUE(runMainLoopUntil([&] { return item.hasHost(); }));
+  EXPECT_TRUE(runMainLoopUntil([&] { return hasHost(item); }));
   EXPECT_THAT(watcher.registrations(), testing::ElementsAre(uniqueName()));
 }
 
 TEST_F(StatusNotifierItemTest, RegistersWithAWatcherThatComesLate) {
   const StatusNotifierItem item(connection.get(), queue, testOptions());
   settle(connection.get());
-  EXPECT_FALSE(item.hasHost());
+  EXPECT_FALSE(hasHost(item));
 
   const FakeWatcher watcher(bus, true);
-  EXPECT_TRUE(runMainLoopUntil([&] { return item.hasHost(); }));
+  EXPECT_TRUE(runMainLoopUntil([&] { return hasHost(item); }));
   EXPECT_THAT(watcher.registrations(), testing::ElementsAre(uniqueName()));
 }
 
 TEST_F(StatusNotifierItemTest, RegistersAgainWithAWatcherThatRestarted) {
   auto first = std::make_unique<FakeWatcher>(bus, true);
   const StatusNotifierItem item(connection.get(), queue, testOptions());
-  ASSERT_TRUE(runMainLoopUntil([&] { return item.hasHost(); }));
+  ASSERT_TRUE(runMainLoopUntil([&] { return hasHost(item); }));
   first.reset();
-  ASSERT_TRUE(runMainLoopUntil([&] { return !item.hasHost(); }));
+  ASSERT_TRUE(runMainLoopUntil([&] { return !hasHost(item); }));
 
   const FakeWatcher second(bus, true);
-  EXPECT_TRUE(runMainLoopUntil([&] { return item.hasHost(); }));
+  EXPECT_TRUE(runMainLoopUntil([&] { return hasHost(item); }));
   EXPECT_THAT(second.registrations(), testing::ElementsAre(uniqueName()));
 }
 
@@ -131,35 +139,55 @@ TEST_F(StatusNotifierItemTest, RegistersAgainWhenTheWatcherGetsItsHost) {
   const StatusNotifierItem item(connection.get(), queue, testOptions());
   ASSERT_TRUE(runMainLoopUntil([&] { return watcher.registrations().size() == 1; }));
   settle(connection.get());
-  EXPECT_FALSE(item.hasHost());
+  EXPECT_FALSE(hasHost(item));
 
   watcher.announceHost();
   EXPECT_TRUE(runMainLoopUntil([&] { return watcher.registrations().size() == 2; }));
-  EXPECT_TRUE(item.hasHost());
+  EXPECT_TRUE(hasHost(item));
 }
 
 TEST_F(StatusNotifierItemTest, TellsWhenThereIsAHostAndWhenThereIsNone) {
   StatusNotifierItem item(connection.get(), queue, testOptions());
-  std::vector<bool> told;
-  item.setHostHandler([&](bool hasHost) {
-    EXPECT_EQ(item.hasHost(), hasHost);
-    told.push_back(hasHost);
+  std::vector<StatusNotifierHost> told;
+  item.setHostHandler([&](StatusNotifierHost host) {
+    EXPECT_EQ(item.host(), host);
+    told.push_back(host);
   });
+  const auto hear = [&](const std::vector<StatusNotifierHost>& all) {
+    ASSERT_TRUE(runMainLoopUntil([&] { return told.size() >= all.size(); }));
+    settle(connection.get());
+    EXPECT_EQ(told, all);
+    told.clear();
+  };
+  hear({missing});
   auto watcher = std::make_unique<FakeWatcher>(bus, false);
-  ASSERT_TRUE(runMainLoopUntil([&] { return !watcher->registrations().empty(); }));
-  settle(connection.get());
-  EXPECT_THAT(told, testing::IsEmpty());
-
+  hear({unknown, missing});
   watcher->announceHost();
-  ASSERT_TRUE(runMainLoopUntil([&] { return !told.empty(); }));
+  hear({present});
   watcher->announceHost();
-  settle(connection.get());
-  EXPECT_THAT(told, testing::ElementsAre(true));
+  hear({});
   watcher.reset();
-  ASSERT_TRUE(runMainLoopUntil([&] { return told.size() > 1; }));
+  hear({missing});
   watcher = std::make_unique<FakeWatcher>(bus, true);
-  ASSERT_TRUE(runMainLoopUntil([&] { return told.size() > 2; }));
-  EXPECT_THAT(told, testing::ElementsAre(true, false, true));
+  hear({unknown, present});
+}
+
+TEST_F(StatusNotifierItemTest, WithoutAWatcherTheHostIsMissing) {
+  const StatusNotifierItem item(connection.get(), queue, testOptions());
+  EXPECT_EQ(item.host(), unknown);
+  EXPECT_TRUE(runMainLoopUntil([&] { return item.host() == missing; }));
+}
+
+TEST_F(StatusNotifierItemTest, AWatcherThatIsSilentMayStillHaveAHost) {
+  const StatusNotifierItem item(connection.get(), queue, testOptions());
+  ASSERT_TRUE(runMainLoopUntil([&] { return item.host() == missing; }));
+  auto silent = std::make_unique<FakeWatcher>(bus, true);
+  silent->fallSilent();
+  ASSERT_TRUE(runMainLoopUntil([&] { return item.host() == unknown; }));
+  settle(connection.get());
+  EXPECT_EQ(item.host(), unknown);
+  silent.reset();
+  EXPECT_TRUE(runMainLoopUntil([&] { return item.host() == missing; }));
 }
 
 TEST_F(StatusNotifierItemTest, MayGoAwayWhileItsCallsAreUnderWay) {

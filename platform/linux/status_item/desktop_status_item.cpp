@@ -7,12 +7,10 @@ namespace quillmar {
 DesktopStatusItem::DesktopStatusItem(Collaborators collaborators)
     : collaborators_(std::move(collaborators)), self_(std::make_shared<DesktopStatusItem*>(this)) {
   collaborators_.notifier.setActionHandler(forwarder());
-  awaitHost();
 }
 
 DesktopStatusItem::~DesktopStatusItem() {
-  stopWaiting_();
-  collaborators_.trays.stop();
+  stopLooking();
   collaborators_.notifier.setActionHandler(nullptr);
 }
 
@@ -34,20 +32,23 @@ void DesktopStatusItem::setMenu(Menu menu) {
   menu_ = std::move(menu);
 }
 
-void DesktopStatusItem::setHasHost(bool hasHost) {
-  if (hasHost == hasHost_) return;
-  hasHost_ = hasHost;
-  if (!hasHost) return awaitHost();
+void DesktopStatusItem::setHost(StatusNotifierHost host) {
+  if (host == host_) return;
+  host_ = host;
   // Nothing wakes the program up while its icon is there.
-  stopWaiting_();
-  collaborators_.trays.stop();
-  embedded_.reset();
-}
-
-void DesktopStatusItem::awaitHost() {
+  stopLooking();
+  if (host == StatusNotifierHost::present) embedded_.reset();
+  if (host != StatusNotifierHost::missing) return;
   stopWaiting_ = collaborators_.runLater(patience, [this] {
+    // The tray may have gone while nobody watched.
+    embedded_.reset();
     collaborators_.trays.start([this](bool hasTray) { trayChanged(hasTray); });
   });
+}
+
+void DesktopStatusItem::stopLooking() {
+  if (stopWaiting_) stopWaiting_();
+  collaborators_.trays.stop();
 }
 
 void DesktopStatusItem::trayChanged(bool hasTray) {

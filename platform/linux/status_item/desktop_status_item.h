@@ -14,6 +14,7 @@
 
 #include "platform/application.h"
 #include "platform/image.h"
+#include "platform/linux/status_item/status_notifier_host.h"
 #include "platform/linux/status_item/tray_watch.h"
 #include "platform/menu.h"
 #include "platform/result.h"
@@ -28,8 +29,8 @@ class DesktopStatusItem final : public StatusItem {
   /// A panel that starts together with this program, or again, gets this long to appear.
   static constexpr std::chrono::milliseconds patience = std::chrono::seconds(5);
 
-  /// Runs the task in the main queue once the delay is over, unless what it returned is called
-  /// before.
+  /// Runs the task in the main loop once the delay is over and setHost() has been told all that
+  /// has happened meanwhile, unless what it returned is called before.
   using RunLater =
       std::function<std::function<void()>(std::chrono::milliseconds delay, TaskQueue::Task task)>;
 
@@ -42,7 +43,6 @@ class DesktopStatusItem final : public StatusItem {
     RunLater runLater;
   };
 
-  /// Waits for a panel from now on.
   explicit DesktopStatusItem(Collaborators collaborators);
   ~DesktopStatusItem() override;
   DesktopStatusItem(const DesktopStatusItem&) = delete;
@@ -51,25 +51,27 @@ class DesktopStatusItem final : public StatusItem {
   void setImage(std::optional<Image> image) override;
   void setMenu(Menu menu) override;
 
-  /// Whether some panel shows the notifier. None does at first.
-  void setHasHost(bool hasHost);
+  /// Whether some panel shows the notifier; unknown at first. Patience begins when there is none.
+  /// One that does not say is left the time it takes: it would be asked again by an icon of the
+  /// older kind, and make that wait.
+  void setHost(StatusNotifierHost host);
 
   /// True while the icon is to be seen somewhere, as far as is known.
-  bool isShown() const { return hasHost_ || embedded_; }
+  bool isShown() const { return host_ == StatusNotifierHost::present || embedded_; }
 
   /// Shows the menu at the pointer; its entries do what those of the icon's menu do.
   Result<void> popUp(const Activation& activation);
 
  private:
-  void awaitHost();
+  void stopLooking();
   void trayChanged(bool hasTray);
   ActionHandler forwarder();
 
   Collaborators collaborators_;
   std::optional<Image> image_;
   Menu menu_;
-  bool hasHost_ = false;
-  /// Ends the wait for a panel.
+  StatusNotifierHost host_ = StatusNotifierHost::unknown;
+  /// Ends the wait for a panel; empty before the first.
   std::function<void()> stopWaiting_;
   /// The icon in a tray of the older kind; null when it is not shown there.
   std::unique_ptr<StatusItem> embedded_;

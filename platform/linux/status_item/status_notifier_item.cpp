@@ -72,8 +72,8 @@ StatusNotifierItem::StatusNotifierItem(GDBusConnection* connection, TaskQueue& m
                  answer(method, arguments, invocation);
                },
            .property = [this](const char* name) { return property(name); }}),
-      registration_(connection, [this](bool hasHost) {
-        if (hostHandler_) hostHandler_(hasHost);
+      registration_(connection, [this](StatusNotifierHost host) {
+        if (hostHandler_) hostHandler_(host);
       }) {}
 
 void StatusNotifierItem::setImage(std::optional<Image> image) {

@@ -46,10 +46,10 @@ class StatusNotifierItem final : public StatusItem {
   void setImage(std::optional<Image> image) override;
   void setMenu(Menu menu) override { menu_.setMenu(std::move(menu)); }
 
-  /// True while a panel shows icons of this kind, as far as is known.
-  bool hasHost() const { return registration_.hasHost(); }
+  /// Whether a panel shows icons of this kind; unknown at first.
+  StatusNotifierHost host() const { return registration_.host(); }
 
-  /// Called when hasHost() has changed; it is false at first. May be empty.
+  /// Called when host() has changed. May be empty.
   void setHostHandler(StatusNotifierRegistration::HostHandler handler) {
     hostHandler_ = std::move(handler);
   }

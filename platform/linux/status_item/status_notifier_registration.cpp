@@ -14,6 +14,8 @@ constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
 constexpr const char* watcherPath = "/StatusNotifierWatcher";
 constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
 constexpr int defaultTimeout = -1;
+// A watcher that is stopped may go on. When it ends instead, the bus says so.
+constexpr int noTimeout = G_MAXINT;
 
 StatusNotifierRegistration* asRegistration(gpointer self) {
   return static_cast<StatusNotifierRegistration*>(self);
@@ -47,16 +49,23 @@ StatusNotifierRegistration::~StatusNotifierRegistration() {
 void StatusNotifierRegistration::watcherAppeared(GDBusConnection*, const char*, const char* owner,
                                                  gpointer self) {
   StatusNotifierRegistration& registration = *asRegistration(self);
-  registration.owner_ = owner;
-  registration.setHasHost(std::nullopt);
+  registration.setOwner(owner);
+  registration.setHost(StatusNotifierHost::unknown);
   registration.registerItem();
   registration.readHost();
 }
 
 void StatusNotifierRegistration::watcherVanished(GDBusConnection*, const char*, gpointer self) {
   StatusNotifierRegistration& registration = *asRegistration(self);
-  registration.owner_.clear();
-  registration.setHasHost(std::nullopt);
+  registration.setOwner("");
+  registration.setHost(StatusNotifierHost::missing);
+}
+
+void StatusNotifierRegistration::setOwner(std::string owner) {
+  owner_ = std::move(owner);
+  // An answer is never taken for that of a successor.
+  g_cancellable_cancel(cancellable_.get());
+  cancellable_.reset(g_cancellable_new());
 }
 
 void StatusNotifierRegistration::signalArrived(GDBusConnection*, const char*, const char*,
@@ -66,13 +75,13 @@ void StatusNotifierRegistration::signalArrived(GDBusConnection*, const char*, co
   if (registration.owner_.empty()) return;
   const std::string_view name = signal;
   if (name == "StatusNotifierHostRegistered") {
-    registration.hostAnnounced(true);
+    registration.hostAnnounced(StatusNotifierHost::present);
   } else if (name == "StatusNotifierHostUnregistered" || name == "PropertiesChanged") {
     registration.readHost();
   }
 }
 
-// Calls go to the owner by its unique name: an answer is never taken for its successor's.
+// Calls go to the owner by its unique name, so that no successor gets them.
 void StatusNotifierRegistration::registerItem() {
   g_dbus_connection_call(
       connection_.get(), owner_.c_str(), watcherPath, watcherName, "RegisterStatusNotifierItem",
@@ -94,7 +103,7 @@ void StatusNotifierRegistration::registered(GObject* connection, GAsyncResult* r
 void StatusNotifierRegistration::readHost() {
   g_dbus_connection_call(connection_.get(), owner_.c_str(), watcherPath, propertiesInterface, "Get",
                          g_variant_new("(ss)", watcherName, "IsStatusNotifierHostRegistered"),
-                         G_VARIANT_TYPE("(v)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, defaultTimeout,
+                         G_VARIANT_TYPE("(v)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, noTimeout,
                          cancellable_.get(), hostRead, this);
 }
 
@@ -104,35 +113,37 @@ void StatusNotifierRegistration::hostRead(GObject* connection, GAsyncResult* res
   const GVariantPtr reply(
       g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error));
   const GErrorPtr owned(error);
-  // After a cancellation `self` is gone. A watcher that cannot say has no host yet.
+  // After a cancellation `self` may be gone.
   if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
   StatusNotifierRegistration& registration = *asRegistration(self);
-  if (registration.owner_.empty()) return;
+  const bool isFirstAnswer = registration.host_ == StatusNotifierHost::unknown;
   if (!reply) {
-    if (!registration.hasHost_) registration.setHasHost(false);
+    // A watcher that cannot say has no host yet.
+    if (isFirstAnswer) registration.setHost(StatusNotifierHost::missing);
     return;
   }
   const GVariantPtr outer(g_variant_get_child_value(reply.get(), 0));
   const GVariantPtr value(g_variant_get_variant(outer.get()));
   const bool isBoolean = g_variant_is_of_type(value.get(), G_VARIANT_TYPE_BOOLEAN);
-  const bool hasHost = isBoolean && g_variant_get_boolean(value.get());
-  if (!registration.hasHost_) {
-    // The first answer: this owner has just been told.
-    registration.setHasHost(hasHost);
+  const auto host = isBoolean && g_variant_get_boolean(value.get()) ? StatusNotifierHost::present
+                                                                    : StatusNotifierHost::missing;
+  if (isFirstAnswer) {
+    // This owner has just been told of the item.
+    registration.setHost(host);
   } else {
-    registration.hostAnnounced(hasHost);
+    registration.hostAnnounced(host);
   }
 }
 
-void StatusNotifierRegistration::hostAnnounced(bool hasHost) {
-  if (hasHost && !this->hasHost()) registerItem();
-  setHasHost(hasHost);
+void StatusNotifierRegistration::hostAnnounced(StatusNotifierHost host) {
+  if (host == StatusNotifierHost::present && host_ != host) registerItem();
+  setHost(host);
 }
 
-void StatusNotifierRegistration::setHasHost(std::optional<bool> hasHost) {
-  const bool hadHost = this->hasHost();
-  hasHost_ = hasHost;
-  if (this->hasHost() != hadHost) hostChanged_(!hadHost);
+void StatusNotifierRegistration::setHost(StatusNotifierHost host) {
+  if (host == host_) return;
+  host_ = host;
+  hostChanged_(host);
 }
 
 }  // namespace quillmar

@@ -7,19 +7,19 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string>
 
 #include <gio/gio.h>
 
 #include "platform/linux/bus/glib_pointers.h"
+#include "platform/linux/status_item/status_notifier_host.h"
 
 namespace quillmar {
 
 class StatusNotifierRegistration {
  public:
-  /// Called when hasHost() has changed.
-  using HostHandler = std::function<void(bool hasHost)>;
+  /// Called when host() has changed.
+  using HostHandler = std::function<void(StatusNotifierHost host)>;
 
   /// Registers the connection's unique name, which must show an object /StatusNotifierItem already.
   StatusNotifierRegistration(GDBusConnection* connection, HostHandler hostChanged);
@@ -27,8 +27,8 @@ class StatusNotifierRegistration {
   StatusNotifierRegistration& operator=(const StatusNotifierRegistration&) = delete;
   ~StatusNotifierRegistration();
 
-  /// True while something shows icons, as far as is known: false until it has said so.
-  bool hasHost() const { return hasHost_.value_or(false); }
+  /// Unknown at first, and of a watcher that has not said.
+  StatusNotifierHost host() const { return host_; }
 
  private:
   static void watcherAppeared(GDBusConnection*, const char*, const char* owner, gpointer self);
@@ -38,19 +38,19 @@ class StatusNotifierRegistration {
   static void registered(GObject* connection, GAsyncResult* result, gpointer self);
   static void hostRead(GObject* connection, GAsyncResult* result, gpointer self);
 
+  void setOwner(std::string owner);
   void registerItem();
   void readHost();
-  void hostAnnounced(bool hasHost);
-  /// Absent for an owner that has not been heard.
-  void setHasHost(std::optional<bool> hasHost);
+  void hostAnnounced(StatusNotifierHost host);
+  void setHost(StatusNotifierHost host);
 
   GObjectPtr<GDBusConnection> connection_;
   HostHandler hostChanged_;
+  /// Of the calls to this owner.
   GObjectPtr<GCancellable> cancellable_;
   /// Unique name of the watcher's owner; empty when there is none.
   std::string owner_;
-  /// Absent until this owner has been heard.
-  std::optional<bool> hasHost_;
+  StatusNotifierHost host_ = StatusNotifierHost::unknown;
   guint nameWatch_ = 0;
   guint watcherSignals_ = 0;
   guint propertySignals_ = 0;
