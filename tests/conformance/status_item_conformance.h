@@ -3,14 +3,20 @@
 //   StatusItem& item();
 //   Opened open();                        the menu as it stands, opened
 //   std::vector<ShownEntry> shown(const Opened&);
-//   bool click(const Opened&, const std::vector<std::string>& path, const Activation& = {});
-//                                         true when the entry took the click; the tasks wait
+//   std::optional<Activation> click(const Opened&, const std::vector<std::string>& path,
+//                                   const Activation& = {});
+//                                         what the click brought, once the entry has taken it; the
+//                                         tasks wait. A click in a panel brings the activation,
+//                                         one in a window of the program none: that the window
+//                                         system knows of
 //   void runTasks();                      runs what waits in the main queue
-//   std::string icon();                   name of the icon; empty for none
+//   std::string icon();                   name of the image that the icon has; empty where it has
+//                                         none, or what stands in for one
 
 #pragma once
 
 #include <deque>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <utility>
@@ -175,19 +181,21 @@ TYPED_TEST_P(StatusItemConformance, AChosenEntryBringsTheActivationOfItsClick) {
   this->harness.item().setMenu(menuWith({itemEntry("Title", "1")}));
   const Activation first{.timestamp = 4'000'000'000, .token = "first"};
   const Activation second{.timestamp = 7, .token = "second"};
-  EXPECT_TRUE(this->harness.click(this->harness.open(), {"Title"}, first));
-  EXPECT_TRUE(this->harness.click(this->harness.open(), {"Title"}, second));
+  const auto broughtFirst = this->harness.click(this->harness.open(), {"Title"}, first);
+  const auto broughtSecond = this->harness.click(this->harness.open(), {"Title"}, second);
+  ASSERT_TRUE(broughtFirst && broughtSecond);
   this->harness.runTasks();
-  EXPECT_THAT(this->activations, testing::ElementsAre(first, second));
+  EXPECT_THAT(this->activations, testing::ElementsAre(*broughtFirst, *broughtSecond));
 }
 
 TYPED_TEST_P(StatusItemConformance, AClickWithoutAnActivationInheritsNone) {
   this->harness.item().setMenu(menuWith({itemEntry("Title", "1")}));
-  EXPECT_TRUE(this->harness.click(this->harness.open(), {"Title"}, {5, "token"}));
+  const auto brought = this->harness.click(this->harness.open(), {"Title"}, {5, "token"});
+  ASSERT_TRUE(brought);
   this->harness.runTasks();
   EXPECT_TRUE(this->harness.click(this->harness.open(), {"Title"}));
   this->harness.runTasks();
-  EXPECT_THAT(this->activations, testing::ElementsAre(Activation{5, "token"}, Activation{}));
+  EXPECT_THAT(this->activations, testing::ElementsAre(*brought, Activation{}));
 }
 
 TYPED_TEST_P(StatusItemConformance, ShowsTheImageThatWasSetLast) {

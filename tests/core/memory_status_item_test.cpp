@@ -1,5 +1,9 @@
 #include "platform/memory/memory_status_item.h"
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -21,9 +25,10 @@ class MemoryHarness {
 
   std::vector<ShownEntry> shown(const Opened& opened) const { return shownEntries(opened.menu); }
 
-  bool click(const Opened& opened, const std::vector<std::string>& path,
-             const Activation& activation = {}) {
-    return item_.click(opened.handle, path, activation);
+  std::optional<Activation> click(const Opened& opened, const std::vector<std::string>& path,
+                                  const Activation& activation = {}) {
+    if (!item_.click(opened.handle, path, activation)) return std::nullopt;
+    return activation;
   }
   void runTasks() { queue_.run(); }
   std::string icon() const { return item_.image() ? item_.image()->name : ""; }

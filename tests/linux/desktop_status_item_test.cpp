@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -282,9 +283,10 @@ class EmbeddedHarness : private Desktop {
   StatusItem& item() { return item_; }
   Opened open() { return {embedded().open(), embedded().menu()}; }
   std::vector<ShownEntry> shown(const Opened& opened) const { return shownEntries(opened.menu); }
-  bool click(const Opened& opened, const std::vector<std::string>& path,
-             const Activation& activation = {}) {
-    return embedded().click(opened.handle, path, activation);
+  std::optional<Activation> click(const Opened& opened, const std::vector<std::string>& path,
+                                  const Activation& activation = {}) {
+    if (!embedded().click(opened.handle, path, activation)) return std::nullopt;
+    return activation;
   }
   void runTasks() { queue.run(); }
   std::string icon() { return embedded().image() ? embedded().image()->name : ""; }

@@ -1,6 +1,7 @@
 #include "platform/linux/status_item/status_notifier_item.h"
 
 #include <algorithm>
+#include <optional>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -42,17 +43,18 @@ class BusHarness {
     return shown;
   }
 
-  bool click(const Opened& opened, const std::vector<std::string>& path,
-             const Activation& activation = {}) {
+  std::optional<Activation> click(const Opened& opened, const std::vector<std::string>& path,
+                                  const Activation& activation = {}) {
     const PanelEntry* entry = &opened;
     for (const std::string& wanted : path) {
       const auto found = std::ranges::find_if(
           entry->children, [&](const PanelEntry& child) { return title(child) == wanted; });
-      if (found == entry->children.end()) return false;
+      if (found == entry->children.end()) return std::nullopt;
       entry = &*found;
     }
     if (!activation.token.empty()) panel_.provideActivationToken(activation.token);
-    return panel_.event(entry->id, "clicked", activation.timestamp).value != nullptr;
+    if (!panel_.event(entry->id, "clicked", activation.timestamp).value) return std::nullopt;
+    return activation;
   }
 
   void runTasks() { queue_.run(); }
