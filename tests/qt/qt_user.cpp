@@ -73,6 +73,15 @@ QWidget& widgetOf(const View& view) {
   return widgetPeer(view).widget();
 }
 
+QString withoutMnemonics(const QString& text) {
+  QString shown;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    if (text[i] == u'&') ++i;
+    if (i < text.size()) shown += text[i];
+  }
+  return shown;
+}
+
 void QtUser::settle() {
   handleReadyEvents();
 }
@@ -135,14 +144,7 @@ std::string QtUser::textOnScreen(const View& view) const {
   if (const auto* const text = dynamic_cast<const TextWidget*>(&widget)) {
     return text->text().toStdString();
   }
-  // What is left of mnemonics when they are drawn.
-  QString shown;
-  const QString text = dynamic_cast<const QAbstractButton&>(widget).text();
-  for (qsizetype i = 0; i < text.size(); ++i) {
-    if (text[i] == u'&') ++i;
-    if (i < text.size()) shown += text[i];
-  }
-  return shown.toStdString();
+  return withoutMnemonics(dynamic_cast<const QAbstractButton&>(widget).text()).toStdString();
 }
 
 std::string QtUser::placeholderOnScreen(const TextField& field) const {

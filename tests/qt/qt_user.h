@@ -12,6 +12,7 @@
 #include "platform/widgets/text_field.h"
 #include "platform/widgets/window.h"
 
+class QString;
 class QWidget;
 
 namespace quillmar {
@@ -26,6 +27,9 @@ void handleReadyEvents();
 /// The widgets of a window and a view that are on the screen.
 QWidget& widgetOf(const Window& window);
 QWidget& widgetOf(const View& view);
+
+/// What is left of a text's mnemonics when it is drawn.
+QString withoutMnemonics(const QString& text);
 
 class QtUser {
  public:

@@ -14,7 +14,7 @@ namespace {
 /// Trays do not tell their colour. This one is seen on light and dark.
 constexpr QColor templateColor(0x9a, 0x9a, 0x9a);
 
-QIcon trayIcon(const std::optional<Image>& image) {
+QIcon imageInTray(const std::optional<Image>& image) {
   QIcon icon = iconOf(image);
   if (!image || !image->isTemplate) return icon;
   QIcon tinted;
@@ -44,7 +44,7 @@ EmbeddedStatusItem::~EmbeddedStatusItem() {
 }
 
 void EmbeddedStatusItem::setImage(std::optional<Image> image) {
-  const QIcon icon = trayIcon(image);
+  const QIcon icon = imageInTray(image);
   icon_.setIcon(icon.isNull() ? QGuiApplication::windowIcon() : icon);
   icon_.show();
 }
@@ -57,9 +57,9 @@ void EmbeddedStatusItem::setMenu(Menu menu) {
                                (*item)->sendAction(entry, Activation());
                            }});
   icon_.setContextMenu(widget.get());
-  // The menu before may be open, and this be the answer to a click in it.
-  if (menu_) menu_.release()->deleteLater();
-  menu_ = std::move(widget);
+  // One that was replaced before may still be open, and this be the answer to a click in it.
+  if (previous_) previous_.release()->deleteLater();
+  previous_ = std::exchange(menu_, std::move(widget));
 }
 
 }  // namespace quillmar

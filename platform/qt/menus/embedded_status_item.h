@@ -25,9 +25,14 @@ class EmbeddedStatusItem final : public StatusItem {
   void setImage(std::optional<Image> image) override;
   void setMenu(Menu menu) override;
 
+  /// What the toolkit shows in the tray, and tells of clicks there.
+  QSystemTrayIcon& trayIcon() { return icon_; }
+
  private:
   TaskQueue& mainQueue_;
   std::unique_ptr<QMenu> menu_;
+  /// The menu before: where it is open, it stays so and does what it shows.
+  std::unique_ptr<QMenu> previous_;
   QSystemTrayIcon icon_;
   /// What tasks that wait in the queue look back through: gone when this object is.
   std::shared_ptr<EmbeddedStatusItem*> self_;
