@@ -20,6 +20,7 @@
 namespace quillmar {
 namespace {
 
+using testing::Each;
 using testing::ElementsAre;
 
 class MenuWidgetTest : public testing::Test {
@@ -27,6 +28,14 @@ class MenuWidgetTest : public testing::Test {
   void fill(std::vector<MenuEntry> entries) {
     fillMenu(widget_, Menu{.title = "", .entries = std::move(entries)},
              {.mainQueue = queues_.mainQueue(), .choose = [](const ActionEntry&) {}});
+  }
+
+  static std::vector<QColor> iconColors(const QMenu& menu) {
+    std::vector<QColor> colors;
+    for (const QAction* const action : menu.actions()) {
+      colors.push_back(action->icon().pixmap(QSize(16, 16)).toImage().pixelColor(8, 8));
+    }
+    return colors;
   }
 
   MemoryTaskQueues queues_;
@@ -62,12 +71,27 @@ TEST_F(MenuWidgetTest, OnlyTemplatesTakeTheColourOfTheMenusTexts) {
   SubmenuEntry folder;
   folder.image = tinted.image;
   fill({colored, tinted, folder});
-  std::vector<QColor> colors;
-  for (const QAction* const action : widget_.actions()) {
-    colors.push_back(action->icon().pixmap(QSize(16, 16)).toImage().pixelColor(8, 8));
-  }
   const QColor text = widget_.palette().color(QPalette::WindowText);
-  EXPECT_THAT(colors, ElementsAre(QColor(Qt::red), text, text));
+  EXPECT_THAT(iconColors(widget_), ElementsAre(QColor(Qt::red), text, text));
+}
+
+TEST_F(MenuWidgetTest, TemplatesHaveTheColourThatTextsHaveWhenTheMenuOpens) {
+  IconTheme theme;
+  theme.add("square", 16, 1, plainPicture(16, Qt::red));
+  ActionEntry action = commandEntry("Tinted", "1");
+  action.image = Image{.name = "square", .isTemplate = true, .pointSize = {}, .weight = {}};
+  SubmenuEntry folder;
+  folder.image = action.image;
+  folder.submenu.entries.emplace_back(action);
+  fill({action, folder});
+  QPalette palette = widget_.palette();
+  palette.setColor(QPalette::WindowText, Qt::green);
+  for (QMenu* const menu : {&widget_, widget_.actions().back()->menu()}) {
+    menu->setPalette(palette);
+    menu->popup(QPoint());
+    EXPECT_THAT(iconColors(*menu), Each(QColor(Qt::green)));
+  }
+  widget_.close();
 }
 
 TEST_F(MenuWidgetTest, AMenuThatIsMadeAgainHasTheSameIcons) {

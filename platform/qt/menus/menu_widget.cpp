@@ -33,10 +33,20 @@ QIcon entryIcon(const std::optional<Image>& image, const QMenu& widget) {
                     widget.devicePixelRatio());
 }
 
+/// `action` shows a submenu or an entry of the widget.
+void showImage(const std::optional<Image>& image, QAction& action, QMenu& widget) {
+  action.setIcon(entryIcon(image, widget));
+  if (!image || !image->isTemplate) return;
+  // By the time that the menu opens the desktop may have other colours.
+  QObject::connect(&widget, &QMenu::aboutToShow, &action,
+                   [image, &action, &widget] { action.setIcon(entryIcon(image, widget)); });
+}
+
 void addAction(QMenu& widget, const ActionEntry& entry, const MenuChoice& choice) {
   QString text = plainTitle(entry.title);
   if (entry.keyEquivalent) text += shortcutText(*entry.keyEquivalent);
-  QAction* const action = widget.addAction(entryIcon(entry.image, widget), text);
+  QAction* const action = widget.addAction(text);
+  showImage(entry.image, *action, widget);
   QObject::connect(action, &QAction::triggered, &widget, [entry, choice] {
     choice.mainQueue.async([entry, choose = choice.choose] { choose(entry); });
   });
@@ -52,7 +62,7 @@ void fillMenu(QMenu& widget, const Menu& menu, const MenuChoice& choice) {
       addAction(widget, *action, choice);
     } else if (const auto* const submenu = std::get_if<SubmenuEntry>(&entry)) {
       QMenu* const child = widget.addMenu(plainTitle(submenu->title));
-      child->setIcon(entryIcon(submenu->image, widget));
+      showImage(submenu->image, *child->menuAction(), widget);
       fillMenu(*child, submenu->submenu, choice);
     } else {
       widget.addSeparator();
