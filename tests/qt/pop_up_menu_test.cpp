@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/memory/memory_task_queues.h"
+#include "platform/qt/menus/embedded_status_item.h"
 #include "platform/qt/windows/qt_window_system.h"
 #include "tests/qt/menus.h"
 #include "tests/qt/qt_user.h"
@@ -33,6 +34,14 @@ class PopUpMenuTest : public testing::Test {
     ASSERT_TRUE(
         windows_.popUpMenu(Menu{.title = "", .entries = {commandEntry(title, title)}}, {},
                            [this](const ActionEntry& entry) { chosen.push_back(entry.title); }));
+    handleReadyEvents();
+  }
+
+  static void chooseFirst() {
+    QMenu* const menu = allMenus().front();
+    menu->setActiveAction(menu->actions().front());
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(menu, &press);
     handleReadyEvents();
   }
 
@@ -65,6 +74,23 @@ TEST_F(PopUpMenuTest, AnotherOneTakesThePlaceOfAnOpenOne) {
   EXPECT_THAT(allMenus(), SizeIs(1));
 }
 
+TEST_F(PopUpMenuTest, TheMenuOfTheIconClosesForIt) {
+  EmbeddedStatusItem icon(queues.mainQueue());
+  icon.setMenu(Menu{.title = "", .entries = {commandEntry("Of the icon", "1")}});
+  Q_EMIT icon.trayIcon().activated(QSystemTrayIcon::Trigger);
+  ASSERT_THAT(openMenus(), ElementsAre("Of the icon"));
+  popUp("Popped up");
+  EXPECT_THAT(openMenus(), ElementsAre("Popped up"));
+}
+
+TEST_F(PopUpMenuTest, WhatWasChosenStillRunsWhenAnotherOneTakesItsPlace) {
+  popUp("First");
+  chooseFirst();
+  popUp("Second");
+  queues.runAll();
+  EXPECT_THAT(chosen, ElementsAre("First"));
+}
+
 TEST_F(PopUpMenuTest, AClosedOneIsGoneAndCanBeOpenedAgain) {
   popUp("First");
   allMenus().front()->close();
@@ -77,11 +103,7 @@ TEST_F(PopUpMenuTest, AClosedOneIsGoneAndCanBeOpenedAgain) {
 
 TEST_F(PopUpMenuTest, AChoiceClosesItAndRunsOnceAfterwards) {
   popUp("First");
-  QMenu* const menu = allMenus().front();
-  menu->setActiveAction(menu->actions().front());
-  QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-  QCoreApplication::sendEvent(menu, &press);
-  handleReadyEvents();
+  chooseFirst();
   EXPECT_THAT(allMenus(), IsEmpty());
   EXPECT_THAT(chosen, IsEmpty());
   queues.runAll();

@@ -1,6 +1,5 @@
 #include "platform/qt/menus/embedded_status_item.h"
 
-#include <QCursor>
 #include <QGuiApplication>
 #include <utility>
 
@@ -35,7 +34,7 @@ EmbeddedStatusItem::EmbeddedStatusItem(TaskQueue& mainQueue)
   // A click with either button opens the menu; the toolkit does it for the right one.
   QObject::connect(&icon_, &QSystemTrayIcon::activated, &icon_,
                    [this](QSystemTrayIcon::ActivationReason reason) {
-                     if (reason == QSystemTrayIcon::Trigger && menu_) menu_->popup(QCursor::pos());
+                     if (reason == QSystemTrayIcon::Trigger && menu_) openAtPointer(*menu_);
                    });
 }
 

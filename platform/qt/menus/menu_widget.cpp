@@ -1,5 +1,7 @@
 #include "platform/qt/menus/menu_widget.h"
 
+#include <QApplication>
+#include <QCursor>
 #include <QIcon>
 #include <QPalette>
 #include <variant>
@@ -68,6 +70,13 @@ void fillMenu(QMenu& widget, const Menu& menu, const MenuChoice& choice) {
       widget.addSeparator();
     }
   }
+}
+
+void openAtPointer(QMenu& widget) {
+  while (QWidget* const open = QApplication::activePopupWidget()) {
+    if (!open->close()) break;
+  }
+  widget.popup(QCursor::pos());
 }
 
 }  // namespace quillmar

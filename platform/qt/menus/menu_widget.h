@@ -20,4 +20,8 @@ struct MenuChoice {
 /// Fills the toolkit's menu with the entries.
 void fillMenu(QMenu& widget, const Menu& menu, const MenuChoice& choice);
 
+/// Opens the menu where the pointer is; whatever menu is open closes, the icon's as well as one
+/// that has popped up.
+void openAtPointer(QMenu& widget);
+
 }  // namespace quillmar

@@ -1,6 +1,5 @@
 #include "platform/qt/menus/pop_up_menu.h"
 
-#include <QCursor>
 #include <QGuiApplication>
 #include <QPointer>
 #include <QVBoxLayout>
@@ -53,7 +52,7 @@ void popUpMenuWidget(const Menu& menu, const Activation& activation, const MenuC
   fillMenu(*widget, menu, choice);
   QObject::connect(widget, &QMenu::aboutToHide, widget, &QObject::deleteLater);
   openMenu() = widget;
-  widget->popup(QCursor::pos());
+  openAtPointer(*widget);
 }
 
 }  // namespace quillmar
