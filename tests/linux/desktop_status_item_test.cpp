@@ -19,8 +19,6 @@ namespace quillmar {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 /// A desktop whose trays of the older kind come and go as the test says.
 class ManualTrays final : public TrayWatch {
