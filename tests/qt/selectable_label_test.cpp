@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QStyleHints>
 #include <QTest>
 #include <QWindow>
 #include <string>
@@ -110,6 +111,24 @@ TEST_F(SelectableLabelTest, ADoubleClickSelectsAWord) {
   QTest::mouseDClick(text().window()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
                      text().mapTo(text().window(), inTwo));
   EXPECT_EQ(selected(), "two");
+}
+
+TEST_F(SelectableLabelTest, AThirdClickSelectsTheWholeTextAndALaterOneNothing) {
+  show();
+  const auto send = [&](QEvent::Type type, quint64 milliseconds) {
+    QMouseEvent event(type, before(5), text().mapToGlobal(before(5)), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    event.setTimestamp(milliseconds);
+    QCoreApplication::sendEvent(&text(), &event);
+  };
+  const auto interval =
+      static_cast<quint64>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+  send(QEvent::MouseButtonDblClick, 1000);
+  send(QEvent::MouseButtonPress, 1000 + interval);
+  EXPECT_EQ(selected(), text().text().toStdString());
+  send(QEvent::MouseButtonDblClick, 5000);
+  send(QEvent::MouseButtonPress, 5000 + interval + 1);
+  EXPECT_EQ(selected(), "");
 }
 
 TEST_F(SelectableLabelTest, ControlASelectsTheWholeText) {

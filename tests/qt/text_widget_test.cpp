@@ -3,9 +3,12 @@
 #include "platform/qt/widgets/text_widget.h"
 
 #include <QPixmap>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "platform/qt/widgets/visible_text.h"
 #include "tests/qt/pictures.h"
 #include "tests/qt/qt_user.h"
 
@@ -68,6 +71,25 @@ TEST(TextWidgetTest, AnOverrideOfTheDirectionIsShownAndNotObeyed) {
   const QSize room = roomFor(seen);
   EXPECT_EQ(roomFor(text), room);
   EXPECT_EQ(pictureOfText(text, room), pictureOfText(seen, room));
+}
+
+TEST(TextWidgetTest, WhatCannotBeSeenIsShownByItsNumber) {
+  const std::vector<std::pair<QString, QString>> texts = {
+      {QStringLiteral("rm one\u2029rm two"), QStringLiteral("rm one‹U+2029›rm two")},
+      {QStringLiteral("a\r\n\fb\u0085c"), QStringLiteral("a‹U+000D›\n‹U+000C›b‹U+0085›c")},
+      {QStringLiteral("a\u200b\u00ad\ufeff\u3164b"),
+       QStringLiteral("a‹U+200B›‹U+00AD›‹U+FEFF›‹U+3164›b")},
+      {QStringLiteral("ls\U000E0041"), QStringLiteral("ls‹U+E0041›")},
+      {QStringLiteral("o\u200dne"), QStringLiteral("o‹U+200D›ne")},
+  };
+  for (const auto& [text, seen] : texts) EXPECT_EQ(withVisibleCharacters(text), seen);
+}
+
+TEST(TextWidgetTest, WhatWritingNeedsIsLeftAsItIs) {
+  for (const char* text : {"one\ttwo\nthree", "👩‍💻 ❤️", "می‌خواهم",
+                           "٢٠٢٦؀", "e\u0301 ü", "a b"}) {
+    EXPECT_EQ(withVisibleCharacters(text), text);
+  }
 }
 
 TEST(TextWidgetTest, AVeryLongWordIsBrokenAnywhere) {

@@ -6,12 +6,14 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyleHints>
 #include <QTextBoundaryFinder>
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include "platform/qt/widgets/extent.h"
+#include "platform/qt/widgets/visible_text.h"
 
 namespace quillmar {
 
@@ -23,24 +25,6 @@ constexpr float secondaryShare = 0.68F;
 /// Words from this length on are broken without a look for their ends, which takes time that grows
 /// with the square of the length.
 constexpr qsizetype longWord = 2000;
-
-bool overridesDirection(QChar character) {
-  return (character >= u'\u202a' && character <= u'\u202e') ||
-         (character >= u'\u2066' && character <= u'\u2069');
-}
-
-QString withVisibleOverrides(const QString& text) {
-  if (std::none_of(text.begin(), text.end(), overridesDirection)) return text;
-  QString visible;
-  for (const QChar character : text) {
-    if (overridesDirection(character)) {
-      visible += QStringLiteral("‹U+%1›").arg(character.unicode(), 4, 16).toUpper();
-    } else {
-      visible += character;
-    }
-  }
-  return visible;
-}
 
 qsizetype longestWord(const QString& text) {
   qsizetype longest = 0;
@@ -66,7 +50,7 @@ TextWidget::TextWidget(QWidget* parent) : QWidget(parent) {}
 void TextWidget::setText(const QString& text) {
   if (text_ == text) return;
   text_ = text;
-  shown_ = withVisibleOverrides(text);
+  shown_ = withVisibleCharacters(text);
   hasLongWord_ = longestWord(text) > longWord;
   anchor_ = cursor_ = 0;
   textChanged();
@@ -248,6 +232,14 @@ void TextWidget::mousePressEvent(QMouseEvent* event) {
     event->ignore();
     return;
   }
+  const auto interval =
+      static_cast<quint64>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+  if (doubleClick_ && event->timestamp() - *doubleClick_ <= interval) {
+    // The third click of three.
+    doubleClick_.reset();
+    select(0, static_cast<int>(shown_.size()));
+    return;
+  }
   const int position = positionAt(event->position());
   select(event->modifiers() & Qt::ShiftModifier ? anchor_ : position, position);
 }
@@ -267,6 +259,7 @@ void TextWidget::mouseReleaseEvent(QMouseEvent* event) {
 
 void TextWidget::mouseDoubleClickEvent(QMouseEvent* event) {
   if (!selectable_ || event->button() != Qt::LeftButton) return;
+  doubleClick_ = event->timestamp();
   QTextBoundaryFinder words(QTextBoundaryFinder::Word, shown_);
   const int position = positionAt(event->position());
   words.setPosition(std::min<qsizetype>(position + 1, shown_.size()));

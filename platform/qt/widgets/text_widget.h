@@ -13,6 +13,7 @@
 #include <QTextLayout>
 #include <QWidget>
 #include <memory>
+#include <optional>
 
 namespace quillmar {
 
@@ -74,6 +75,9 @@ class TextWidget final : public QWidget {
   /// Where the selection began and where it ends now.
   int anchor_ = 0;
   int cursor_ = 0;
+  /// When, in the windowing system's milliseconds, a word was chosen that the next click extends to
+  /// the whole text.
+  std::optional<quint64> doubleClick_;
   // Measured or laid out once for each text, font and width; negative or null before.
   mutable int naturalWidth_ = -1;
   mutable int measuredWidth_ = -1;
