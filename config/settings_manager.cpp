@@ -65,7 +65,9 @@ void SettingsManager::loadFromFile() {
   const auto load = [&]() -> Result<QuillmarConfig> {
     const Result<std::string> bytes = collaborators_.files.read(path);
     if (!bytes) return bytes.error();
-    return decodeDocument(bytes.value(), collaborators_.makeIdentifier);
+    auto decoded = decodeDocument(bytes.value(), collaborators_.makeIdentifier);
+    if (!decoded) return Error{"“" + path + "”: " + decoded.error().description};
+    return decoded;
   };
   if (Result<QuillmarConfig> loaded = load()) {
     config = std::move(loaded).value();

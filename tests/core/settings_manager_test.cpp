@@ -166,7 +166,8 @@ TEST_F(SettingsManagerTest, ACorruptFileGivesAnEmptyDocumentAndIsReplacedAtTheFi
   SettingsManager manager = makeManager();
   EXPECT_FALSE(manager.isFirstLaunch());
   EXPECT_EQ(manager.config, QuillmarConfig{});
-  EXPECT_THAT(log, ElementsAre(StartsWith("Failed to load settings: ")));
+  EXPECT_THAT(log, ElementsAre(StartsWith("Failed to load settings: “" + std::string(settingsPath) +
+                                          "”: ")));
   EXPECT_EQ(files.contents(settingsPath), "{\"version\": ");
 
   manager.save();
