@@ -54,7 +54,6 @@ void WelcomeWindowController::buildUI(std::size_t installedItemCount) {
   column.add<Label>("Welcome to Quillmar", Font::boldSystem(titleFontSize));
   auto& body = column.add<Label>(bodyText(installedItemCount), Font::system(bodyFontSize));
   body.setWraps(true);
-  body.setWidth(contentSize.width - 2 * margin);
   addButtons(column);
 }
 

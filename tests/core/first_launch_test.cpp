@@ -231,7 +231,7 @@ TEST_F(FirstLaunchTest, TheWelcomeWindowGreetsInTheMiddleOfTheScreen) {
               ElementsAre("column centred spacing 14 insets 24 24 24 24",
                           "  image width 96 height 96: applicationIcon",
                           "  label bold 20: Welcome to Quillmar",
-                          "  label 12 wrapping width 432: " + bodyAnnouncing("12"),
+                          "  label 12 wrapping: " + bodyAnnouncing("12"),
                           "  row centred spacing 12", "    button: Browse Packs…",
                           "    button: Open Settings", "    button return: Get Started"));
 }
