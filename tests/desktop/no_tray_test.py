@@ -5,7 +5,7 @@ import unittest
 
 from other_program import OtherProgram
 from pop_up_test_case import PopUpTestCase
-from quillmar_desktop import document, run, sub_command, wait_until
+from quillmar_desktop import document, entry, run, sub_command, wait_until
 
 POINTER = (400, 300)
 
@@ -49,6 +49,23 @@ class NoTrayTest(PopUpTestCase):
         menu = self.ask_for_menu()
         self.assertLessEqual(menu.x + menu.width, 1280)
         self.assertLessEqual(menu.y + menu.height, 800)
+
+    def test_a_menu_longer_than_the_screen_scrolls_to_its_last_entry(self):
+        self.start_with(entry("First"), *[entry(f"Item {number}") for number in range(150)],
+                        entry("Last", f"touch '{self.scratch}/last'"))
+        menu = self.ask_for_menu()
+        self.assertGreaterEqual(menu.y, 0)
+        self.assertLessEqual(menu.y + menu.height, 800)
+        # Past "Quit Quillmar", "Settings…" and "About Quillmar".
+        self.highlight_last(menu)
+        self.screen.press("Up", "Up", "Up", "Return")
+        self.wait_for_file("last")
+
+    def test_a_long_title_leaves_the_menu_on_the_screen(self):
+        self.start_with(entry("A long title & more " * 100))
+        menu = self.ask_for_menu()
+        self.assertEqual((menu.x, menu.y), POINTER)
+        self.assertLessEqual(menu.x + menu.width, 1280)
 
     def test_the_keys_go_to_the_menu_while_another_program_has_the_focus(self):
         other = OtherProgram()

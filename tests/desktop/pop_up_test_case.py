@@ -16,9 +16,12 @@ class PopUpTestCase(DesktopTestCase):
     def start_with_two_items(self):
         """Starts the program with a menu that begins with the items "First" and "Second", which
         make the files "first" and "second"."""
-        self.program = self.start_on_bus(tools(
-            entry("First", f"touch '{self.scratch}/first'"),
-            entry("Second", f"touch '{self.scratch}/second'")))
+        self.start_with(entry("First", f"touch '{self.scratch}/first'"),
+                        entry("Second", f"touch '{self.scratch}/second'"))
+
+    def start_with(self, *items):
+        """Starts the program with a menu that begins with the items."""
+        self.program = self.start_on_bus(tools(*items))
         self.x_windows = XWindows(self.program.process.pid)
 
     def open_menu(self):

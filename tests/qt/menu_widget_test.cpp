@@ -39,7 +39,7 @@ class MenuWidgetTest : public testing::Test {
   }
 
   MemoryTaskQueues queues_;
-  QMenu widget_;
+  ScrollingMenu widget_;
 };
 
 TEST_F(MenuWidgetTest, ATabInATitleIsNoShortcut) {
@@ -86,7 +86,8 @@ TEST_F(MenuWidgetTest, TemplatesHaveTheColourThatTextsHaveWhenTheMenuOpens) {
   fill({action, folder});
   QPalette palette = widget_.palette();
   palette.setColor(QPalette::WindowText, Qt::green);
-  for (QMenu* const menu : {&widget_, widget_.actions().back()->menu()}) {
+  for (QMenu* const menu :
+       std::initializer_list<QMenu*>{&widget_, widget_.actions().back()->menu()}) {
     menu->setPalette(palette);
     menu->popup(QPoint());
     EXPECT_THAT(iconColors(*menu), Each(QColor(Qt::green)));

@@ -2,7 +2,6 @@
 // its own: the scale is one for life.
 
 #include <QApplication>
-#include <QMenu>
 #include <QPainter>
 #include <QPalette>
 #include <QTextLayout>
@@ -94,7 +93,7 @@ TEST_F(SharpnessTest, AnIconOfAMenuIsDrawnInThePixelsOfTheScreen) {
   ActionEntry entry = commandEntry("Title", "1");
   entry.image = Image{.name = "checkers", .isTemplate = false, .pointSize = {}, .weight = {}};
   MemoryTaskQueues queues;
-  QMenu menu;
+  ScrollingMenu menu;
   const auto pictureOfEntry = [&] {
     menu.clear();
     fillMenu(menu, Menu{.title = "", .entries = {entry}},

@@ -49,7 +49,7 @@ void EmbeddedStatusItem::setImage(std::optional<Image> image) {
 }
 
 void EmbeddedStatusItem::setMenu(Menu menu) {
-  auto widget = std::make_unique<QMenu>();
+  auto widget = std::make_unique<ScrollingMenu>();
   const std::weak_ptr<EmbeddedStatusItem*> self = self_;
   fillMenu(*widget, menu, {.mainQueue = mainQueue_, .choose = [self](const ActionEntry& entry) {
                              if (const auto item = self.lock())

@@ -56,16 +56,16 @@ void addAction(QMenu& widget, const ActionEntry& entry, const MenuChoice& choice
 
 }  // namespace
 
-void fillMenu(QMenu& widget, const Menu& menu, const MenuChoice& choice) {
+void fillMenu(ScrollingMenu& widget, const Menu& menu, const MenuChoice& choice) {
   // Separators stay where the menu has them.
   widget.setSeparatorsCollapsible(false);
   for (const MenuEntry& entry : menu.entries) {
     if (const auto* const action = std::get_if<ActionEntry>(&entry)) {
       addAction(widget, *action, choice);
     } else if (const auto* const submenu = std::get_if<SubmenuEntry>(&entry)) {
-      QMenu* const child = widget.addMenu(plainTitle(submenu->title));
-      showImage(submenu->image, *child->menuAction(), widget);
-      fillMenu(*child, submenu->submenu, choice);
+      ScrollingMenu& child = widget.addSubmenu(plainTitle(submenu->title));
+      showImage(submenu->image, *child.menuAction(), widget);
+      fillMenu(child, submenu->submenu, choice);
     } else {
       widget.addSeparator();
     }

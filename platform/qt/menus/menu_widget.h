@@ -2,11 +2,11 @@
 
 #pragma once
 
-#include <QMenu>
 #include <functional>
 #include <memory>
 
 #include "platform/menu.h"
+#include "platform/qt/menus/scrolling_menu.h"
 #include "platform/task_queue.h"
 
 namespace quillmar {
@@ -18,7 +18,7 @@ struct MenuChoice {
 };
 
 /// Fills the toolkit's menu with the entries.
-void fillMenu(QMenu& widget, const Menu& menu, const MenuChoice& choice);
+void fillMenu(ScrollingMenu& widget, const Menu& menu, const MenuChoice& choice);
 
 /// Opens the menu where the pointer is; whatever menu is open closes, the icon's as well as one
 /// that has popped up.

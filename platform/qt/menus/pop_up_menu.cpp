@@ -28,7 +28,7 @@ void showInWindow(const Menu& menu, const Activation& activation, const MenuChoi
   auto* const layout = new QVBoxLayout(window);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSizeConstraint(QLayout::SetFixedSize);
-  auto* const widget = new QMenu(window);
+  auto* const widget = new ScrollingMenu(window);
   widget->setWindowFlags(Qt::Widget);
   fillMenu(*widget, menu, choice);
   layout->addWidget(widget);
@@ -48,7 +48,7 @@ void popUpMenuWidget(const Menu& menu, const Activation& activation, const MenuC
     showInWindow(menu, activation, choice);
     return;
   }
-  auto* const widget = new QMenu;
+  auto* const widget = new ScrollingMenu;
   fillMenu(*widget, menu, choice);
   QObject::connect(widget, &QMenu::aboutToHide, widget, &QObject::deleteLater);
   openMenu() = widget;
