@@ -1,6 +1,8 @@
 #include "platform/qt/widgets/button_peer.h"
 
+#include <QApplication>
 #include <QPushButton>
+#include <QStyleOptionButton>
 #include <algorithm>
 
 #include "platform/qt/widgets/fonts.h"
@@ -13,9 +15,28 @@ namespace {
 /// On either side of a push button's title, in device-independent pixels.
 constexpr int roomBesideTitle = 14;
 
+/// Looks like the default button when it is the one that Return presses: a button that has the
+/// focus comes before the window's default button.
+class PushButton final : public QPushButton {
+ public:
+  explicit PushButton(QWidget* parent) : QPushButton(parent) {
+    // The looks of the default button change with a focus that is elsewhere.
+    connect(qApp, &QApplication::focusChanged, this, [this] { QWidget::update(); });
+  }
+
+ protected:
+  void initStyleOption(QStyleOptionButton* option) const override {
+    QPushButton::initStyleOption(option);
+    const QWidget* const focused = window()->focusWidget();
+    const bool isPressed =
+        dynamic_cast<const QAbstractButton*>(focused) == nullptr ? isDefault() : focused == this;
+    option->features.setFlag(QStyleOptionButton::DefaultButton, isPressed);
+  }
+};
+
 QAbstractButton* makeWidget(ButtonStyle style, QWidget& parent) {
   if (style == ButtonStyle::link) return new LinkWidget(&parent);
-  return new QPushButton(&parent);
+  return new PushButton(&parent);
 }
 
 }  // namespace
