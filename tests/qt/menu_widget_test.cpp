@@ -16,6 +16,7 @@
 #include "platform/qt/windows/key_presses.h"
 #include "tests/qt/icon_theme.h"
 #include "tests/qt/menus.h"
+#include "tests/qt/qt_user.h"
 
 namespace quillmar {
 namespace {
@@ -52,6 +53,13 @@ TEST_F(MenuWidgetTest, AShortcutStandsBesideItsEntry) {
   quit.keyEquivalent = KeyEquivalent{"q"};
   fill({quit});
   EXPECT_EQ(widget_.actions().front()->text(), "Quit\tSuper+Q");
+}
+
+TEST_F(MenuWidgetTest, AnAmpersandIsAKeyLikeOthers) {
+  ActionEntry entry = commandEntry("Title", "1");
+  entry.keyEquivalent = KeyEquivalent{"&", modifiers::control};
+  fill({entry});
+  EXPECT_EQ(withoutMnemonics(widget_.actions().front()->text()), "Title\tCtrl+&");
 }
 
 TEST_F(MenuWidgetTest, AnIconThatIsNotThereLeavesTheEntryWithoutOne) {

@@ -13,10 +13,14 @@ namespace quillmar {
 
 namespace {
 
-/// The toolkit takes "&" for a mnemonic, and what follows a tab for a shortcut.
+/// The toolkit takes "&" for a mnemonic, in shortcuts as well as in titles.
+QString withoutMnemonic(QString text) {
+  return text.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
+/// The toolkit takes what follows a tab for a shortcut.
 QString plainTitle(const std::string& title) {
-  return QString::fromStdString(title)
-      .replace(QLatin1Char('&'), QStringLiteral("&&"))
+  return withoutMnemonic(QString::fromStdString(title))
       .replace(QLatin1Char('\t'), QLatin1Char(' '));
 }
 
@@ -25,7 +29,7 @@ QString shortcutText(const KeyEquivalent& keyEquivalent) {
   const QString name = keySequenceOf(keyEquivalent)
                            .toString(QKeySequence::NativeText)
                            .replace(QStringLiteral("Meta"), QStringLiteral("Super"));
-  return name.isEmpty() ? name : QLatin1Char('\t') + name;
+  return name.isEmpty() ? name : QLatin1Char('\t') + withoutMnemonic(name);
 }
 
 QIcon entryIcon(const std::optional<Image>& image, const QMenu& widget) {
