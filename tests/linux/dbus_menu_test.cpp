@@ -100,6 +100,17 @@ TEST_F(DbusMenuTest, ReplacesTextThatNoBusTakes) {
               ElementsAre(Pair("label", "'a\uFFFDb\uFFFDz'")));
 }
 
+TEST_F(DbusMenuTest, LabelsWhatHasNoTitleWithASpace) {
+  SubmenuEntry folder;
+  folder.submenu = menuWith({itemEntry("Inner", "2")});
+  menu.setMenu(menuWith({itemEntry("", "1"), folder}));
+  const PanelEntry root = panel.layout();
+  ASSERT_EQ(root.children.size(), 2u);
+  EXPECT_THAT(root.children[0].properties, ElementsAre(Pair("label", "' '")));
+  EXPECT_THAT(root.children[1].properties,
+              UnorderedElementsAre(Pair("label", "' '"), Pair("children-display", "'submenu'")));
+}
+
 TEST_F(DbusMenuTest, DescribesEveryKindOfEntry) {
   ActionEntry action = withKey(",", modifiers::command);
   action.image = Image{.name = "terminal", .isTemplate = true, .pointSize = 13, .weight = {}};

@@ -16,8 +16,10 @@ GVariant* stringVariant(std::string_view text) {
   return g_variant_new_string(text::replacingUnsendable(text).c_str());
 }
 
-/// A single underscore marks the letter to press in a label; two show as one.
+/// A single underscore marks the letter to press in a label; two show as one. Panels put a text of
+/// their own where a label is missing or empty, a space is shown as it is.
 GVariant* labelVariant(std::string_view title) {
+  if (title.empty()) return g_variant_new_string(" ");
   std::string escaped;
   escaped.reserve(title.size());
   for (const char character : title) {
@@ -117,7 +119,7 @@ GVariant* DbusMenuWriter::properties(const DbusMenuTree::Node& node) {
 
 void DbusMenuWriter::addTitleAndImage(Values& values, const std::string& title,
                                       const std::optional<Image>& image) {
-  if (!title.empty() && wants(label)) values.add(pair(label, labelVariant(title)));
+  if (wants(label)) values.add(pair(label, labelVariant(title)));
   if (image && wants(iconName)) values.add(iconPair(image->name));
 }
 
