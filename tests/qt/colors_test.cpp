@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/qt/menus/scrolling_menu.h"
 #include "platform/qt/module/dark_palette.h"
 #include "platform/widgets/button.h"
 #include "platform/widgets/image_view.h"
@@ -146,6 +147,22 @@ TEST_F(ColorsTest, AnotherImageKeepsItsColours) {
   const ImageView& image = addSquare(false);
   show();
   EXPECT_EQ(middle(image), QColor(Qt::red));
+}
+
+TEST_F(ColorsTest, SeparatorsOfMenusAreSeenAndFainterThanTexts) {
+  for (const QPalette& palette : {QApplication::palette(), darkPalette()}) {
+    QApplication::setPalette(palette);
+    ScrollingMenu menu;
+    menu.addAction("HHH");
+    const QAction* const separator = menu.addSeparator();
+    menu.addAction("HHH");
+    const QImage picture = menu.grab().toImage();
+    const QRect row = menu.actionGeometry(const_cast<QAction*>(separator));
+    const QImage drawn = picture.copy(row.adjusted(1, 0, -1, 0));
+    const double seen = contrast(inkColor(drawn), drawn.pixelColor(0, 0));
+    EXPECT_GT(seen, 1.8);
+    EXPECT_LT(seen, readable);
+  }
 }
 
 TEST_F(ColorsTest, AnImageThatIsNotThereIsAnEmptyPlace) {

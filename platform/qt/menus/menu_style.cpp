@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QMenu>
+#include <QPainter>
 #include <QPointer>
 #include <QScreen>
 #include <QStyleFactory>
@@ -22,6 +23,18 @@ constexpr QLatin1Char beforeShortcut('\t');
 int roomForTitle(const QFontMetrics& metrics, const QWidget* menu) {
   const int room = longestTitle * metrics.averageCharWidth();
   return menu != nullptr ? std::min(room, menu->screen()->availableGeometry().width() / 2) : room;
+}
+
+/// Between the colours of texts and of what is behind them, in the menu's width.
+void drawSeparator(const QStyleOptionMenuItem& separator, QPainter& painter) {
+  const QColor text = separator.palette.color(QPalette::WindowText);
+  const QColor paper = separator.palette.color(QPalette::Window);
+  const auto mixed = [](int one, int other) { return (one * 3 + other * 7) / 10; };
+  const QColor color(mixed(text.red(), paper.red()), mixed(text.green(), paper.green()),
+                     mixed(text.blue(), paper.blue()));
+  const QRect& row = separator.rect;
+  constexpr int margin = 4;
+  painter.fillRect(row.left() + margin, row.center().y(), row.width() - 2 * margin, 1, color);
 }
 
 /// The text of an entry with its title cut to the room.
@@ -79,6 +92,10 @@ void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, 
   const auto* const entry = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
   if (element != CE_MenuItem || entry == nullptr) {
     QProxyStyle::drawControl(element, option, painter, widget);
+    return;
+  }
+  if (entry->menuItemType == QStyleOptionMenuItem::Separator) {
+    drawSeparator(*entry, *painter);
     return;
   }
   QStyleOptionMenuItem shown = *entry;

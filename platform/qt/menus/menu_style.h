@@ -9,9 +9,10 @@ class QMenu;
 
 namespace quillmar {
 
-/// The application's style, except that a menu longer than the screen scrolls, and a long title
-/// ends in "…" instead of making the menu as wide as the screen. The entries keep their whole text
-/// for assistive technology.
+/// The application's style, except that a menu longer than the screen scrolls, that a long title
+/// ends in "…" instead of making the menu as wide as the screen, and that separators are seen on
+/// dark desktops as well as on light ones. The entries keep their whole text for assistive
+/// technology.
 class MenuStyle final : public QProxyStyle {
  public:
   /// Gives the menu the one style that all menus share. Before each opening, too: the application
