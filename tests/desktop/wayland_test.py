@@ -112,6 +112,15 @@ class WaylandTest(DesktopTestCase):
         self.wait_for_file("result", "2")
         self.compositor.wait_for_no_window()
 
+    def test_a_menu_longer_than_the_screen_scrolls_in_its_window(self):
+        self.start_and_open_menu(*[entry(f"Item {number}") for number in range(150)],
+                                 self.writing("Last", "1"))
+        self.assertLess(self.compositor.windows()[0]["rect"]["height"], 720)
+        # Past "Quit Quillmar", "Settings…" and "About Quillmar".
+        self.compositor.press("Up", "Up", "Up", "Up", "Return")
+        self.wait_for_file("result", "1")
+        self.compositor.wait_for_no_window()
+
     def test_escape_closes_the_menu_and_runs_nothing(self):
         program = self.start_and_open_menu(
             entry("One", f"touch {self.scratch}/wrong"), self.writing("Two", "2"))

@@ -9,6 +9,8 @@
 #include <QImage>
 #include <QProxyStyle>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QWheelEvent>
 #include <algorithm>
@@ -17,6 +19,7 @@
 #include <utility>
 #include <vector>
 
+#include <QtTest/qtestspontaneevent.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -73,12 +76,13 @@ class ScrollingMenuTest : public testing::Test {
   }
 
   /// Down for a number below zero.
-  void turnWheel(const QPoint& place, int notches) {
+  static void turnWheel(const QWidget& window, const QPoint& place, int notches) {
     for (int i = 0; i < std::abs(notches); ++i) {
-      QWheelEvent event(place, menu.mapToGlobal(place), QPoint(),
+      QWheelEvent event(place, window.mapToGlobal(place), QPoint(),
                         QPoint(0, notches < 0 ? -120 : 120), Qt::NoButton, Qt::NoModifier,
                         Qt::NoScrollPhase, false);
-      QApplication::sendEvent(&menu, &event);
+      QSpontaneKeyEvent::setSpontaneous(&event);  // Others stay where they are sent.
+      qApp->notify(window.windowHandle(), &event);
     }
   }
 
@@ -135,13 +139,25 @@ TEST_F(ScrollingMenuTest, ASubmenuScrollsToo) {
 TEST_F(ScrollingMenuTest, TheWheelScrollsAndSelectsWhatComesBelowThePointer) {
   popUp(commands(many));
   const QPoint place = middleOf(10);
-  turnWheel(place, -5);
+  turnWheel(menu, place, -5);
   EXPECT_FALSE(isInSight(menu, 0));
   EXPECT_GT(selected(menu), 10);
   EXPECT_TRUE(menu.actionGeometry(menu.activeAction()).contains(place));
-  turnWheel(place, 5);
+  turnWheel(menu, place, 5);
   EXPECT_TRUE(isInSight(menu, 0));
   EXPECT_EQ(selected(menu), 10);
+}
+
+TEST_F(ScrollingMenuTest, InAWindowTheWheelScrollsWhatTheMenuLiesIn) {
+  QScrollArea area;
+  auto* const inside = new ScrollingMenu(&area);
+  inside->setWindowFlags(Qt::Widget);
+  fill(*inside, commands(many));
+  area.setWidget(inside);
+  inside->show();
+  area.show();
+  turnWheel(area, QPoint(20, 20), -1);
+  EXPECT_GT(area.verticalScrollBar()->value(), 0);
 }
 
 TEST_F(ScrollingMenuTest, KeysFindASelectionThatTheArrowsHaveLeftBehind) {
@@ -168,6 +184,20 @@ TEST_F(ScrollingMenuTest, AFolderThatKeysBringIntoSightStaysClosed) {
   EXPECT_FALSE(menu.actions().back()->menu()->isVisible());
   QTest::keyClick(&menu, Qt::Key_Right);
   EXPECT_TRUE(menu.actions().back()->menu()->isVisible());
+}
+
+TEST_F(ScrollingMenuTest, KeysOpenNoFolderThatWasInSightAllAlong) {
+  SubmenuEntry folder;
+  folder.title = "Folder";
+  folder.submenu.entries = commands(2);
+  popUp({folder, commandEntry("Item", "1"), folder});
+  int opened = 0;
+  for (const QAction* const action : menu.actions()) {
+    if (action->menu() == nullptr) continue;
+    QObject::connect(action->menu(), &QMenu::aboutToShow, &menu, [&opened] { ++opened; });
+  }
+  for (int i = 0; i < 3; ++i) QTest::keyClick(&menu, Qt::Key_Down);
+  EXPECT_EQ(opened, 0);
 }
 
 class LongTitleTest : public ScrollingMenuTest {

@@ -2,7 +2,9 @@
 
 #include <QGuiApplication>
 #include <QPointer>
-#include <QVBoxLayout>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QWidget>
 
 #include "platform/qt/windows/present_window.h"
@@ -21,17 +23,34 @@ QPointer<QWidget>& openMenu() {
   return widget;
 }
 
+/// Gives the window the size of what is in it, or less height where that is too much for the
+/// screen.
+void fitToScreen(QScrollArea& window, QSize content) {
+  // Panels may lie there, of which the display tells nothing.
+  const int room = window.screen()->availableGeometry().height() * 4 / 5;
+  if (content.height() > room) {
+    content = QSize(content.width() + window.verticalScrollBar()->sizeHint().width(), room);
+  }
+  window.setFixedSize(content);
+}
+
 void showInWindow(const Menu& menu, const Activation& activation, const MenuChoice& choice) {
-  auto* const window = new QWidget;
+  // A menu in a window doesn't scroll by itself.
+  auto* const window = new QScrollArea;
   window->setAttribute(Qt::WA_DeleteOnClose);
   window->setWindowTitle(QGuiApplication::applicationName());
-  auto* const layout = new QVBoxLayout(window);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSizeConstraint(QLayout::SetFixedSize);
+  window->setFrameShape(QFrame::NoFrame);
+  window->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   auto* const widget = new ScrollingMenu(window);
   widget->setWindowFlags(Qt::Widget);
   fillMenu(*widget, menu, choice);
-  layout->addWidget(widget);
+  window->setWidget(widget);
+  fitToScreen(*window, widget->sizeHint());
+  QObject::connect(widget, &QMenu::hovered, window, [window, widget](QAction* entry) {
+    if (entry != widget->activeAction()) return;  // It is in a submenu.
+    const QRect row = widget->actionGeometry(entry);
+    window->ensureVisible(row.center().x(), row.center().y(), 0, row.height());
+  });
   QObject::connect(widget, &QMenu::triggered, window, &QWidget::close);
   QObject::connect(widget, &QMenu::aboutToHide, window, &QWidget::close);
   openMenu() = window;

@@ -31,6 +31,10 @@ void ScrollingMenu::keyPressEvent(QKeyEvent* event) {
 }
 
 void ScrollingMenu::wheelEvent(QWheelEvent* event) {
+  if (!isWindow()) {  // What it lies in scrolls.
+    event->ignore();
+    return;
+  }
   QMenu::wheelEvent(event);
   // Another row is below the pointer now.
   QMouseEvent move(QEvent::MouseMove, event->position(), event->globalPosition(), Qt::NoButton,
@@ -38,10 +42,12 @@ void ScrollingMenu::wheelEvent(QWheelEvent* event) {
   QMenu::mouseMoveEvent(&move);
 }
 
-bool ScrollingMenu::isInSight(const QAction& action) const {
+bool ScrollingMenu::isInSight(QAction& action) const {
+  QRect seen = rect();
   const int arrow = style()->pixelMetric(QStyle::PM_MenuScrollerHeight, nullptr, this);
-  const QPoint middle = actionGeometry(const_cast<QAction*>(&action)).center();
-  return rect().adjusted(0, arrow, 0, -arrow).contains(middle);
+  if (actionGeometry(actions().constFirst()).top() < 0) seen.setTop(arrow);
+  if (actionGeometry(actions().constLast()).top() > height()) seen.setBottom(height() - arrow);
+  return seen.contains(actionGeometry(&action).center());
 }
 
 }  // namespace quillmar

@@ -20,7 +20,7 @@ class ScrollingMenu final : public QMenu {
   void wheelEvent(QWheelEvent* event) override;
 
  private:
-  bool isInSight(const QAction& action) const;
+  bool isInSight(QAction& action) const;
 };
 
 }  // namespace quillmar
