@@ -20,12 +20,6 @@ SCREEN_HEIGHT = 800
 
 class PromptPanelOnTheDesktopTest(WindowsTestCase):
 
-    def question(self):
-        """The panel with a field, once it is there."""
-        def find():
-            return next((shown for _, shown in self.windows.all() if shown.names(FIELD)), None)
-        return wait_until(find, "the question is asked")
-
     def test_what_is_typed_reaches_the_command(self):
         window = self.open(self.ask(), "Ask")
         self.wait_for_focus(window, FIELD, "Which value?")
@@ -59,8 +53,8 @@ class PromptPanelOnTheDesktopTest(WindowsTestCase):
         wait_until(other.has_focus, "the other program has the focus")
         window = self.open(self.ask(confirmBeforeRunning=True), "Ask")
         self.assertEqual(window.names(FIELD), [])
-        run_button = window.place("Run")
-        Screen().click(run_button.x + run_button.width // 2, run_button.y + run_button.height // 2)
+        self.read(window)
+        Screen().click(*self.middle_of_run(window))
         self.wait_for_focus(self.question(), FIELD, "Which value?")
         run("xdotool", "type", "mine")
         Screen().press("Return")

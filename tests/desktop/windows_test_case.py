@@ -1,7 +1,7 @@
 """What a test needs to open the program's windows and to use them."""
 
-from accessible_windows import AccessibleWindows
-from quillmar_desktop import DesktopTestCase, entry, tools, wait_until
+from accessible_windows import BUTTON, FIELD, AccessibleWindows
+from quillmar_desktop import DesktopTestCase, entry, run, tools, wait_until
 
 
 class WindowsTestCase(DesktopTestCase):
@@ -21,6 +21,31 @@ class WindowsTestCase(DesktopTestCase):
             found = window.focused()
             return found is not None and found[0] == role and name in (None, found[1])
         wait_until(focused, f"the focus is at {role} {name}")
+
+    def questions(self):
+        """The panels with a field that are on the screen."""
+        return [shown for _, shown in self.windows.all() if shown.names(FIELD)]
+
+    def question(self):
+        """The panel with a field, once it is there."""
+        return wait_until(self.questions, "the question is asked")[0]
+
+    def read(self, window):
+        """Tries the mouse on a button and lets go of it elsewhere, until the window, which takes no
+        notice as long as nobody can have read it, follows with the focus."""
+        cancel = window.place("Cancel")
+
+        def followed():
+            if window.focused() == (BUTTON, "Cancel"):
+                return True
+            run("xdotool", "mousemove", str(cancel.x + 4), str(cancel.y + 4), "mousedown", "1",
+                "mousemove", str(cancel.x - 20), str(cancel.y), "mouseup", "1")
+            return False
+        wait_until(followed, "the window takes presses")
+
+    def middle_of_run(self, window):
+        place = window.place("Run")
+        return place.x + place.width // 2, place.y + place.height // 2
 
     def ask(self, **keywords):
         """An item that writes the value it is given into a file of the test's."""

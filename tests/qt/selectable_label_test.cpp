@@ -107,9 +107,7 @@ TEST_F(SelectableLabelTest, AClickSelectsNothingAndCopiesNothing) {
 
 TEST_F(SelectableLabelTest, ADoubleClickSelectsAWord) {
   show();
-  const QPoint inTwo = before(5);
-  QTest::mouseDClick(text().window()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
-                     text().mapTo(text().window(), inTwo));
+  QTest::mouseDClick(&text(), Qt::LeftButton, Qt::NoModifier, before(5));
   EXPECT_EQ(selected(), "two");
 }
 

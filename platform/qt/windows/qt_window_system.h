@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 
+#include "platform/qt/windows/hasty_press_filter.h"
 #include "platform/task_queue.h"
 #include "platform/window_system.h"
 
@@ -22,6 +23,7 @@ class QtWindowSystem final : public WindowSystem {
 
  private:
   TaskQueue& mainQueue_;
+  HastyPressFilter hastyPresses_;
 };
 
 }  // namespace quillmar
