@@ -1,5 +1,7 @@
 #include "platform/qt/windows/held_key_filter.h"
 
+#include <QCoreApplication>
+
 #include "platform/qt/windows/x11_requests.h"
 
 namespace quillmar {
@@ -19,21 +21,27 @@ bool isAnswer(int key) {
   }
 }
 
-std::set<quint32> keysThatAreDown() {
-  std::set<quint32> down;
-  if (xcb_connection_t* const x11 = x11Connection()) {
-    for (const std::uint8_t code : x11KeysDown(x11)) down.insert(code);
-  }
-  return down;
+bool isDown(quint32 scanCode) {
+  xcb_connection_t* const x11 = x11Connection();
+  return x11 != nullptr && x11KeysDown(x11).contains(scanCode);
 }
 
 }  // namespace
 
+HeldKeyFilter::HeldKeyFilter() {
+  QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+void HeldKeyFilter::watch(QWindow& window) {
+  window.installEventFilter(this);
+  window_ = window.winId();
+  if (xcb_connection_t* const x11 = x11Connection()) {
+    x11SelectAlso(x11, static_cast<xcb_window_t>(window_), XCB_EVENT_MASK_KEYMAP_STATE);
+  }
+}
+
 bool HeldKeyFilter::eventFilter(QObject* /*watched*/, QEvent* event) {
   switch (event->type()) {
-    case QEvent::FocusIn:
-      held_ = keysThatAreDown();
-      return false;
     case QEvent::KeyPress:
       return swallows(*static_cast<QKeyEvent*>(event));
     case QEvent::KeyRelease:
@@ -44,14 +52,28 @@ bool HeldKeyFilter::eventFilter(QObject* /*watched*/, QEvent* event) {
   }
 }
 
+bool HeldKeyFilter::nativeEventFilter(const QByteArray& eventType, void* message,
+                                      qintptr* /*result*/) {
+  if (eventType != "xcb_generic_event_t") return false;
+  const auto& event = *static_cast<const xcb_generic_event_t*>(message);
+  const int type = x11EventType(event);
+  if (type == XCB_KEYMAP_NOTIFY && hasJustGotKeyboard_) {
+    // Another one comes with the pointer.
+    held_ = x11KeysDown(reinterpret_cast<const xcb_keymap_notify_event_t&>(event));
+  }
+  hasJustGotKeyboard_ =
+      type == XCB_FOCUS_IN && reinterpret_cast<const xcb_focus_in_event_t&>(event).event ==
+                                  static_cast<xcb_window_t>(window_);
+  return false;
+}
+
 bool HeldKeyFilter::swallows(const QKeyEvent& press) const {
   return isAnswer(press.key()) && (press.isAutoRepeat() || held_.contains(press.nativeScanCode()));
 }
 
 void HeldKeyFilter::release(const QKeyEvent& release) {
   // Between two presses of a key that is held down there is a release on X11, but it stays down.
-  if (held_.contains(release.nativeScanCode()) &&
-      !keysThatAreDown().contains(release.nativeScanCode())) {
+  if (held_.contains(release.nativeScanCode()) && !isDown(release.nativeScanCode())) {
     held_.erase(release.nativeScanCode());
   }
 }

@@ -34,7 +34,10 @@ bool WindowWidget::event(QEvent* event) {
       call(handlers_.layOut);
       return true;
     case QEvent::WinIdChange:
-      if (windowHandle() != nullptr) windowHandle()->installEventFilter(&heldKeys_);
+      // Without one at the display there is nothing to watch: the window is about to go.
+      if (windowHandle() != nullptr && windowHandle()->handle() != nullptr) {
+        heldKeys_.watch(*windowHandle());
+      }
       break;
     case QEvent::ApplicationFontChange:
     case QEvent::StyleChange:

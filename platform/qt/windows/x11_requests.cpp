@@ -1,9 +1,26 @@
 #include "platform/qt/windows/x11_requests.h"
 
 #include <QGuiApplication>
+#include <cstddef>
 #include <cstring>
+#include <iterator>
 
 namespace quillmar {
+
+namespace {
+
+constexpr unsigned bitsInByte = 8;
+
+/// `bits` has one for each key code from `first` on.
+std::set<std::uint32_t> keysOf(const std::uint8_t* bits, std::size_t bytes, std::uint32_t first) {
+  std::set<std::uint32_t> keys;
+  for (std::uint32_t i = 0; i < bytes * bitsInByte; ++i) {
+    if ((bits[i / bitsInByte] >> (i % bitsInByte)) & 1U) keys.insert(first + i);
+  }
+  return keys;
+}
+
+}  // namespace
 
 xcb_connection_t* x11Connection() {
   // Another platform plugin may have the interface, too, but no connection behind it.
@@ -23,15 +40,28 @@ xcb_atom_t x11Atom(xcb_connection_t* connection, const char* name) {
   return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
-std::vector<std::uint8_t> x11KeysDown(xcb_connection_t* connection) {
+int x11EventType(const xcb_generic_event_t& event) {
+  constexpr int sentByProgram = 0x80;
+  return event.response_type & ~sentByProgram;
+}
+
+void x11SelectAlso(xcb_connection_t* connection, xcb_window_t window, std::uint32_t eventMask) {
+  const XcbReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+      connection, xcb_get_window_attributes(connection, window), nullptr));
+  if (!attributes) return;
+  const std::uint32_t all = attributes->your_event_mask | eventMask;
+  xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &all);
+}
+
+std::set<std::uint32_t> x11KeysDown(xcb_connection_t* connection) {
   const XcbReply<xcb_query_keymap_reply_t> reply(
       xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr));
-  std::vector<std::uint8_t> down;
-  constexpr unsigned keyCodes = 256;
-  for (unsigned code = 0; reply && code < keyCodes; ++code) {
-    if ((reply->keys[code / 8] >> (code % 8)) & 1U) down.push_back(static_cast<std::uint8_t>(code));
-  }
-  return down;
+  return reply ? keysOf(reply->keys, std::size(reply->keys), 0) : std::set<std::uint32_t>();
+}
+
+std::set<std::uint32_t> x11KeysDown(const xcb_keymap_notify_event_t& event) {
+  // The event has no room for the first eight, which no key has.
+  return keysOf(event.keys, std::size(event.keys), bitsInByte);
 }
 
 }  // namespace quillmar

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
-#include <vector>
+#include <set>
 
 #include <xcb/xcb.h>
 
@@ -27,7 +27,15 @@ xcb_window_t x11RootWindow(xcb_connection_t* connection);
 /// XCB_ATOM_NONE when the server doesn't answer.
 xcb_atom_t x11Atom(xcb_connection_t* connection, const char* name);
 
+/// One of the XCB_..._NOTIFY and their like, whether the server or another program sent it.
+int x11EventType(const xcb_generic_event_t& event);
+
+/// Has the server tell of these events in the window, too, beside those that are asked for already.
+void x11SelectAlso(xcb_connection_t* connection, xcb_window_t window, std::uint32_t eventMask);
+
 /// The key codes of all keys that are down now.
-std::vector<std::uint8_t> x11KeysDown(xcb_connection_t* connection);
+std::set<std::uint32_t> x11KeysDown(xcb_connection_t* connection);
+/// The same for the moment that the event tells of.
+std::set<std::uint32_t> x11KeysDown(const xcb_keymap_notify_event_t& event);
 
 }  // namespace quillmar
