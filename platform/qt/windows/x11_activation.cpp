@@ -56,6 +56,26 @@ std::uint32_t timeOf(const Activation& activation) {
   return time != 0 ? time : serverTime();
 }
 
+/// The window that a property names; none when there is no such property.
+xcb_window_t windowIn(xcb_connection_t* connection, xcb_window_t window, const char* property) {
+  const xcb_get_property_cookie_t cookie =
+      xcb_get_property(connection, 0, window, x11Atom(connection, property), XCB_ATOM_WINDOW, 0, 1);
+  const XcbReply<xcb_get_property_reply_t> reply(
+      xcb_get_property_reply(connection, cookie, nullptr));
+  xcb_window_t named = XCB_WINDOW_NONE;
+  if (reply && xcb_get_property_value_length(reply.get()) == sizeof named) {
+    std::memcpy(&named, xcb_get_property_value(reply.get()), sizeof named);
+  }
+  return named;
+}
+
+bool hasWindowManager(xcb_connection_t* connection) {
+  constexpr const char* check = "_NET_SUPPORTING_WM_CHECK";
+  const xcb_window_t sign = windowIn(connection, x11RootWindow(connection), check);
+  // One that has ended may have left its property on the root, but not its window.
+  return sign != XCB_WINDOW_NONE && windowIn(connection, sign, check) == sign;
+}
+
 }  // namespace
 
 X11Activation::X11Activation(xcb_connection_t* connection, xcb_window_t window,
@@ -65,21 +85,23 @@ X11Activation::X11Activation(xcb_connection_t* connection, xcb_window_t window,
 void X11Activation::announce() const {
   if (time_ == 0) return;
   // Some window managers have the time on a window of its own, which the toolkit has made.
-  xcb_window_t holder = window_;
-  const xcb_get_property_cookie_t cookie =
-      xcb_get_property(connection_, 0, window_, x11Atom(connection_, "_NET_WM_USER_TIME_WINDOW"),
-                       XCB_ATOM_WINDOW, 0, 1);
-  const XcbReply<xcb_get_property_reply_t> reply(
-      xcb_get_property_reply(connection_, cookie, nullptr));
-  if (reply && xcb_get_property_value_length(reply.get()) == sizeof holder) {
-    std::memcpy(&holder, xcb_get_property_value(reply.get()), sizeof holder);
-  }
+  const xcb_window_t own = windowIn(connection_, window_, "_NET_WM_USER_TIME_WINDOW");
+  const xcb_window_t holder = own == XCB_WINDOW_NONE ? window_ : own;
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, holder,
                       x11Atom(connection_, "_NET_WM_USER_TIME"), XCB_ATOM_CARDINAL, 32, 1, &time_);
 }
 
 void X11Activation::activate() const {
   announce();
+  if (hasWindowManager(connection_)) {
+    askWindowManager();
+  } else {
+    takeFocus();
+  }
+  xcb_flush(connection_);
+}
+
+void X11Activation::askWindowManager() const {
   xcb_client_message_event_t message = {};
   message.response_type = XCB_CLIENT_MESSAGE;
   message.format = 32;
@@ -90,7 +112,14 @@ void X11Activation::activate() const {
   xcb_send_event(connection_, 0, x11RootWindow(connection_),
                  XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                  reinterpret_cast<const char*>(&message));
-  xcb_flush(connection_);
+}
+
+void X11Activation::takeFocus() const {
+  // Without a window manager the window is viewable as soon as the server has mapped it. With one
+  // of the kind that says nothing of itself it may not be yet; that one gives the focus itself.
+  const xcb_void_cookie_t cookie =
+      xcb_set_input_focus_checked(connection_, XCB_INPUT_FOCUS_PARENT, window_, time_);
+  xcb_discard_reply(connection_, cookie.sequence);
 }
 
 }  // namespace quillmar

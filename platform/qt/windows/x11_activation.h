@@ -20,10 +20,14 @@ class X11Activation {
   /// Before the window is mapped: the window manager is told what event it answers.
   void announce() const;
 
-  /// Once it is mapped: asks the window manager to bring it to the front.
+  /// Once it is mapped: asks the window manager to bring it to the front. Where there is none,
+  /// gives it the keyboard.
   void activate() const;
 
  private:
+  void askWindowManager() const;
+  void takeFocus() const;
+
   xcb_connection_t* connection_;
   xcb_window_t window_;
   std::uint32_t time_;
