@@ -17,10 +17,19 @@ constexpr const char* watcherInterface = R"(<node>
   </interface>
 </node>)";
 
+GDBusMessage* dropCalls(GDBusConnection*, GDBusMessage* message, gboolean isIncoming, gpointer) {
+  if (!isIncoming || g_dbus_message_get_message_type(message) != G_DBUS_MESSAGE_TYPE_METHOD_CALL) {
+    return message;
+  }
+  g_object_unref(message);
+  return nullptr;
+}
+
 }  // namespace
 
-FakeWatcher::FakeWatcher(const PrivateBus& bus, bool hasHost)
+FakeWatcher::FakeWatcher(const PrivateBus& bus, bool hasHost, bool isSilent)
     : connection_(bus.connect()), hasHost_(hasHost) {
+  if (isSilent) g_dbus_connection_add_filter(connection_.get(), dropCalls, nullptr, nullptr);
   object_ = std::make_unique<DbusObject>(
       connection_.get(), "/StatusNotifierWatcher", watcherInterface,
       DbusObject::Handlers{
@@ -47,17 +56,6 @@ FakeWatcher::~FakeWatcher() {
 void FakeWatcher::announceHost() {
   hasHost_ = true;
   object_->emit("StatusNotifierHostRegistered", nullptr);
-}
-
-void FakeWatcher::fallSilent() {
-  g_dbus_connection_add_filter(
-      connection_.get(),
-      [](GDBusConnection*, GDBusMessage* message, gboolean isIncoming, gpointer) -> GDBusMessage* {
-        if (!isIncoming) return message;
-        g_object_unref(message);
-        return nullptr;
-      },
-      nullptr, nullptr);
 }
 
 PanelClient::PanelClient(const PrivateBus& bus, GDBusConnection* program)

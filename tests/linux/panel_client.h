@@ -22,7 +22,8 @@ namespace quillmar {
 /// Owns the watcher's name while it lives.
 class FakeWatcher {
  public:
-  FakeWatcher(const PrivateBus& bus, bool hasHost);
+  /// One that is silent answers no calls, as one that is stopped.
+  FakeWatcher(const PrivateBus& bus, bool hasHost, bool isSilent = false);
   ~FakeWatcher();
 
   /// The names that were registered, in order, repetitions included.
@@ -30,9 +31,6 @@ class FakeWatcher {
 
   /// Says that it has a host from now on.
   void announceHost();
-
-  /// Hears nothing from now on, as one that is stopped.
-  void fallSilent();
 
  private:
   GObjectPtr<GDBusConnection> connection_;

@@ -183,8 +183,8 @@ TEST_F(StatusNotifierItemTest, WithoutAWatcherTheHostIsMissing) {
 TEST_F(StatusNotifierItemTest, AWatcherThatIsSilentMayStillHaveAHost) {
   const StatusNotifierItem item(connection.get(), queue, testOptions());
   ASSERT_TRUE(runMainLoopUntil([&] { return item.host() == missing; }));
-  auto silent = std::make_unique<FakeWatcher>(bus, true);
-  silent->fallSilent();
+  constexpr bool isSilent = true;
+  auto silent = std::make_unique<FakeWatcher>(bus, true, isSilent);
   ASSERT_TRUE(runMainLoopUntil([&] { return item.host() == unknown; }));
   settle(connection.get());
   EXPECT_EQ(item.host(), unknown);
