@@ -4,11 +4,10 @@
 #include <optional>
 #include <string>
 
-#include "config/document_decoder.h"
+#include "config/document_file.h"
 #include "config/quillmar_config.h"
 #include "config/settings_manager.h"
 #include "platform/bundle.h"
-#include "platform/error_text.h"
 #include "platform/file_system.h"
 #include "platform/platform.h"
 #include "platform/result.h"
@@ -20,11 +19,7 @@ namespace {
 Result<QuillmarConfig> readPack(const Platform& platform) {
   const auto path = platform.bundle.pathForResource("starter", "quillmarpack", "packs");
   if (!path) return Error{"The resource “packs/starter.quillmarpack” is missing."};
-  const Result<std::string> bytes = platform.files.read(*path);
-  if (!bytes) return bytes.error();
-  Result<QuillmarConfig> pack = decodeDocument(bytes.value());
-  if (!pack) return Error{quotedPath(*path) + " is no document. " + pack.error().description};
-  return pack;
+  return readDocument(platform.files, *path);
 }
 
 std::size_t commandCount(const QuillmarConfig& pack) {

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "config/checked_arithmetic.h"
-#include "config/document_decoder.h"
 #include "config/document_encoder.h"
+#include "config/document_file.h"
 #include "config/settings_location.h"
 #include "platform/platform.h"
 
@@ -62,14 +62,7 @@ void SettingsManager::loadFromFile() {
     return;
   }
 
-  const auto load = [&]() -> Result<QuillmarConfig> {
-    const Result<std::string> bytes = collaborators_.files.read(path);
-    if (!bytes) return bytes.error();
-    auto decoded = decodeDocument(bytes.value(), collaborators_.makeIdentifier);
-    if (!decoded) return Error{"“" + path + "”: " + decoded.error().description};
-    return decoded;
-  };
-  if (Result<QuillmarConfig> loaded = load()) {
+  if (auto loaded = readDocument(collaborators_.files, path, collaborators_.makeIdentifier)) {
     config = std::move(loaded).value();
   } else {
     loadError_ = loaded.error();

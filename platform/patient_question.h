@@ -6,7 +6,6 @@
 #include <chrono>
 #include <functional>
 #include <future>
-#include <memory>
 #include <optional>
 #include <string>
 #include <thread>

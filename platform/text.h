@@ -1,5 +1,5 @@
-// Questions about text. All text is UTF-8. Any thread; the first question about
-// characters loads Unicode's tables for them.
+// Questions about text. All text is UTF-8. Any thread; the first question about characters loads
+// Unicode's tables for them.
 
 #pragma once
 

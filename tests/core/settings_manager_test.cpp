@@ -167,7 +167,7 @@ TEST_F(SettingsManagerTest, ACorruptFileGivesAnEmptyDocumentAndIsReplacedAtTheFi
   EXPECT_FALSE(manager.isFirstLaunch());
   EXPECT_EQ(manager.config, QuillmarConfig{});
   EXPECT_THAT(log, ElementsAre(StartsWith("Failed to load settings: “" + std::string(settingsPath) +
-                                          "”: ")));
+                                          "” is no document. ")));
   EXPECT_EQ(files.contents(settingsPath), "{\"version\": ");
 
   manager.save();

@@ -131,8 +131,9 @@ class ListTestCase(CommandLineTestCase):
         for words in (["list"], ["run", "Say"]):
             result = self.quillmar(*words)
             self.assertEqual((result.returncode, result.stdout), (1, ""))
-            self.assertRegex(result.stderr, rf"\AFailed to load settings: “{self.settings_file}”: "
-                             r"categories .*\n\Z")
+            self.assertRegex(
+                result.stderr, rf"\AFailed to load settings: “{self.settings_file}” is no document\. "
+                r"categories .*\n\Z")
         self.assertEqual(self.settings_file.read_text(), '{"categories": 7}')
         self.assertEqual(list(self.settings_folder.iterdir()), [self.settings_file])
 

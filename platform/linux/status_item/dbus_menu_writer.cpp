@@ -17,7 +17,7 @@ GVariant* stringVariant(std::string_view text) {
 }
 
 /// A single underscore marks the letter to press in a label; two show as one. Panels put a text of
-/// their own where a label is missing or empty, a space is shown as it is.
+/// their own where a label is missing or empty, but show a space as it is.
 GVariant* labelVariant(std::string_view title) {
   if (title.empty()) return g_variant_new_string(" ");
   std::string escaped;

@@ -2,8 +2,8 @@
 // room ends in an ellipsis. The text can be selected with the pointer, if that is wished, and
 // copied.
 //
-// Characters that override the direction of writing (U+202A to U+202E, U+2066 to U+2069) are shown
-// by their numbers and not obeyed: a command could otherwise pass for another.
+// Characters that a reader would not see, or that turn the direction of writing, are shown by their
+// numbers and not obeyed: a command could otherwise pass for another.
 
 #pragma once
 
@@ -22,7 +22,7 @@ class TextWidget final : public QWidget {
   explicit TextWidget(QWidget* parent);
 
   const QString& text() const { return text_; }
-  /// What is drawn, and copied, differs from `text` where it overrides directions.
+  /// What is drawn, and copied, is withVisibleCharacters(text).
   void setText(const QString& text);
   /// In a paler colour than other texts.
   void setSecondary(bool secondary);
