@@ -9,12 +9,17 @@
 #include <QStyleOptionMenuItem>
 #include <algorithm>
 
+#include "platform/qt/widgets/colors.h"
+
 namespace quillmar {
 
 namespace {
 
 /// In average characters of the menu's font.
 constexpr int longestTitle = 60;
+
+/// Of the text's colour in a separator, the rest being the menu's.
+constexpr float separatorShare = 0.3F;
 
 constexpr QLatin1Char beforeShortcut('\t');
 
@@ -29,12 +34,10 @@ int roomForTitle(const QFontMetrics& metrics, const QWidget* menu) {
 void drawSeparator(const QStyleOptionMenuItem& separator, QPainter& painter) {
   const QColor text = separator.palette.color(QPalette::WindowText);
   const QColor paper = separator.palette.color(QPalette::Window);
-  const auto mixed = [](int one, int other) { return (one * 3 + other * 7) / 10; };
-  const QColor color(mixed(text.red(), paper.red()), mixed(text.green(), paper.green()),
-                     mixed(text.blue(), paper.blue()));
   const QRect& row = separator.rect;
   constexpr int margin = 4;
-  painter.fillRect(row.left() + margin, row.center().y(), row.width() - 2 * margin, 1, color);
+  painter.fillRect(row.left() + margin, row.center().y(), row.width() - 2 * margin, 1,
+                   mixed(paper, text, separatorShare));
 }
 
 /// The text of an entry with its title cut to the room.

@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QStyleOption>
 
-#include "platform/qt/widgets/readable_color.h"
+#include "platform/qt/widgets/colors.h"
 
 namespace quillmar {
 

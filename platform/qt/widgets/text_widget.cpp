@@ -12,6 +12,7 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/qt/widgets/colors.h"
 #include "platform/qt/widgets/extent.h"
 #include "platform/qt/widgets/visible_text.h"
 
@@ -162,11 +163,7 @@ QColor TextWidget::textColor() const {
   if (!secondary_) return text;
   // The palette has grey texts, for placeholders, that are too faint for whole sentences.
   const QColor window = palette().color(QPalette::Active, QPalette::Window);
-  const auto mixed = [](float some, float rest) {
-    return secondaryShare * some + (1 - secondaryShare) * rest;
-  };
-  return QColor::fromRgbF(mixed(text.redF(), window.redF()), mixed(text.greenF(), window.greenF()),
-                          mixed(text.blueF(), window.blueF()));
+  return mixed(window, text, secondaryShare);
 }
 
 void TextWidget::paintWhole(QPainter& painter) {

@@ -1,10 +1,13 @@
-// Colours that can be told from what they stand on.
+// Colours between others, and colours that can be told from what they stand on.
 
 #pragma once
 
 #include <QColor>
 
 namespace quillmar {
+
+/// Of `other` the share, from 0 to 1, the rest of `color`.
+QColor mixed(const QColor& color, const QColor& other, float share);
 
 /// The colour, or, where it is too close to the background, as little of `text` mixed in as makes
 /// it readable: a contrast of 4.5, by the Web Content Accessibility Guidelines 2.1, section 1.4.3.

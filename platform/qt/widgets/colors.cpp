@@ -1,4 +1,4 @@
-#include "platform/qt/widgets/readable_color.h"
+#include "platform/qt/widgets/colors.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,13 +25,13 @@ double contrast(const QColor& one, const QColor& other) {
   return (lighter + 0.05) / (darker + 0.05);
 }
 
+}  // namespace
+
 QColor mixed(const QColor& color, const QColor& other, float share) {
   const auto mix = [share](float some, float rest) { return (1 - share) * some + share * rest; };
   return QColor::fromRgbF(mix(color.redF(), other.redF()), mix(color.greenF(), other.greenF()),
                           mix(color.blueF(), other.blueF()));
 }
-
-}  // namespace
 
 QColor readableColor(const QColor& color, const QColor& background, const QColor& text) {
   for (int step = 0; step < steps; ++step) {
