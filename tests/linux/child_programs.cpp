@@ -151,8 +151,9 @@ XServer::~XServer() {
 }
 
 void XServer::end() {
-  server_.signal(SIGCONT);
-  server_.end(SIGTERM);
+  // Where it is stopped it ends before it answers anybody.
+  server_.signal(SIGTERM);
+  server_.end(SIGCONT);
 }
 
 WaylandServer::WaylandServer() {

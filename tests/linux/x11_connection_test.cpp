@@ -34,5 +34,14 @@ TEST(X11ConnectionTest, AServerThatAnswersLateIsTakenAtTheNextTry) {
   }
 }
 
+TEST(X11ConnectionTest, AServerThatAnswersWhenNobodyAsksAnyMoreLosesNoMemory) {
+  XServer server;
+  server.signal(SIGSTOP);
+  EXPECT_EQ(X11Connection::open(server.display(), nobody, std::chrono::milliseconds(50)), nullptr);
+  server.signal(SIGCONT);
+  // Its answer has come, too, once a later one has.
+  EXPECT_TRUE(runCommand({"xdpyinfo", "-display", server.display()}));
+}
+
 }  // namespace
 }  // namespace quillmar

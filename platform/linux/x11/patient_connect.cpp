@@ -8,11 +8,8 @@ namespace {
 
 XcbConnected connect(const std::string& display) {
   XcbConnected connected;
-  connected.connection = xcb_connect(display.c_str(), &connected.screenNumber);
-  if (xcb_connection_has_error(connected.connection)) {
-    xcb_disconnect(connected.connection);
-    connected.connection = nullptr;
-  }
+  connected.connection.reset(xcb_connect(display.c_str(), &connected.screenNumber));
+  if (xcb_connection_has_error(connected.connection.get())) connected.connection.reset();
   return connected;
 }
 

@@ -3,15 +3,20 @@
 #pragma once
 
 #include <chrono>
+#include <memory>
 #include <string>
 
 #include <xcb/xcb.h>
 
 namespace quillmar {
 
+struct XcbDisconnect {
+  void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+};
+
 struct XcbConnected {
-  /// Owned by the caller. Null when the server cannot be reached, or does not answer in time.
-  xcb_connection_t* connection = nullptr;
+  /// Null when the server cannot be reached, or does not answer in time.
+  std::unique_ptr<xcb_connection_t, XcbDisconnect> connection;
   /// The number of the display's own screen.
   int screenNumber = 0;
 };

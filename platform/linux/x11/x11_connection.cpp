@@ -24,11 +24,13 @@ GSourceFuncs X11Connection::sourceFunctions = {
 std::unique_ptr<X11Connection> X11Connection::open(const std::string& display, Handlers handlers,
                                                    std::chrono::milliseconds patience) {
   ignoreBrokenPipes();
-  const auto [xcb, screenNumber] = connectPatiently(display, patience);
-  if (!xcb) return nullptr;
-  std::unique_ptr<X11Connection> connection(new X11Connection(xcb, std::move(handlers)));
-  auto screens = xcb_setup_roots_iterator(xcb_get_setup(xcb));
-  for (; connection->screenNumber_ < screenNumber && screens.rem > 1; xcb_screen_next(&screens)) {
+  XcbConnected connected = connectPatiently(display, patience);
+  if (!connected.connection) return nullptr;
+  std::unique_ptr<X11Connection> connection(
+      new X11Connection(connected.connection.release(), std::move(handlers)));
+  auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection->xcb_));
+  while (connection->screenNumber_ < connected.screenNumber && screens.rem > 1) {
+    xcb_screen_next(&screens);
     ++connection->screenNumber_;
   }
   connection->root_ = screens.data->root;
