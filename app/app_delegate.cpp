@@ -6,6 +6,7 @@
 #include "about/about_window_controller.h"
 #include "about/updater_manager.h"
 #include "app/starter_pack.h"
+#include "app/status_menu_action.h"
 #include "app/status_menu_builder.h"
 #include "app/welcome_window_controller.h"
 #include "commands/command_runner.h"
@@ -42,7 +43,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   platform.statusItem.setActionHandler(
       [this](const ActionEntry& entry, const Activation& activation) {
         collaborators_.platform.application.setActivation(activation);
-        perform(entry);
+        if (const auto action = statusMenuAction(entry.id)) perform(*action);
       });
 
   installStarterPackIfFirstLaunch();
@@ -84,29 +85,28 @@ void AppDelegate::menuSettingsChanged() {
   rebuildMenu();
 }
 
-void AppDelegate::perform(const ActionEntry& entry) {
-  switch (entry.action) {
-    case MenuAction::runCommand:
-      runCommand(entry);
+void AppDelegate::perform(const StatusMenuAction& action) {
+  switch (action.kind) {
+    case StatusMenuAction::Kind::runCommand:
+      runCommand(action.itemId);
       break;
-    case MenuAction::showAbout:
+    case StatusMenuAction::Kind::showAbout:
       showAbout();
       break;
-    case MenuAction::openSettings:
+    case StatusMenuAction::Kind::openSettings:
       openSettings();
       break;
-    case MenuAction::checkForUpdates:
+    case StatusMenuAction::Kind::checkForUpdates:
       checkForUpdates();
       break;
-    case MenuAction::quit:
+    case StatusMenuAction::Kind::quit:
       quitApp();
       break;
   }
 }
 
-void AppDelegate::runCommand(const ActionEntry& sender) {
-  if (!sender.representedObject) return;
-  const auto found = collaborators_.settings.getItem(*sender.representedObject);
+void AppDelegate::runCommand(const std::string& itemId) {
+  const auto found = collaborators_.settings.getItem(itemId);
   if (found) collaborators_.commandRunner.run(found->item);
 }
 

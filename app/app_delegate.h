@@ -18,6 +18,7 @@ namespace quillmar {
 class AboutWindowController;
 class CommandRunner;
 class SettingsManager;
+struct StatusMenuAction;
 class UpdaterManager;
 class WelcomeWindowController;
 
@@ -57,8 +58,8 @@ class AppDelegate : public UserNotificationCenterDelegate {
 
   // Actions of menu entries.
 
-  /// Runs the item whose id the entry carries, as the document has it now; unknown ids do nothing.
-  void runCommand(const ActionEntry& sender);
+  /// Runs the item with this id, as the document has it now. An unknown id does nothing.
+  void runCommand(const std::string& itemId);
   void openSettings();
   void showAbout();
   /// Does nothing when updates are not configured.
@@ -66,7 +67,7 @@ class AppDelegate : public UserNotificationCenterDelegate {
   void quitApp();
 
  private:
-  void perform(const ActionEntry& entry);
+  void perform(const StatusMenuAction& action);
   /// Opens the address with the desktop's program for it; says in a notification why it can't.
   void openURL(const std::string& url);
 

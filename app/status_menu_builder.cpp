@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/status_menu_action.h"
+
 namespace quillmar {
 
 namespace {
+
+using Kind = StatusMenuAction::Kind;
 
 constexpr double symbolPointSize = 13;
 
@@ -75,8 +79,7 @@ class StatusMenuBuilder {
       }
       ActionEntry entry;
       entry.title = item.title;
-      entry.action = MenuAction::runCommand;
-      entry.representedObject = item.id;
+      entry.id = entryId({Kind::runCommand, item.id});
       entry.image = symbolImage(item.iconSymbolName);
       if (item.shortcut) {
         entry.keyEquivalent = KeyEquivalent{item.shortcut->character, item.shortcut->modifiers};
@@ -86,19 +89,19 @@ class StatusMenuBuilder {
   }
 
   void addFixedEntries() {
-    addFixed("About Quillmar", MenuAction::showAbout, std::nullopt);
-    addFixed("Settings...", MenuAction::openSettings, KeyEquivalent{","});
+    addFixed("About Quillmar", Kind::showAbout, std::nullopt);
+    addFixed("Settings...", Kind::openSettings, KeyEquivalent{","});
     if (updatesConfigured_) {
-      addFixed("Check for Updates...", MenuAction::checkForUpdates, std::nullopt);
+      addFixed("Check for Updates...", Kind::checkForUpdates, std::nullopt);
     }
     menu_.entries.emplace_back(SeparatorEntry{});
-    addFixed("Quit Quillmar", MenuAction::quit, KeyEquivalent{"q"});
+    addFixed("Quit Quillmar", Kind::quit, KeyEquivalent{"q"});
   }
 
-  void addFixed(std::string title, MenuAction action, std::optional<KeyEquivalent> keyEquivalent) {
+  void addFixed(std::string title, Kind action, std::optional<KeyEquivalent> keyEquivalent) {
     ActionEntry entry;
     entry.title = std::move(title);
-    entry.action = action;
+    entry.id = entryId({.kind = action, .itemId = {}});
     entry.keyEquivalent = std::move(keyEquivalent);
     menu_.entries.emplace_back(std::move(entry));
   }

@@ -8,8 +8,9 @@
 
 namespace quillmar {
 
-/// The whole menu: visible folders in display order, then the fixed entries. `images` answers which
-/// symbols exist; `updatesConfigured` adds the entry that checks for updates.
+/// The whole menu: visible folders in display order, then the fixed entries. The ids of its entries
+/// are those of status_menu_action.h. `images` answers which symbols exist; `updatesConfigured`
+/// adds the entry that checks for updates.
 Menu buildStatusMenu(const QuillmarConfig& config, Images& images, bool updatesConfigured);
 
 }  // namespace quillmar

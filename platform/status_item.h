@@ -13,10 +13,10 @@ namespace quillmar {
 
 class StatusItem {
  public:
-  /// Called for a chosen entry, on the main thread, in a turn of the main queue of its own and
-  /// after the panel has had its answer. `activation` is what this choice brought, and no other: a
-  /// token is handed on once.
-  using ActionHandler = std::function<void(const ActionEntry& entry, const Activation& activation)>;
+  /// Called for a chosen entry without an action of its own. Actions and the handler run on the
+  /// main thread, in their own turn of the main queue, after the panel has received its reply.
+  /// `activation` belongs to this choice only: a token is handed on once.
+  using ActionHandler = MenuHandler;
 
   virtual ~StatusItem() = default;
 
@@ -24,8 +24,8 @@ class StatusItem {
 
   virtual void setImage(std::optional<Image> image) = 0;
 
-  /// Replaces the menu. The entries of the menu before stay valid until the next replacement, so a
-  /// click on a menu that is open meanwhile still does what it showed.
+  /// Replaces the menu. The entries of the previous menu stay valid until the next replacement, so
+  /// a click on a menu that is open meanwhile still does what it showed.
   virtual void setMenu(Menu menu) = 0;
 
   // Events from the user.
@@ -34,7 +34,7 @@ class StatusItem {
 
  protected:
   void sendAction(const ActionEntry& entry, const Activation& activation) const {
-    if (actionHandler_) actionHandler_(entry, activation);
+    performEntry(entry, activation, actionHandler_);
   }
 
  private:

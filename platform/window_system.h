@@ -25,9 +25,9 @@ class WindowSystem {
   /// outlives its peer.
   virtual Result<std::unique_ptr<WindowPeer>> makeWindowPeer(Window& window) = 0;
 
-  /// Opens the menu at the pointer, or where the desktop allows it, and returns. The chosen entry,
-  /// if any, is handed to `choose` in a turn of the main queue of its own. A menu that is still
-  /// open closes.
+  /// Opens the menu at the pointer, or where the desktop allows it, and returns. The action of the
+  /// chosen entry, or `choose` for an entry without one, runs in its own turn of the main queue. A
+  /// menu that is still open closes.
   virtual Result<void> popUpMenu(Menu menu, const Activation& activation,
                                  std::function<void(const ActionEntry& entry)> choose) = 0;
 

@@ -8,16 +8,16 @@ namespace quillmar {
 
 namespace {
 
-/// Null when there is no such entry.
+/// Null when no entry that can be chosen has this path.
 const ActionEntry* findAction(const Menu& menu, std::span<const std::string> path) {
   if (path.empty()) return nullptr;
   for (const MenuEntry& entry : menu.entries) {
     if (path.size() == 1) {
       const auto* action = std::get_if<ActionEntry>(&entry);
-      if (action && action->title == path.front()) return action;
+      if (action && action->enabled && action->title == path.front()) return action;
     } else {
       const auto* folder = std::get_if<SubmenuEntry>(&entry);
-      if (!folder || folder->title != path.front()) continue;
+      if (!folder || !folder->enabled || folder->title != path.front()) continue;
       if (const ActionEntry* action = findAction(folder->submenu, path.subspan(1))) return action;
     }
   }

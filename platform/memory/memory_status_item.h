@@ -41,8 +41,8 @@ class MemoryStatusItem final : public StatusItem {
 
   OpenMenu open() const { return {generation_}; }
 
-  /// Chooses the first entry at the path; false when there is none, or when the menu has been
-  /// replaced more than once since it was opened.
+  /// Chooses the first enabled entry at the path. False when there is none, or when the menu has
+  /// been replaced more than once since it was opened.
   bool click(OpenMenu opened, const Path& path, Activation activation = {});
   bool click(const Path& path) { return click(open(), path); }
 

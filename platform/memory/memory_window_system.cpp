@@ -159,7 +159,9 @@ Result<void> MemoryWindowSystem::popUpMenu(Menu menu, const Activation& activati
   popUpItem_ = std::make_unique<MemoryStatusItem>(mainQueue_);
   popUpItem_->setMenu(std::move(menu));
   popUpItem_->setActionHandler(
-      [choose = std::move(choose)](const ActionEntry& entry, const Activation&) { choose(entry); });
+      [choose = std::move(choose)](const ActionEntry& entry, const Activation&) {
+        if (choose) choose(entry);
+      });
   return {};
 }
 

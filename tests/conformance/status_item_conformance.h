@@ -38,13 +38,17 @@ struct ShownEntry {
   std::string icon;
   bool hasShortcut = false;
   std::vector<ShownEntry> children;
+  bool isEnabled = true;
+  /// Absent where there is neither a mark nor room for one.
+  std::optional<ControlState> state;
 
   bool operator==(const ShownEntry&) const = default;
 };
 
 inline void PrintTo(const ShownEntry& entry, std::ostream* out) {
   *out << "{" << entry.title << ", " << entry.icon << (entry.hasShortcut ? ", shortcut" : "")
-       << ", " << testing::PrintToString(entry.children) << "}";
+       << ", " << testing::PrintToString(entry.children) << (entry.isEnabled ? "" : ", disabled")
+       << (entry.state ? (*entry.state == ControlState::off ? ", off" : ", on") : "") << "}";
 }
 
 /// The menu as a user sees it who is shown it as it is.
@@ -56,10 +60,13 @@ inline std::vector<ShownEntry> shownEntries(const Menu& menu) {
       row.title = action->title;
       row.icon = action->image ? action->image->name : "";
       row.hasShortcut = action->keyEquivalent.has_value();
+      row.isEnabled = action->enabled;
+      row.state = action->state;
     } else if (const auto* folder = std::get_if<SubmenuEntry>(&entry)) {
       row.title = folder->title;
       row.icon = folder->image ? folder->image->name : "";
       row.children = shownEntries(folder->submenu);
+      row.isEnabled = folder->enabled;
     }
   }
   return shown;
@@ -85,7 +92,7 @@ class HeldTaskQueue final : public TaskQueue {
 inline ActionEntry itemEntry(const std::string& title, const std::string& id) {
   ActionEntry entry;
   entry.title = title;
-  entry.representedObject = id;
+  entry.id = id;
   return entry;
 }
 
@@ -121,7 +128,6 @@ TYPED_TEST_P(StatusItemConformance, ShowsTheMenuThatItWasGiven) {
   folder.submenu = menuWith({itemEntry("Inner", "2"), SeparatorEntry{}, SeparatorEntry{}});
   ActionEntry quit;
   quit.title = "Quit";
-  quit.action = MenuAction::quit;
   quit.keyEquivalent = KeyEquivalent{.character = "q"};
   this->harness.item().setMenu(menuWith({plain, folder, SeparatorEntry{}, quit}));
 
@@ -131,6 +137,69 @@ TYPED_TEST_P(StatusItemConformance, ShowsTheMenuThatItWasGiven) {
       {},
       {"Quit", "", true, {}}};
   EXPECT_EQ(this->harness.shown(this->harness.open()), expected);
+}
+
+TYPED_TEST_P(StatusItemConformance, ShowsWhatIsDisabledAndWhatIsOn) {
+  ActionEntry off = itemEntry("Off", "1");
+  off.state = ControlState::off;
+  ActionEntry on = itemEntry("On", "2");
+  on.state = ControlState::on;
+  on.enabled = false;
+  SubmenuEntry folder;
+  folder.title = "Folder";
+  folder.enabled = false;
+  this->harness.item().setMenu(menuWith({off, on, folder, itemEntry("Plain", "3")}));
+
+  const std::vector<ShownEntry> expected = {{"Off", "", false, {}, true, ControlState::off},
+                                            {"On", "", false, {}, false, ControlState::on},
+                                            {"Folder", "", false, {}, false, {}},
+                                            {"Plain", "", false, {}, true, {}}};
+  EXPECT_EQ(this->harness.shown(this->harness.open()), expected);
+}
+
+TYPED_TEST_P(StatusItemConformance, AChoiceDoesNotChangeAToggle) {
+  ActionEntry on = itemEntry("On", "1");
+  on.state = ControlState::on;
+  this->harness.item().setMenu(menuWith({on}));
+  EXPECT_TRUE(this->harness.click(this->harness.open(), {"On"}));
+  this->harness.runTasks();
+  EXPECT_EQ(this->harness.shown(this->harness.open()).at(0).state, ControlState::on);
+}
+
+TYPED_TEST_P(StatusItemConformance, ADisabledEntryCannotBeChosen) {
+  ActionEntry entry = itemEntry("Title", "1");
+  entry.enabled = false;
+  this->harness.item().setMenu(menuWith({entry}));
+  this->harness.click(this->harness.open(), {"Title"});
+  this->harness.runTasks();
+  EXPECT_THAT(this->chosen, testing::IsEmpty());
+}
+
+TYPED_TEST_P(StatusItemConformance, AnActionOfTheEntryRunsInsteadOfTheHandler) {
+  std::vector<Activation> ran;
+  ActionEntry entry = itemEntry("Title", "1");
+  entry.action = [&](const Activation& activation) { ran.push_back(activation); };
+  this->harness.item().setMenu(menuWith({entry}));
+  const auto brought = this->harness.click(this->harness.open(), {"Title"}, {5, "token"});
+  ASSERT_TRUE(brought);
+  EXPECT_THAT(ran, testing::IsEmpty());
+  this->harness.runTasks();
+  EXPECT_THAT(ran, testing::ElementsAre(*brought));
+  EXPECT_THAT(this->chosen, testing::IsEmpty());
+}
+
+TYPED_TEST_P(StatusItemConformance, AMenuThatLooksTheSameRunsItsOwnActions) {
+  std::string ran;
+  const auto menu = [&](const std::string& name) {
+    ActionEntry entry = itemEntry("Title", "1");
+    entry.action = [&ran, name](const Activation&) { ran += name; };
+    return menuWith({entry});
+  };
+  this->harness.item().setMenu(menu("a"));
+  this->harness.item().setMenu(menu("b"));
+  EXPECT_TRUE(this->harness.click(this->harness.open(), {"Title"}));
+  this->harness.runTasks();
+  EXPECT_EQ(ran, "b");
 }
 
 TYPED_TEST_P(StatusItemConformance, AClickIsAnsweredBeforeItsActionRuns) {
@@ -208,6 +277,9 @@ TYPED_TEST_P(StatusItemConformance, ShowsTheImageThatWasSetLast) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(StatusItemConformance, ShowsTheMenuThatItWasGiven,
+                            ShowsWhatIsDisabledAndWhatIsOn, AChoiceDoesNotChangeAToggle,
+                            ADisabledEntryCannotBeChosen, AnActionOfTheEntryRunsInsteadOfTheHandler,
+                            AMenuThatLooksTheSameRunsItsOwnActions,
                             AClickIsAnsweredBeforeItsActionRuns,
                             AnOpenMenuDoesWhatItShowedThroughOneReplacement,
                             AnOpenMenuIsDeadAfterTwoReplacements,

@@ -169,9 +169,11 @@ TEST_F(AppDelegateTest, AChosenItemThatIsGoneDoesNothing) {
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
 }
 
-TEST_F(AppDelegateTest, AnEntryWithoutAnItemDoesNothing) {
+TEST_F(AppDelegateTest, AnEntryWithAnUnknownIdDoesNothing) {
+  addItem("Greet", "echo hello");
   launch();
-  delegate.runCommand(ActionEntry{.title = "Odd"});
+  memory.statusItem.setMenu({.entries = {ActionEntry{.title = "Odd"}}});
+  ASSERT_TRUE(memory.statusItem.click({"Odd"}));
   memory.queues.runAll();
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
 }
@@ -280,7 +282,7 @@ TEST_F(AppDelegateTest, CheckingForUpdatesThatAreNotConfiguredDoesNothingAndShow
   launch();
   log.clear();
   memory.statusItem.setMenu(
-      {.entries = {ActionEntry{.title = "Check", .action = MenuAction::checkForUpdates}}});
+      {.entries = {ActionEntry{.title = "Check", .id = "check-for-updates"}}});
   ASSERT_TRUE(memory.statusItem.click({"Check"}));
   memory.queues.runAll();
   EXPECT_EQ(memory.updaters.checks, 0);

@@ -86,14 +86,13 @@ TEST_F(StatusMenuBuilderTest, ConfiguredUpdatesAddTheirEntry) {
 TEST_F(StatusMenuBuilderTest, TheFixedEntriesHaveTheirActionsAndKeys) {
   const Menu menu = build({}, true);
   const auto entry = [&](std::size_t i) { return std::get<ActionEntry>(menu.entries[i]); };
-  EXPECT_EQ(entry(0), (ActionEntry{.title = "About Quillmar", .action = MenuAction::showAbout}));
+  EXPECT_EQ(entry(0), (ActionEntry{.title = "About Quillmar", .id = "about"}));
   EXPECT_EQ(entry(1), (ActionEntry{.title = "Settings...",
-                                   .action = MenuAction::openSettings,
+                                   .id = "settings",
                                    .keyEquivalent = KeyEquivalent{",", modifiers::command}}));
-  EXPECT_EQ(entry(2),
-            (ActionEntry{.title = "Check for Updates...", .action = MenuAction::checkForUpdates}));
+  EXPECT_EQ(entry(2), (ActionEntry{.title = "Check for Updates...", .id = "check-for-updates"}));
   EXPECT_EQ(entry(4), (ActionEntry{.title = "Quit Quillmar",
-                                   .action = MenuAction::quit,
+                                   .id = "quit",
                                    .keyEquivalent = KeyEquivalent{"q", modifiers::command}}));
 }
 
@@ -103,10 +102,8 @@ TEST_F(StatusMenuBuilderTest, AFolderBecomesASubmenuTitledWithItsName) {
                                              "Settings...", "---", "Quit Quillmar"));
   const auto& submenu = std::get<SubmenuEntry>(menu.entries[0]);
   EXPECT_EQ(submenu.submenu.title, "Tools");
-  EXPECT_EQ(
-      std::get<ActionEntry>(submenu.submenu.entries[1]),
-      (ActionEntry{
-          .title = "Two", .action = MenuAction::runCommand, .representedObject = "id of Two"}));
+  EXPECT_EQ(std::get<ActionEntry>(submenu.submenu.entries[1]),
+            (ActionEntry{.title = "Two", .id = "run:id of Two"}));
 }
 
 TEST_F(StatusMenuBuilderTest, FoldersComeInSortOrderAndItemsInDocumentOrder) {

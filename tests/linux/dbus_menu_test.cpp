@@ -80,7 +80,7 @@ TEST_F(DbusMenuTest, IsASubmenuWithNothingInItAtFirst) {
 
 TEST_F(DbusMenuTest, SendsOneLayoutUpdatedForEachMenu) {
   menu.setMenu(menuWithFolder());
-  menu.setMenu(menuWithFolder());
+  menu.setMenu(menuWith({itemEntry("Top", "1")}));
   panel.settleSignals();
   ASSERT_EQ(panel.layoutUpdates().size(), 2u);
   EXPECT_LT(panel.layoutUpdates()[0], panel.layoutUpdates()[1]);
@@ -88,6 +88,68 @@ TEST_F(DbusMenuTest, SendsOneLayoutUpdatedForEachMenu) {
   const BusReply layout = panel.callMenu("GetLayout", g_variant_new("(iias)", 0, 0, nullptr));
   const GVariantPtr revision(g_variant_get_child_value(layout.value.get(), 0));
   EXPECT_EQ(g_variant_get_uint32(revision.get()), panel.layoutUpdates()[1]);
+}
+
+TEST_F(DbusMenuTest, SendsNoLayoutUpdatedForAnEqualMenu) {
+  menu.setMenu(menuWithFolder());
+  menu.setMenu(menuWithFolder());
+  panel.settleSignals();
+  EXPECT_EQ(panel.layoutUpdates().size(), 1u);
+}
+
+TEST_F(DbusMenuTest, SendsLayoutUpdatedForEveryDifference) {
+  ActionEntry entry = itemEntry("Title", "1");
+  std::size_t updates = 0;
+  const auto expectUpdate = [&](const char* difference) {
+    menu.setMenu(menuWith({entry}));
+    panel.settleSignals();
+    EXPECT_EQ(panel.layoutUpdates().size(), ++updates) << difference;
+  };
+  expectUpdate("the first entry");
+  entry.title = "Other";
+  expectUpdate("title");
+  entry.id = "2";
+  expectUpdate("id");
+  entry.enabled = false;
+  expectUpdate("enabled");
+  entry.state = ControlState::off;
+  expectUpdate("a state");
+  entry.state = ControlState::on;
+  expectUpdate("another state");
+  entry.image = Image{.name = "terminal", .isTemplate = true, .pointSize = {}, .weight = {}};
+  expectUpdate("image");
+  entry.keyEquivalent = KeyEquivalent{"q"};
+  expectUpdate("key equivalent");
+}
+
+TEST_F(DbusMenuTest, DescribesWhatIsDisabledAndTheStateOfToggles) {
+  const auto properties = [this](std::optional<ControlState> state) {
+    ActionEntry entry = itemEntry("Title", "1");
+    entry.enabled = false;
+    entry.state = state;
+    return onlyEntry(menuWith({entry})).properties;
+  };
+  EXPECT_THAT(properties({}),
+              UnorderedElementsAre(Pair("label", "'Title'"), Pair("enabled", "false")));
+  EXPECT_THAT(properties(ControlState::off),
+              UnorderedElementsAre(Pair("label", "'Title'"), Pair("enabled", "false"),
+                                   Pair("toggle-type", "'checkmark'"), Pair("toggle-state", "0")));
+  EXPECT_THAT(
+      properties(ControlState::on),
+      testing::IsSupersetOf({Pair("toggle-type", "'checkmark'"), Pair("toggle-state", "1")}));
+  EXPECT_THAT(properties(ControlState::mixed),
+              UnorderedElementsAre(Pair("label", "'Title'"), Pair("enabled", "false"),
+                                   Pair("toggle-type", "'checkmark'")));
+  EXPECT_EQ(
+      reply("GetProperty", g_variant_new("(is)", panel.layout().children.at(0).id, "toggle-state")),
+      "(<-1>,)");
+}
+
+TEST_F(DbusMenuTest, IgnoresAClickOnADisabledEntry) {
+  ActionEntry entry = itemEntry("Title", "1");
+  entry.enabled = false;
+  EXPECT_TRUE(panel.event(onlyEntry(menuWith({entry})).id, "clicked").value);
+  EXPECT_THAT(clicked, IsEmpty());
 }
 
 TEST_F(DbusMenuTest, DoublesUnderscoresAndLeavesAmpersands) {

@@ -62,7 +62,7 @@ TEST(DbusMenuTree, NeverGivesAnIdTwice) {
   DbusMenuTree tree;
   Id lastBefore = 0;
   for (int generation = 0; generation < 5; ++generation) {
-    tree.replace(menuOf({"One", "Two"}));
+    tree.replace(menuOf({"One", "Two " + std::to_string(generation)}));
     EXPECT_GT(tree.nodes().front().id, lastBefore);
     lastBefore = tree.nodes().back().id;
   }
@@ -82,8 +82,22 @@ TEST(DbusMenuTree, KeepsTheGenerationBeforeAndNoOther) {
 TEST(DbusMenuTree, RevisionsGrow) {
   DbusMenuTree tree;
   const std::uint32_t before = tree.revision();
-  tree.replace({});
+  tree.replace(menuOf({"One"}));
   EXPECT_EQ(tree.revision(), before + 1);
+}
+
+TEST(DbusMenuTree, AnEqualMenuIsNoGeneration) {
+  DbusMenuTree tree;
+  EXPECT_TRUE(tree.replace(menuOf({"Old"})));
+  const Id old = tree.nodes().front().id;
+  EXPECT_TRUE(tree.replace(menuOf({"One", "Two"})));
+  const std::uint32_t revision = tree.revision();
+  const Id id = tree.nodes().back().id;
+  EXPECT_FALSE(tree.replace(menuOf({"One", "Two"})));
+  EXPECT_EQ(tree.revision(), revision);
+  EXPECT_EQ(tree.nodes().back().id, id);
+  EXPECT_EQ(titleAt(tree, id), "Two");
+  EXPECT_EQ(titleAt(tree, old), "Old");
 }
 
 TEST(DbusMenuTree, StartsOverWhenIdsRunOut) {

@@ -38,7 +38,8 @@ class BusHarness {
     std::vector<ShownEntry> shown;
     for (const PanelEntry& entry : menu.children) {
       shown.push_back({title(entry), text(entry, "icon-name"),
-                       entry.properties.contains("shortcut"), this->shown(entry)});
+                       entry.properties.contains("shortcut"), this->shown(entry),
+                       !entry.properties.contains("enabled"), state(entry)});
     }
     return shown;
   }
@@ -69,6 +70,11 @@ class BusHarness {
     const auto found = entry.properties.find(property);
     if (found == entry.properties.end()) return {};
     return found->second.substr(1, found->second.size() - 2);
+  }
+
+  static std::optional<ControlState> state(const PanelEntry& entry) {
+    if (!entry.properties.contains("toggle-type")) return std::nullopt;
+    return entry.properties.at("toggle-state") == "1" ? ControlState::on : ControlState::off;
   }
 
   /// As a panel shows the label: a doubled underscore is one.

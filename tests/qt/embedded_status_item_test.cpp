@@ -96,7 +96,7 @@ class TrayHarness {
       const QStringList texts = action->text().split(QLatin1Char('\t'));
       shown.push_back({withoutMnemonics(texts.front()).toStdString(),
                        StripedImages::nameOf(action->icon()), texts.size() > 1,
-                       this->shown(action->menu())});
+                       this->shown(action->menu()), action->isEnabled(), state(*action)});
     }
     return shown;
   }
@@ -131,6 +131,11 @@ class TrayHarness {
   }
 
  private:
+  static std::optional<ControlState> state(const QAction& action) {
+    if (!action.isCheckable()) return std::nullopt;
+    return action.isChecked() ? ControlState::on : ControlState::off;
+  }
+
   static QAction* entry(const QMenu& menu, const std::string& title) {
     for (QAction* const action : menu.actions()) {
       if (withoutMnemonics(action->text()).toStdString() == title) return action;

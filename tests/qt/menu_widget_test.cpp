@@ -62,6 +62,13 @@ TEST_F(MenuWidgetTest, AnAmpersandIsAKeyLikeOthers) {
   EXPECT_EQ(withoutMnemonics(widget_.actions().front()->text()), "Title\tCtrl+&");
 }
 
+TEST_F(MenuWidgetTest, AMixedStateHasACheckMark) {
+  ActionEntry entry = commandEntry("Title", "1");
+  entry.state = ControlState::mixed;
+  fill({entry});
+  EXPECT_TRUE(widget_.actions().front()->isChecked());
+}
+
 TEST_F(MenuWidgetTest, AnIconThatIsNotThereLeavesTheEntryWithoutOne) {
   ActionEntry action = commandEntry("Run", "1");
   action.image = Image{.name = "no-such-icon", .isTemplate = true, .pointSize = {}, .weight = {}};

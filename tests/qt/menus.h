@@ -12,13 +12,11 @@
 
 namespace quillmar {
 
-/// An entry that runs the command of that id.
 inline ActionEntry commandEntry(std::string title, std::string id) {
-  return {.title = std::move(title),
-          .action = MenuAction::runCommand,
-          .representedObject = std::move(id),
-          .image = {},
-          .keyEquivalent = {}};
+  ActionEntry entry;
+  entry.title = std::move(title);
+  entry.id = std::move(id);
+  return entry;
 }
 
 /// All that are no submenus, on the screen or not.

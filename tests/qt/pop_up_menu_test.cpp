@@ -32,8 +32,8 @@ class PopUpMenuTest : public testing::Test {
 
   void popUp(const std::string& title) {
     ASSERT_TRUE(
-        windows_.popUpMenu(Menu{.title = "", .entries = {commandEntry(title, title)}}, {},
-                           [this](const ActionEntry& entry) { chosen.push_back(entry.title); }));
+        windows.popUpMenu(Menu{.title = "", .entries = {commandEntry(title, title)}}, {},
+                          [this](const ActionEntry& entry) { chosen.push_back(entry.title); }));
     handleReadyEvents();
   }
 
@@ -55,9 +55,7 @@ class PopUpMenuTest : public testing::Test {
 
   MemoryTaskQueues queues;
   std::vector<std::string> chosen;
-
- private:
-  QtWindowSystem windows_{queues.mainQueue()};
+  QtWindowSystem windows{queues.mainQueue()};
 };
 
 TEST_F(PopUpMenuTest, ItOpensAtThePointer) {
@@ -89,6 +87,17 @@ TEST_F(PopUpMenuTest, WhatWasChosenStillRunsWhenAnotherOneTakesItsPlace) {
   popUp("Second");
   queues.runAll();
   EXPECT_THAT(chosen, ElementsAre("First"));
+}
+
+TEST_F(PopUpMenuTest, AnActionOfTheEntryRunsInstead) {
+  int runs = 0;
+  ActionEntry entry = commandEntry("Title", "1");
+  entry.action = [&](const Activation&) { ++runs; };
+  ASSERT_TRUE(windows.popUpMenu(Menu{.title = "", .entries = {entry}}, {}, nullptr));
+  handleReadyEvents();
+  chooseFirst();
+  queues.runAll();
+  EXPECT_EQ(runs, 1);
 }
 
 TEST_F(PopUpMenuTest, AClosedOneIsGoneAndCanBeOpenedAgain) {

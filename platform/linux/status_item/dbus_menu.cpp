@@ -106,7 +106,7 @@ DbusMenu::DbusMenu(GDBusConnection* connection, const std::string& iconThemePath
            .property = [this](const char* name) { return property(name); }}) {}
 
 void DbusMenu::setMenu(Menu menu) {
-  tree_.replace(std::move(menu));
+  if (!tree_.replace(std::move(menu))) return;
   object_.emit("LayoutUpdated", g_variant_new("(ui)", tree_.revision(), DbusMenuTree::rootId));
 }
 
@@ -250,7 +250,8 @@ void DbusMenu::take(const Event& event) const {
   if (event.name != "clicked") return;
   const std::optional<Node> node = tree_.find(event.id);
   if (!node || !node->entry) return;
-  if (const auto* entry = std::get_if<ActionEntry>(node->entry)) onClick_(*entry, event.timestamp);
+  const auto* entry = std::get_if<ActionEntry>(node->entry);
+  if (entry && entry->enabled) onClick_(*entry, event.timestamp);
 }
 
 }  // namespace quillmar

@@ -29,7 +29,8 @@ class DbusMenu {
   /// the entries' icons in, besides the system's.
   DbusMenu(GDBusConnection* connection, const std::string& iconThemePath, ClickHandler onClick);
 
-  /// Shows the menu and announces it with one LayoutUpdated.
+  /// Shows the menu. Panels are told of it, with one LayoutUpdated, only if it differs from the
+  /// current one.
   void setMenu(Menu menu);
 
  private:
@@ -50,7 +51,7 @@ class DbusMenu {
     std::uint32_t timestamp = 0;
   };
 
-  /// Hands a click on an action entry to the click handler; other events mean nothing here.
+  /// Hands a click on an enabled action entry to the click handler; ignores other events.
   void take(const Event& event) const;
 
   std::string iconThemePath_;

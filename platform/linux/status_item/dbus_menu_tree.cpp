@@ -22,7 +22,12 @@ std::size_t countEntries(const Menu& menu) {
 
 DbusMenuTree::DbusMenuTree(Id firstId) : nextId_(firstId) {}
 
-void DbusMenuTree::replace(Menu menu) {
+bool DbusMenuTree::replace(Menu menu) {
+  if (menu == current_.menu) {
+    current_.menu = std::move(menu);
+    current_.makeNodes();
+    return false;
+  }
   const std::size_t count = countEntries(menu);
   const auto left = static_cast<std::size_t>(std::numeric_limits<Id>::max() - nextId_);
   if (count > left) nextId_ = 1;
@@ -30,12 +35,12 @@ void DbusMenuTree::replace(Menu menu) {
   Generation generation;
   generation.menu = std::move(menu);
   generation.firstId = nextId_;
-  generation.nodes.reserve(count);
-  addNodes(generation, generation.menu, generation.root);
+  generation.makeNodes();
 
   nextId_ += static_cast<Id>(count);
   previous_ = std::exchange(current_, std::move(generation));
   ++revision_;
+  return true;
 }
 
 std::optional<DbusMenuTree::Node> DbusMenuTree::find(Id id) const {
@@ -46,12 +51,18 @@ std::optional<DbusMenuTree::Node> DbusMenuTree::find(Id id) const {
   return std::nullopt;
 }
 
+void DbusMenuTree::Generation::makeNodes() {
+  nodes.clear();
+  nodes.reserve(countEntries(menu));
+  addNodes(*this, menu, root);
+}
+
 const DbusMenuTree::Node* DbusMenuTree::Generation::find(Id id) const {
   if (id < firstId || static_cast<std::size_t>(id - firstId) >= nodes.size()) return nullptr;
   return &nodes[static_cast<std::size_t>(id - firstId)];
 }
 
-// `parent` may be one of generation.nodes: they have their whole room already, so it stays put.
+// `parent` may be one of generation.nodes, which are reserved and do not move.
 void DbusMenuTree::addNodes(Generation& generation, const Menu& menu, Node& parent) {
   const std::size_t first = generation.nodes.size();
   parent.firstChild = generation.firstId + static_cast<Id>(first);

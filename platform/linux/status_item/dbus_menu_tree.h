@@ -1,10 +1,10 @@
-// The entries of a menu under the numbers that a panel knows them by.
+// The entries of a menu under the ids that panels know them by.
 //
-// Every menu is a generation: its entries get fresh ids, siblings one after another, and the
-// generation before stays findable until the next one, so that a click on a menu that was open
-// while it was replaced still finds what it showed. No id is given out twice (they start over only
-// after two thousand million entries). The tree owns the menus; what it returns points into them
-// and is valid until the replacement after the next. Main thread.
+// Every menu that differs from the one before is a generation. Its entries get new ids, siblings
+// consecutive ones. The previous generation can still be found until the next one, so that a click
+// on a menu that was open while it was replaced still finds what it showed. No id is used twice
+// (they start over only after two thousand million entries). The tree owns the menus. What it
+// returns points into them and is valid until the next replacement. Main thread.
 
 #pragma once
 
@@ -35,13 +35,15 @@ class DbusMenuTree {
   /// An empty menu. `firstId` is the id of the first entry ever shown.
   explicit DbusMenuTree(Id firstId = 1);
 
-  /// Starts a generation.
-  void replace(Menu menu);
+  /// Starts a generation and returns true. A menu that is equal to the current one only takes its
+  /// place, so that its actions are the ones that run: ids and revision stay, and the result is
+  /// false.
+  bool replace(Menu menu);
 
-  /// Grows with each replacement.
+  /// Grows with each generation.
   std::uint32_t revision() const { return revision_; }
 
-  /// Ids of the current generation's entries, in ascending order, without the root's.
+  /// Entries of the current generation by ascending id, without the root.
   const std::vector<Node>& nodes() const { return current_.nodes; }
 
   /// The root, or an entry of this generation or of the one before.
@@ -54,6 +56,8 @@ class DbusMenuTree {
     Id firstId = 0;
     std::vector<Node> nodes;
 
+    /// Numbers the entries of the menu.
+    void makeNodes();
     const Node* find(Id id) const;
   };
 

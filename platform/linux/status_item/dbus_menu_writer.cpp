@@ -46,7 +46,8 @@ GVariantPtr owned(GVariant* value) {
 }  // namespace
 
 const std::array<const char*, DbusMenuWriter::propertyCount> DbusMenuWriter::names = {
-    "type", "label", "icon-name", "children-display", "shortcut"};
+    "type",        "label",        "enabled",          "icon-name",
+    "toggle-type", "toggle-state", "children-display", "shortcut"};
 
 DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, GVariant* propertyNames)
     : DbusMenuWriter(tree, bitsNamed(propertyNames)) {}
@@ -63,6 +64,10 @@ DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, std::uint32_t wanted)
   }
   separatorPair_ = owned(pair(type, g_variant_new_string("separator")));
   submenuPair_ = owned(pair(childrenDisplay, g_variant_new_string("submenu")));
+  disabledPair_ = owned(pair(enabled, g_variant_new_boolean(FALSE)));
+  togglePair_ = owned(pair(toggleType, g_variant_new_string("checkmark")));
+  offPair_ = owned(pair(toggleState, g_variant_new_int32(0)));
+  onPair_ = owned(pair(toggleState, g_variant_new_int32(1)));
 }
 
 std::uint32_t DbusMenuWriter::bitNamed(const char* name) {
@@ -104,12 +109,13 @@ GVariant* DbusMenuWriter::properties(const DbusMenuTree::Node& node) {
   if (!node.entry) {
     if (wants(childrenDisplay)) values.add(submenuPair_.get());
   } else if (const auto* action = std::get_if<ActionEntry>(node.entry)) {
-    addTitleAndImage(values, action->title, action->image);
+    addAppearance(values, action->title, action->enabled, action->image);
+    if (action->state) addState(values, *action->state);
     if (action->keyEquivalent && wants(shortcut)) {
       values.add(shortcutPair(*action->keyEquivalent));
     }
   } else if (const auto* folder = std::get_if<SubmenuEntry>(node.entry)) {
-    addTitleAndImage(values, folder->title, folder->image);
+    addAppearance(values, folder->title, folder->enabled, folder->image);
     if (wants(childrenDisplay)) values.add(submenuPair_.get());
   } else if (wants(type)) {
     values.add(separatorPair_.get());
@@ -117,10 +123,18 @@ GVariant* DbusMenuWriter::properties(const DbusMenuTree::Node& node) {
   return g_variant_new_array(G_VARIANT_TYPE("{sv}"), values.values.data(), values.count);
 }
 
-void DbusMenuWriter::addTitleAndImage(Values& values, const std::string& title,
-                                      const std::optional<Image>& image) {
+void DbusMenuWriter::addAppearance(Values& values, const std::string& title, bool isEnabled,
+                                   const std::optional<Image>& image) {
   if (wants(label)) values.add(pair(label, labelVariant(title)));
+  if (!isEnabled && wants(enabled)) values.add(disabledPair_.get());
   if (image && wants(iconName)) values.add(iconPair(image->name));
+}
+
+void DbusMenuWriter::addState(Values& values, ControlState state) {
+  if (wants(toggleType)) values.add(togglePair_.get());
+  // The default means that some of what the toggle stands for is on.
+  if (state == ControlState::mixed || !wants(toggleState)) return;
+  values.add(state == ControlState::on ? onPair_.get() : offPair_.get());
 }
 
 GVariant* DbusMenuWriter::pair(Property property, GVariant* value) const {

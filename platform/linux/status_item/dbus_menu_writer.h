@@ -40,8 +40,17 @@ class DbusMenuWriter {
   static GVariant* defaultOf(const char* propertyName);
 
  private:
-  enum Property : std::size_t { type, label, iconName, childrenDisplay, shortcut };
-  static constexpr std::size_t propertyCount = 5;
+  enum Property : std::size_t {
+    type,
+    label,
+    enabled,
+    iconName,
+    toggleType,
+    toggleState,
+    childrenDisplay,
+    shortcut
+  };
+  static constexpr std::size_t propertyCount = 8;
   static const std::array<const char*, propertyCount> names;
 
   /// The `{sv}` of an entry, as many as there are.
@@ -60,8 +69,9 @@ class DbusMenuWriter {
   static std::uint32_t bitsNamed(GVariant* names);
 
   bool wants(Property property) const { return (wanted_ >> property & 1U) != 0; }
-  void addTitleAndImage(Values& values, const std::string& title,
-                        const std::optional<Image>& image);
+  void addAppearance(Values& values, const std::string& title, bool isEnabled,
+                     const std::optional<Image>& image);
+  void addState(Values& values, ControlState state);
   GVariant* pair(Property property, GVariant* value) const;
   GVariant* iconPair(const std::string& icon);
   /// Null for a key without a name.
@@ -73,6 +83,10 @@ class DbusMenuWriter {
   GVariantPtr noChildren_;
   GVariantPtr separatorPair_;
   GVariantPtr submenuPair_;
+  GVariantPtr disabledPair_;
+  GVariantPtr togglePair_;
+  GVariantPtr offPair_;
+  GVariantPtr onPair_;
   std::unordered_map<std::string, GVariantPtr> iconPairs_;
   /// By character and modifier mask.
   std::unordered_map<std::string, GVariantPtr> shortcutPairs_;

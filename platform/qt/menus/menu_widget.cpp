@@ -48,11 +48,23 @@ void showImage(const std::optional<Image>& image, QAction& action, QMenu& widget
                    [image, &action, &widget] { action.setIcon(entryIcon(image, widget)); });
 }
 
+/// The toolkit has no mark for a mixed state. A check mark says that something is on.
+void showState(const std::optional<ControlState>& state, QAction& action) {
+  action.setCheckable(state.has_value());
+  action.setChecked(state && *state != ControlState::off);
+  // Only the next menu changes the state; until then a menu that stays open must show the old one.
+  const bool isChecked = action.isChecked();
+  QObject::connect(&action, &QAction::toggled, &action,
+                   [&action, isChecked] { action.setChecked(isChecked); });
+}
+
 void addAction(QMenu& widget, const ActionEntry& entry, const MenuChoice& choice) {
   QString text = plainTitle(entry.title);
   if (entry.keyEquivalent) text += shortcutText(*entry.keyEquivalent);
   QAction* const action = widget.addAction(text);
   showImage(entry.image, *action, widget);
+  showState(entry.state, *action);
+  action->setEnabled(entry.enabled);
   QObject::connect(action, &QAction::triggered, &widget, [entry, choice] {
     choice.mainQueue.async([entry, choose = choice.choose] { choose(entry); });
   });
@@ -69,6 +81,7 @@ void fillMenu(ScrollingMenu& widget, const Menu& menu, const MenuChoice& choice)
     } else if (const auto* const submenu = std::get_if<SubmenuEntry>(&entry)) {
       ScrollingMenu& child = widget.addSubmenu(plainTitle(submenu->title));
       showImage(submenu->image, *child.menuAction(), widget);
+      child.menuAction()->setEnabled(submenu->enabled);
       fillMenu(child, submenu->submenu, choice);
     } else {
       widget.addSeparator();

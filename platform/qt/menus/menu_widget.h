@@ -1,4 +1,4 @@
-// A menu as plain data, turned into a menu of the toolkit. Main thread.
+// Makes the toolkit's menus from menus of the model. Main thread.
 
 #pragma once
 
@@ -11,9 +11,10 @@
 
 namespace quillmar {
 
-/// What a choice does, in a turn of the main queue of its own.
+/// Where chosen entries go.
 struct MenuChoice {
   TaskQueue& mainQueue;
+  /// Called with every chosen entry, in its own turn of the main queue.
   std::function<void(const ActionEntry& entry)> choose;
 };
 

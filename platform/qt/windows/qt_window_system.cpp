@@ -19,7 +19,13 @@ Result<std::unique_ptr<WindowPeer>> QtWindowSystem::makeWindowPeer(Window& windo
 
 Result<void> QtWindowSystem::popUpMenu(Menu menu, const Activation& activation,
                                        std::function<void(const ActionEntry& entry)> choose) {
-  popUpMenuWidget(menu, activation, {.mainQueue = mainQueue_, .choose = std::move(choose)});
+  const auto perform = [choose = std::move(choose)](const ActionEntry& chosen) {
+    // The choice was made in a window of this program, which needs no permission for the next one.
+    performEntry(chosen, {}, [&](const ActionEntry& entry, const Activation&) {
+      if (choose) choose(entry);
+    });
+  };
+  popUpMenuWidget(menu, activation, {.mainQueue = mainQueue_, .choose = perform});
   return {};
 }
 
