@@ -100,7 +100,8 @@ class PanelProgram {
                       {.id = applicationId,
                        .title = applicationName,
                        .iconThemePath = system_.bundle.iconThemePath(),
-                       .pixmapDirectory = system_.bundle.pixmapDirectory()}),
+                       .pixmapDirectory = system_.bundle.pixmapDirectory(),
+                       .panel = panelTraitsOf(environment)}),
         trays_(environment),
         statusItem_({.notifier = notifierItem_,
                      .windows = windows_,
@@ -130,6 +131,11 @@ class PanelProgram {
             .updaters = updaters_,
         } {
     Platform::install(platform_);
+    notifierItem_.setOpenHandler(
+        [this](std::optional<ScreenPoint> position, const Activation& activation) {
+          // The window system says when that fails.
+          (void)statusItem_.popUp(activation, position);
+        });
     notifierItem_.setHostHandler([this](StatusNotifierHost host) { statusItem_.setHost(host); });
   }
 

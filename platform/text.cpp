@@ -81,6 +81,32 @@ std::string_view trim(std::string_view text, Predicate isTrimmed) {
   return text;
 }
 
+struct OpenedBreaks {
+  std::unique_ptr<UText, CloseText> source;
+  std::unique_ptr<UBreakIterator, CloseBreaks> breaks;
+};
+
+/// The boundaries between the characters of a text of at most mostBytes. `breaks` is null when
+/// ICU's data is missing.
+OpenedBreaks characterBreaks(std::string_view text) {
+  UErrorCode status = U_ZERO_ERROR;
+  OpenedBreaks opened;
+  opened.source.reset(
+      utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status));
+  opened.breaks.reset(ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status));
+  ubrk_setUText(opened.breaks.get(), opened.source.get(), &status);
+  if (U_FAILURE(status)) opened.breaks.reset();
+  return opened;
+}
+
+/// The first bytes, without a part of a code point at their end.
+std::string_view wholeCodePoints(std::string_view text, std::size_t most) {
+  if (text.size() <= most) return text;
+  std::size_t end = most;
+  while (end > 0 && most - end < U8_MAX_LENGTH && U8_IS_TRAIL(text[end])) --end;
+  return text.substr(0, end);
+}
+
 /// The nearest to lastCharacters() without the tables for characters.
 std::string_view lastCodePoints(std::string_view text, std::size_t count) {
   std::string_view before = text;
@@ -150,17 +176,38 @@ std::string_view lastCharacters(std::string_view text, std::size_t count) {
   }
 
   const std::string_view tail = text.substr(text.size() - std::min(text.size(), mostBytes));
-  UErrorCode status = U_ZERO_ERROR;
-  const std::unique_ptr<UText, CloseText> source(
-      utext_openUTF8(nullptr, tail.data(), static_cast<std::int64_t>(tail.size()), &status));
-  const std::unique_ptr<UBreakIterator, CloseBreaks> breaks(
-      ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status));
-  ubrk_setUText(breaks.get(), source.get(), &status);
-  if (U_FAILURE(status)) return lastCodePoints(tail, count);
+  const OpenedBreaks opened = characterBreaks(tail);
+  UBreakIterator* const breaks = opened.breaks.get();
+  if (breaks == nullptr) return lastCodePoints(tail, count);
 
-  std::int32_t start = ubrk_last(breaks.get());
-  for (; count > 0 && start > 0; --count) start = ubrk_previous(breaks.get());
+  std::int32_t start = ubrk_last(breaks);
+  for (; count > 0 && start > 0; --count) start = ubrk_previous(breaks);
   return tail.substr(static_cast<std::size_t>(std::max(start, 0)));
+}
+
+std::string_view firstCharacters(std::string_view text, std::size_t count, std::size_t most) {
+  const std::size_t sureEnd = std::min(count, most);
+  if (sureEnd == 0) return {};
+  if (text.size() <= sureEnd) return text;
+  // Between two ASCII characters is a boundary, except in CR LF.
+  const std::string_view asciiHead = text.substr(0, sureEnd + 1);
+  if (isAscii(asciiHead) && asciiHead.find('\r') == std::string_view::npos) {
+    return asciiHead.substr(0, sureEnd);
+  }
+
+  // One code point more than may be returned shows whether a boundary is before it.
+  const std::size_t looked = std::min(most, mostBytes - U8_MAX_LENGTH) + U8_MAX_LENGTH;
+  const std::string_view head = wholeCodePoints(text, looked);
+  const std::string_view fitting = wholeCodePoints(text, most);
+  const OpenedBreaks opened = characterBreaks(head);
+  if (!opened.breaks) return wholeCodePoints(text, sureEnd);
+  std::size_t end = 0;
+  for (; count > 0; --count) {
+    const std::int32_t next = ubrk_next(opened.breaks.get());
+    if (next == UBRK_DONE || static_cast<std::size_t>(next) > fitting.size()) break;
+    end = static_cast<std::size_t>(next);
+  }
+  return end > 0 ? text.substr(0, end) : fitting;
 }
 
 std::string lowercased(std::string_view text) {

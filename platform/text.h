@@ -34,6 +34,10 @@ std::vector<std::string> split(std::string_view text, char separator);
 /// when it has no more.
 std::string_view lastCharacters(std::string_view text, std::size_t count);
 
+/// The first `count` characters as above, or as many as fit into `mostBytes`. A character that has
+/// more bytes by itself is cut between its code points.
+std::string_view firstCharacters(std::string_view text, std::size_t count, std::size_t mostBytes);
+
 /// Lower case by Unicode's rules, without any locale's own.
 std::string lowercased(std::string_view text);
 

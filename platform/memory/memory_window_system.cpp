@@ -152,10 +152,14 @@ void MemoryWindowSystem::showSubviews(View& view) {
   }
 }
 
-Result<void> MemoryWindowSystem::popUpMenu(Menu menu, const Activation& activation,
+Result<void> MemoryWindowSystem::popUpMenu(Menu menu, std::optional<ScreenPoint> position,
+                                           const Activation& activation,
                                            std::function<void(const ActionEntry& entry)> choose) {
   if (failure) return *failure;
-  popUp_ = PopUp{menu, activation};
+  const bool wasOpen = popUp_.has_value();
+  popUp_.reset();
+  if (wasOpen && position) return {};
+  popUp_ = PopUp{menu, position, activation};
   popUpItem_ = std::make_unique<MemoryStatusItem>(mainQueue_);
   popUpItem_->setMenu(std::move(menu));
   popUpItem_->setActionHandler(

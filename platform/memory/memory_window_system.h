@@ -42,6 +42,7 @@ class MemoryWindowSystem final : public WindowSystem {
  public:
   struct PopUp {
     Menu menu;
+    std::optional<ScreenPoint> position;
     Activation activation;
   };
 
@@ -53,7 +54,8 @@ class MemoryWindowSystem final : public WindowSystem {
   std::optional<Error> failure;
 
   Result<std::unique_ptr<WindowPeer>> makeWindowPeer(Window& window) override;
-  Result<void> popUpMenu(Menu menu, const Activation& activation,
+  Result<void> popUpMenu(Menu menu, std::optional<ScreenPoint> position,
+                         const Activation& activation,
                          std::function<void(const ActionEntry& entry)> choose) override;
   Result<std::unique_ptr<StatusItem>> makeEmbeddedStatusItem() override;
 

@@ -16,6 +16,26 @@ using testing::IsEmpty;
 
 constexpr std::string_view family = "👨‍👩‍👧‍👦";  // four people and three joiners
 
+TEST(Text, TheFirstCharactersAreWhole) {
+  constexpr std::size_t plenty = 1000;
+  EXPECT_EQ(text::firstCharacters("abc", 2, plenty), "ab");
+  EXPECT_EQ(text::firstCharacters("abc", 3, plenty), "abc");
+  EXPECT_EQ(text::firstCharacters("äöü", 2, plenty), "äö");
+  EXPECT_EQ(text::firstCharacters("e\u0301x", 1, plenty), "e\u0301");
+  EXPECT_EQ(text::firstCharacters("a\r\nb", 2, plenty), "a\r\n");
+  EXPECT_EQ(text::firstCharacters("👨‍👩‍👧x", 1, plenty), "👨‍👩‍👧");
+  EXPECT_EQ(text::firstCharacters("ä", 0, plenty), "");
+}
+
+TEST(Text, OnlyTheFirstCharactersThatFitAreTaken) {
+  EXPECT_EQ(text::firstCharacters("abc", 3, 2), "ab");
+  EXPECT_EQ(text::firstCharacters("äöü", 3, 5), "äö");
+  EXPECT_EQ(text::firstCharacters("xe\u0301", 2, 3), "x");
+  EXPECT_EQ(text::firstCharacters("xe\u0301", 2, 4), "xe\u0301");
+  // This one has no boundary in time.
+  EXPECT_EQ(text::firstCharacters("e\u0301\u0301", 1, 4), "e\u0301");
+}
+
 TEST(Text, TakesWellFormedUtf8AsValid) {
   for (const std::string_view bytes : {""sv, "a\0b"sv, "é€😀"sv, "\xF4\x8F\xBF\xBF"sv}) {
     EXPECT_TRUE(isValidUtf8(bytes)) << bytes;

@@ -40,7 +40,8 @@ class DbusMenuTest : public testing::Test {
   GObjectPtr<GDBusConnection> connection = bus.connect();
   std::vector<std::string> clicked;
   std::vector<std::uint32_t> timestamps;
-  DbusMenu menu{connection.get(), "/opt/icons",
+  DbusMenu menu{connection.get(),
+                {.iconThemePath = "/opt/icons", .keyNames = {}},
                 [this](const ActionEntry& entry, std::uint32_t timestamp) {
                   clicked.push_back(entry.title);
                   timestamps.push_back(timestamp);
@@ -238,6 +239,43 @@ TEST_F(DbusMenuTest, GivesThePropertiesOfSeveralEntries) {
                                 ", {'label': <'Second'>})],)");
 }
 
+TEST_F(DbusMenuTest, AnswersTheSameIdOnce) {
+  const int id = onlyEntry(menuWith({itemEntry("Title", "1")})).id;
+  const std::vector<int> ids(400'000, id);
+  GVariant* array =
+      g_variant_new_fixed_array(G_VARIANT_TYPE_INT32, ids.data(), ids.size(), sizeof(int));
+  EXPECT_EQ(reply("GetGroupProperties", g_variant_new("(@aias)", array, nullptr)),
+            "([(" + std::to_string(id) + ", {'label': <'Title'>})],)");
+}
+
+TEST_F(DbusMenuTest, LabelsAreOneLineOfVisibleCharacters) {
+  EXPECT_THAT(onlyEntry(menuWith({itemEntry("One\ntwo\tthree \u202Efour", "1")})).properties,
+              ElementsAre(Pair("label", "'One two three ‹U+202E›four'")));
+}
+
+TEST_F(DbusMenuTest, ALayoutOfHugeTitlesFitsIntoAMessage) {
+  constexpr std::size_t megabyte = std::size_t{1024} * 1024;
+  std::string marks = "a";
+  while (marks.size() < megabyte) marks += "\u0301";
+  Menu large;
+  for (int i = 0; i < 70; ++i) large.entries.emplace_back(itemEntry(marks, std::to_string(i)));
+  menu.setMenu(large);
+  EXPECT_EQ(panel.layout().children.size(), 70u);
+}
+
+TEST_F(DbusMenuTest, ALayoutOfManyLongTitlesFitsIntoAMessage) {
+  constexpr std::size_t longTitle = 450;
+  Menu large;
+  for (std::size_t i = 0; i <= DbusMenuTree::mostEntries; ++i) {
+    ActionEntry entry = itemEntry(std::string(longTitle, '_'), "id");
+    entry.image =
+        Image{.name = std::string(255, 'i'), .isTemplate = true, .pointSize = {}, .weight = {}};
+    large.entries.emplace_back(std::move(entry));
+  }
+  menu.setMenu(large);
+  EXPECT_EQ(panel.layout().children.size(), DbusMenuTree::mostEntries);
+}
+
 TEST_F(DbusMenuTest, GivesSinglePropertiesAndTheirDefaults) {
   const int id = onlyEntry(menuWith({itemEntry("a_b", "1")})).id;
   const auto property = [&](const char* name) {
@@ -271,7 +309,7 @@ TEST_F(DbusMenuTest, RefusesUnknownIds) {
   EXPECT_EQ(reply("GetProperty", g_variant_new("(is)", -1, "label")), invalidArguments);
 }
 
-TEST_F(DbusMenuTest, TakesTheClicksOfAGroupAndNamesTheUnknownIds) {
+TEST_F(DbusMenuTest, TakesTheFirstClickOfAGroupAndNamesTheUnknownIds) {
   menu.setMenu(menuWith({itemEntry("First", "1"), itemEntry("Second", "2")}));
   const PanelEntry root = panel.layout();
   const auto group = [&](const std::vector<int>& ids) {
@@ -284,9 +322,9 @@ TEST_F(DbusMenuTest, TakesTheClicksOfAGroupAndNamesTheUnknownIds) {
     }
     return reply("EventGroup", g_variant_new("(a(isvu))", &events));
   };
-  EXPECT_EQ(group({root.children[1].id, unknownId, root.children[0].id}), "([4711],)");
-  EXPECT_THAT(clicked, ElementsAre("Second", "First"));
-  EXPECT_THAT(timestamps, ElementsAre(10, 30));
+  EXPECT_EQ(group({unknownId, root.children[1].id, root.children[0].id}), "([4711],)");
+  EXPECT_THAT(clicked, ElementsAre("Second"));
+  EXPECT_THAT(timestamps, ElementsAre(20));
   EXPECT_EQ(group({unknownId}), invalidArguments);
   EXPECT_EQ(group({}), "([],)");
 }

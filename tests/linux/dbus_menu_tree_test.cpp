@@ -100,6 +100,25 @@ TEST(DbusMenuTree, AnEqualMenuIsNoGeneration) {
   EXPECT_EQ(titleAt(tree, old), "Old");
 }
 
+TEST(DbusMenuTree, OfTooManyEntriesThoseOfTheTopLevelAreKept) {
+  SubmenuEntry folder;
+  folder.title = "Folder";
+  folder.submenu = menuOf(std::vector<std::string>(DbusMenuTree::mostEntries, "Inner"));
+  Menu menu;
+  menu.entries = {folder, folder};
+  menu.entries.emplace_back(menuOf({"Quit"}).entries.front());
+  DbusMenuTree tree;
+  tree.replace(menu);
+  EXPECT_EQ(tree.nodes().size(), DbusMenuTree::mostEntries);
+  const auto root = tree.find(DbusMenuTree::rootId);
+  ASSERT_EQ(root->childCount, 3);
+  EXPECT_EQ(titleAt(tree, root->firstChild + 2), "Quit");
+  const auto first = tree.find(root->firstChild);
+  EXPECT_EQ(first->childCount, static_cast<Id>(DbusMenuTree::mostEntries - 3));
+  EXPECT_EQ(titleAt(tree, first->firstChild + first->childCount - 1), "Inner");
+  EXPECT_EQ(tree.find(root->firstChild + 1)->childCount, 0);
+}
+
 TEST(DbusMenuTree, StartsOverWhenIdsRunOut) {
   constexpr Id nearlyLast = std::numeric_limits<Id>::max() - 2;
   DbusMenuTree tree(nearlyLast);

@@ -228,7 +228,8 @@ TEST_F(DesktopStatusItemTest, EntriesDoTheSameWhereverTheyAreChosen) {
 
 TEST_F(DesktopStatusItemTest, TheMenuPopsUpAsItIsNow) {
   item.setMenu(menuWith({itemEntry("Second", "2")}));
-  ASSERT_TRUE(item.popUp({3, "token"}));
+  ASSERT_TRUE(item.popUp({3, "token"}, ScreenPoint{5, 6}));
+  EXPECT_EQ(windows.popUp()->position, (ScreenPoint{5, 6}));
   EXPECT_EQ(windows.popUp()->menu, menuWith({itemEntry("Second", "2")}));
   EXPECT_EQ(windows.popUp()->activation, (Activation{3, "token"}));
 }

@@ -2,6 +2,7 @@
 // The variable FAKE_WINDOWS_ERROR keeps it from starting.
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
@@ -35,7 +36,8 @@ class FakeWindowModule final : public WindowModule, private WindowSystem {
   }
 
   /// Chooses the first entry.
-  Result<void> popUpMenu(Menu menu, const Activation& activation,
+  Result<void> popUpMenu(Menu menu, std::optional<ScreenPoint> /*position*/,
+                         const Activation& activation,
                          std::function<void(const ActionEntry& entry)> choose) override {
     host_.log("menu " + menu.title + " " + activation.token);
     if (menu.entries.empty()) return Error{"There is nothing to show."};

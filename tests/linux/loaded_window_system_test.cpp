@@ -43,10 +43,11 @@ class LoadedWindowSystemTest : public testing::Test {
 
   /// The error of a call; empty for none.
   std::string popUp() {
-    const auto outcome = windows.popUpMenu(menu(), {1, "token"}, [this](const ActionEntry& entry) {
-      log.push_back("chosen " + entry.title);
-      loop.quit();
-    });
+    const auto outcome =
+        windows.popUpMenu(menu(), {}, {1, "token"}, [this](const ActionEntry& entry) {
+          log.push_back("chosen " + entry.title);
+          loop.quit();
+        });
     return outcome ? "" : outcome.error().description;
   }
 
@@ -140,7 +141,8 @@ TEST_F(LoadedWindowSystemTest, AModuleThatCannotStartIsAskedAgain) {
 TEST_F(LoadedWindowSystemTest, AnErrorOfTheModuleIsToldOnce) {
   install();
   for (int call = 0; call < 2; ++call) {
-    EXPECT_EQ(windows.popUpMenu({}, {}, nullptr).error().description, "There is nothing to show.");
+    EXPECT_EQ(windows.popUpMenu({}, {}, {}, nullptr).error().description,
+              "There is nothing to show.");
   }
   EXPECT_THAT(log,
               ElementsAre("started for Quillmar", "menu  ", "There is nothing to show.", "menu  "));

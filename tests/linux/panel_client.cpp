@@ -85,6 +85,10 @@ std::string PanelClient::menuPropertyText(const char* name) {
   return printed(readPropertyOnBus(connection_.get(), menu_, name).get());
 }
 
+BusReply PanelClient::callItem(const char* method, GVariant* arguments) {
+  return callOnBus(connection_.get(), item_, method, arguments);
+}
+
 BusReply PanelClient::callMenu(const char* method, GVariant* arguments) {
   return callOnBus(connection_.get(), menu_, method, arguments);
 }
@@ -101,8 +105,7 @@ BusReply PanelClient::event(std::int32_t id, const char* name, std::uint32_t tim
 }
 
 BusReply PanelClient::provideActivationToken(const std::string& token) {
-  return callOnBus(connection_.get(), item_, "ProvideXdgActivationToken",
-                   g_variant_new("(s)", token.c_str()));
+  return callItem("ProvideXdgActivationToken", g_variant_new("(s)", token.c_str()));
 }
 
 // Messages from one sender to one receiver keep their order.

@@ -59,6 +59,7 @@ class PanelClient {
   std::string itemPropertyText(const char* name);
   std::string menuPropertyText(const char* name);
 
+  BusReply callItem(const char* method, GVariant* arguments);
   BusReply callMenu(const char* method, GVariant* arguments);
 
   /// The whole menu.

@@ -22,7 +22,8 @@ StatusNotifierItemOptions testOptions() {
   return {.id = "com.tovenworks.quillmar",
           .title = "Quillmar",
           .iconThemePath = "/usr/share/icons",
-          .pixmapDirectory = BundleDirectory::ofThisProgram().pixmapDirectory()};
+          .pixmapDirectory = BundleDirectory::ofThisProgram().pixmapDirectory(),
+          .panel = {}};
 }
 
 /// A status item on a bus of its own, and a panel that reads it.
@@ -294,6 +295,82 @@ TEST_F(StatusNotifierItemTest, AnActionThatWaitsWhenTheItemGoesAwayIsDropped) {
   }
   queue.run();
   EXPECT_EQ(runs, 0);
+}
+
+class OpeningTest : public StatusNotifierItemTest {
+ protected:
+  struct Opened {
+    std::optional<ScreenPoint> position;
+    std::string token;
+
+    bool operator==(const Opened&) const = default;
+  };
+
+  void show(const StatusNotifierItemOptions& options) {
+    item.emplace(connection.get(), queue, options);
+    item->setOpenHandler([this](std::optional<ScreenPoint> position, const Activation& activation) {
+      opened.push_back({position, activation.token});
+    });
+  }
+
+  BusReply call(const char* method, int x, int y) {
+    return panel.callItem(method, g_variant_new("(ii)", x, y));
+  }
+
+  PanelClient panel{bus, connection.get()};
+  std::optional<StatusNotifierItem> item;
+  std::vector<Opened> opened;
+};
+
+TEST_F(OpeningTest, EveryClickOpensTheMenuAfterItsAnswer) {
+  show(testOptions());
+  panel.provideActivationToken("token");
+  EXPECT_TRUE(call("Activate", 300, 200).value);
+  EXPECT_TRUE(call("SecondaryActivate", 1, 0).value);
+  EXPECT_TRUE(call("ContextMenu", -5, 7).value);
+  EXPECT_THAT(opened, testing::IsEmpty());
+  queue.run();
+  EXPECT_EQ(opened, (std::vector<Opened>{{ScreenPoint{300, 200}, "token"},
+                                         {ScreenPoint{1, 0}, ""},
+                                         {ScreenPoint{-5, 7}, ""}}));
+}
+
+TEST_F(OpeningTest, ZerosAreNoPosition) {
+  show(testOptions());
+  call("Activate", 0, 0);
+  queue.run();
+  EXPECT_EQ(opened, (std::vector<Opened>{{std::nullopt, ""}}));
+}
+
+TEST_F(OpeningTest, APanelThatOpensTheMenuItselfIsRefused) {
+  StatusNotifierItemOptions options = testOptions();
+  options.panel.opensMenuItself = true;
+  show(options);
+  EXPECT_EQ(call("Activate", 300, 200).errorName, "org.freedesktop.DBus.Error.UnknownMethod");
+  queue.run();
+  EXPECT_THAT(opened, testing::IsEmpty());
+}
+
+TEST_F(OpeningTest, AClickThatWaitsWhenTheItemGoesAwayIsDropped) {
+  show(testOptions());
+  call("Activate", 300, 200);
+  item.reset();
+  queue.run();
+  EXPECT_THAT(opened, testing::IsEmpty());
+}
+
+PanelTraits traitsOn(const std::string& desktop) {
+  return panelTraitsOf({.variables = {{"XDG_CURRENT_DESKTOP", desktop}}});
+}
+
+TEST(PanelTraits, FollowTheDesktop) {
+  constexpr auto keysyms = ShortcutKeyNames::keysyms;
+  constexpr auto qtKeys = ShortcutKeyNames::qtKeys;
+  EXPECT_EQ(panelTraitsOf({}), (PanelTraits{keysyms, false}));
+  EXPECT_EQ(traitsOn("XFCE"), (PanelTraits{keysyms, false}));
+  EXPECT_EQ(traitsOn("KDE"), (PanelTraits{qtKeys, false}));
+  EXPECT_EQ(traitsOn("LXQt"), (PanelTraits{qtKeys, false}));
+  EXPECT_EQ(traitsOn("ubuntu:GNOME"), (PanelTraits{keysyms, true}));
 }
 
 TEST(StatusNotifierItem, APanelThatRefusesItIsToldInAFullSentence) {

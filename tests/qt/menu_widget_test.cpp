@@ -48,6 +48,11 @@ TEST_F(MenuWidgetTest, ATabInATitleIsNoShortcut) {
   EXPECT_EQ(widget_.actions().front()->text(), "One two");
 }
 
+TEST_F(MenuWidgetTest, HiddenCharactersOfATitleAreShown) {
+  fill({commandEntry("One\ntwo \u202Ethree", "1")});
+  EXPECT_EQ(widget_.actions().front()->text(), QStringLiteral("One two ‹U+202E›three"));
+}
+
 TEST_F(MenuWidgetTest, AShortcutStandsBesideItsEntry) {
   ActionEntry quit = commandEntry("Quit", "1");
   quit.keyEquivalent = KeyEquivalent{"q"};

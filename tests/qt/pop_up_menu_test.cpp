@@ -3,6 +3,9 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QScreen>
+#include <QTest>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,9 +33,9 @@ class PopUpMenuTest : public testing::Test {
     handleReadyEvents();
   }
 
-  void popUp(const std::string& title) {
+  void popUp(const std::string& title, std::optional<ScreenPoint> position = {}) {
     ASSERT_TRUE(
-        windows.popUpMenu(Menu{.title = "", .entries = {commandEntry(title, title)}}, {},
+        windows.popUpMenu(Menu{.title = "", .entries = {commandEntry(title, title)}}, position, {},
                           [this](const ActionEntry& entry) { chosen.push_back(entry.title); }));
     handleReadyEvents();
   }
@@ -65,6 +68,52 @@ TEST_F(PopUpMenuTest, ItOpensAtThePointer) {
   EXPECT_EQ(allMenus().front()->pos(), QPoint(120, 130));
 }
 
+TEST_F(PopUpMenuTest, ItOpensAtThePositionThatWasAskedFor) {
+  QCursor::setPos(310, 190);
+  popUp("First", ScreenPoint{300, 200});
+  EXPECT_EQ(allMenus().front()->pos(), QPoint(300, 200));
+}
+
+TEST_F(PopUpMenuTest, FarFromAPositionThatIsWrongItOpensAtThePointer) {
+  QCursor::setPos(400, 10);
+  popUp("First", ScreenPoint{0, 25});
+  EXPECT_EQ(allMenus().front()->pos(), QPoint(400, 10));
+}
+
+TEST_F(PopUpMenuTest, AtTheEndOfTheScreenItOpensUpwards) {
+  const QRect screen = QGuiApplication::primaryScreen()->geometry();
+  QCursor::setPos(screen.bottomRight());
+  popUp("First", ScreenPoint{screen.right(), screen.bottom() - 2});
+  EXPECT_TRUE(screen.contains(allMenus().front()->frameGeometry()));
+  EXPECT_LE(allMenus().front()->frameGeometry().bottom(), screen.bottom() - 2);
+}
+
+TEST_F(PopUpMenuTest, ASecondRequestForAPositionClosesIt) {
+  popUp("First", ScreenPoint{300, 200});
+  popUp("First", ScreenPoint{300, 200});
+  EXPECT_THAT(openMenus(), IsEmpty());
+  popUp("First", ScreenPoint{300, 200});
+  EXPECT_THAT(openMenus(), ElementsAre("First"));
+}
+
+TEST_F(PopUpMenuTest, AClickThatHasClosedItDoesNotOpenItAgain) {
+  popUp("First", ScreenPoint{300, 200});
+  QTest::mousePress(allMenus().front()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                    QPoint(-50, -50));
+  EXPECT_THAT(openMenus(), IsEmpty());
+  popUp("First", ScreenPoint{300, 200});
+  EXPECT_THAT(openMenus(), IsEmpty());
+  popUp("First", ScreenPoint{300, 200});
+  EXPECT_THAT(openMenus(), ElementsAre("First"));
+}
+
+TEST_F(PopUpMenuTest, AMenuThatTheKeyboardClosedOpensWithTheNextClick) {
+  popUp("First", ScreenPoint{300, 200});
+  QTest::keyClick(allMenus().front(), Qt::Key_Escape);
+  popUp("First", ScreenPoint{300, 200});
+  EXPECT_THAT(openMenus(), ElementsAre("First"));
+}
+
 TEST_F(PopUpMenuTest, AnotherOneTakesThePlaceOfAnOpenOne) {
   popUp("First");
   popUp("Second");
@@ -93,7 +142,7 @@ TEST_F(PopUpMenuTest, AnActionOfTheEntryRunsInstead) {
   int runs = 0;
   ActionEntry entry = commandEntry("Title", "1");
   entry.action = [&](const Activation&) { ++runs; };
-  ASSERT_TRUE(windows.popUpMenu(Menu{.title = "", .entries = {entry}}, {}, nullptr));
+  ASSERT_TRUE(windows.popUpMenu(Menu{.title = "", .entries = {entry}}, {}, {}, nullptr));
   handleReadyEvents();
   chooseFirst();
   queues.runAll();

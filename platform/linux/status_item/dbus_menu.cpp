@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -93,9 +94,9 @@ GVariant* idArray(const std::vector<Id>& ids) {
 
 }  // namespace
 
-DbusMenu::DbusMenu(GDBusConnection* connection, const std::string& iconThemePath,
-                   ClickHandler onClick)
-    : iconThemePath_(text::replacingUnsendable(iconThemePath)),
+DbusMenu::DbusMenu(GDBusConnection* connection, const Options& options, ClickHandler onClick)
+    : iconThemePath_(text::replacingUnsendable(options.iconThemePath)),
+      keyNames_(options.keyNames),
       onClick_(std::move(onClick)),
       object_(
           connection, objectPath, introspection,
@@ -130,7 +131,7 @@ void DbusMenu::getLayout(GVariant* arguments, GDBusMethodInvocation* invocation)
 
   const std::optional<Node> node = tree_.find(parent);
   if (!node) return refuseUnknownId(invocation, parent);
-  DbusMenuWriter writer(tree_, names);
+  DbusMenuWriter writer(tree_, keyNames_, names);
   g_dbus_method_invocation_return_value(
       invocation, g_variant_new("(u@(ia{sv}av))", tree_.revision(), writer.layout(*node, depth)));
 }
@@ -142,7 +143,7 @@ void DbusMenu::getGroupProperties(GVariant* arguments, GDBusMethodInvocation* in
   const GVariantIterPtr ownedIds(ids);
   const GVariantPtr ownedNames(names);
 
-  DbusMenuWriter writer(tree_, names);
+  DbusMenuWriter writer(tree_, keyNames_, names);
   GVariantBuilder answers;
   g_variant_builder_init(&answers, G_VARIANT_TYPE("a(ia{sv})"));
   const auto add = [&](const Node& node) {
@@ -152,9 +153,11 @@ void DbusMenu::getGroupProperties(GVariant* arguments, GDBusMethodInvocation* in
     add(*tree_.find(DbusMenuTree::rootId));
     for (const Node& node : tree_.nodes()) add(node);
   }
+  std::unordered_set<Id> answered;
   Id id = 0;
   while (g_variant_iter_next(ids, "i", &id)) {
-    if (const std::optional<Node> node = tree_.find(id)) add(*node);
+    const std::optional<Node> node = tree_.find(id);
+    if (node && answered.insert(id).second) add(*node);
   }
   g_dbus_method_invocation_return_value(
       invocation, g_variant_new("(@a(ia{sv}))", g_variant_builder_end(&answers)));
@@ -167,7 +170,8 @@ void DbusMenu::getProperty(GVariant* arguments, GDBusMethodInvocation* invocatio
 
   const std::optional<Node> node = tree_.find(id);
   if (!node) return refuseUnknownId(invocation, id);
-  const GVariantPtr set(g_variant_ref_sink(DbusMenuWriter(tree_, name).properties(*node)));
+  const GVariantPtr set(
+      g_variant_ref_sink(DbusMenuWriter(tree_, keyNames_, name).properties(*node)));
   GVariantPtr value(g_variant_lookup_value(set.get(), name, nullptr));
   if (!value) {
     GVariant* fallback = DbusMenuWriter::defaultOf(name);
@@ -189,7 +193,7 @@ void DbusMenu::event(GVariant* arguments, GDBusMethodInvocation* invocation) con
   // The arguments go with the invocation.
   const Event event{id, name, timestamp};
   g_dbus_method_invocation_return_value(invocation, nullptr);
-  take(event);
+  if (const ActionEntry* entry = clickedEntry(event)) onClick_(*entry, event.timestamp);
 }
 
 void DbusMenu::eventGroup(GVariant* arguments, GDBusMethodInvocation* invocation) const {
@@ -198,20 +202,26 @@ void DbusMenu::eventGroup(GVariant* arguments, GDBusMethodInvocation* invocation
   const GVariantIterPtr ownedEvents(events);
 
   std::vector<Id> unknown;
-  std::vector<Event> known;
+  bool anyKnown = false;
+  const ActionEntry* clicked = nullptr;
+  std::uint32_t clickTimestamp = 0;
   Id id = 0;
   const char* name = nullptr;
   guint32 timestamp = 0;
   while (g_variant_iter_next(events, "(i&s@vu)", &id, &name, nullptr, &timestamp)) {
-    if (tree_.find(id)) {
-      known.push_back({id, name, timestamp});
-    } else {
+    if (!tree_.find(id)) {
       unknown.push_back(id);
+      continue;
     }
+    anyKnown = true;
+    // A menu closes with the first choice: people make no second one.
+    if (clicked) continue;
+    clicked = clickedEntry({id, name, timestamp});
+    clickTimestamp = timestamp;
   }
-  if (known.empty() && !unknown.empty()) return refuseUnknownId(invocation, unknown.front());
+  if (!anyKnown && !unknown.empty()) return refuseUnknownId(invocation, unknown.front());
   g_dbus_method_invocation_return_value(invocation, g_variant_new("(@ai)", idArray(unknown)));
-  for (const Event& event : known) take(event);
+  if (clicked) onClick_(*clicked, clickTimestamp);
 }
 
 void DbusMenu::aboutToShow(GVariant* arguments, GDBusMethodInvocation* invocation) const {
@@ -246,12 +256,12 @@ GVariant* DbusMenu::property(const char* name) const {
   return g_variant_new_strv(&path, iconThemePath_.empty() ? 0 : 1);
 }
 
-void DbusMenu::take(const Event& event) const {
-  if (event.name != "clicked") return;
+const ActionEntry* DbusMenu::clickedEntry(const Event& event) const {
+  if (event.name != "clicked") return nullptr;
   const std::optional<Node> node = tree_.find(event.id);
-  if (!node || !node->entry) return;
+  if (!node || !node->entry) return nullptr;
   const auto* entry = std::get_if<ActionEntry>(node->entry);
-  if (entry && entry->enabled) onClick_(*entry, event.timestamp);
+  return entry && entry->enabled ? entry : nullptr;
 }
 
 }  // namespace quillmar

@@ -13,6 +13,7 @@
 
 #include "platform/linux/bus/dbus_object.h"
 #include "platform/linux/status_item/dbus_menu_tree.h"
+#include "platform/linux/status_item/key_equivalent_shortcut.h"
 #include "platform/menu.h"
 
 namespace quillmar {
@@ -25,9 +26,14 @@ class DbusMenu {
   /// `timestamp` is the click's as the panel gives it, 0 for none.
   using ClickHandler = std::function<void(const ActionEntry& entry, std::uint32_t timestamp)>;
 
-  /// An empty menu at /MenuBar. `iconThemePath` is a folder with icon themes that panels look for
-  /// the entries' icons in, besides the system's.
-  DbusMenu(GDBusConnection* connection, const std::string& iconThemePath, ClickHandler onClick);
+  struct Options {
+    /// A folder with icon themes that panels look for the entries' icons in, besides the system's.
+    std::string iconThemePath;
+    ShortcutKeyNames keyNames = ShortcutKeyNames::keysyms;
+  };
+
+  /// An empty menu at /MenuBar.
+  DbusMenu(GDBusConnection* connection, const Options& options, ClickHandler onClick);
 
   /// Shows the menu. Panels are told of it, with one LayoutUpdated, only if it differs from the
   /// current one.
@@ -44,17 +50,18 @@ class DbusMenu {
   void aboutToShowGroup(GVariant* arguments, GDBusMethodInvocation* invocation) const;
   GVariant* property(const char* name) const;
 
-  /// What a panel tells of an entry.
+  /// What a panel reports about an entry.
   struct Event {
     DbusMenuTree::Id id = DbusMenuTree::rootId;
     std::string name;
     std::uint32_t timestamp = 0;
   };
 
-  /// Hands a click on an enabled action entry to the click handler; ignores other events.
-  void take(const Event& event) const;
+  /// Null unless the event is a click on an enabled action entry.
+  const ActionEntry* clickedEntry(const Event& event) const;
 
   std::string iconThemePath_;
+  ShortcutKeyNames keyNames_;
   ClickHandler onClick_;
   DbusMenuTree tree_;
   DbusObject object_;

@@ -1,5 +1,6 @@
 #include "platform/linux/status_item/dbus_menu_tree.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <utility>
@@ -11,11 +12,10 @@ namespace {
 std::size_t countEntries(const Menu& menu) {
   std::size_t count = menu.entries.size();
   for (const MenuEntry& entry : menu.entries) {
-    if (const auto* folder = std::get_if<SubmenuEntry>(&entry)) {
-      count += countEntries(folder->submenu);
-    }
+    const auto* folder = std::get_if<SubmenuEntry>(&entry);
+    if (folder) count += countEntries(folder->submenu);
   }
-  return count;
+  return std::min(count, DbusMenuTree::mostEntries);
 }
 
 }  // namespace
@@ -65,13 +65,14 @@ const DbusMenuTree::Node* DbusMenuTree::Generation::find(Id id) const {
 // `parent` may be one of generation.nodes, which are reserved and do not move.
 void DbusMenuTree::addNodes(Generation& generation, const Menu& menu, Node& parent) {
   const std::size_t first = generation.nodes.size();
+  const std::size_t count = std::min(menu.entries.size(), mostEntries - first);
   parent.firstChild = generation.firstId + static_cast<Id>(first);
-  parent.childCount = static_cast<Id>(menu.entries.size());
-  for (std::size_t i = 0; i < menu.entries.size(); ++i) {
+  parent.childCount = static_cast<Id>(count);
+  for (std::size_t i = 0; i < count; ++i) {
     generation.nodes.push_back(
         {.id = parent.firstChild + static_cast<Id>(i), .entry = &menu.entries[i]});
   }
-  for (std::size_t i = 0; i < menu.entries.size(); ++i) {
+  for (std::size_t i = 0; i < count; ++i) {
     if (const auto* folder = std::get_if<SubmenuEntry>(&menu.entries[i])) {
       addNodes(generation, folder->submenu, generation.nodes[first + i]);
     }

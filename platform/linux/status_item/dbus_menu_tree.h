@@ -8,6 +8,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -22,6 +23,10 @@ class DbusMenuTree {
 
   /// The menu itself, in every generation.
   static constexpr Id rootId = 0;
+
+  /// A menu with more entries loses some: a bus message has at most 64 MiB of them. Those of the
+  /// top level are kept before those of submenus.
+  static constexpr std::size_t mostEntries = 32'768;
 
   struct Node {
     Id id = rootId;

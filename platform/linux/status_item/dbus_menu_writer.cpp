@@ -1,11 +1,12 @@
 #include "platform/linux/status_item/dbus_menu_writer.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
 
-#include "platform/linux/status_item/key_equivalent_shortcut.h"
+#include "platform/menu_label.h"
 #include "platform/text.h"
 
 namespace quillmar {
@@ -16,18 +17,8 @@ GVariant* stringVariant(std::string_view text) {
   return g_variant_new_string(text::replacingUnsendable(text).c_str());
 }
 
-/// A single underscore marks the letter to press in a label; two show as one. Panels put a text of
-/// their own where a label is missing or empty, but show a space as it is.
-GVariant* labelVariant(std::string_view title) {
-  if (title.empty()) return g_variant_new_string(" ");
-  std::string escaped;
-  escaped.reserve(title.size());
-  for (const char character : title) {
-    escaped += character;
-    if (character == '_') escaped += character;
-  }
-  return stringVariant(escaped);
-}
+/// What all labels of a menu may have together. A panel asks for all of them in one message.
+constexpr std::size_t mostBytesOfLabels = std::size_t{8} * 1024 * 1024;
 
 /// A shortcut is a list of key presses; ours have one.
 GVariant* shortcutVariant(const std::vector<std::string>& keys) {
@@ -49,15 +40,21 @@ const std::array<const char*, DbusMenuWriter::propertyCount> DbusMenuWriter::nam
     "type",        "label",        "enabled",          "icon-name",
     "toggle-type", "toggle-state", "children-display", "shortcut"};
 
-DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, GVariant* propertyNames)
-    : DbusMenuWriter(tree, bitsNamed(propertyNames)) {}
+DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, ShortcutKeyNames keyNames,
+                               GVariant* propertyNames)
+    : DbusMenuWriter(tree, keyNames, bitsNamed(propertyNames)) {}
 
-DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, const char* propertyName)
-    : DbusMenuWriter(tree, bitNamed(propertyName)) {}
+DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, ShortcutKeyNames keyNames,
+                               const char* propertyName)
+    : DbusMenuWriter(tree, keyNames, bitNamed(propertyName)) {}
 
-DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, std::uint32_t wanted)
+DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, ShortcutKeyNames keyNames,
+                               std::uint32_t wanted)
     : tree_(tree),
+      keyNames_(keyNames),
       wanted_(wanted),
+      mostLabelBytes_(std::min(mostLabelBytes,
+                               mostBytesOfLabels / std::max<std::size_t>(tree.nodes().size(), 1))),
       noChildren_(owned(g_variant_new_array(G_VARIANT_TYPE_VARIANT, nullptr, 0))) {
   for (std::size_t i = 0; i < propertyCount; ++i) {
     keys_.at(i) = owned(g_variant_new_string(names.at(i)));
@@ -141,6 +138,18 @@ GVariant* DbusMenuWriter::pair(Property property, GVariant* value) const {
   return g_variant_new_dict_entry(keys_.at(property).get(), g_variant_new_variant(value));
 }
 
+// A single underscore marks the letter to press in a label; two show as one. Panels put a text of
+// their own where a label is missing or empty, but show a space as it is.
+GVariant* DbusMenuWriter::labelVariant(const std::string& title) const {
+  if (title.empty()) return g_variant_new_string(" ");
+  std::string escaped;
+  for (const char character : menuLabel(title, mostLabelBytes_)) {
+    escaped += character;
+    if (character == '_') escaped += character;
+  }
+  return g_variant_new_string(escaped.c_str());
+}
+
 GVariant* DbusMenuWriter::iconPair(const std::string& icon) {
   GVariantPtr& known = iconPairs_[icon];
   if (!known) known = owned(pair(iconName, stringVariant(icon)));
@@ -151,7 +160,7 @@ GVariant* DbusMenuWriter::shortcutPair(const KeyEquivalent& keyEquivalent) {
   const std::string id = keyEquivalent.character + " " + std::to_string(keyEquivalent.modifierMask);
   const auto [known, isNew] = shortcutPairs_.try_emplace(id);
   if (isNew) {
-    const std::vector<std::string> keys = shortcutForKeyEquivalent(keyEquivalent);
+    const std::vector<std::string> keys = shortcutForKeyEquivalent(keyEquivalent, keyNames_);
     if (!keys.empty()) known->second = owned(pair(shortcut, shortcutVariant(keys)));
   }
   return known->second.get();

@@ -16,6 +16,7 @@
 
 #include "platform/linux/bus/glib_pointers.h"
 #include "platform/linux/status_item/dbus_menu_tree.h"
+#include "platform/linux/status_item/key_equivalent_shortcut.h"
 #include "platform/menu.h"
 
 namespace quillmar {
@@ -24,10 +25,10 @@ class DbusMenuWriter {
  public:
   /// Writes the properties that are named in the `as`, all for an empty one. The tree must outlive
   /// the writer.
-  DbusMenuWriter(const DbusMenuTree& tree, GVariant* propertyNames);
+  DbusMenuWriter(const DbusMenuTree& tree, ShortcutKeyNames keyNames, GVariant* propertyNames);
 
   /// Writes one property.
-  DbusMenuWriter(const DbusMenuTree& tree, const char* propertyName);
+  DbusMenuWriter(const DbusMenuTree& tree, ShortcutKeyNames keyNames, const char* propertyName);
 
   /// The entry with its descendants down to `depth` levels, all of them for a negative one:
   /// `(ia{sv}av)`, floating.
@@ -63,7 +64,7 @@ class DbusMenuWriter {
     }
   };
 
-  DbusMenuWriter(const DbusMenuTree& tree, std::uint32_t wanted);
+  DbusMenuWriter(const DbusMenuTree& tree, ShortcutKeyNames keyNames, std::uint32_t wanted);
 
   static std::uint32_t bitNamed(const char* name);
   static std::uint32_t bitsNamed(GVariant* names);
@@ -73,12 +74,15 @@ class DbusMenuWriter {
                      const std::optional<Image>& image);
   void addState(Values& values, ControlState state);
   GVariant* pair(Property property, GVariant* value) const;
+  GVariant* labelVariant(const std::string& title) const;
   GVariant* iconPair(const std::string& icon);
   /// Null for a key without a name.
   GVariant* shortcutPair(const KeyEquivalent& keyEquivalent);
 
   const DbusMenuTree& tree_;
+  ShortcutKeyNames keyNames_;
   std::uint32_t wanted_;
+  std::size_t mostLabelBytes_;
   std::array<GVariantPtr, propertyCount> keys_;
   GVariantPtr noChildren_;
   GVariantPtr separatorPair_;

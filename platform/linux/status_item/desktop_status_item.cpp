@@ -63,9 +63,10 @@ void DesktopStatusItem::trayChanged(bool hasTray) {
   embedded_->setActionHandler(forwarder());
 }
 
-Result<void> DesktopStatusItem::popUp(const Activation& activation) {
+Result<void> DesktopStatusItem::popUp(const Activation& activation,
+                                      std::optional<ScreenPoint> position) {
   return collaborators_.windows.popUpMenu(
-      menu_, activation, [weakSelf = std::weak_ptr(self_)](const ActionEntry& entry) {
+      menu_, position, activation, [weakSelf = std::weak_ptr(self_)](const ActionEntry& entry) {
         // The choice was made in a window of this program: the window system knows of it.
         if (const auto self = weakSelf.lock()) (*self)->sendAction(entry, {});
       });

@@ -59,8 +59,9 @@ class DesktopStatusItem final : public StatusItem {
   /// True while the icon is to be seen somewhere, as far as is known.
   bool isShown() const { return host_ == StatusNotifierHost::present || embedded_; }
 
-  /// Shows the menu at the pointer; its entries do what those of the icon's menu do.
-  Result<void> popUp(const Activation& activation);
+  /// Opens the menu as WindowSystem::popUpMenu does. Its entries do the same as those of the icon's
+  /// menu.
+  Result<void> popUp(const Activation& activation, std::optional<ScreenPoint> position = {});
 
  private:
   void stopLooking();

@@ -1,18 +1,19 @@
-// Key equivalents in the words of the menu protocol: modifiers, then the name of a keysym.
+// Key equivalents in the form of the menu protocol: modifiers, then the name of a key.
 
 #pragma once
 
 #include <string>
 #include <vector>
 
-#include "platform/menu.h"
+#include "platform/key_equivalent.h"
+#include "platform/linux/status_item/panel_traits.h"
 
 namespace quillmar {
 
 /// The modifiers that are set, in the order "Control", "Alt", "Shift", "Super" (Command is Super,
-/// Option is Alt), and the keysym name of the first character ("a", "comma", "Prior", "F5",
-/// "U20AC"). An upper-case letter is Shift with the lower-case one. Empty when there is no
-/// character or no key produces it.
-std::vector<std::string> shortcutForKeyEquivalent(const KeyEquivalent& keyEquivalent);
+/// Option is Alt), and the name of the first character's key. An upper-case letter is Shift with
+/// the lower-case one. Empty when there is no character or no key produces it.
+std::vector<std::string> shortcutForKeyEquivalent(
+    const KeyEquivalent& keyEquivalent, ShortcutKeyNames names = ShortcutKeyNames::keysyms);
 
 }  // namespace quillmar

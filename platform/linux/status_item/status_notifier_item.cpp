@@ -4,13 +4,14 @@
 
 #include "platform/linux/bus/markup.h"
 #include "platform/linux/status_item/icon_pixmaps.h"
+#include "platform/menu_label.h"
 #include "platform/text.h"
 
 namespace quillmar {
 
 namespace {
 
-// No Activate or ContextMenu: panels answer their absence by opening the menu themselves.
+// Scroll is missing: turning the wheel over the icon does nothing.
 constexpr const char* introspection = R"xml(<node>
   <interface name="org.kde.StatusNotifierItem">
     <property name="Category" type="s" access="read"/>
@@ -30,6 +31,18 @@ constexpr const char* introspection = R"xml(<node>
     <property name="AttentionIconPixmap" type="a(iiay)" access="read"/>
     <property name="AttentionMovieName" type="s" access="read"/>
     <property name="ToolTip" type="(sa(iiay)ss)" access="read"/>
+    <method name="Activate">
+      <arg type="i" name="x" direction="in"/>
+      <arg type="i" name="y" direction="in"/>
+    </method>
+    <method name="SecondaryActivate">
+      <arg type="i" name="x" direction="in"/>
+      <arg type="i" name="y" direction="in"/>
+    </method>
+    <method name="ContextMenu">
+      <arg type="i" name="x" direction="in"/>
+      <arg type="i" name="y" direction="in"/>
+    </method>
     <method name="ProvideXdgActivationToken">
       <arg type="s" name="token" direction="in"/>
     </method>
@@ -50,7 +63,7 @@ GVariant* noPixmaps() {
 
 StatusNotifierItemOptions sendable(StatusNotifierItemOptions options) {
   options.id = text::replacingUnsendable(options.id);
-  options.title = text::replacingUnsendable(options.title);
+  options.title = menuLabel(options.title);
   return options;
 }
 
@@ -61,7 +74,8 @@ StatusNotifierItem::StatusNotifierItem(GDBusConnection* connection, TaskQueue& m
     : mainQueue_(mainQueue),
       options_(sendable(std::move(options))),
       self_(std::make_shared<StatusNotifierItem*>(this)),
-      menu_(connection, options_.iconThemePath,
+      menu_(connection,
+            {.iconThemePath = options_.iconThemePath, .keyNames = options_.panel.shortcutKeyNames},
             [this](const ActionEntry& entry, std::uint32_t timestamp) {
               runLater(entry, timestamp);
             }),
@@ -83,12 +97,35 @@ void StatusNotifierItem::setImage(std::optional<Image> image) {
   object_.emit("NewIcon", nullptr);
 }
 
-void StatusNotifierItem::answer(const char*, GVariant* arguments,
+void StatusNotifierItem::answer(const char* method, GVariant* arguments,
                                 GDBusMethodInvocation* invocation) {
-  const char* token = nullptr;
-  g_variant_get(arguments, "(&s)", &token);
-  activationToken_ = token;
+  if (std::string_view(method) == "ProvideXdgActivationToken") {
+    const char* token = nullptr;
+    g_variant_get(arguments, "(&s)", &token);
+    activationToken_ = token;
+    g_dbus_method_invocation_return_value(invocation, nullptr);
+    return;
+  }
+  if (options_.panel.opensMenuItself) {
+    g_dbus_method_invocation_return_error(invocation, G_DBUS_ERROR, G_DBUS_ERROR_UNKNOWN_METHOD,
+                                          "A panel of this desktop opens the menu itself.");
+    return;
+  }
+  ScreenPoint position;
+  g_variant_get(arguments, "(ii)", &position.x, &position.y);
   g_dbus_method_invocation_return_value(invocation, nullptr);
+  openLater(position);
+}
+
+void StatusNotifierItem::openLater(ScreenPoint position) {
+  // Panels that do not know the position send zeros.
+  const bool isKnown = position != ScreenPoint{};
+  mainQueue_.async([weakSelf = std::weak_ptr(self_), position, isKnown,
+                    activation = Activation{0, std::exchange(activationToken_, {})}] {
+    const auto self = weakSelf.lock();
+    if (!self || !(*self)->openHandler_) return;
+    (*self)->openHandler_(isKnown ? std::optional(position) : std::nullopt, activation);
+  });
 }
 
 void StatusNotifierItem::runLater(const ActionEntry& entry, std::uint32_t timestamp) {

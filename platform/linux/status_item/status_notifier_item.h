@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,9 +17,11 @@
 
 #include "platform/linux/bus/dbus_object.h"
 #include "platform/linux/status_item/dbus_menu.h"
+#include "platform/linux/status_item/panel_traits.h"
 #include "platform/linux/status_item/status_notifier_registration.h"
 #include "platform/status_item.h"
 #include "platform/task_queue.h"
+#include "platform/window_system.h"
 
 namespace quillmar {
 
@@ -32,6 +35,8 @@ struct StatusNotifierItemOptions {
   std::string iconThemePath;
   /// A folder with icons as pixels; see loadIconPixmaps.
   std::string pixmapDirectory;
+  /// What is known about the desktop's panel.
+  PanelTraits panel;
 };
 
 class StatusNotifierItem final : public StatusItem {
@@ -49,6 +54,14 @@ class StatusNotifierItem final : public StatusItem {
   /// Whether a panel shows icons of this kind; unknown at first.
   StatusNotifierHost host() const { return registration_.host(); }
 
+  /// Opens the menu at the point, in the program's own window; runs in its own turn of the main
+  /// queue. Without a point the panel did not say where.
+  using OpenHandler =
+      std::function<void(std::optional<ScreenPoint> position, const Activation& activation)>;
+
+  /// Called when a panel that does not open menus itself asks for the menu. May be empty.
+  void setOpenHandler(OpenHandler handler) { openHandler_ = std::move(handler); }
+
   /// Called when host() has changed. May be empty.
   void setHostHandler(StatusNotifierRegistration::HostHandler handler) {
     hostHandler_ = std::move(handler);
@@ -57,6 +70,7 @@ class StatusNotifierItem final : public StatusItem {
  private:
   void answer(const char* method, GVariant* arguments, GDBusMethodInvocation* invocation);
   GVariant* property(const char* name) const;
+  void openLater(ScreenPoint position);
   void runLater(const ActionEntry& entry, std::uint32_t timestamp);
 
   TaskQueue& mainQueue_;
@@ -65,6 +79,7 @@ class StatusNotifierItem final : public StatusItem {
   std::string iconName_;
   /// What a panel has announced the next click with; empty for none.
   std::string activationToken_;
+  OpenHandler openHandler_;
   StatusNotifierRegistration::HostHandler hostHandler_;
   /// What tasks that wait in the queue look back through: gone when this object is.
   std::shared_ptr<StatusNotifierItem*> self_;

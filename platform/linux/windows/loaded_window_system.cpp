@@ -65,11 +65,13 @@ Result<std::unique_ptr<WindowPeer>> LoadedWindowSystem::makeWindowPeer(Window& w
   return system.value()->makeWindowPeer(window);
 }
 
-Result<void> LoadedWindowSystem::popUpMenu(Menu menu, const Activation& activation,
+Result<void> LoadedWindowSystem::popUpMenu(Menu menu, std::optional<ScreenPoint> position,
+                                           const Activation& activation,
                                            std::function<void(const ActionEntry& entry)> choose) {
   const auto system = reported(windows());
   if (!system) return system.error();
-  return reported(system.value()->popUpMenu(std::move(menu), activation, std::move(choose)));
+  return reported(
+      system.value()->popUpMenu(std::move(menu), position, activation, std::move(choose)));
 }
 
 Result<std::unique_ptr<StatusItem>> LoadedWindowSystem::makeEmbeddedStatusItem() {

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/linux/application/main_loop.h"
@@ -28,7 +29,8 @@ class LoadedWindowSystem final : public WindowSystem {
   static std::string moduleOfThisProgram();
 
   Result<std::unique_ptr<WindowPeer>> makeWindowPeer(Window& window) override;
-  Result<void> popUpMenu(Menu menu, const Activation& activation,
+  Result<void> popUpMenu(Menu menu, std::optional<ScreenPoint> position,
+                         const Activation& activation,
                          std::function<void(const ActionEntry& entry)> choose) override;
   Result<std::unique_ptr<StatusItem>> makeEmbeddedStatusItem() override;
 

@@ -1,5 +1,6 @@
 #include "platform/qt/menus/embedded_status_item.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <utility>
 
@@ -34,7 +35,8 @@ EmbeddedStatusItem::EmbeddedStatusItem(TaskQueue& mainQueue)
   // A click with either button opens the menu; the toolkit does it for the right one.
   QObject::connect(&icon_, &QSystemTrayIcon::activated, &icon_,
                    [this](QSystemTrayIcon::ActivationReason reason) {
-                     if (reason == QSystemTrayIcon::Trigger && menu_) openAtPointer(*menu_);
+                     if (reason == QSystemTrayIcon::Trigger && menu_)
+                       openAt(QCursor::pos(), *menu_);
                    });
 }
 

@@ -1,13 +1,14 @@
 #include "platform/qt/menus/menu_widget.h"
 
 #include <QApplication>
-#include <QCursor>
 #include <QIcon>
 #include <QPalette>
 #include <variant>
 
 #include "platform/qt/images/image_icons.h"
 #include "platform/qt/windows/key_presses.h"
+#include "platform/text.h"
+#include "platform/visible_text.h"
 
 namespace quillmar {
 
@@ -20,7 +21,8 @@ QString withoutMnemonic(QString text) {
 
 /// The toolkit takes what follows a tab for a shortcut.
 QString plainTitle(const std::string& title) {
-  return withoutMnemonic(QString::fromStdString(title))
+  const std::string visible = text::withVisibleCharacters(text::onOneLine(title));
+  return withoutMnemonic(QString::fromStdString(visible))
       .replace(QLatin1Char('\t'), QLatin1Char(' '));
 }
 
@@ -89,11 +91,11 @@ void fillMenu(ScrollingMenu& widget, const Menu& menu, const MenuChoice& choice)
   }
 }
 
-void openAtPointer(QMenu& widget) {
+void openAt(QPoint point, QMenu& widget) {
   while (QWidget* const open = QApplication::activePopupWidget()) {
     if (!open->close()) break;
   }
-  widget.popup(QCursor::pos());
+  widget.popup(point);
 }
 
 }  // namespace quillmar

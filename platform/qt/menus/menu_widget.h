@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QPoint>
 #include <functional>
 #include <memory>
 
@@ -21,8 +22,8 @@ struct MenuChoice {
 /// Fills the toolkit's menu with the entries.
 void fillMenu(ScrollingMenu& widget, const Menu& menu, const MenuChoice& choice);
 
-/// Opens the menu where the pointer is; whatever menu is open closes, the icon's as well as one
-/// that has popped up.
-void openAtPointer(QMenu& widget);
+/// Opens the menu with a corner at the point, so that it is on the screen. Every other menu of the
+/// program closes.
+void openAt(QPoint point, QMenu& widget);
 
 }  // namespace quillmar

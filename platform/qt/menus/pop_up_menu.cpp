@@ -1,5 +1,7 @@
 #include "platform/qt/menus/pop_up_menu.h"
 
+#include <QCursor>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QPointer>
 #include <QScreen>
@@ -17,10 +19,50 @@ bool windowsCanBePlaced() {
   return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
 }
 
-/// The one that is open; closed, it destroys itself.
-QPointer<QWidget>& openMenu() {
-  static QPointer<QWidget> widget;
-  return widget;
+/// The time that a click may take from the press, which closes the menu, to the request of the
+/// panel that was clicked.
+constexpr qint64 longestClick = 500;  // milliseconds
+
+/// The menu that popped up last.
+struct LastMenu {
+  /// Destroys itself when it is closed.
+  QPointer<QWidget> widget;
+  /// Runs since a press of the mouse outside of the menu closed it.
+  QElapsedTimer sinceClosingPress;
+};
+
+LastMenu& lastMenu() {
+  static LastMenu last;
+  return last;
+}
+
+void remember(QWidget& widget) {
+  lastMenu().widget = &widget;
+}
+
+/// Closes what is open. True when that is all that the click asks for.
+bool closeByClick() {
+  LastMenu& last = lastMenu();
+  const bool wasOpen = last.widget != nullptr && last.widget->isVisible();
+  const bool hasClosed =
+      last.sinceClosingPress.isValid() && !last.sinceClosingPress.hasExpired(longestClick);
+  if (wasOpen) last.widget->close();
+  last.sinceClosingPress.invalidate();
+  return wasOpen || hasClosed;
+}
+
+/// The place of a click. MATE's panel sends a point of its own window instead of the screen; the
+/// pointer is on the icon then.
+QPoint placeOfClick(const std::optional<ScreenPoint>& position) {
+  constexpr int thickestPanel = 150;
+  const QPoint pointer = QCursor::pos();
+  if (!position) return pointer;
+  const QPoint place(position->x, position->y);
+  return (place - pointer).manhattanLength() > thickestPanel ? pointer : place;
+}
+
+void noteClosingPress() {
+  if (QGuiApplication::mouseButtons() != Qt::NoButton) lastMenu().sinceClosingPress.start();
 }
 
 /// Gives the window the size of what is in it, or less height where that is too much for the
@@ -53,7 +95,7 @@ void showInWindow(const Menu& menu, const Activation& activation, const MenuChoi
   });
   QObject::connect(widget, &QMenu::triggered, window, &QWidget::close);
   QObject::connect(widget, &QMenu::aboutToHide, window, &QWidget::close);
-  openMenu() = window;
+  remember(*window);
   widget->show();
   presentWindow(*window, activation);
   widget->setFocus();
@@ -61,8 +103,9 @@ void showInWindow(const Menu& menu, const Activation& activation, const MenuChoi
 
 }  // namespace
 
-void popUpMenuWidget(const Menu& menu, const Activation& activation, const MenuChoice& choice) {
-  if (openMenu() != nullptr) openMenu()->close();
+void popUpMenuWidget(const Menu& menu, std::optional<ScreenPoint> position,
+                     const Activation& activation, const MenuChoice& choice) {
+  if (closeByClick() && position) return;
   if (!windowsCanBePlaced()) {
     showInWindow(menu, activation, choice);
     return;
@@ -70,8 +113,9 @@ void popUpMenuWidget(const Menu& menu, const Activation& activation, const MenuC
   auto* const widget = new ScrollingMenu;
   fillMenu(*widget, menu, choice);
   QObject::connect(widget, &QMenu::aboutToHide, widget, &QObject::deleteLater);
-  openMenu() = widget;
-  openAtPointer(*widget);
+  QObject::connect(widget, &QMenu::aboutToHide, widget, noteClosingPress);
+  remember(*widget);
+  openAt(placeOfClick(position), *widget);
 }
 
 }  // namespace quillmar

@@ -1,16 +1,19 @@
-// The menu at the pointer. Main thread.
+// The menu that pops up without a panel's help. Main thread.
 
 #pragma once
+
+#include <optional>
 
 #include "platform/application.h"
 #include "platform/menu.h"
 #include "platform/qt/menus/menu_widget.h"
+#include "platform/window_system.h"
 
 namespace quillmar {
 
-/// Opens the menu and returns; one that is open closes. Where the display lets no program place its
-/// windows the menu lies in a small window of its own, which
-/// `activation` gives the focus.
-void popUpMenuWidget(const Menu& menu, const Activation& activation, const MenuChoice& choice);
+/// Opens the menu as WindowSystem::popUpMenu describes. Where the display lets no program place its
+/// windows, the menu lies in a small window of its own, which `activation` gives the focus.
+void popUpMenuWidget(const Menu& menu, std::optional<ScreenPoint> position,
+                     const Activation& activation, const MenuChoice& choice);
 
 }  // namespace quillmar

@@ -17,7 +17,8 @@ Result<std::unique_ptr<WindowPeer>> QtWindowSystem::makeWindowPeer(Window& windo
   return std::unique_ptr<WindowPeer>(std::make_unique<QtWindowPeer>(window));
 }
 
-Result<void> QtWindowSystem::popUpMenu(Menu menu, const Activation& activation,
+Result<void> QtWindowSystem::popUpMenu(Menu menu, std::optional<ScreenPoint> position,
+                                       const Activation& activation,
                                        std::function<void(const ActionEntry& entry)> choose) {
   const auto perform = [choose = std::move(choose)](const ActionEntry& chosen) {
     // The choice was made in a window of this program, which needs no permission for the next one.
@@ -25,7 +26,7 @@ Result<void> QtWindowSystem::popUpMenu(Menu menu, const Activation& activation,
       if (choose) choose(entry);
     });
   };
-  popUpMenuWidget(menu, activation, {.mainQueue = mainQueue_, .choose = perform});
+  popUpMenuWidget(menu, position, activation, {.mainQueue = mainQueue_, .choose = perform});
   return {};
 }
 

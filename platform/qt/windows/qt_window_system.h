@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "platform/qt/windows/hasty_press_filter.h"
 #include "platform/task_queue.h"
@@ -17,7 +18,8 @@ class QtWindowSystem final : public WindowSystem {
   explicit QtWindowSystem(TaskQueue& mainQueue);
 
   Result<std::unique_ptr<WindowPeer>> makeWindowPeer(Window& window) override;
-  Result<void> popUpMenu(Menu menu, const Activation& activation,
+  Result<void> popUpMenu(Menu menu, std::optional<ScreenPoint> position,
+                         const Activation& activation,
                          std::function<void(const ActionEntry& entry)> choose) override;
   Result<std::unique_ptr<StatusItem>> makeEmbeddedStatusItem() override;
 

@@ -1,0 +1,31 @@
+// What the protocols leave open and panels do differently.
+
+#pragma once
+
+#include "platform/environment.h"
+
+namespace quillmar {
+
+/// How panels want the keys of shortcuts to be named. They show no shortcut whose key they cannot
+/// parse. They differ in keys other than letters and digits.
+enum class ShortcutKeyNames {
+  /// GTK panels look up the name of a keysym: "comma", "Prior".
+  keysyms,
+  /// The panels of KDE Plasma and LXQt parse the text of a Qt key sequence: ",", "PgUp".
+  qtKeys,
+};
+
+struct PanelTraits {
+  ShortcutKeyNames shortcutKeyNames = ShortcutKeyNames::keysyms;
+  /// True: calls to open the menu are refused as unknown. GNOME's panel opens the menu on a click,
+  /// calls Activate on a double click, and once that has succeeded it delays the menu until a click
+  /// is known to be a single one.
+  bool opensMenuItself = false;
+
+  bool operator==(const PanelTraits&) const = default;
+};
+
+/// Of the panel that belongs to the desktop (XDG_CURRENT_DESKTOP); the defaults for others.
+PanelTraits panelTraitsOf(const Environment& environment);
+
+}  // namespace quillmar
