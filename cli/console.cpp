@@ -9,6 +9,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "platform/file_system.h"
+
 namespace quillmar {
 
 StandardConsole::StandardConsole() {
@@ -52,6 +54,9 @@ Result<std::string> StandardConsole::readToEnd() {
   std::array<char, 4096> buffer;
   while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), stdin)) {
     bytes.append(buffer.data(), count);
+    if (bytes.size() > maximumFileSize) {
+      return Error{"Standard input is larger than 64 MiB.", ErrorKind::tooLarge};
+    }
   }
   if (std::ferror(stdin) != 0) {
     return Error{"Standard input could not be read: " + std::generic_category().message(errno) +

@@ -6,30 +6,36 @@ namespace quillmar {
 
 namespace {
 
-Error sentence(std::string_view kind, std::string_view path, std::string_view done,
-               std::string_view reason) {
+Error sentence(std::string_view subject, std::string_view path, std::string_view done,
+               std::string_view reason, ErrorKind kind) {
   std::string text = "The ";
-  text.append(kind).append(" ").append(quotedPath(path)).append(" could not be ");
+  text.append(subject).append(" ").append(quotedPath(path)).append(" could not be ");
   text.append(done).append(": ").append(reason).append(".");
-  return {std::move(text)};
+  return {std::move(text), kind};
 }
 
 }  // namespace
 
 std::string quotedPath(std::string_view path) {
-  return "“" + text::replacingUnsendable(path) + "”";
+  return "“" + text::escapingControlCharacters(path) + "”";
 }
 
-Error fileError(std::string_view path, std::string_view done, std::string_view reason) {
-  return sentence("file", path, done, reason);
+Error fileError(std::string_view path, std::string_view done, std::string_view reason,
+                ErrorKind kind) {
+  return sentence("file", path, done, reason, kind);
 }
 
-Error folderError(std::string_view path, std::string_view done, std::string_view reason) {
-  return sentence("folder", path, done, reason);
+Error fileTooLarge(std::string_view path) {
+  return fileError(path, "read", "It is larger than 64 MiB", ErrorKind::tooLarge);
+}
+
+Error folderError(std::string_view path, std::string_view done, std::string_view reason,
+                  ErrorKind kind) {
+  return sentence("folder", path, done, reason, kind);
 }
 
 Error launchError(std::string_view path, std::string_view reason) {
-  return sentence("program", path, "launched", reason);
+  return sentence("program", path, "launched", reason, ErrorKind::other);
 }
 
 }  // namespace quillmar

@@ -1,5 +1,4 @@
-// The sentences in which failures of files and programs are told, the same from every backend. Any
-// thread.
+// Error messages for files and programs, the same from every backend. Any thread.
 
 #pragma once
 
@@ -10,14 +9,20 @@
 
 namespace quillmar {
 
-/// The path between typographic quotes, made UTF-8 whatever its bytes are.
+/// The path in typographic quotes, on one line and in UTF-8 whatever its bytes are: control
+/// characters are escaped.
 std::string quotedPath(std::string_view path);
 
 /// "The file “PATH” could not be DONE: REASON.", with "read" or "written" for DONE, for example.
-Error fileError(std::string_view path, std::string_view done, std::string_view reason);
+Error fileError(std::string_view path, std::string_view done, std::string_view reason,
+                ErrorKind kind = ErrorKind::other);
 
-/// The same of a folder.
-Error folderError(std::string_view path, std::string_view done, std::string_view reason);
+/// The same for a folder.
+Error folderError(std::string_view path, std::string_view done, std::string_view reason,
+                  ErrorKind kind = ErrorKind::other);
+
+/// The error for a file that is larger than maximumFileSize.
+Error fileTooLarge(std::string_view path);
 
 /// "The program “PATH” could not be launched: REASON."
 Error launchError(std::string_view path, std::string_view reason);

@@ -13,14 +13,14 @@
 
 namespace quillmar {
 
-/// An existing or new file that is being overwritten in place: its identity, mode and owner stay.
-/// Destroying it closes the file.
+/// A file that is being overwritten in place, so that its identity, mode and owner stay. The
+/// destructor closes it.
 class FileOverwrite {
  public:
   virtual ~FileOverwrite() = default;
 
-  /// Makes room on the disk for a file of `size` bytes without changing a byte of it or its length.
-  /// Fails only for lack of room or quota; where the file system cannot reserve, it succeeds.
+  /// Reserves disk space for a file of `size` bytes without changing its bytes or its length. Fails
+  /// only for lack of space or quota; succeeds where the file system cannot reserve.
   virtual Result<void> reserve(std::uint64_t size) = 0;
 
   /// Writes all of `bytes` at the offset. On failure some of them may have been written.
@@ -29,40 +29,46 @@ class FileOverwrite {
   /// Makes the file `size` bytes long.
   virtual Result<void> setLength(std::uint64_t size) = 0;
 
-  /// Closes the file and tells whether everything written has been taken: network file systems may
-  /// say only now that there was no room. The last call.
+  /// Closes the file and returns whether all data was accepted: network file systems may report a
+  /// lack of space only now. The last call.
   virtual Result<void> finish() = 0;
 };
+
+/// Larger files are not read.
+inline constexpr std::uint64_t maximumFileSize = std::uint64_t{64} << 20;
 
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
-  /// False when nothing is at the path for certain. True when something, a file or a folder, is
-  /// there, and when the system does not let one look: whoever opens it then hears why.
+  /// True if a file or folder is at the path, or if the system does not allow a look: opening the
+  /// path then reports why. False if nothing can be there, so also for a path below a regular file,
+  /// a path that is too long, and a symbolic link that leads to itself.
   virtual bool exists(const std::string& path) const = 0;
 
   /// True when the path is a regular file that this user may execute.
   virtual bool isExecutableFile(const std::string& path) const = 0;
 
-  /// Makes the folder and every missing one above it; an existing folder is fine.
+  /// Creates the folder and every missing one above it; an existing folder is fine.
   virtual Result<void> createDirectories(const std::string& path) = 0;
 
-  /// The whole file. The string has spare capacity of at least 64 bytes behind its end, so that a
-  /// parser which reads ahead needs no copy.
+  /// The whole file. Fails with ErrorKind::tooLarge if it is larger than maximumFileSize. The
+  /// string has spare capacity of at least 64 bytes behind its end, so that a parser that reads
+  /// ahead needs no copy.
   virtual Result<std::string> read(const std::string& path) const = 0;
 
   /// The permission bits of the file (07777).
   virtual Result<std::uint32_t> permissions(const std::string& path) const = 0;
 
-  /// Replaces the file, or makes it, in one step: a temporary file beside it with these permission
-  /// bits (a new file's default ones when absent) is written, brought to the disk and renamed over
-  /// it. On failure the old file is untouched and no temporary file stays.
+  /// Creates or replaces the file in one step: a temporary file beside it, with these permission
+  /// bits (the default ones of new files when absent), is written, flushed to the disk and renamed
+  /// over it. The folder is flushed too, so that the file survives a power failure. On failure the
+  /// old file is untouched and no temporary file stays.
   virtual Result<void> replace(const std::string& path, std::string_view bytes,
                                std::optional<std::uint32_t> permissions) = 0;
 
-  /// Opens the file for overwriting, making it (default permissions) when it is missing. Opening
-  /// changes nothing in an existing file.
+  /// Opens the file for overwriting, creating it with default permissions if it is missing. Opening
+  /// an existing file does not change it.
   virtual Result<std::unique_ptr<FileOverwrite>> openForOverwriting(const std::string& path) = 0;
 };
 

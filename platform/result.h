@@ -9,10 +9,24 @@
 
 namespace quillmar {
 
-/// Why something failed. `description` is UTF-8 text for people: whole sentences that name the
+/// What went wrong, as far as callers handle it differently.
+enum class ErrorKind {
+  other,
+  /// The user lacks a permission, or the file system is read-only.
+  notPermitted,
+  /// The disk is full or a quota is exceeded.
+  noSpace,
+  /// The device reported an error.
+  deviceFailure,
+  /// The data exceeds a limit of this program.
+  tooLarge,
+};
+
+/// Why an operation failed. `description` is UTF-8 text for the user: full sentences that name the
 /// file, program or place.
 struct Error {
   std::string description;
+  ErrorKind kind = ErrorKind::other;
 
   bool operator==(const Error&) const = default;
 };

@@ -29,7 +29,7 @@ class FaultyFileSystem::Overwrite final : public FileOverwrite {
     if (owner_.room_) *owner_.room_ -= fitting.size();
     Result<void> written = file_->write(offset, fitting);
     if (!written || fitting.size() == bytes.size()) return written;
-    return fileError(path_, "written", noSpaceLeft);
+    return fileError(path_, "written", noSpaceLeft, ErrorKind::noSpace);
   }
 
   Result<void> setLength(std::uint64_t size) override {
@@ -105,7 +105,7 @@ Result<void> FaultyFileSystem::replace(const std::string& path, std::string_view
   if (auto error = nextFailure(FileOperation::replace)) return *std::move(error);
   if (!isAlive()) return {};
   if (room_) {
-    if (*room_ < bytes.size()) return fileError(path, "written", noSpaceLeft);
+    if (*room_ < bytes.size()) return fileError(path, "written", noSpaceLeft, ErrorKind::noSpace);
     *room_ -= bytes.size();
   }
   return files_.replace(path, bytes, permissions);

@@ -16,12 +16,23 @@ constexpr std::uint32_t mayExecute = 0100;
 constexpr std::uint32_t newFilePermissions = 0644;
 constexpr int mostLinks = 40;
 constexpr std::size_t spareCapacity = 64;
+constexpr std::size_t longestName = 255;
+constexpr std::size_t longestPath = 4095;
 
 constexpr std::string_view noSuchFile = "No such file or directory";
 constexpr std::string_view notAFolder = "Not a directory";
 constexpr std::string_view isAFolder = "Is a directory";
 constexpr std::string_view notPermitted = "Permission denied";
 constexpr std::string_view tooManyLinks = "Too many levels of symbolic links";
+constexpr std::string_view nameTooLong = "File name too long";
+
+ErrorKind kindOf(std::string_view reason) {
+  return reason == notPermitted ? ErrorKind::notPermitted : ErrorKind::other;
+}
+
+Error failure(std::string_view path, std::string_view done, std::string_view reason) {
+  return fileError(path, done, reason, kindOf(reason));
+}
 
 /// The components of the path, the last one first, before those that are in `rest` already.
 void pushComponents(std::vector<std::string>& rest, std::string_view path) {
@@ -77,6 +88,7 @@ MemoryFileSystem::MemoryFileSystem() {
 
 MemoryFileSystem::Place MemoryFileSystem::resolve(const std::string& path) const {
   if (path.empty() || path.find('\0') != std::string::npos) return {"", noSuchFile};
+  if (path.size() > longestPath) return {"", nameTooLong};
   std::vector<std::string> rest;
   pushComponents(rest, path);
   std::string key = "/";
@@ -88,6 +100,7 @@ MemoryFileSystem::Place MemoryFileSystem::resolve(const std::string& path) const
     const Folder* folder = std::get_if<Folder>(&here->second);
     if (!folder) return {key, notAFolder};
     if (!(folder->permissions & mayExecute)) return {key, notPermitted};
+    if (name.size() > longestName) return {key, nameTooLong};
     if (name == ".") continue;
     if (name == "..") {
       key = parentOf(key);
@@ -133,7 +146,7 @@ std::string_view MemoryFileSystem::reasonAgainstNewEntryAt(const Place& place) c
 bool MemoryFileSystem::exists(const std::string& path) const {
   const std::lock_guard lock(*mutex_);
   const Place place = resolve(path);
-  return find(place) || !(place.reason.empty() || place.reason == noSuchFile);
+  return find(place) || place.reason == notPermitted;
 }
 
 bool MemoryFileSystem::isExecutableFile(const std::string& path) const {
@@ -150,7 +163,7 @@ Result<void> MemoryFileSystem::createDirectories(const std::string& path) {
     const Node* node = find(place);
     if (node && std::holds_alternative<Folder>(*node)) continue;
     const std::string_view reason = node ? notAFolder : reasonAgainstNewEntryAt(place);
-    if (!reason.empty()) return folderError(path, "made", reason);
+    if (!reason.empty()) return folderError(path, "created", reason, kindOf(reason));
     nodes_.emplace(place.key, Folder{});
   }
   return {};
@@ -160,11 +173,12 @@ Result<std::string> MemoryFileSystem::read(const std::string& path) const {
   const std::lock_guard lock(*mutex_);
   const Place place = resolve(path);
   if (!find(place)) {
-    return fileError(path, "read", place.reason.empty() ? noSuchFile : place.reason);
+    return failure(path, "read", place.reason.empty() ? noSuchFile : place.reason);
   }
   const std::shared_ptr<File> file = fileAt(place);
-  if (!file) return fileError(path, "read", isAFolder);
-  if (!(file->permissions & mayRead)) return fileError(path, "read", notPermitted);
+  if (!file) return failure(path, "read", isAFolder);
+  if (!(file->permissions & mayRead)) return failure(path, "read", notPermitted);
+  if (file->bytes.size() > maximumFileSize) return fileTooLarge(path);
   std::string bytes;
   bytes.reserve(file->bytes.size() + spareCapacity);
   bytes = file->bytes;
@@ -175,7 +189,7 @@ Result<std::uint32_t> MemoryFileSystem::permissions(const std::string& path) con
   const std::lock_guard lock(*mutex_);
   const Place place = resolve(path);
   const Node* node = find(place);
-  if (!node) return fileError(path, "examined", place.reason.empty() ? noSuchFile : place.reason);
+  if (!node) return failure(path, "examined", place.reason.empty() ? noSuchFile : place.reason);
   if (const std::shared_ptr<File> file = fileAt(place)) return file->permissions;
   return std::get<Folder>(*node).permissions;
 }
@@ -187,7 +201,7 @@ Result<void> MemoryFileSystem::replace(const std::string& path, std::string_view
   const Node* node = find(place);
   const std::string_view reason =
       node && std::holds_alternative<Folder>(*node) ? isAFolder : reasonAgainstNewEntryAt(place);
-  if (!reason.empty()) return fileError(path, "written", reason);
+  if (!reason.empty()) return failure(path, "written", reason);
   nodes_.insert_or_assign(
       place.key,
       std::make_shared<File>(File{std::string(bytes), permissions.value_or(newFilePermissions)}));
@@ -201,11 +215,11 @@ Result<std::unique_ptr<FileOverwrite>> MemoryFileSystem::openForOverwriting(
   std::shared_ptr<File> file = fileAt(place);
   if (!file) {
     const std::string_view reason = find(place) ? isAFolder : reasonAgainstNewEntryAt(place);
-    if (!reason.empty()) return fileError(path, "written", reason);
+    if (!reason.empty()) return failure(path, "written", reason);
     file = std::make_shared<File>(File{"", newFilePermissions});
     nodes_.emplace(place.key, file);
   } else if (!(file->permissions & mayWrite)) {
-    return fileError(path, "written", notPermitted);
+    return failure(path, "written", notPermitted);
   }
   return std::unique_ptr<FileOverwrite>(
       std::make_unique<MemoryFileOverwrite>(std::move(file), mutex_));

@@ -73,9 +73,9 @@ TYPED_TEST_P(FileSystemConformance, FoldersAreMadeWithAllAboveThemAndMayExist) {
 TYPED_TEST_P(FileSystemConformance, AFolderCannotBeMadeWhereAFileIs) {
   this->write("a", "");
   EXPECT_EQ(this->files().createDirectories(this->path("a")).error().description,
-            "The folder “" + this->path("a") + "” could not be made: Not a directory.");
+            "The folder “" + this->path("a") + "” could not be created: Not a directory.");
   EXPECT_EQ(this->files().createDirectories(this->path("a/b")).error().description,
-            "The folder “" + this->path("a/b") + "” could not be made: Not a directory.");
+            "The folder “" + this->path("a/b") + "” could not be created: Not a directory.");
 }
 
 TYPED_TEST_P(FileSystemConformance, AFileIsReadWholeWithSpareCapacityBehindIt) {
@@ -242,13 +242,28 @@ TYPED_TEST_P(FileSystemConformance, AFinishedFileHoldsWhatWasWritten) {
   EXPECT_EQ(this->contents("a"), "newer");
 }
 
-TYPED_TEST_P(FileSystemConformance, APathThatCannotBeLookedAtIsNotSaidToBeMissing) {
+TYPED_TEST_P(FileSystemConformance, NothingExistsWhereNothingCanBe) {
   this->write("file", "bytes");
   this->fixture_.addSymbolicLink(this->path("loop"), this->path("loop"));
-  EXPECT_TRUE(this->files().exists(this->path("file/below")));
-  EXPECT_TRUE(this->files().exists(this->path("loop")));
-  EXPECT_FALSE(this->files().read(this->path("loop")));
-  EXPECT_FALSE(this->files().exists(this->path("nothing/below")));
+  std::string tooLong = this->path("");
+  while (tooLong.size() <= 4096) tooLong += "./";
+  for (const std::string& path :
+       {this->path("file/below"), this->path("loop"), this->path("loop/below"),
+        this->path("nothing/below"), this->path(std::string(256, 'n')), tooLong + "file"}) {
+    EXPECT_FALSE(this->files().exists(path)) << path;
+    EXPECT_FALSE(this->files().read(path)) << path;
+  }
+}
+
+TYPED_TEST_P(FileSystemConformance, AFileOf64MiBIsReadAndALargerOneIsRefused) {
+  const std::unique_ptr<FileOverwrite> file = this->open("a");
+  ASSERT_TRUE(file->setLength(maximumFileSize));
+  EXPECT_EQ(this->contents("a").size(), maximumFileSize);
+  ASSERT_TRUE(file->setLength(maximumFileSize + 1));
+  const Result<std::string> read = this->files().read(this->path("a"));
+  ASSERT_FALSE(read);
+  EXPECT_EQ(read.error(),
+            (Error{this->readError("a", "It is larger than 64 MiB"), ErrorKind::tooLarge}));
 }
 
 REGISTER_TYPED_TEST_SUITE_P(
@@ -262,6 +277,7 @@ REGISTER_TYPED_TEST_SUITE_P(
     AWriteBehindTheEndAndAGreaterLengthFillWithZeros, ReservingChangesNeitherBytesNorLength,
     OverwritingThroughALinkKeepsIt, LinksAreFollowedEverywhere, ALinkThatLeadsNowhereIsNotThere,
     AnOpenFileOutlivesItsReplacement, ReplacingWithoutPermissionsGivesThoseOfANewFile,
-    AFinishedFileHoldsWhatWasWritten, APathThatCannotBeLookedAtIsNotSaidToBeMissing);
+    AFinishedFileHoldsWhatWasWritten, NothingExistsWhereNothingCanBe,
+    AFileOf64MiBIsReadAndALargerOneIsRefused);
 
 }  // namespace quillmar

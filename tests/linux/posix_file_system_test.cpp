@@ -9,11 +9,27 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include "tests/conformance/file_system_conformance.h"
 #include "tests/linux/small_disk.h"
 #include "tests/linux/temporary_folder.h"
+
+/// The entries of the folders that were flushed, at that time.
+static std::vector<std::string> flushedFolderEntries;
+
+/// In place of the C library's function.
+extern "C" int fsync(int file) {
+  const std::string path =
+      std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file)).string();
+  if (std::filesystem::is_directory(path)) {
+    for (const auto& entry : std::filesystem::directory_iterator(path)) {
+      flushedFolderEntries.push_back(entry.path().string());
+    }
+  }
+  return static_cast<int>(syscall(SYS_fsync, file));
+}
 
 namespace quillmar {
 namespace {
@@ -62,6 +78,12 @@ TEST_F(PosixFileSystemTest, ReplacingSetsThePermissionsWhateverTheMaskIs) {
   EXPECT_TRUE(files_.replace(path("a"), "x", 0755).ok());
   umask(before);
   EXPECT_EQ(files_.permissions(path("a")).value(), 0755u);
+}
+
+TEST_F(PosixFileSystemTest, TheFolderIsFlushedAfterTheRename) {
+  flushedFolderEntries.clear();
+  EXPECT_TRUE(files_.replace(path("a"), "x", 0600).ok());
+  EXPECT_THAT(flushedFolderEntries, testing::ElementsAre(path("a")));
 }
 
 TEST_F(PosixFileSystemTest, OverwritingKeepsTheFilesIdentity) {
@@ -131,6 +153,7 @@ TEST_F(FullDiskDeathTest, ReservingMoreThanThereIsFailsAndChangesNothing) {
     const auto file = std::move(files_.openForOverwriting(path("a"))).value();
     EXPECT_EQ(file->reserve(large_.size()).error().description,
               "The file “" + path("a") + "” could not be written: No space left on device.");
+    EXPECT_EQ(file->reserve(large_.size()).error().kind, ErrorKind::noSpace);
     EXPECT_EQ(files_.read(path("a")).value(), "old");
     EXPECT_TRUE(file->reserve(100000).ok());
   });

@@ -41,23 +41,29 @@ std::optional<struct stat> statusOf(const std::string& path) {
   return status;
 }
 
-/// Why the descriptor or path with this status is not read or written; empty when it may be.
+Error systemFileError(std::string_view path, std::string_view done, int number) {
+  return fileError(path, done, systemErrorText(number), systemErrorKind(number));
+}
+
+/// Why a file of this type is neither read nor written; empty for a regular file.
 std::string obstacleInType(mode_t mode) {
   if (S_ISREG(mode)) return "";
   return S_ISDIR(mode) ? systemErrorText(EISDIR) : "It is not a regular file";
 }
 
-/// Opens a regular file. What stands at the path is looked at first, because opening alone can wake
-/// a device or the other end of a pipe, and again once it is open.
-Result<FileDescriptor, std::string> openRegularFile(const std::string& path, int flags) {
+/// Opens a regular file. Its type is checked before, because opening alone can wake a device or the
+/// other end of a pipe, and again once it is open. `done` is the verb of the error message.
+Result<FileDescriptor> openRegularFile(const std::string& path, int flags, std::string_view done) {
   if (const auto status = statusOf(path)) {
-    if (std::string obstacle = obstacleInType(status->st_mode); !obstacle.empty()) return obstacle;
+    const std::string obstacle = obstacleInType(status->st_mode);
+    if (!obstacle.empty()) return fileError(path, done, obstacle);
   }
   FileDescriptor file(
       open(systemPath(path), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, newFilePermissions));
   struct stat status {};
-  if (!file || fstat(file.number(), &status) < 0) return systemErrorText(errno);
-  if (std::string obstacle = obstacleInType(status.st_mode); !obstacle.empty()) return obstacle;
+  if (!file || fstat(file.number(), &status) < 0) return systemFileError(path, done, errno);
+  const std::string obstacle = obstacleInType(status.st_mode);
+  if (!obstacle.empty()) return fileError(path, done, obstacle);
   return file;
 }
 
@@ -131,20 +137,28 @@ class PosixFileOverwrite final : public FileOverwrite {
   }
 
  private:
-  Result<void> failure(int error) const {
-    return fileError(path_, "written", systemErrorText(error));
-  }
+  Result<void> failure(int error) const { return systemFileError(path_, "written", error); }
 
   std::string path_;
   FileDescriptor file_;
 };
 
-/// A file under a name of its own until it is renamed; deleted unless it has been. The name is
-/// always the same for one path, so a program that is killed leaves one behind at most, until the
-/// next time.
+/// Brings a new entry for the path to the disk. The entry is already valid for all running
+/// programs, and some file systems cannot flush folders, so a failure is ignored.
+void flushFolderOf(const std::string& path) {
+  const std::filesystem::path parent = std::filesystem::path(path).parent_path();
+  const FileDescriptor folder(
+      open(parent.empty() ? "." : parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!folder) return;
+  while (fsync(folder.number()) < 0 && errno == EINTR) {
+  }
+}
+
+/// A file that is deleted unless it is renamed to its final name. Its own name is always the same
+/// for one path, so a killed program leaves at most one behind, until the next write.
 class TemporaryFile {
  public:
-  /// Beside `path`. Without a descriptor, errno says why it could not be made.
+  /// Beside `path`. Without a descriptor, errno says why it could not be created.
   TemporaryFile(const std::string& path, mode_t permissions) : path_(path + ".tmp") {
     unlink(path_.c_str());
     file_ =
@@ -168,6 +182,7 @@ class TemporaryFile {
     }
     if (rename(path_.c_str(), path.c_str()) < 0) return errno;
     file_.close();
+    flushFolderOf(path);
     return 0;
   }
 
@@ -179,7 +194,8 @@ class TemporaryFile {
 }  // namespace
 
 bool PosixFileSystem::exists(const std::string& path) const {
-  return statusOf(path).has_value() || errno != ENOENT;
+  if (statusOf(path)) return true;
+  return errno != ENOENT && errno != ENOTDIR && errno != ENAMETOOLONG && errno != ELOOP;
 }
 
 bool PosixFileSystem::isExecutableFile(const std::string& path) const {
@@ -190,38 +206,41 @@ bool PosixFileSystem::isExecutableFile(const std::string& path) const {
 Result<void> PosixFileSystem::createDirectories(const std::string& path) {
   std::error_code error;
   std::filesystem::create_directories(systemPath(path), error);
-  if (error) return folderError(path, "made", systemErrorText(error.value()));
-  return {};
+  if (!error) return {};
+  return folderError(path, "created", systemErrorText(error.value()),
+                     systemErrorKind(error.value()));
 }
 
 Result<std::string> PosixFileSystem::read(const std::string& path) const {
-  const Result<FileDescriptor, std::string> opened = openRegularFile(path, O_RDONLY);
-  if (!opened) return fileError(path, "read", opened.error());
+  const Result<FileDescriptor> opened = openRegularFile(path, O_RDONLY, "read");
+  if (!opened) return opened.error();
   const int file = opened.value().number();
   struct stat status {};
   fstat(file, &status);
-  const auto expected = static_cast<std::size_t>(status.st_size);
+  const auto expected = static_cast<std::size_t>(
+      std::min(static_cast<std::uint64_t>(status.st_size), maximumFileSize + 1));
 
   std::string bytes;
   bytes.reserve(expected + spareCapacity);
   bytes.resize(expected);
   ssize_t count = readFully(file, bytes.data(), expected);
   bytes.resize(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-  // The size was a hint: the kernel's own files say 0, and others may grow meanwhile.
+  // The size is a hint: files of the kernel have size 0, and other files may grow meanwhile.
   std::array<char, 4096> rest;
-  while (count >= 0) {
+  while (count >= 0 && bytes.size() <= maximumFileSize) {
     count = readFully(file, rest.data(), rest.size());
     if (count <= 0) break;
     bytes.append(rest.data(), static_cast<std::size_t>(count));
   }
-  if (count < 0) return fileError(path, "read", systemErrorText(errno));
+  if (count < 0) return systemFileError(path, "read", errno);
+  if (bytes.size() > maximumFileSize) return fileTooLarge(path);
   if (bytes.capacity() - bytes.size() < spareCapacity) bytes.reserve(bytes.size() + spareCapacity);
   return bytes;
 }
 
 Result<std::uint32_t> PosixFileSystem::permissions(const std::string& path) const {
   const auto status = statusOf(path);
-  if (!status) return fileError(path, "examined", systemErrorText(errno));
+  if (!status) return systemFileError(path, "examined", errno);
   return static_cast<std::uint32_t>(status->st_mode & permissionBits);
 }
 
@@ -229,24 +248,24 @@ Result<void> PosixFileSystem::replace(const std::string& path, std::string_view 
                                       std::optional<std::uint32_t> permissions) {
   const auto status = statusOf(path);
   if (status && S_ISDIR(status->st_mode)) {
-    return fileError(path, "written", systemErrorText(EISDIR));
+    return systemFileError(path, "written", EISDIR);
   }
-  if (!status && errno != ENOENT) return fileError(path, "written", systemErrorText(errno));
+  if (!status && errno != ENOENT) return systemFileError(path, "written", errno);
   const std::string target = followLinks(systemPath(path));
-  if (target.empty()) return fileError(path, "written", systemErrorText(ENOENT));
+  if (target.empty()) return systemFileError(path, "written", ENOENT);
   // Nobody else may read it before it has the permissions that it is to have.
   TemporaryFile temporary(target, permissions ? privateFilePermissions : newFilePermissions);
-  if (!temporary) return fileError(path, "written", systemErrorText(errno));
+  if (!temporary) return systemFileError(path, "written", errno);
   if (const int error = temporary.become(target, bytes, permissions)) {
-    return fileError(path, "written", systemErrorText(error));
+    return systemFileError(path, "written", error);
   }
   return {};
 }
 
 Result<std::unique_ptr<FileOverwrite>> PosixFileSystem::openForOverwriting(
     const std::string& path) {
-  Result<FileDescriptor, std::string> opened = openRegularFile(path, O_WRONLY | O_CREAT);
-  if (!opened) return fileError(path, "written", opened.error());
+  Result<FileDescriptor> opened = openRegularFile(path, O_WRONLY | O_CREAT, "written");
+  if (!opened) return opened.error();
   return std::unique_ptr<FileOverwrite>(
       std::make_unique<PosixFileOverwrite>(path, std::move(opened).value()));
 }

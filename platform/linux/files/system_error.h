@@ -1,13 +1,17 @@
-// The system's error numbers in words.
+// The system's error numbers, as text and as kinds. Any thread.
 
 #pragma once
 
 #include <string>
 
+#include "platform/result.h"
+
 namespace quillmar {
 
-/// What the error number means, in English whatever the locale is: "No space left on device". Any
-/// thread.
+/// The meaning of the error number, in English in every locale: "No space left on device".
 std::string systemErrorText(int number);
+
+/// The kind of the error number.
+ErrorKind systemErrorKind(int number);
 
 }  // namespace quillmar
