@@ -3,42 +3,15 @@
 #include <algorithm>
 #include <cstdint>
 
-#include <unicode/uchar.h>
 #include <unicode/utf8.h>
+
+#include "platform/text.h"
 
 namespace quillmar {
 namespace {
 
 constexpr std::size_t longestExcerpt = 40;
 constexpr std::string_view blanks = " \t\n\r";
-
-bool needsEscape(UChar32 character) {
-  const int type = u_charType(character);
-  return type == U_CONTROL_CHAR || type == U_LINE_SEPARATOR || type == U_PARAGRAPH_SEPARATOR ||
-         u_hasBinaryProperty(character, UCHAR_BIDI_CONTROL) != 0;
-}
-
-/// All characters that need one are in the basic plane.
-std::string escape(UChar32 character) {
-  switch (character) {
-    case '\b':
-      return "\\b";
-    case '\f':
-      return "\\f";
-    case '\n':
-      return "\\n";
-    case '\r':
-      return "\\r";
-    case '\t':
-      return "\\t";
-    default:
-      break;
-  }
-  constexpr std::string_view digits = "0123456789abcdef";
-  std::string text = "\\u";
-  for (int shift = 12; shift >= 0; shift -= 4) text += digits[(character >> shift) & 0xF];
-  return text;
-}
 
 std::size_t afterBlanks(std::string_view json, std::size_t offset) {
   return json.find_first_not_of(blanks, offset);
@@ -101,28 +74,14 @@ std::string description(TextPosition position) {
 }
 
 std::string excerpt(std::string_view text) {
-  std::string shown;
-  // No character is longer than four bytes, so the rest need not be looked at.
+  // No character is longer than four bytes, so the rest does not matter.
   const std::string_view head = text.substr(0, 4 * longestExcerpt + 4);
   const auto length = static_cast<std::int32_t>(head.size());
-  std::int32_t offset = 0;
-  for (std::size_t count = 0; offset < length; ++count) {
-    if (count == longestExcerpt) {
-      shown += "…";
-      break;
-    }
-    const std::int32_t start = offset;
-    UChar32 character = 0;
-    U8_NEXT(head.data(), offset, length, character);
-    if (character < 0) {
-      shown += "\uFFFD";
-    } else if (needsEscape(character)) {
-      shown += escape(character);
-    } else {
-      shown += head.substr(start, offset - start);
-    }
+  std::int32_t end = 0;
+  for (std::size_t count = 0; end < length && count < longestExcerpt; ++count) {
+    U8_FWD_1(head.data(), end, length);
   }
-  return shown;
+  return text::escapingControlCharacters(head.substr(0, end)) + (end < length ? "…" : "");
 }
 
 std::string quotedExcerpt(std::string_view text) {

@@ -117,6 +117,34 @@ std::string_view lastCodePoints(std::string_view text, std::size_t count) {
   return text.substr(before.size());
 }
 
+bool needsEscape(UChar32 character) {
+  const int type = u_charType(character);
+  return type == U_CONTROL_CHAR || type == U_LINE_SEPARATOR || type == U_PARAGRAPH_SEPARATOR ||
+         u_hasBinaryProperty(character, UCHAR_BIDI_CONTROL) != 0;
+}
+
+/// The escape that JSON has for the character, which is in the basic plane.
+std::string jsonEscape(UChar32 character) {
+  switch (character) {
+    case '\b':
+      return "\\b";
+    case '\f':
+      return "\\f";
+    case '\n':
+      return "\\n";
+    case '\r':
+      return "\\r";
+    case '\t':
+      return "\\t";
+    default:
+      break;
+  }
+  constexpr std::string_view digits = "0123456789abcdef";
+  std::string text = "\\u";
+  for (int shift = 12; shift >= 0; shift -= 4) text += digits[(character >> shift) & 0xF];
+  return text;
+}
+
 }  // namespace
 
 bool isValidUtf8(std::string_view bytes) {
@@ -236,6 +264,23 @@ std::string lowercased(std::string_view text) {
   if (U_FAILURE(status)) return std::string(text);
   lower.resize(static_cast<std::size_t>(length));
   return lower;
+}
+
+std::string escapingControlCharacters(std::string_view text) {
+  std::string escaped;
+  while (!text.empty()) {
+    UChar32 character = 0;
+    const std::size_t length = firstCharacter(text, character);
+    if (character < 0) {
+      escaped += replacementCharacter;
+    } else if (needsEscape(character)) {
+      escaped += jsonEscape(character);
+    } else {
+      escaped += text.substr(0, length);
+    }
+    text.remove_prefix(length);
+  }
+  return escaped;
 }
 
 std::string replacingUnsendable(std::string_view text) {

@@ -41,6 +41,10 @@ std::string_view firstCharacters(std::string_view text, std::size_t count, std::
 /// Lower case by Unicode's rules, without any locale's own.
 std::string lowercased(std::string_view text);
 
+/// The text with control characters, line and paragraph separators and characters that change the
+/// direction of text as their JSON escapes, such as \n and \u001b. Ill-formed UTF-8 becomes U+FFFD.
+std::string escapingControlCharacters(std::string_view text);
+
 /// The text with every ill-formed sequence and, as buses and windowing systems take no U+0000,
 /// every U+0000 replaced by U+FFFD.
 std::string replacingUnsendable(std::string_view text);

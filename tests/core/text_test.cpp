@@ -162,6 +162,14 @@ TEST(Text, LowersByTheFullMapping) {
   EXPECT_EQ(lowercased("İİİİİİİİ"), "i\u0307i\u0307i\u0307i\u0307i\u0307i\u0307i\u0307i\u0307");
 }
 
+TEST(Text, EscapesControlCharactersAndThoseThatBreakOrTurnALine) {
+  EXPECT_EQ(escapingControlCharacters("plain é 😀\\"), "plain é 😀\\");
+  EXPECT_EQ(escapingControlCharacters("a\n\t\r\b\f\x1b\x7f\u0085\u2028\u202eb"),
+            "a\\n\\t\\r\\b\\f\\u001b\\u007f\\u0085\\u2028\\u202eb");
+  EXPECT_EQ(escapingControlCharacters("\0"sv), "\\u0000");
+  EXPECT_EQ(escapingControlCharacters("\xFF"), "\uFFFD");
+}
+
 TEST(Text, ReplacesWhatNoBusCarries) {
   EXPECT_EQ(replacingUnsendable("plain é 😀\n"), "plain é 😀\n");
   EXPECT_EQ(replacingUnsendable("a\0b"sv), "a\uFFFDb");
