@@ -36,9 +36,8 @@ void countBytes(benchmark::State& state) {
 }
 
 void decodeDocument(benchmark::State& state) {
-  DocumentDecoder decoder;
   for (auto _ : state) {
-    std::optional<Result<QuillmarConfig>> result = decoder.decode(sampleText());
+    std::optional<Result<QuillmarConfig>> result = quillmar::decodeDocument(sampleText());
     benchmark::DoNotOptimize(result);
     // The parser alone has nothing to throw away.
     state.PauseTiming();

@@ -330,7 +330,7 @@ std::string described(dom::element element, std::string_view source) {
 }
 
 bool DocumentReader::fail(const Value& value, std::string_view expected) {
-  // What is missing is missed in its object.
+  // A missing value is reported at its object.
   const Value& place = value.element ? value : *value.parent;
   const std::string_view source = valueAt(json_, ordinalsOf(place));
   const TextPosition position =
@@ -341,36 +341,47 @@ bool DocumentReader::fail(const Value& value, std::string_view expected) {
   return false;
 }
 
+simdjson::simdjson_result<dom::element> parse(dom::parser& parser, const std::string& json) {
+  const bool isPadded = json.capacity() - json.size() >= simdjson::SIMDJSON_PADDING;
+  return parser.parse(json.data(), json.size(), !isPadded);
+}
+
+/// Replaces a number that the parser refuses as too large by one that it accepts, of the same
+/// length so that all places in the text stay what they are. The new number is no integer, so it is
+/// an error for every known key; the message quotes the original text.
+void replaceNumber(std::string& json, std::size_t offset, std::size_t length) {
+  constexpr std::string_view number = "0.0";
+  json.replace(offset, length, std::string(number) + std::string(length - number.size(), ' '));
+}
+
 }  // namespace
 
-struct DocumentDecoder::Parser {
+Result<QuillmarConfig> decodeDocument(const std::string& json,
+                                      const std::function<std::string()>& makeIdentifier) {
   dom::parser parser;
-};
-
-DocumentDecoder::DocumentDecoder(std::function<std::string()> makeIdentifier)
-    : parser_(std::make_unique<Parser>()), makeIdentifier_(std::move(makeIdentifier)) {}
-DocumentDecoder::~DocumentDecoder() = default;
-DocumentDecoder::DocumentDecoder(DocumentDecoder&&) noexcept = default;
-DocumentDecoder& DocumentDecoder::operator=(DocumentDecoder&&) noexcept = default;
-
-Result<QuillmarConfig> DocumentDecoder::decode(const std::string& json) {
-  const bool isPadded = json.capacity() - json.size() >= simdjson::SIMDJSON_PADDING;
   dom::element root;
-  simdjson::error_code status =
-      parser_->parser.parse(json.data(), json.size(), !isPadded).get(root);
+  simdjson::error_code status = parse(parser, json).get(root);
   if (status == simdjson::EMPTY) return Error{"The document is empty."};
 
+  std::string smallerNumbers;
   dom::parser deeperParser;
   if (status != simdjson::SUCCESS) {
-    if (std::optional<Error> error = findJsonSyntaxError(json)) return *std::move(error);
+    const auto makeSmaller = [&](std::string_view number) {
+      if (smallerNumbers.empty()) smallerNumbers = json;
+      replaceNumber(smallerNumbers, static_cast<std::size_t>(number.data() - json.data()),
+                    number.size());
+    };
+    if (std::optional<Error> error = findJsonSyntaxError(json, makeSmaller)) {
+      return *std::move(error);
+    }
+    const std::string& text = smallerNumbers.empty() ? json : smallerNumbers;
+    status = parse(parser, text).get(root);
     if (status == simdjson::DEPTH_ERROR) {
       // The parser counts an empty object or array as one level less than one with content.
       // At its usual limit it refuses content at the deepest level allowed; one level more would
       // let an empty one through below it.
-      status = deeperParser.allocate(json.size(), maximumJsonDepth + 1);
-      if (status == simdjson::SUCCESS) {
-        status = deeperParser.parse(json.data(), json.size(), !isPadded).get(root);
-      }
+      status = deeperParser.allocate(text.size(), maximumJsonDepth + 1);
+      if (status == simdjson::SUCCESS) status = parse(deeperParser, text).get(root);
     }
   }
   if (status != simdjson::SUCCESS) {
@@ -378,15 +389,10 @@ Result<QuillmarConfig> DocumentDecoder::decode(const std::string& json) {
         "The document could not be parsed: " + std::string(simdjson::error_message(status)) + "."};
   }
 
-  DocumentReader reader(json, makeIdentifier_);
+  DocumentReader reader(json, makeIdentifier);
   QuillmarConfig config;
   if (!reader.read(Value{.element = root}, config)) return reader.error();
   return config;
-}
-
-Result<QuillmarConfig> decodeDocument(const std::string& json,
-                                      std::function<std::string()> makeIdentifier) {
-  return DocumentDecoder(std::move(makeIdentifier)).decode(json);
 }
 
 }  // namespace quillmar

@@ -38,7 +38,8 @@ bool isLowSurrogate(unsigned unit) {
 /// error.
 class SyntaxScanner {
  public:
-  explicit SyntaxScanner(std::string_view json) : json_(json) {}
+  SyntaxScanner(std::string_view json, const NumberHandler& oversizedNumber)
+      : json_(json), oversizedNumber_(oversizedNumber) {}
 
   std::optional<Error> scan() {
     while (step()) {
@@ -73,6 +74,7 @@ class SyntaxScanner {
   bool fail(std::string_view expected, const std::string& found);
 
   std::string_view json_;
+  const NumberHandler& oversizedNumber_;
   std::size_t offset_ = 0;
   Expected expected_ = Expected::value;
   /// Of the open containers, outermost first.
@@ -237,12 +239,12 @@ bool SyntaxScanner::takeNumber() {
     isWellFormed = isWellFormed && takeDigits() > 0;
   }
   if (!isWellFormed || i < text.size()) return fail("a number as JSON writes it");
-  if (!isInRange(text)) return fail("a number that fits 64 bits");
+  if (oversizedNumber_ && !isInRange(text)) oversizedNumber_(text);
   offset_ += text.size();
   return true;
 }
 
-/// Whether the parser takes the well-formed number. It is only asked about numbers that have an
+/// Whether the parser accepts the well-formed number. It is only asked about numbers that have an
 /// exponent or many digits; the others fit.
 bool SyntaxScanner::isInRange(std::string_view number) {
   constexpr std::size_t digitsThatFit = 18;
@@ -292,8 +294,9 @@ bool SyntaxScanner::fail(std::string_view expected, const std::string& found) {
 
 }  // namespace
 
-std::optional<Error> findJsonSyntaxError(std::string_view json) {
-  return SyntaxScanner(json).scan();
+std::optional<Error> findJsonSyntaxError(std::string_view json,
+                                         const NumberHandler& oversizedNumber) {
+  return SyntaxScanner(json, oversizedNumber).scan();
 }
 
 }  // namespace quillmar

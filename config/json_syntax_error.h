@@ -1,9 +1,10 @@
-// Finds where a text stops being JSON. The parser that reads documents only says that one is not;
-// this slower second pass says where, what was expected and what stands there. Any thread.
+// Finds the place of a syntax error. The parser that reads documents only reports that there is
+// one; this slower second pass reports where, what was expected and what was found. Any thread.
 
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,12 +13,17 @@
 
 namespace quillmar {
 
-/// Objects and arrays may stand inside one another this deep.
+/// The deepest nesting of objects and arrays that is accepted.
 inline constexpr std::size_t maximumJsonDepth = 1024;
 
-/// The first error of the text; absent when it is JSON (RFC 8259, in UTF-8 without a byte-order
-/// mark, no deeper than maximumJsonDepth, strings without lone surrogates, integers that fit 64
-/// bits, other numbers finite). Time is linear in the size of the text, memory constant.
-std::optional<Error> findJsonSyntaxError(std::string_view json);
+/// Called with a part of the scanned text.
+using NumberHandler = std::function<void(std::string_view number)>;
+
+/// The first error of the text; absent if it is JSON (RFC 8259, in UTF-8 without a byte-order mark,
+/// no deeper than maximumJsonDepth, strings without lone surrogates). `oversizedNumber` is called
+/// with every well-formed number that the parser refuses: integers of more than 64 bits, and other
+/// numbers too large for a double. Time is linear in the size of the text, memory constant.
+std::optional<Error> findJsonSyntaxError(std::string_view json,
+                                         const NumberHandler& oversizedNumber = nullptr);
 
 }  // namespace quillmar

@@ -31,13 +31,15 @@ constexpr std::string_view sample = R"({"version": 2, "name": "Größe 😀", "d
 )";
 
 /// Decodes the text, and checks what holds for every text.
-void decodeAndCheck(DocumentDecoder& decoder, simdjson::dom::parser& parser,
-                    const std::string& json) {
-  const bool isJson = parser.parse(json).error() == simdjson::SUCCESS;
-  const bool hasSyntaxError = findJsonSyntaxError(json).has_value();
+void decodeAndCheck(simdjson::dom::parser& parser, const std::string& json) {
+  bool hasOversizedNumber = false;
+  const bool hasSyntaxError =
+      findJsonSyntaxError(json, [&](std::string_view) { hasOversizedNumber = true; }).has_value();
+  const bool isJson =
+      parser.parse(json).error() == simdjson::SUCCESS || (hasOversizedNumber && !hasSyntaxError);
   ASSERT_EQ(isJson, !hasSyntaxError) << json;
 
-  const Result<QuillmarConfig> result = decoder.decode(json);
+  const Result<QuillmarConfig> result = decodeDocument(json);
   if (!result.ok()) {
     ASSERT_TRUE(result.error().description.ends_with('.')) << json;
     ASSERT_TRUE(text::isValidUtf8(result.error().description)) << json;
@@ -45,26 +47,24 @@ void decodeAndCheck(DocumentDecoder& decoder, simdjson::dom::parser& parser,
   }
   ASSERT_TRUE(isJson) << json;
   const std::string encoded = encodeDocument(result.value());
-  const Result<QuillmarConfig> again = decoder.decode(encoded);
+  const Result<QuillmarConfig> again = decodeDocument(encoded);
   ASSERT_TRUE(again.ok()) << again.error().description << encoded;
   ASSERT_EQ(again.value(), result.value()) << encoded;
 }
 
 TEST(DocumentMutation, ADocumentCutAtAnyByteIsAnError) {
-  DocumentDecoder decoder;
   const std::size_t end = sample.rfind('}');
-  ASSERT_TRUE(decoder.decode(std::string(sample)).ok());
+  ASSERT_TRUE(decodeDocument(std::string(sample)).ok());
   for (std::size_t length = 0; length <= end; ++length) {
     std::string cut(sample.substr(0, length));
-    EXPECT_FALSE(decoder.decode(cut).ok()) << cut;
+    EXPECT_FALSE(decodeDocument(cut).ok()) << cut;
     // Without any room behind it, where a read past the end would be seen.
     cut.shrink_to_fit();
-    EXPECT_FALSE(decoder.decode(cut).ok()) << cut;
+    EXPECT_FALSE(decodeDocument(cut).ok()) << cut;
   }
 }
 
 TEST(DocumentMutation, DamageGivesAnErrorOrADocumentThatIsWrittenAndReadAgain) {
-  DocumentDecoder decoder;
   simdjson::dom::parser parser;
   std::mt19937 random(20240229);
   const auto below = [&](std::size_t limit) { return random() % limit; };
@@ -122,13 +122,12 @@ TEST(DocumentMutation, DamageGivesAnErrorOrADocumentThatIsWrittenAndReadAgain) {
           break;
       }
     }
-    decodeAndCheck(decoder, parser, json);
+    decodeAndCheck(parser, json);
     if (HasFatalFailure()) return;
   }
 }
 
 TEST(DocumentMutation, TextsMadeOfJsonsPiecesGiveAnErrorOrADocument) {
-  DocumentDecoder decoder;
   simdjson::dom::parser parser;
   std::mt19937 random(7);
   constexpr std::string_view pieces[] = {
@@ -140,13 +139,12 @@ TEST(DocumentMutation, TextsMadeOfJsonsPiecesGiveAnErrorOrADocument) {
     for (std::size_t count = random() % 12; count > 0; --count) {
       json += pieces[random() % std::size(pieces)];
     }
-    decodeAndCheck(decoder, parser, json);
+    decodeAndCheck(parser, json);
     if (HasFatalFailure()) return;
   }
 }
 
 TEST(DocumentMutation, RandomDocumentsAreReadAsTheyWereWritten) {
-  DocumentDecoder decoder;
   std::mt19937_64 random(42);
   const auto flag = [&] { return random() % 2 == 0; };
   const auto string = [&] {
@@ -187,7 +185,7 @@ TEST(DocumentMutation, RandomDocumentsAreReadAsTheyWereWritten) {
         item.inputPrompt = optionalString();
       }
     }
-    const Result<QuillmarConfig> decoded = decoder.decode(encodeDocument(config));
+    const Result<QuillmarConfig> decoded = decodeDocument(encodeDocument(config));
     ASSERT_TRUE(decoded.ok()) << decoded.error().description;
     ASSERT_EQ(decoded.value(), config);
   }
