@@ -50,8 +50,11 @@ ScriptLaunch scriptLaunch(const std::string& path) {
 }
 
 std::string expandingTilde(const std::string& path, const std::string& homeDirectory) {
-  if (path == "~" || path.starts_with("~/")) return homeDirectory + path.substr(1);
-  return path;
+  if (path != "~" && !path.starts_with("~/")) return path;
+  std::string expanded = homeDirectory;
+  while (expanded.ends_with('/')) expanded.pop_back();
+  expanded += path.substr(1);
+  return expanded.empty() ? "/" : expanded;
 }
 
 std::string deletingLastPathComponent(const std::string& path) {

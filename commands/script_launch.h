@@ -17,7 +17,8 @@ struct ScriptLaunch {
 /// The launch for the script at `path`, chosen by the lower-cased extension of its last component.
 ScriptLaunch scriptLaunch(const std::string& path);
 
-/// The path with a leading "~" (alone or before a slash) replaced by the home directory.
+/// The path with a leading "~" (alone or before a slash) replaced by the home directory, without
+/// slashes at the end of that: "/" and "~/bin" give "/bin".
 std::string expandingTilde(const std::string& path, const std::string& homeDirectory);
 
 /// The directory part of a path; empty when it has none.

@@ -347,6 +347,16 @@ TEST_F(CommandRunnerTest, AMissingScriptIsNamedAsTheUserWroteIt) {
   EXPECT_THAT(notified(), ElementsAre(Note("Title failed", "Script file not found: ~/gone.sh")));
 }
 
+TEST_F(CommandRunnerTest, AScriptThatCannotExistIsNotFound) {
+  memory.files.addFile("/home/ada/file", "");
+  memory.files.addSymbolicLink("/home/ada/loop", "/home/ada/loop");
+  for (const std::string& path :
+       {std::string("~/file/run.sh"), std::string("~/loop"), "~/" + std::string(256, 'n')}) {
+    EXPECT_EQ(runner().runScriptFile(path).output, "Script file not found: " + path);
+  }
+  EXPECT_THAT(memory.processes.launched(), IsEmpty());
+}
+
 TEST_F(CommandRunnerTest, AScriptWithoutAKnownExtensionIsExecutedDirectly) {
   memory.files.addFile("/opt/tool.command", "", 0644);
   launchesFail("The program “/opt/tool.command” could not be launched: Permission denied.");
@@ -387,6 +397,15 @@ TEST_F(CommandRunnerTest, APlainCommandIsWrappedIntoDoShellScript) {
               ElementsAre("do shell script \"say hello\"",
                           "do shell script \"Tell application \"Finder\" to activate\"",
                           "do shell script \"echo \"a\\b\"\""));
+}
+
+TEST_F(CommandRunnerTest, ACommandThatOnlyBeginsLikeAWordOfAppleScriptIsWrapped) {
+  for (const std::string command :
+       {"tellme", "setxkbmap us", "displayed", "getent hosts", "iftop", "openssl version"}) {
+    memory.appleScript.executed.clear();
+    runToTheEnd(item(command, CommandType::appleScript));
+    EXPECT_THAT(memory.appleScript.executed, ElementsAre("do shell script \"" + command + "\""));
+  }
 }
 
 TEST_F(CommandRunnerTest, AScriptByItsBeginningOrBySeveralLinesIsLeftAsItIs) {
@@ -582,6 +601,38 @@ TEST_F(CommandRunnerTest, ExistingExtraDirectoriesGoInFrontOfThePathInTableOrder
   memory.files.addFolder("/usr/local/bin");
   EXPECT_EQ(runner().augmentedEnvironment().at("PATH"),
             "/opt/homebrew/bin:/usr/local/sbin:/home/ada/bin:/usr/local/bin:/usr/bin");
+}
+
+TEST_F(CommandRunnerTest, TheSixExtraDirectoriesAreTheseInThisOrder) {
+  for (const char* directory : {"/home/ada/bin", "/home/ada/.local/bin", "/usr/local/sbin",
+                                "/usr/local/bin", "/opt/homebrew/sbin", "/opt/homebrew/bin"}) {
+    memory.files.addFolder(directory);
+  }
+  memory.environment.variables["PATH"] = "/bin";
+  EXPECT_EQ(runner().augmentedEnvironment().at("PATH"),
+            "/opt/homebrew/bin:/opt/homebrew/sbin:/usr/local/bin:/usr/local/sbin:"
+            "/home/ada/.local/bin:/home/ada/bin:/bin");
+}
+
+TEST_F(CommandRunnerTest, AHomeDirectoryThatEndsInASlashGivesNoDirectoryTwice) {
+  memory.files.addFolder("/bin");
+  memory.files.addFolder("/home/ada/bin");
+  memory.userDirectories.home = "/";
+  memory.environment.variables["PATH"] = "/usr/bin:/bin";
+  EXPECT_EQ(runner().augmentedEnvironment().at("PATH"), "/usr/bin:/bin");
+  memory.environment.variables["PATH"] = "/usr/bin";
+  EXPECT_EQ(runner().augmentedEnvironment().at("PATH"), "/bin:/usr/bin");
+
+  memory.userDirectories.home = "/home/ada/";
+  memory.environment.variables["PATH"] = "/home/ada/bin:/usr/bin";
+  EXPECT_EQ(runner().augmentedEnvironment().at("PATH"), "/home/ada/bin:/usr/bin");
+}
+
+TEST_F(CommandRunnerTest, AnExtraDirectoryThatCannotExistIsLeftOut) {
+  memory.environment.variables["PATH"] = "/usr/bin";
+  memory.files.addFile("/opt/homebrew", "a file");
+  memory.files.addSymbolicLink("/home/ada/bin", "/home/ada/bin");
+  EXPECT_EQ(runner().augmentedEnvironment().at("PATH"), "/usr/bin");
 }
 
 TEST_F(CommandRunnerTest, WithoutAPathTheFallbackIsWritten) {
