@@ -152,7 +152,7 @@ int measure() {
   std::filesystem::remove_all(folder);
   std::printf("a changed title among 10,000 items, median of %d:\n", rounds);
   std::printf("  saved, copied, menu rebuilt: %6.1f ms\n", median(toSave));
-  std::printf("  the panel has been told:     %6.1f ms  (limit 50)\n", median(toSignal));
+  std::printf("  the panel has been told:     %6.1f ms  (limit 40)\n", median(toSignal));
   std::printf("  the panel has read it all:   %6.1f ms\n", median(toAnswer));
   return EXIT_SUCCESS;
 }

@@ -12,8 +12,12 @@
 
 namespace quillmar {
 
-/// Reads the file and decodes it (config/document_decoder.h). The error names the file. Main
-/// thread.
+/// Decodes the bytes of the file at `path` (config/document_decoder.h). The error names the file.
+/// Main thread.
+Result<QuillmarConfig> decodeFile(const std::string& path, const std::string& bytes,
+                                  std::function<std::string()> makeIdentifier = makeUuid);
+
+/// Reads the file and decodes it.
 Result<QuillmarConfig> readDocument(const FileSystem& files, const std::string& path,
                                     std::function<std::string()> makeIdentifier = makeUuid);
 

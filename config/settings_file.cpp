@@ -1,18 +1,25 @@
 #include "config/settings_file.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <ctime>
+#include <functional>
 #include <memory>
 #include <utility>
 
-#include "config/document_decoder.h"
+#include "config/document_file.h"
+#include "platform/error_text.h"
 
 namespace quillmar {
 
 namespace {
 
-/// Permissions of a copy whose original does not tell its own.
+/// Permissions of a copy if those of the original cannot be read.
 constexpr std::uint32_t privatePermissions = 0600;
+
+/// Stands in place of the first byte of a file that is only partly written. No document begins with
+/// it, so such a file never decodes, not even as a mixture of two documents.
+constexpr std::string_view unfinishedMark = "!";
 
 /// "settings" and `suffix` in place of the path's "settings.json".
 std::string siblingPath(const std::string& path, const std::string& suffix) {
@@ -31,74 +38,124 @@ std::string timeStamp(std::chrono::system_clock::time_point time) {
   return text;
 }
 
-/// Writes the bytes over whatever the open file holds.
-Result<void> writeWhole(FileOverwrite& file, std::string_view bytes) {
-  if (Result<void> written = file.write(0, bytes); !written) return written;
+/// Writes the bytes over those of the open file, which begins with the mark: the first byte is
+/// written last.
+Result<void> writeMarked(FileOverwrite& file, std::string_view bytes) {
+  const std::size_t first = std::min<std::size_t>(bytes.size(), 1);
+  if (Result<void> written = file.write(first, bytes.substr(first)); !written) return written;
   if (Result<void> cut = file.setLength(bytes.size()); !cut) return cut;
+  if (Result<void> written = file.write(0, bytes.substr(0, first)); !written) return written;
   return file.finish();
 }
 
-Result<void> reopenAndWriteWhole(FileSystem& files, const std::string& path,
-                                 std::string_view bytes) {
+Result<void> putBack(FileSystem& files, const std::string& path, std::string_view bytes) {
   const auto opened = files.openForOverwriting(path);
   if (!opened) return opened.error();
-  return writeWhole(*opened.value(), bytes);
+  return writeMarked(*opened.value(), bytes);
+}
+
+/// Whether a copy that failed in this way must stop the save: the disk may fail the save as well. A
+/// folder where the user may not create files does not stop it.
+bool stopsSave(const Error& error) {
+  return error.kind == ErrorKind::noSpace || error.kind == ErrorKind::deviceFailure;
 }
 
 }  // namespace
 
-SettingsFile::SettingsFile(FileSystem& files, Clock now) : files_(files), now_(std::move(now)) {}
+SettingsFile::SettingsFile(FileSystem& files, LogLine log, Clock now)
+    : files_(files), log_(std::move(log)), now_(std::move(now)) {}
+
+SettingsFile::Contents SettingsFile::contentsOf(std::string_view bytes) {
+  return {.size = bytes.size(), .hash = std::hash<std::string_view>()(bytes)};
+}
+
+Result<QuillmarConfig> SettingsFile::load(const std::string& path,
+                                          std::function<std::string()> makeIdentifier) {
+  known_.reset();
+  const Result<std::string> bytes = files_.read(path);
+  if (!bytes) return bytes.error();
+  Result<QuillmarConfig> decoded = decodeFile(path, bytes.value(), std::move(makeIdentifier));
+  known_ = contentsOf(bytes.value());
+  isDamaged_ = !decoded.ok();
+  return decoded;
+}
 
 Result<void> SettingsFile::overwrite(const std::string& path, std::string_view bytes) {
-  if (!files_.exists(path)) return files_.replace(path, bytes, std::nullopt);
-
-  std::optional<std::string> oldBytes;
-  std::optional<std::string> copyPath;
-  if (Result<std::string> read = files_.read(path)) {
-    oldBytes = std::move(read).value();
-    copyPath = keepCopy(path, *oldBytes);
+  Result<void> written = files_.exists(path) ? overwriteExisting(path, bytes)
+                                             : files_.replace(path, bytes, std::nullopt);
+  if (written) {
+    known_ = contentsOf(bytes);
+    isDamaged_ = false;
   }
-  return writeInPlace(path, bytes, oldBytes, copyPath);
+  return written;
+}
+
+Result<void> SettingsFile::overwriteExisting(const std::string& path, std::string_view bytes) {
+  const Result<std::string> oldBytes = files_.read(path);
+  if (!oldBytes) {
+    // A file that may be written but not read: nothing of it can be kept.
+    if (oldBytes.error().kind != ErrorKind::notPermitted) return oldBytes.error();
+    return writeInPlace(path, bytes, std::nullopt, std::nullopt);
+  }
+  const Result<std::string> copy = keepCopy(path, oldBytes.value());
+  if (!copy && stopsSave(copy.error())) return copy.error();
+  return writeInPlace(path, bytes, oldBytes.value(),
+                      copy ? std::optional(copy.value()) : std::nullopt);
 }
 
 Result<void> SettingsFile::writeInPlace(const std::string& path, std::string_view bytes,
-                                        const std::optional<std::string>& oldBytes,
+                                        std::optional<std::string_view> oldBytes,
                                         const std::optional<std::string>& copyPath) {
   const auto opened = files_.openForOverwriting(path);
   if (!opened) return opened.error();
-  if (Result<void> reserved = opened.value()->reserve(bytes.size()); !reserved) return reserved;
+  FileOverwrite& file = *opened.value();
+  if (Result<void> reserved = file.reserve(bytes.size()); !reserved) return reserved;
+  if (Result<void> marked = file.write(0, unfinishedMark); !marked) return marked;
 
-  Result<void> written = writeWhole(*opened.value(), bytes);
+  Result<void> written = writeMarked(file, bytes);
   if (written || !oldBytes) return written;
-  if (reopenAndWriteWhole(files_, path, *oldBytes)) return written;
-  return Error{written.error().description + " The old settings could not be put back; " +
-               (copyPath ? "they are kept in “" + *copyPath + "”."
-                         : "no copy of them could be kept either.")};
+  if (putBack(files_, path, *oldBytes)) return written;
+  return Error{written.error().description + " The old settings could not be restored; " +
+                   (copyPath ? "they are kept in " + quotedPath(*copyPath) + "."
+                             : "no copy of them could be kept either."),
+               written.error().kind};
 }
 
-/// Keeps the bytes that are about to be overwritten; the path of the copy, absent when it could not
-/// be made.
-std::optional<std::string> SettingsFile::keepCopy(const std::string& path,
-                                                  const std::string& bytes) {
-  const auto keep = [&](const std::string& original, const std::string& copyPath,
-                        std::string_view copied) -> std::optional<std::string> {
-    const Result<std::uint32_t> permissions = files_.permissions(original);
-    const Result<void> kept =
-        files_.replace(copyPath, copied, permissions ? permissions.value() : privatePermissions);
-    return kept ? std::optional(copyPath) : std::nullopt;
-  };
-
+Result<std::string> SettingsFile::keepCopy(const std::string& path, const std::string& bytes) {
   const std::string previousPath = siblingPath(path, ".previous");
-  if (decodeDocument(bytes)) return keep(path, previousPath, bytes);
+  if (known_ != contentsOf(bytes)) return keepEdited(path, bytes);
+  if (!isDamaged_) return copyTo(previousPath, path, bytes);
 
   const std::string time = timeStamp(now_());
   if (const Result<std::string> previous = files_.read(previousPath)) {
-    keep(previousPath, freePath(path, ".previous-" + time), previous.value());
+    const Result<std::string> kept =
+        copyTo(freePath(path, ".previous-" + time), previousPath, previous.value());
+    if (!kept && stopsSave(kept.error())) return kept.error();
   }
-  return keep(path, freePath(path, ".damaged-" + time), bytes);
+  return copyTo(freePath(path, ".damaged-" + time), path, bytes);
 }
 
-/// The sibling with the suffix, or, when there is one already, with a number behind it.
+/// Keeps bytes that another program wrote, and logs where.
+Result<std::string> SettingsFile::keepEdited(const std::string& path, const std::string& bytes) {
+  Result<std::string> kept = copyTo(freePath(path, ".edited-" + timeStamp(now_())), path, bytes);
+  log_("The settings file " + quotedPath(path) + " was changed while Quillmar was running. " +
+       (kept ? "The changed version is kept in " + quotedPath(kept.value()) + "."
+             : "The changed version could not be kept: " + kept.error().description));
+  return kept;
+}
+
+/// Writes the bytes to the path of the copy, with the permissions of the original; returns that
+/// path.
+Result<std::string> SettingsFile::copyTo(const std::string& copyPath, const std::string& original,
+                                         std::string_view bytes) {
+  const Result<std::uint32_t> permissions = files_.permissions(original);
+  const Result<void> kept =
+      files_.replace(copyPath, bytes, permissions ? permissions.value() : privatePermissions);
+  if (!kept) return kept.error();
+  return copyPath;
+}
+
+/// The sibling with the suffix, with a number after it if that one exists.
 std::string SettingsFile::freePath(const std::string& path, const std::string& suffix) const {
   std::string candidate = siblingPath(path, suffix);
   for (int number = 2; files_.exists(candidate); ++number) {

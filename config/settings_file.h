@@ -1,55 +1,84 @@
-// The write of the settings file, in place, so that nothing is lost. An existing file is
-// overwritten where it lies: a symbolic link stays one and the mode stays what it is. What makes
-// that safe:
+// Loads and saves the settings file so that nothing is lost. A save overwrites an existing file in
+// place: a symbolic link stays one and the mode stays what it is. What makes that safe:
 //
-// - The document that the file held before is kept beside it as "settings.previous.json". Bytes
-// that
-//   are no document (a file that could not be loaded, or that was torn when the program was killed)
-//   are kept as "settings.damaged-<time>.json"; the copy "settings.previous.json", which may then
-//   be all that is left of the user's menu, is kept as "settings.previous-<time>.json" before later
-//   saves replace it.
-// - Room for the new bytes is reserved before the first old one is overwritten.
-// - A write that fails midway puts the old bytes back.
-// - A file that does not exist yet comes into being whole.
+// - What the file held before is copied beside it first. What this program loaded or wrote becomes
+//   "settings.previous.json". Bytes that could not be decoded when they were loaded become
+//   "settings.damaged-<time>.json"; the copy "settings.previous.json", which may then be all that
+//   is left of the user's menu, is copied to "settings.previous-<time>.json" before later saves
+//   replace it. Bytes that another program wrote since then become "settings.edited-<time>.json".
+// - If the disk has no space for the copy or fails, nothing is overwritten. If the user may not
+//   create files in the folder, the save continues without a copy.
+// - Space for the new bytes is reserved before the first old one is overwritten.
+// - A partly written file does not decode, because its first byte is written last.
+// - A write that fails midway restores the old bytes.
+// - A file that does not exist yet is created complete or not at all.
 //
-// So at any moment either the file or the previous copy is whole. The one exception is a file that
-// can be written but not read: nothing of it can be kept. Nothing here reads the copies to load
-// them.
+// So at any moment either the file or its copy is complete. The exceptions are files that can be
+// written but not read and folders without the permission to create files: there is no copy then.
+// Nothing here reads the copies to load them.
 
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "config/quillmar_config.h"
 #include "platform/file_system.h"
+#include "platform/log.h"
 #include "platform/result.h"
+#include "platform/uuid.h"
 
 namespace quillmar {
 
+/// Main thread.
 class SettingsFile {
  public:
   using Clock = std::function<std::chrono::system_clock::time_point()>;
 
   /// The file system is not owned and must outlive this object.
-  explicit SettingsFile(FileSystem& files, Clock now = std::chrono::system_clock::now);
+  SettingsFile(FileSystem& files, LogLine log, Clock now = std::chrono::system_clock::now);
 
-  /// Replaces the contents of the file at `path`, or makes the file. A copy that cannot be kept
-  /// does not stop the write. After a failure the file is what it was; where even that fails, the
-  /// error names the copy.
+  /// Reads and decodes the file, and remembers what it held. The error names the file.
+  Result<QuillmarConfig> load(const std::string& path,
+                              std::function<std::string()> makeIdentifier = makeUuid);
+
+  /// Replaces the contents of the file at `path`, or creates the file. After a failure the file is
+  /// what it was; if even that is impossible, the error names the copy. Logs one line if another
+  /// program changed the file.
   Result<void> overwrite(const std::string& path, std::string_view bytes);
 
  private:
+  /// Identifies the contents of a file without keeping them in memory.
+  struct Contents {
+    std::size_t size = 0;
+    std::size_t hash = 0;
+
+    bool operator==(const Contents&) const = default;
+  };
+
+  static Contents contentsOf(std::string_view bytes);
+
+  Result<void> overwriteExisting(const std::string& path, std::string_view bytes);
   Result<void> writeInPlace(const std::string& path, std::string_view bytes,
-                            const std::optional<std::string>& oldBytes,
+                            std::optional<std::string_view> oldBytes,
                             const std::optional<std::string>& copyPath);
-  std::optional<std::string> keepCopy(const std::string& path, const std::string& bytes);
+  Result<std::string> keepCopy(const std::string& path, const std::string& bytes);
+  Result<std::string> keepEdited(const std::string& path, const std::string& bytes);
+  Result<std::string> copyTo(const std::string& copyPath, const std::string& original,
+                             std::string_view bytes);
   std::string freePath(const std::string& path, const std::string& suffix) const;
 
   FileSystem& files_;
+  LogLine log_;
   Clock now_;
+  /// What this object last loaded or wrote.
+  std::optional<Contents> known_;
+  /// What was loaded did not decode.
+  bool isDamaged_ = false;
 };
 
 }  // namespace quillmar

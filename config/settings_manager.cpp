@@ -1,12 +1,11 @@
 #include "config/settings_manager.h"
 
 #include <algorithm>
-#include <unordered_map>
+#include <numeric>
 #include <utility>
 
 #include "config/checked_arithmetic.h"
 #include "config/document_encoder.h"
-#include "config/document_file.h"
 #include "config/settings_location.h"
 #include "platform/platform.h"
 
@@ -26,17 +25,21 @@ std::optional<std::size_t> movedIndex(std::size_t index, std::int64_t offset, st
   return static_cast<std::size_t>(target);
 }
 
-std::vector<std::string> idsInDisplayOrder(const QuillmarConfig& config) {
-  std::vector<std::string> ids;
-  for (const MenuCategory* category : categoriesInDisplayOrder(config)) ids.push_back(category->id);
-  return ids;
+/// The index of every folder in the document, in display order. Two folders may have the same id,
+/// so an index is all that identifies one.
+std::vector<std::size_t> indexesInDisplayOrder(const QuillmarConfig& config) {
+  std::vector<std::size_t> indexes(config.categories.size());
+  std::iota(indexes.begin(), indexes.end(), std::size_t{0});
+  std::ranges::stable_sort(indexes, {},
+                           [&](std::size_t index) { return config.categories[index].sortOrder; });
+  return indexes;
 }
 
 }  // namespace
 
 SettingsManager::SettingsManager(Collaborators collaborators)
     : collaborators_(std::move(collaborators)),
-      settingsFile_(collaborators_.files, collaborators_.now) {
+      settingsFile_(collaborators_.files, collaborators_.log, collaborators_.now) {
   loadFromFile();
 }
 
@@ -62,7 +65,7 @@ void SettingsManager::loadFromFile() {
     return;
   }
 
-  if (auto loaded = readDocument(collaborators_.files, path, collaborators_.makeIdentifier)) {
+  if (auto loaded = settingsFile_.load(path, collaborators_.makeIdentifier)) {
     config = std::move(loaded).value();
   } else {
     loadError_ = loaded.error();
@@ -135,32 +138,32 @@ void SettingsManager::updateCategory(const MenuCategory& category) {
 }
 
 void SettingsManager::moveCategory(std::string_view id, std::int64_t offset) {
-  std::vector<std::string> ids = idsInDisplayOrder(config);
-  const auto found = std::ranges::find(ids, id);
-  if (found == ids.end()) return;
+  std::vector<std::size_t> order = indexesInDisplayOrder(config);
+  const auto found = findInOrder(order, id);
+  if (found == order.end()) return;
 
-  const auto index = static_cast<std::size_t>(found - ids.begin());
-  const auto target = movedIndex(index, offset, ids.size());
+  const auto position = static_cast<std::size_t>(found - order.begin());
+  const auto target = movedIndex(position, offset, order.size());
   if (!target) return;
-  std::swap(ids[index], ids[*target]);
-  renumber(ids);
+  std::swap(order[position], order[*target]);
+  renumber(order);
   save();
 }
 
 MenuCategory SettingsManager::addCategorySeparator(std::optional<std::string_view> afterId) {
-  std::vector<std::string> ids = idsInDisplayOrder(config);
-  auto position = ids.end();
+  std::vector<std::size_t> order = indexesInDisplayOrder(config);
+  auto position = order.end();
   if (afterId) {
-    position = std::ranges::find(ids, *afterId);
-    if (position != ids.end()) ++position;
+    position = findInOrder(order, *afterId);
+    if (position != order.end()) ++position;
   }
+  order.insert(position, config.categories.size());
 
   MenuCategory separator;
   separator.id = makeUuid();
   separator.isSeparator = true;
-  ids.insert(position, separator.id);
   config.categories.push_back(separator);
-  renumber(ids);
+  renumber(order);
   separator = config.categories.back();
   save();
   return separator;
@@ -227,11 +230,15 @@ MenuCategory* SettingsManager::findCategory(std::string_view id) {
   return found == config.categories.end() ? nullptr : &*found;
 }
 
-void SettingsManager::renumber(const std::vector<std::string>& idsInOrder) {
-  std::unordered_map<std::string_view, MenuCategory*> firstWithId;
-  for (MenuCategory& category : config.categories) firstWithId.emplace(category.id, &category);
-  for (std::size_t position = 0; position < idsInOrder.size(); ++position) {
-    firstWithId.at(idsInOrder[position])->sortOrder = static_cast<std::int64_t>(position);
+std::vector<std::size_t>::iterator SettingsManager::findInOrder(std::vector<std::size_t>& order,
+                                                                std::string_view id) const {
+  return std::ranges::find_if(order,
+                              [&](std::size_t index) { return config.categories[index].id == id; });
+}
+
+void SettingsManager::renumber(const std::vector<std::size_t>& order) {
+  for (std::size_t position = 0; position < order.size(); ++position) {
+    config.categories[order[position]].sortOrder = static_cast<std::int64_t>(position);
   }
 }
 

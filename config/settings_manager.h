@@ -104,8 +104,9 @@ class SettingsManager {
   /// Replaces the folder with the same id as a whole.
   void updateCategory(const MenuCategory& category);
 
-  /// Swaps the folder with the one `offset` places on in display order and numbers all folders
-  /// anew. Does nothing when there is no such place.
+  /// Swaps the first folder with the id and the one `offset` places on in display order, and
+  /// numbers all folders anew: 0, 1, 2, ... in display order. Does nothing when there is no such
+  /// place.
   void moveCategory(std::string_view id, std::int64_t offset);
 
   /// Puts a separator behind the folder (last, when there is none with the id), numbers all folders
@@ -130,8 +131,11 @@ class SettingsManager {
 
  private:
   MenuCategory* findCategory(std::string_view id);
-  /// Gives every folder the position of the first entry with its id as `sortOrder`.
-  void renumber(const std::vector<std::string>& idsInOrder);
+  /// The first entry of `order`, which holds indexes of folders, whose folder has the id.
+  std::vector<std::size_t>::iterator findInOrder(std::vector<std::size_t>& order,
+                                                 std::string_view id) const;
+  /// Sets the `sortOrder` of every folder to the position of its index in `order`.
+  void renumber(const std::vector<std::size_t>& order);
 
   Collaborators collaborators_;
   SettingsFile settingsFile_;

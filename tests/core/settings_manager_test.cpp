@@ -117,14 +117,16 @@ TEST_F(SettingsManagerTest, TheLocationIsWorkedOutAnewOnEveryUse) {
   EXPECT_EQ(manager.settingsFileURL(), "/elsewhere/settings.json");
 }
 
-TEST_F(SettingsManagerTest, ADirectoryThatCannotBeCreatedShowsWhenTheFileIsReadAndWritten) {
+TEST_F(SettingsManagerTest, ADirectoryThatCannotExistIsAFirstLaunchWhoseSaveFails) {
   files.addFile("/blocked", "a file");
   environment.variables["QUILLMAR_SETTINGS_DIR"] = "/blocked/settings";
   SettingsManager manager = makeManager();
-  EXPECT_FALSE(manager.isFirstLaunch());
+  EXPECT_TRUE(manager.isFirstLaunch());
+  EXPECT_THAT(log, IsEmpty());
   manager.save();
-  EXPECT_THAT(log, ElementsAre(StartsWith("Failed to load settings: "),
-                               StartsWith("Failed to save settings: ")));
+  EXPECT_THAT(log,
+              ElementsAre("Failed to save settings: The file “/blocked/settings/settings.json” "
+                          "could not be written: Not a directory."));
   EXPECT_EQ(posts, 1);
 }
 
@@ -167,18 +169,51 @@ TEST_F(SettingsManagerTest, ACorruptFileGivesAnEmptyDocumentAndIsReplacedAtTheFi
   EXPECT_FALSE(manager.isFirstLaunch());
   EXPECT_EQ(manager.config, QuillmarConfig{});
   EXPECT_THAT(log, ElementsAre(StartsWith("Failed to load settings: “" + std::string(settingsPath) +
-                                          "” is no document. ")));
+                                          "” is not a valid document. ")));
   EXPECT_EQ(files.contents(settingsPath), "{\"version\": ");
 
   manager.save();
   EXPECT_EQ(onDisk(), QuillmarConfig{});
 }
 
-TEST_F(SettingsManagerTest, AFileThatCannotBeReachedIsReportedAndNotAFirstLaunch) {
-  files.addSymbolicLink(settingsPath, settingsPath);
+TEST_F(SettingsManagerTest, AFileInAnUnreadableFolderIsReportedAndNotAFirstLaunch) {
+  files.addFile(settingsPath, "{}");
+  files.addFolder("/home/user/.config/Quillmar", 0000);
   const SettingsManager manager = makeManager();
   EXPECT_FALSE(manager.isFirstLaunch());
-  EXPECT_THAT(log, ElementsAre(StartsWith("Failed to load settings: ")));
+  EXPECT_THAT(log, ElementsAre("Failed to load settings: The file “" + std::string(settingsPath) +
+                               "” could not be read: Permission denied."));
+}
+
+TEST_F(SettingsManagerTest, ALogLineEscapesLineFeedsAndControlCharactersInAPath) {
+  environment.variables["QUILLMAR_SETTINGS_DIR"] = "/a\nFailed\x1b[2J";
+  files.addFile("/a\nFailed\x1b[2J/settings.json", "{}", 0000);
+  SettingsManager manager = makeManager();
+  files.addFile("/a\nFailed\x1b[2J/settings.json", "not JSON");
+  manager.loadFromFile();
+  const std::string escaped = "“/a\\nFailed\\u001b[2J/settings.json”";
+  EXPECT_THAT(
+      log,
+      ElementsAre(
+          "Failed to load settings: The file " + escaped + " could not be read: Permission denied.",
+          StartsWith("Failed to load settings: " + escaped + " is not a valid document. ")));
+}
+
+TEST_F(SettingsManagerTest, AnEmptyFileIsReportedAsEmpty) {
+  files.addFile(settingsPath, " \n");
+  const SettingsManager manager = makeManager();
+  EXPECT_THAT(
+      log, ElementsAre("Failed to load settings: “" + std::string(settingsPath) + "” is empty."));
+}
+
+TEST_F(SettingsManagerTest, AnEditByAnotherProgramIsKeptAndLoggedOnce) {
+  SettingsManager manager = makeManager();
+  manager.save();
+  files.addFile(settingsPath, "edited");
+  manager.save();
+  manager.save();
+  EXPECT_THAT(log, ElementsAre(StartsWith("The settings file “" + std::string(settingsPath) +
+                                          "” was changed while Quillmar was running.")));
 }
 
 TEST_F(SettingsManagerTest, AnUnreadableFileIsReportedAndNotAFirstLaunch) {
@@ -314,6 +349,13 @@ TEST_F(SettingsManagerTest, MovingAFolderNumbersAllFoldersAnew) {
   EXPECT_THAT(orders(manager.config), ElementsAre(Order("P", 0), Order("Q", 2), Order("R", 1)));
 }
 
+TEST_F(SettingsManagerTest, MovingAFolderNumbersAllFoldersAnewEvenIfTheyShareAnId) {
+  SettingsManager manager = makeManager();
+  manager.config.categories = {folder("X", 5), folder("X", 5), folder("Y", 9)};
+  manager.moveCategory("Y", -1);
+  EXPECT_THAT(orders(manager.config), ElementsAre(Order("X", 0), Order("X", 2), Order("Y", 1)));
+}
+
 TEST_F(SettingsManagerTest, AnyOffsetSwapsJustTheTwoFolders) {
   SettingsManager manager = makeManager();
   manager.config.categories = {folder("A", 0), folder("B", 1), folder("C", 2), folder("D", 3)};
@@ -342,6 +384,14 @@ TEST_F(SettingsManagerTest, ASeparatorGoesBehindTheFolderThatIsNamed) {
   const MenuCategory separator = manager.addCategorySeparator("B");
   EXPECT_THAT(orders(manager.config),
               ElementsAre(Order("A", 2), Order("B", 0), Order(separator.id, 1)));
+}
+
+TEST_F(SettingsManagerTest, ASeparatorNumbersAllFoldersAnewEvenIfTheyShareAnId) {
+  SettingsManager manager = makeManager();
+  manager.config.categories = {folder("X", 8), folder("X", 2)};
+  const MenuCategory separator = manager.addCategorySeparator("X");
+  EXPECT_THAT(orders(manager.config),
+              ElementsAre(Order("X", 2), Order("X", 0), Order(separator.id, 1)));
 }
 
 TEST_F(SettingsManagerTest, ASeparatorWithoutAPlaceComesLast) {

@@ -45,7 +45,7 @@ class ResourcesTest(WindowsTestCase):
         self.starter.unlink()
         self.starter.write_text('{"categories": [')
         self.first_launch_without_commands(
-            f"Failed to install the starter pack: “{self.starter}” is no document. Line 1, column 17: expected a value, found the "
+            f"Failed to install the starter pack: “{self.starter}” is not a valid document. Line 1, column 17: expected a value, found the "
             "end of the document.")
 
     def test_with_a_starter_pack_that_is_a_folder_the_welcome_window_tells_of_no_commands(self):

@@ -132,7 +132,7 @@ class ListTestCase(CommandLineTestCase):
             result = self.quillmar(*words)
             self.assertEqual((result.returncode, result.stdout), (1, ""))
             self.assertRegex(
-                result.stderr, rf"\AFailed to load settings: “{self.settings_file}” is no document\. "
+                result.stderr, rf"\AFailed to load settings: “{self.settings_file}” is not a valid document\. "
                 r"categories .*\n\Z")
         self.assertEqual(self.settings_file.read_text(), '{"categories": 7}')
         self.assertEqual(list(self.settings_folder.iterdir()), [self.settings_file])
