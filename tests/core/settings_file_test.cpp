@@ -104,7 +104,8 @@ TEST_F(SettingsFileTest, ASecondDamagedFileOfTheSameSecondGetsANameOfItsOwn) {
 }
 
 TEST_F(SettingsFileTest, BytesThatAnotherProgramWroteAreKeptAsEditedAndOneLineIsLogged) {
-  for (const std::string& edited : {document("edited"), std::string("{ edited with a mistake")}) {
+  const std::string sameLength = document("SAVED");
+  for (const std::string& edited : {sameLength, std::string("{ edited with a mistake")}) {
     MemoryFileSystem disk;
     disk.addFile(path, document("loaded"), 0640);
     SettingsFile file = settingsFile(disk);
@@ -304,8 +305,10 @@ TEST_F(SettingsFileTest, KilledDuringTheFirstWriteThereIsNoFileOrAWholeOne) {
 TEST_F(SettingsFileTest, AfterATornWriteTheLastWholeCopyOutlivesLaterSaves) {
   files.addFile(previousPath, document("the user's menu"));
   files.addFile(path, document("torn").substr(0, 20));
-  EXPECT_TRUE(overwrite(files, document("first save")));
-  EXPECT_TRUE(overwrite(files, document("second save")));
+  SettingsFile file = settingsFile(files);
+  EXPECT_FALSE(file.load(path));
+  EXPECT_TRUE(file.overwrite(path, document("first save")));
+  EXPECT_TRUE(file.overwrite(path, document("second save")));
   EXPECT_EQ(files.contents(previousPath), document("first save"));
   EXPECT_EQ(files.contents("/settings/settings.previous-20010909T014640Z.json"),
             document("the user's menu"));
