@@ -158,9 +158,12 @@ TEST_F(StatusMenuBuilderTest, ATopLevelFolderIsFollowedByALineUnlessItIsLast) {
 }
 
 TEST_F(StatusMenuBuilderTest, BetweenATopLevelFolderAndASeparatorFolderStandsOneLine) {
-  EXPECT_THAT(linesOf(documentOf(
-                  {topLevel("A", {item("1")}), separatorFolder(), folder("B", {item("2")})})),
-              ElementsAre("1", "---", "B >", "  2", "---"));
+  for (const std::vector<MenuItem>& items :
+       {std::vector{item("1")}, std::vector{item("1"), MenuItem::separator()}}) {
+    EXPECT_THAT(
+        linesOf(documentOf({topLevel("A", items), separatorFolder(), folder("B", {item("2")})})),
+        ElementsAre("1", "---", "B >", "  2", "---"));
+  }
 }
 
 TEST_F(StatusMenuBuilderTest, AFolderWithoutAnEnabledItemDisappears) {
