@@ -17,12 +17,17 @@ constexpr std::array<std::string_view, 8> variants = {"fill",     "circle",  "sq
 
 using Parts = std::span<const std::string_view>;
 
+/// A file name has at most so many bytes, so no icon has a longer name.
+constexpr std::size_t longestName = 255;
+
 bool isSymbolName(std::string_view symbol) {
-  return !symbol.empty() && std::ranges::all_of(symbol, [](char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-           (character >= '0' && character <= '9') || character == '.' || character == '-' ||
-           character == '_';
-  });
+  return !symbol.empty() && symbol.size() <= longestName &&
+         std::ranges::all_of(symbol, [](char character) {
+           return (character >= 'a' && character <= 'z') ||
+                  (character >= 'A' && character <= 'Z') ||
+                  (character >= '0' && character <= '9') || character == '.' || character == '-' ||
+                  character == '_';
+         });
 }
 
 std::vector<std::string_view> split(std::string_view symbol) {
