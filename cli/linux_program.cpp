@@ -14,6 +14,8 @@
 #include "cli/terminal_prompts.h"
 #include "commands/command_environment.h"
 #include "commands/command_runner.h"
+#include "platform/linux/appearance/appearance.h"
+#include "platform/linux/appearance/appearance_watch.h"
 #include "platform/linux/application/application_instance.h"
 #include "platform/linux/application/broken_pipes.h"
 #include "platform/linux/application/platform_data.h"
@@ -102,6 +104,9 @@ class PanelProgram {
                        .iconThemePath = system_.bundle.iconThemePath(),
                        .pixmapDirectory = system_.bundle.pixmapDirectory(),
                        .panel = panelTraitsOf(environment)}),
+        appearance_(instance.connection(),
+                    AppearanceSettings(environment, system_.userDirectories.homeDirectory()),
+                    [this](Appearance appearance) { notifierItem_.setAppearance(appearance); }),
         trays_(environment),
         statusItem_({.notifier = notifierItem_,
                      .windows = windows_,
@@ -131,6 +136,7 @@ class PanelProgram {
             .updaters = updaters_,
         } {
     Platform::install(platform_);
+    notifierItem_.setAppearance(appearance_.current());
     notifierItem_.setOpenHandler(
         [this](std::optional<ScreenPoint> position, const Activation& activation) {
           // The window system says when that fails.
@@ -164,6 +170,7 @@ class PanelProgram {
   DesktopPasteboard pasteboard_;
   DesktopNotifications notifications_;
   StatusNotifierItem notifierItem_;
+  AppearanceWatch appearance_;
   X11TrayWatch trays_;
   DesktopStatusItem statusItem_;
   UnavailableUpdaters updaters_;

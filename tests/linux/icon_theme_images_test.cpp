@@ -56,20 +56,20 @@ TEST_F(IconThemeImagesTest, HasTheStatusIconAndTheApplicationsIcon) {
 
 TEST_F(IconThemeImagesTest, FindsSymbolsByRuleAndByTable) {
   EXPECT_EQ(symbol("terminal"), "quillmar-terminal-symbolic");
-  EXPECT_EQ(symbol("folder.fill"), "quillmar-folder-fill-symbolic");
-  EXPECT_EQ(symbol("play.circle.fill"), "quillmar-play-circle-fill-symbolic");
+  EXPECT_EQ(symbol("folder.fill"), "quillmar-folder-symbolic");
+  EXPECT_EQ(symbol("play.circle.fill"), "quillmar-play-circle-symbolic");
   EXPECT_EQ(symbol("bolt"), "quillmar-lightning-symbolic");
-  EXPECT_EQ(symbol("bolt.fill"), "quillmar-lightning-fill-symbolic");
+  EXPECT_EQ(symbol("bolt.fill"), "quillmar-lightning-symbolic");
   EXPECT_EQ(symbol("magnifyingglass"), "quillmar-search-symbolic");
   EXPECT_EQ(symbol("network"), "quillmar-diagram-3-symbolic");
   EXPECT_EQ(symbol("square.and.arrow.up"), "quillmar-box-arrow-up-symbolic");
   EXPECT_EQ(symbol("doc.on.clipboard"), "quillmar-clipboard-symbolic");
-  EXPECT_EQ(symbol("gearshape.fill"), "quillmar-gear-fill-symbolic");
+  EXPECT_EQ(symbol("gearshape.fill"), "quillmar-gear-symbolic");
   EXPECT_EQ(symbol("trash"), "quillmar-trash-symbolic");
 }
 
 TEST_F(IconThemeImagesTest, DropsVariantsThatTheSetLacks) {
-  EXPECT_EQ(symbol("bolt.circle.fill"), "quillmar-lightning-fill-symbolic");
+  EXPECT_EQ(symbol("bolt.circle.fill"), "quillmar-lightning-symbolic");
   EXPECT_EQ(symbol("wifi.circle"), "quillmar-wifi-symbolic");
   EXPECT_EQ(symbol("person.crop.circle.fill"), "quillmar-person-circle-symbolic");
   EXPECT_EQ(symbol("folder.badge.gearshape"), "quillmar-folder-symbolic");
@@ -128,6 +128,12 @@ TEST(SymbolNames, OffersTheTableFirstThenTheRuleThenFewerVariants) {
               testing::ElementsAre("bolt-circle-fill", "bolt-circle", "lightning-circle-fill",
                                    "lightning-fill", "lightning-circle", "lightning", "bolt-fill",
                                    "bolt-circle", "bolt"));
+}
+
+TEST(SymbolNames, ANameLongerThanAFileNameStandsForNothing) {
+  const std::string longest = "a." + std::string(253, 'b');
+  EXPECT_FALSE(iconNamesForSymbol(longest).empty());
+  EXPECT_TRUE(iconNamesForSymbol(longest + "b").empty());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "platform/linux/status_item/status_notifier_item.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 #include <gmock/gmock.h>
@@ -263,12 +264,57 @@ TEST_F(StatusNotifierItemTest, SendsItsIconAsPixelsOfSeveralSizes) {
       opaque = opaque || data[at] == 0xFF;
       transparent = transparent || data[at] == 0;
       EXPECT_THAT(std::vector<int>({data[at + 1], data[at + 2], data[at + 3]}),
-                  testing::ElementsAre(0x7D, 0x87, 0xA0));
+                  testing::Each(0x80));
     }
     EXPECT_TRUE(opaque);
     EXPECT_TRUE(transparent);
   }
   EXPECT_THAT(sizes, testing::ElementsAre(16, 22, 24, 32, 48));
+}
+
+/// The grey level of the first pixmap, whose pixels have it all.
+int greyOfIcon(PanelClient& panel) {
+  const GVariantPtr pixmaps = panel.itemProperty("IconPixmap");
+  const GVariantPtr first(g_variant_get_child_value(pixmaps.get(), 0));
+  const GVariantPtr bytes(g_variant_get_child_value(first.get(), 2));
+  return static_cast<const unsigned char*>(g_variant_get_data(bytes.get()))[1];
+}
+
+double luminance(int grey) {
+  const double part = grey / 255.0;
+  return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+}
+
+double contrast(int grey, int otherGrey) {
+  const auto [darker, lighter] = std::minmax({luminance(grey), luminance(otherGrey)});
+  return (lighter + 0.05) / (darker + 0.05);
+}
+
+TEST_F(StatusNotifierItemTest, PixelsStandOutFromPanelsOfTheDesktopsAppearance) {
+  constexpr int white = 0xff;
+  constexpr int black = 0;
+  constexpr int lightPanel = 0xcc;
+  constexpr int darkPanel = 0x4d;
+  StatusNotifierItem item(connection.get(), queue, testOptions());
+  item.setImage(Image{.name = statusIcon, .isTemplate = true, .pointSize = {}, .weight = {}});
+  PanelClient panel(bus, connection.get());
+  for (const int background : {white, black, 0xe1, 0x36}) {
+    EXPECT_GE(contrast(greyOfIcon(panel), background), 3) << background;
+  }
+  item.setAppearance(Appearance::dark);
+  EXPECT_GE(contrast(greyOfIcon(panel), darkPanel), 7);
+  item.setAppearance(Appearance::light);
+  EXPECT_GE(contrast(greyOfIcon(panel), lightPanel), 7);
+}
+
+TEST_F(StatusNotifierItemTest, AnotherAppearanceOfTheDesktopIsANewIcon) {
+  StatusNotifierItem item(connection.get(), queue, testOptions());
+  PanelClient panel(bus, connection.get());
+  item.setImage(Image{.name = statusIcon, .isTemplate = true, .pointSize = {}, .weight = {}});
+  item.setAppearance(Appearance::dark);
+  item.setAppearance(Appearance::dark);
+  panel.settleSignals();
+  EXPECT_EQ(panel.newIconCount(), 2);
 }
 
 TEST_F(StatusNotifierItemTest, AnnouncesANewIconOnlyWhenItIsAnother) {

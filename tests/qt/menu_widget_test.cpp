@@ -39,6 +39,15 @@ class MenuWidgetTest : public testing::Test {
     return colors;
   }
 
+  /// Whether a square of that colour is in the left half, where icons are.
+  static bool shows(const QImage& row, const QColor& color) {
+    int count = 0;
+    for (int y = 0; y < row.height(); ++y) {
+      for (int x = 0; x < row.width() / 2; ++x) count += row.pixelColor(x, y) == color;
+    }
+    return count >= 200;
+  }
+
   MemoryTaskQueues queues_;
   ScrollingMenu widget_;
 };
@@ -93,6 +102,27 @@ TEST_F(MenuWidgetTest, OnlyTemplatesTakeTheColourOfTheMenusTexts) {
   fill({colored, tinted, folder});
   const QColor text = widget_.palette().color(QPalette::WindowText);
   EXPECT_THAT(iconColors(widget_), ElementsAre(QColor(Qt::red), text, text));
+}
+
+TEST_F(MenuWidgetTest, TheSymbolOfTheSelectedEntryHasTheColourOfItsText) {
+  IconTheme theme;
+  theme.add("square", 16, 1, plainPicture(16, Qt::red));
+  ActionEntry entry = commandEntry("One", "1");
+  entry.image = Image{.name = "square", .isTemplate = true, .pointSize = {}, .weight = {}};
+  fill({entry, entry});
+  QPalette palette = widget_.palette();
+  palette.setColor(QPalette::WindowText, Qt::green);
+  palette.setColor(QPalette::HighlightedText, Qt::yellow);
+  widget_.setPalette(palette);
+  widget_.popup(QPoint());
+  widget_.setActiveAction(widget_.actions().front());
+  const QImage picture = widget_.grab().toImage();
+  const QRect first = widget_.actionGeometry(widget_.actions().front());
+  const QRect second = widget_.actionGeometry(widget_.actions().back());
+  EXPECT_TRUE(shows(picture.copy(first), Qt::yellow));
+  EXPECT_FALSE(shows(picture.copy(first), Qt::green));
+  EXPECT_TRUE(shows(picture.copy(second), Qt::green));
+  widget_.close();
 }
 
 TEST_F(MenuWidgetTest, TemplatesHaveTheColourThatTextsHaveWhenTheMenuOpens) {

@@ -16,7 +16,7 @@ airpods earbuds
 ant bug
 antenna.radiowaves.left.and.right broadcast
 app.badge app-indicator
-app.connected.to.app.below.fill node-plus-fill
+app.connected.to.app.below.fill node-plus
 app.gift gift
 apple.logo apple
 apple.terminal terminal

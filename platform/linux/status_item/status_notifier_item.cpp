@@ -97,6 +97,12 @@ void StatusNotifierItem::setImage(std::optional<Image> image) {
   object_.emit("NewIcon", nullptr);
 }
 
+void StatusNotifierItem::setAppearance(Appearance appearance) {
+  if (appearance == appearance_) return;
+  appearance_ = appearance;
+  if (!iconName_.empty()) object_.emit("NewIcon", nullptr);
+}
+
 void StatusNotifierItem::answer(const char* method, GVariant* arguments,
                                 GDBusMethodInvocation* invocation) {
   if (std::string_view(method) == "ProvideXdgActivationToken") {
@@ -153,7 +159,8 @@ GVariant* StatusNotifierItem::property(const char* name) const {
     return g_variant_new_string(text::replacingUnsendable(iconName_).c_str());
   }
   if (wanted == "IconPixmap") {
-    return iconName_.empty() ? noPixmaps() : loadIconPixmaps(options_.pixmapDirectory, iconName_);
+    return iconName_.empty() ? noPixmaps()
+                             : loadIconPixmaps(options_.pixmapDirectory, iconName_, appearance_);
   }
   if (wanted == "IconAccessibleDesc") return g_variant_new_string(options_.title.c_str());
   if (wanted == "ToolTip") {

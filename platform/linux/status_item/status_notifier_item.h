@@ -15,6 +15,7 @@
 
 #include <gio/gio.h>
 
+#include "platform/linux/appearance/appearance.h"
 #include "platform/linux/bus/dbus_object.h"
 #include "platform/linux/status_item/dbus_menu.h"
 #include "platform/linux/status_item/panel_traits.h"
@@ -51,6 +52,9 @@ class StatusNotifierItem final : public StatusItem {
   void setImage(std::optional<Image> image) override;
   void setMenu(Menu menu) override { menu_.setMenu(std::move(menu)); }
 
+  /// Of the desktop; unknown at first. Colours the icon's pixmaps.
+  void setAppearance(Appearance appearance);
+
   /// Whether a panel shows icons of this kind; unknown at first.
   StatusNotifierHost host() const { return registration_.host(); }
 
@@ -77,6 +81,7 @@ class StatusNotifierItem final : public StatusItem {
   StatusNotifierItemOptions options_;
   /// Name of the icon; empty for none.
   std::string iconName_;
+  Appearance appearance_ = Appearance::unknown;
   /// What a panel has announced the next click with; empty for none.
   std::string activationToken_;
   OpenHandler openHandler_;

@@ -16,20 +16,26 @@ void tint(QPixmap& pixmap, const QColor& color) {
   painter.fillRect(pixmap.rect(), color);
 }
 
-QIcon tintedIcon(const Image& image, const QColor& color, int side, qreal devicePixelRatio) {
+QIcon tintedIcon(const Image& image, const TemplateColors& colors, int side,
+                 qreal devicePixelRatio) {
   constexpr qsizetype most = 500;
   static QCache<QString, QIcon> made(most);
   const QString key =
-      QStringLiteral("%1 %2 %3 %4 %5")
-          .arg(QString::fromStdString(image.name), QIcon::themeName(), color.name(QColor::HexArgb))
+      QStringLiteral("%1 %2 %3 %4 %5 %6")
+          .arg(QString::fromStdString(image.name), QIcon::themeName(),
+               colors.text.name(QColor::HexArgb), colors.selectedText.name(QColor::HexArgb))
           .arg(side)
           .arg(devicePixelRatio);
   if (const QIcon* const known = made.object(key)) return *known;
   QIcon icon = iconOf(image);
   if (icon.isNull()) return icon;
   QPixmap pixmap = icon.pixmap(QSize(side, side), devicePixelRatio);
-  tint(pixmap, color);
+  tint(pixmap, colors.text);
   icon = QIcon(pixmap);
+  tint(pixmap, colors.selectedText);
+  // Styles differ in what they call the selected entry of a menu.
+  icon.addPixmap(pixmap, QIcon::Active);
+  icon.addPixmap(pixmap, QIcon::Selected);
   made.insert(key, new QIcon(icon));
   return icon;
 }

@@ -17,9 +17,16 @@ QIcon iconOf(const std::optional<Image>& image);
 /// Gives what is drawn in the pixmap one colour, as templates want it.
 void tint(QPixmap& pixmap, const QColor& color);
 
-/// The icon in one colour, `side` device-independent pixels wide and high, for a screen with so
+/// What a template takes the colours of: texts that are not selected, and those that are.
+struct TemplateColors {
+  QColor text;
+  QColor selectedText;
+};
+
+/// The icon in these colours, `side` device-independent pixels wide and high, for a screen with so
 /// many pixels to each. Made once: the toolkit remembers pixels by the icon that they came from, so
 /// that icons made again and again would fill its memory.
-QIcon tintedIcon(const Image& image, const QColor& color, int side, qreal devicePixelRatio);
+QIcon tintedIcon(const Image& image, const TemplateColors& colors, int side,
+                 qreal devicePixelRatio);
 
 }  // namespace quillmar

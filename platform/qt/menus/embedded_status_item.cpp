@@ -11,8 +11,8 @@ namespace quillmar {
 
 namespace {
 
-/// Trays do not tell their colour. This one is seen on light and dark.
-constexpr QColor templateColor(0x9a, 0x9a, 0x9a);
+/// Trays do not tell their colour. This grey has a contrast of 3:1 to light and dark ones.
+constexpr QColor templateColor(0x80, 0x80, 0x80);
 
 QIcon imageInTray(const std::optional<Image>& image) {
   QIcon icon = iconOf(image);

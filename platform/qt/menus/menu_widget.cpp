@@ -37,8 +37,11 @@ QString shortcutText(const KeyEquivalent& keyEquivalent) {
 QIcon entryIcon(const std::optional<Image>& image, const QMenu& widget) {
   if (!image || !image->isTemplate) return iconOf(image);
   constexpr int side = 16;
-  return tintedIcon(*image, widget.palette().color(QPalette::WindowText), side,
-                    widget.devicePixelRatio());
+  const QPalette palette = widget.palette();
+  return tintedIcon(*image,
+                    {.text = palette.color(QPalette::WindowText),
+                     .selectedText = palette.color(QPalette::HighlightedText)},
+                    side, widget.devicePixelRatio());
 }
 
 /// `action` shows a submenu or an entry of the widget.
