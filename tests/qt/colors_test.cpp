@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/qt/menus/scrolling_menu.h"
-#include "platform/qt/module/dark_palette.h"
+#include "platform/qt/module/default_palettes.h"
 #include "platform/widgets/button.h"
 #include "platform/widgets/image_view.h"
 #include "platform/widgets/label.h"

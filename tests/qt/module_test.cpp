@@ -18,7 +18,7 @@
 #include <unistd.h>
 
 #include "platform/memory/memory_task_queues.h"
-#include "platform/qt/module/dark_palette.h"
+#include "platform/qt/module/default_palettes.h"
 #include "platform/qt/module/display_platform.h"
 #include "platform/qt/module/qt_window_module.h"
 #include "platform/qt/module/unexpected_end.h"

@@ -6,11 +6,13 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+#include <QFileInfo>
 #include <QStyle>
 #include <QStyleFactory>
 
-#include "platform/qt/module/dark_palette.h"
-#include "platform/qt/module/dark_settings.h"
+#include "platform/qt/module/default_palettes.h"
+#include "platform/qt/module/gtk_settings.h"
+#include "platform/qt/module/kde_palette.h"
 
 namespace quillmar {
 
@@ -46,9 +48,31 @@ bool isDark(const QPalette& palette) {
 }  // namespace
 
 ColorScheme::ColorScheme(const Environment& environment)
-    : darkBySettings_(settingsAskForDark(environment)) {
+    : darkBySettings_(settingsAskForDark(environment)),
+      // A theme would have other colours than the style by itself.
+      isUnthemed_(QApplication::palette().color(QPalette::Window) ==
+                  QApplication::style()->standardPalette().color(QPalette::Window)) {
+  if (isKde(environment)) {
+    kdeSettings_ = kdeSettingsFile(environment);
+    // The file is replaced by another with each change.
+    connect(&files_, &QFileSystemWatcher::directoryChanged, this, &ColorScheme::followKde);
+    files_.addPath(QFileInfo(kdeSettings_).path());
+    followKde();
+    return;
+  }
+  if (isUnthemed_) {
+    if (const auto font = fontOfSettings(environment)) QApplication::setFont(*font);
+  }
   apply();
   askPortal();
+}
+
+void ColorScheme::followKde() {
+  // Not every style takes its colours from the palette; this one does.
+  if (QApplication::style()->name() != QLatin1String("fusion")) {
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  }
+  QApplication::setPalette(kdePalette(kdeSettings_));
 }
 
 void ColorScheme::askPortal() {
@@ -87,8 +111,10 @@ void ColorScheme::apply() {
     QApplication::setPalette(darkPalette());
   } else if (!wantsDark && isDarkened_) {
     isDarkened_ = false;
-    QApplication::setPalette(QPalette());
+    QApplication::setPalette(isUnthemed_ ? lightPalette() : QPalette());
     QApplication::setStyle(QStyleFactory::create(ownStyle_));
+  } else if (!wantsDark && isUnthemed_) {
+    QApplication::setPalette(lightPalette());
   }
 }
 

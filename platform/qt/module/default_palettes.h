@@ -1,4 +1,4 @@
-// Colours for windows on a dark desktop.
+// Colours for windows where neither the toolkit nor the desktop has any.
 
 #pragma once
 
@@ -6,6 +6,7 @@
 
 namespace quillmar {
 
+QPalette lightPalette();
 QPalette darkPalette();
 
 }  // namespace quillmar

@@ -1,0 +1,28 @@
+// The user's settings of the GTK toolkit, which most desktops keep. They are looked for in the
+// desktop's settings service of X11 displays, then in the toolkit's settings files; the first that
+// has one decides.
+
+#pragma once
+
+#include <QFont>
+#include <optional>
+#include <string>
+
+#include "platform/environment.h"
+
+namespace quillmar {
+
+/// Whether windows should be dark, by the name of the theme; GTK_THEME in the environment comes
+/// first.
+bool settingsAskForDark(const Environment& environment);
+
+/// The font of windows; absent when none is set.
+std::optional<QFont> fontOfSettings(const Environment& environment);
+
+/// True for the name of a theme's dark variant ("Adwaita-dark", "Adwaita:dark").
+bool isDarkTheme(const std::string& name);
+
+/// A font by its name and size in points at the end ("Noto Sans Bold 10"); absent without a size.
+std::optional<QFont> fontNamed(const QString& description);
+
+}  // namespace quillmar
