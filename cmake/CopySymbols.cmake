@@ -1,5 +1,6 @@
 # Copies the symbols of an icon set, one weight of each, in the form that panels recolour: NAME.svg
-# becomes quillmar-NAME-symbolic.svg. A solid symbol ("-fill") is left out where there is an outlined one. GTK and GNOME recolour icons by the end of their names, Plasma by the style sheet
+# becomes quillmar-NAME-symbolic.svg. A solid symbol ("-fill") is left out where there is an outlined
+# one. GTK and GNOME recolour icons by the end of their names, Plasma by the style sheet
 # (RecolourableSvg.cmake).
 #
 #   cmake -DFROM=FOLDER -DTO=FOLDER -P CopySymbols.cmake

@@ -62,7 +62,7 @@ class RegisterTest(WindowsTestCase):
         run("gio", "launch", str(self.data / ENTRY))
 
     def test_the_entry_is_valid_and_starts_the_program_of_a_folder_with_an_odd_name(self):
-        build = self.scratch / "a \"b\" $c `d` 100% \\e"
+        build = self.scratch / "a \"b\" $c `d` \\e"
         (build / "bin").mkdir(parents=True)
         program = build / "bin/quillmar"
         program.write_text(f"#!/bin/sh\ntouch '{self.scratch}/started'\n")
