@@ -103,6 +103,7 @@ class PanelProgram {
                        .title = applicationName,
                        .iconThemePath = system_.bundle.iconThemePath(),
                        .pixmapDirectory = system_.bundle.pixmapDirectory(),
+                       .areIconsRegistered = images_.areRegistered(),
                        .panel = panelTraitsOf(environment)}),
         appearance_(instance.connection(),
                     AppearanceSettings(environment, system_.userDirectories.homeDirectory()),

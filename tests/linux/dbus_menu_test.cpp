@@ -41,7 +41,7 @@ class DbusMenuTest : public testing::Test {
   std::vector<std::string> clicked;
   std::vector<std::uint32_t> timestamps;
   DbusMenu menu{connection.get(),
-                {.iconThemePath = "/opt/icons", .keyNames = {}},
+                {.iconThemePath = "/opt/icons", .style = {}},
                 [this](const ActionEntry& entry, std::uint32_t timestamp) {
                   clicked.push_back(entry.title);
                   timestamps.push_back(timestamp);

@@ -307,6 +307,54 @@ TEST_F(StatusNotifierItemTest, PixelsStandOutFromPanelsOfTheDesktopsAppearance) 
   EXPECT_GE(contrast(greyOfIcon(panel), lightPanel), 7);
 }
 
+/// The properties of the menu's one entry, which has a symbol, on a panel.
+std::map<std::string, std::string> entryOn(PanelClient& panel, StatusNotifierItem& item) {
+  ActionEntry entry;
+  entry.title = "Terminal";
+  entry.image = Image{
+      .name = "quillmar-terminal-symbolic", .isTemplate = true, .pointSize = {}, .weight = {}};
+  item.setMenu(Menu{.title = "", .entries = {entry}});
+  return panel.layout().children.front().properties;
+}
+
+TEST_F(StatusNotifierItemTest, SendsNamesOfIconsThatThePanelFindsAndRecolours) {
+  StatusNotifierItemOptions options = testOptions();
+  options.areIconsRegistered = false;
+  StatusNotifierItem item(connection.get(), queue, options);
+  PanelClient panel(bus, connection.get());
+  const auto entry = entryOn(panel, item);
+  EXPECT_EQ(entry.at("icon-name"), "'quillmar-terminal-symbolic'");
+  EXPECT_FALSE(entry.contains("icon-data"));
+}
+
+TEST_F(StatusNotifierItemTest, SendsPicturesOfIconsThatThePanelDoesNotFind) {
+  StatusNotifierItemOptions options = testOptions();
+  options.panel.findsIconsInThemePath = false;
+  for (const bool isRegistered : {false, true}) {
+    options.areIconsRegistered = isRegistered;
+    StatusNotifierItem item(connection.get(), queue, options);
+    PanelClient panel(bus, connection.get());
+    const auto entry = entryOn(panel, item);
+    EXPECT_EQ(entry.contains("icon-data"), !isRegistered);
+    EXPECT_EQ(entry.contains("icon-name"), isRegistered);
+  }
+}
+
+TEST_F(StatusNotifierItemTest, PicturesFollowTheDesktopsAppearance) {
+  StatusNotifierItemOptions options = testOptions();
+  options.panel.recoloursIcons = false;
+  StatusNotifierItem item(connection.get(), queue, options);
+  PanelClient panel(bus, connection.get());
+  const std::string light = entryOn(panel, item).at("icon-data");
+  panel.settleSignals();
+  const auto before = panel.layoutUpdates();
+  item.setAppearance(Appearance::dark);
+  panel.settleSignals();
+  ASSERT_EQ(panel.layoutUpdates().size(), before.size() + 1);
+  EXPECT_GT(panel.layoutUpdates().back(), before.back());
+  EXPECT_NE(panel.layout().children.front().properties.at("icon-data"), light);
+}
+
 TEST_F(StatusNotifierItemTest, AnotherAppearanceOfTheDesktopIsANewIcon) {
   StatusNotifierItem item(connection.get(), queue, testOptions());
   PanelClient panel(bus, connection.get());
@@ -410,13 +458,17 @@ PanelTraits traitsOn(const std::string& desktop) {
 }
 
 TEST(PanelTraits, FollowTheDesktop) {
-  constexpr auto keysyms = ShortcutKeyNames::keysyms;
   constexpr auto qtKeys = ShortcutKeyNames::qtKeys;
-  EXPECT_EQ(panelTraitsOf({}), (PanelTraits{keysyms, false}));
-  EXPECT_EQ(traitsOn("XFCE"), (PanelTraits{keysyms, false}));
-  EXPECT_EQ(traitsOn("KDE"), (PanelTraits{qtKeys, false}));
-  EXPECT_EQ(traitsOn("LXQt"), (PanelTraits{qtKeys, false}));
-  EXPECT_EQ(traitsOn("ubuntu:GNOME"), (PanelTraits{keysyms, true}));
+  EXPECT_EQ(panelTraitsOf({}), PanelTraits());
+  EXPECT_EQ(traitsOn("XFCE"), PanelTraits());
+  EXPECT_EQ(traitsOn("KDE"), (PanelTraits{.shortcutKeyNames = qtKeys}));
+  EXPECT_EQ(traitsOn("LXQt"), (PanelTraits{.shortcutKeyNames = qtKeys,
+                                           .recoloursIcons = false,
+                                           .findsIconsInThemePath = false}));
+  EXPECT_EQ(traitsOn("MATE"), (PanelTraits{.findsIconsInThemePath = false}));
+  EXPECT_EQ(
+      traitsOn("ubuntu:GNOME"),
+      (PanelTraits{.opensMenuItself = true, .findsIconsInThemePath = false, .hasDarkMenus = true}));
 }
 
 TEST(StatusNotifierItem, APanelThatRefusesItIsToldInAFullSentence) {

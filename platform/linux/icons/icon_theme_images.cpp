@@ -38,6 +38,10 @@ std::optional<Image> IconThemeImages::symbol(const std::string& name) {
   return Image{.name = *known->second, .isTemplate = isTemplate, .pointSize = {}, .weight = {}};
 }
 
+bool IconThemeImages::areRegistered() const {
+  return userThemes_.hasFile(std::string("hicolor/scalable/apps/") + applicationIconFile + ".svg");
+}
+
 IconThemeImages::Answer IconThemeImages::findNamed(const std::string& name) const {
   const std::string symbolic = applicationPrefix + name + symbolicSuffix;
   if (ships("symbolic/apps/" + symbolic)) return symbolic;

@@ -18,6 +18,9 @@ class IconThemeImages final : public Images {
 
   std::optional<Image> named(const std::string& name) override;
 
+  /// True when the desktop finds the icons that ship with the application by their names.
+  bool areRegistered() const;
+
   /// A symbol that ships with the application, else an icon of the user's themes of that very name.
   std::optional<Image> symbol(const std::string& name) override;
 

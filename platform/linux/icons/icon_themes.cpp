@@ -75,6 +75,12 @@ bool IconThemes::contains(const std::string& iconName) {
   });
 }
 
+bool IconThemes::hasFile(const std::string& path) const {
+  return std::ranges::any_of(directories_, [&](const std::string& directory) {
+    return isFile(std::string(directory).append("/").append(path));
+  });
+}
+
 IconThemes::Listing IconThemes::list() const {
   Listing listing{.leaves = findLeaves()};
   for (const std::string& leaf : listing.leaves) {

@@ -25,6 +25,9 @@ class IconThemes {
 
   bool contains(const std::string& iconName);
 
+  /// Whether one of the folders has a file of this path, such as "hicolor/scalable/apps/NAME.svg".
+  bool hasFile(const std::string& path) const;
+
  private:
   struct Listing {
     /// The folders that hold the themes' files.

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "platform/linux/bus/glib_pointers.h"
-#include "platform/linux/status_item/dbus_menu_writer.h"
 #include "platform/text.h"
 
 namespace quillmar {
@@ -96,7 +95,7 @@ GVariant* idArray(const std::vector<Id>& ids) {
 
 DbusMenu::DbusMenu(GDBusConnection* connection, const Options& options, ClickHandler onClick)
     : iconThemePath_(text::replacingUnsendable(options.iconThemePath)),
-      keyNames_(options.keyNames),
+      style_(options.style),
       onClick_(std::move(onClick)),
       object_(
           connection, objectPath, introspection,
@@ -108,6 +107,11 @@ DbusMenu::DbusMenu(GDBusConnection* connection, const Options& options, ClickHan
 
 void DbusMenu::setMenu(Menu menu) {
   if (!tree_.replace(std::move(menu))) return;
+  object_.emit("LayoutUpdated", g_variant_new("(ui)", tree_.revision(), DbusMenuTree::rootId));
+}
+
+void DbusMenu::picturesChanged() {
+  tree_.raiseRevision();
   object_.emit("LayoutUpdated", g_variant_new("(ui)", tree_.revision(), DbusMenuTree::rootId));
 }
 
@@ -131,7 +135,7 @@ void DbusMenu::getLayout(GVariant* arguments, GDBusMethodInvocation* invocation)
 
   const std::optional<Node> node = tree_.find(parent);
   if (!node) return refuseUnknownId(invocation, parent);
-  DbusMenuWriter writer(tree_, keyNames_, names);
+  DbusMenuWriter writer(tree_, style_, names);
   g_dbus_method_invocation_return_value(
       invocation, g_variant_new("(u@(ia{sv}av))", tree_.revision(), writer.layout(*node, depth)));
 }
@@ -143,7 +147,7 @@ void DbusMenu::getGroupProperties(GVariant* arguments, GDBusMethodInvocation* in
   const GVariantIterPtr ownedIds(ids);
   const GVariantPtr ownedNames(names);
 
-  DbusMenuWriter writer(tree_, keyNames_, names);
+  DbusMenuWriter writer(tree_, style_, names);
   GVariantBuilder answers;
   g_variant_builder_init(&answers, G_VARIANT_TYPE("a(ia{sv})"));
   const auto add = [&](const Node& node) {
@@ -170,8 +174,7 @@ void DbusMenu::getProperty(GVariant* arguments, GDBusMethodInvocation* invocatio
 
   const std::optional<Node> node = tree_.find(id);
   if (!node) return refuseUnknownId(invocation, id);
-  const GVariantPtr set(
-      g_variant_ref_sink(DbusMenuWriter(tree_, keyNames_, name).properties(*node)));
+  const GVariantPtr set(g_variant_ref_sink(DbusMenuWriter(tree_, style_, name).properties(*node)));
   GVariantPtr value(g_variant_lookup_value(set.get(), name, nullptr));
   if (!value) {
     GVariant* fallback = DbusMenuWriter::defaultOf(name);

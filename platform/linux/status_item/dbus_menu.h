@@ -13,6 +13,7 @@
 
 #include "platform/linux/bus/dbus_object.h"
 #include "platform/linux/status_item/dbus_menu_tree.h"
+#include "platform/linux/status_item/dbus_menu_writer.h"
 #include "platform/linux/status_item/key_equivalent_shortcut.h"
 #include "platform/menu.h"
 
@@ -29,7 +30,7 @@ class DbusMenu {
   struct Options {
     /// A folder with icon themes that panels look for the entries' icons in, besides the system's.
     std::string iconThemePath;
-    ShortcutKeyNames keyNames = ShortcutKeyNames::keysyms;
+    DbusMenuStyle style;
   };
 
   /// An empty menu at /MenuBar.
@@ -38,6 +39,9 @@ class DbusMenu {
   /// Shows the menu. Panels are told of it, with one LayoutUpdated, only if it differs from the
   /// current one.
   void setMenu(Menu menu);
+
+  /// Has panels read the menu again, whose icons have other pictures now.
+  void picturesChanged();
 
  private:
   void answer(const char* method, GVariant* arguments, GDBusMethodInvocation* invocation);
@@ -61,7 +65,7 @@ class DbusMenu {
   const ActionEntry* clickedEntry(const Event& event) const;
 
   std::string iconThemePath_;
-  ShortcutKeyNames keyNames_;
+  DbusMenuStyle style_;
   ClickHandler onClick_;
   DbusMenuTree tree_;
   DbusObject object_;

@@ -48,6 +48,9 @@ class DbusMenuTree {
   /// Grows with each generation.
   std::uint32_t revision() const { return revision_; }
 
+  /// For a change of what panels are sent of the same entries.
+  void raiseRevision() { ++revision_; }
+
   /// Entries of the current generation by ascending id, without the root.
   const std::vector<Node>& nodes() const { return current_.nodes; }
 

@@ -37,21 +37,21 @@ GVariantPtr owned(GVariant* value) {
 }  // namespace
 
 const std::array<const char*, DbusMenuWriter::propertyCount> DbusMenuWriter::names = {
-    "type",        "label",        "enabled",          "icon-name",
+    "type",        "label",        "enabled",          "icon-name", "icon-data",
     "toggle-type", "toggle-state", "children-display", "shortcut"};
 
-DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, ShortcutKeyNames keyNames,
+DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, const DbusMenuStyle& style,
                                GVariant* propertyNames)
-    : DbusMenuWriter(tree, keyNames, bitsNamed(propertyNames)) {}
+    : DbusMenuWriter(tree, style, bitsNamed(propertyNames)) {}
 
-DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, ShortcutKeyNames keyNames,
+DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, const DbusMenuStyle& style,
                                const char* propertyName)
-    : DbusMenuWriter(tree, keyNames, bitNamed(propertyName)) {}
+    : DbusMenuWriter(tree, style, bitNamed(propertyName)) {}
 
-DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, ShortcutKeyNames keyNames,
+DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, const DbusMenuStyle& style,
                                std::uint32_t wanted)
     : tree_(tree),
-      keyNames_(keyNames),
+      style_(style),
       wanted_(wanted),
       mostLabelBytes_(std::min(mostLabelBytes,
                                mostBytesOfLabels / std::max<std::size_t>(tree.nodes().size(), 1))),
@@ -124,7 +124,7 @@ void DbusMenuWriter::addAppearance(Values& values, const std::string& title, boo
                                    const std::optional<Image>& image) {
   if (wants(label)) values.add(pair(label, labelVariant(title)));
   if (!isEnabled && wants(enabled)) values.add(disabledPair_.get());
-  if (image && wants(iconName)) values.add(iconPair(image->name));
+  if (image) values.add(iconPair(image->name));
 }
 
 void DbusMenuWriter::addState(Values& values, ControlState state) {
@@ -151,16 +151,23 @@ GVariant* DbusMenuWriter::labelVariant(const std::string& title) const {
 }
 
 GVariant* DbusMenuWriter::iconPair(const std::string& icon) {
-  GVariantPtr& known = iconPairs_[icon];
-  if (!known) known = owned(pair(iconName, stringVariant(icon)));
-  return known.get();
+  const auto [known, isNew] = iconPairs_.try_emplace(icon);
+  if (!isNew) return known->second.get();
+  const GBytesPtr picture = style_.pictureOf ? style_.pictureOf(icon) : nullptr;
+  if (picture && wants(iconData)) {
+    known->second = owned(
+        pair(iconData, g_variant_new_from_bytes(G_VARIANT_TYPE_BYTESTRING, picture.get(), TRUE)));
+  } else if (!picture && wants(iconName)) {
+    known->second = owned(pair(iconName, stringVariant(icon)));
+  }
+  return known->second.get();
 }
 
 GVariant* DbusMenuWriter::shortcutPair(const KeyEquivalent& keyEquivalent) {
   const std::string id = keyEquivalent.character + " " + std::to_string(keyEquivalent.modifierMask);
   const auto [known, isNew] = shortcutPairs_.try_emplace(id);
   if (isNew) {
-    const std::vector<std::string> keys = shortcutForKeyEquivalent(keyEquivalent, keyNames_);
+    const std::vector<std::string> keys = shortcutForKeyEquivalent(keyEquivalent, style_.keyNames);
     if (!keys.empty()) known->second = owned(pair(shortcut, shortcutVariant(keys)));
   }
   return known->second.get();

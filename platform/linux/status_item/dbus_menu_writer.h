@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -21,14 +22,21 @@
 
 namespace quillmar {
 
+/// How the entries are written for the desktop's panel.
+struct DbusMenuStyle {
+  ShortcutKeyNames keyNames = ShortcutKeyNames::keysyms;
+  /// The PNG picture that is sent in place of an icon's name; null to send the name. May be empty.
+  std::function<GBytesPtr(const std::string& iconName)> pictureOf;
+};
+
 class DbusMenuWriter {
  public:
-  /// Writes the properties that are named in the `as`, all for an empty one. The tree must outlive
-  /// the writer.
-  DbusMenuWriter(const DbusMenuTree& tree, ShortcutKeyNames keyNames, GVariant* propertyNames);
+  /// Writes the properties that are named in the `as`, all for an empty one. The tree
+  /// and the style must outlive the writer.
+  DbusMenuWriter(const DbusMenuTree& tree, const DbusMenuStyle& style, GVariant* propertyNames);
 
   /// Writes one property.
-  DbusMenuWriter(const DbusMenuTree& tree, ShortcutKeyNames keyNames, const char* propertyName);
+  DbusMenuWriter(const DbusMenuTree& tree, const DbusMenuStyle& style, const char* propertyName);
 
   /// The entry with its descendants down to `depth` levels, all of them for a negative one:
   /// `(ia{sv}av)`, floating.
@@ -46,12 +54,13 @@ class DbusMenuWriter {
     label,
     enabled,
     iconName,
+    iconData,
     toggleType,
     toggleState,
     childrenDisplay,
     shortcut
   };
-  static constexpr std::size_t propertyCount = 8;
+  static constexpr std::size_t propertyCount = 9;
   static const std::array<const char*, propertyCount> names;
 
   /// The `{sv}` of an entry, as many as there are.
@@ -64,7 +73,7 @@ class DbusMenuWriter {
     }
   };
 
-  DbusMenuWriter(const DbusMenuTree& tree, ShortcutKeyNames keyNames, std::uint32_t wanted);
+  DbusMenuWriter(const DbusMenuTree& tree, const DbusMenuStyle& style, std::uint32_t wanted);
 
   static std::uint32_t bitNamed(const char* name);
   static std::uint32_t bitsNamed(GVariant* names);
@@ -75,12 +84,13 @@ class DbusMenuWriter {
   void addState(Values& values, ControlState state);
   GVariant* pair(Property property, GVariant* value) const;
   GVariant* labelVariant(const std::string& title) const;
+  /// The icon by its name or as a picture; null when that property is not wanted.
   GVariant* iconPair(const std::string& icon);
   /// Null for a key without a name.
   GVariant* shortcutPair(const KeyEquivalent& keyEquivalent);
 
   const DbusMenuTree& tree_;
-  ShortcutKeyNames keyNames_;
+  const DbusMenuStyle& style_;
   std::uint32_t wanted_;
   std::size_t mostLabelBytes_;
   std::array<GVariantPtr, propertyCount> keys_;

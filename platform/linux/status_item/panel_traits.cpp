@@ -17,6 +17,9 @@ PanelTraits panelTraitsOf(const Environment& environment) {
   PanelTraits traits;
   if (isDesktop("KDE") || isDesktop("LXQt")) traits.shortcutKeyNames = ShortcutKeyNames::qtKeys;
   traits.opensMenuItself = isDesktop("GNOME");
+  traits.hasDarkMenus = isDesktop("GNOME");
+  traits.recoloursIcons = !isDesktop("LXQt");
+  traits.findsIconsInThemePath = !isDesktop("GNOME") && !isDesktop("LXQt") && !isDesktop("MATE");
   return traits;
 }
 

@@ -21,6 +21,13 @@ struct PanelTraits {
   /// calls Activate on a double click, and once that has succeeded it delays the menu until a click
   /// is known to be a single one.
   bool opensMenuItself = false;
+  /// False: the menu shows icons in the colours of their files.
+  bool recoloursIcons = true;
+  /// False: the menu shows only icons of the system's and the user's icon themes. IconThemePath is
+  /// for the icon in the panel.
+  bool findsIconsInThemePath = true;
+  /// True: menus are dark on a light desktop, too.
+  bool hasDarkMenus = false;
 
   bool operator==(const PanelTraits&) const = default;
 };

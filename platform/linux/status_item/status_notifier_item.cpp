@@ -73,9 +73,9 @@ StatusNotifierItem::StatusNotifierItem(GDBusConnection* connection, TaskQueue& m
                                        StatusNotifierItemOptions options)
     : mainQueue_(mainQueue),
       options_(sendable(std::move(options))),
+      pictures_(options_.pixmapDirectory + "/symbols.gresource"),
       self_(std::make_shared<StatusNotifierItem*>(this)),
-      menu_(connection,
-            {.iconThemePath = options_.iconThemePath, .keyNames = options_.panel.shortcutKeyNames},
+      menu_(connection, {.iconThemePath = options_.iconThemePath, .style = menuStyle()},
             [this](const ActionEntry& entry, std::uint32_t timestamp) {
               runLater(entry, timestamp);
             }),
@@ -101,6 +101,21 @@ void StatusNotifierItem::setAppearance(Appearance appearance) {
   if (appearance == appearance_) return;
   appearance_ = appearance;
   if (!iconName_.empty()) object_.emit("NewIcon", nullptr);
+  if (sendsPictures()) menu_.picturesChanged();
+}
+
+bool StatusNotifierItem::sendsPictures() const {
+  return !options_.panel.recoloursIcons ||
+         (!options_.panel.findsIconsInThemePath && !options_.areIconsRegistered);
+}
+
+DbusMenuStyle StatusNotifierItem::menuStyle() const {
+  DbusMenuStyle style{.keyNames = options_.panel.shortcutKeyNames, .pictureOf = nullptr};
+  if (!sendsPictures()) return style;
+  style.pictureOf = [this](const std::string& iconName) {
+    return pictures_.png(iconName, options_.panel.hasDarkMenus || appearance_ == Appearance::dark);
+  };
+  return style;
 }
 
 void StatusNotifierItem::answer(const char* method, GVariant* arguments,

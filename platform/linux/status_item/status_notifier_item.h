@@ -17,6 +17,7 @@
 
 #include "platform/linux/appearance/appearance.h"
 #include "platform/linux/bus/dbus_object.h"
+#include "platform/linux/icons/symbol_pictures.h"
 #include "platform/linux/status_item/dbus_menu.h"
 #include "platform/linux/status_item/panel_traits.h"
 #include "platform/linux/status_item/status_notifier_registration.h"
@@ -36,6 +37,8 @@ struct StatusNotifierItemOptions {
   std::string iconThemePath;
   /// A folder with icons as pixels; see loadIconPixmaps.
   std::string pixmapDirectory;
+  /// False when the icons are only in a folder that no desktop looks into by itself.
+  bool areIconsRegistered = true;
   /// What is known about the desktop's panel.
   PanelTraits panel;
 };
@@ -52,7 +55,7 @@ class StatusNotifierItem final : public StatusItem {
   void setImage(std::optional<Image> image) override;
   void setMenu(Menu menu) override { menu_.setMenu(std::move(menu)); }
 
-  /// Of the desktop; unknown at first. Colours the icon's pixmaps.
+  /// Of the desktop; unknown at first. Colours what is sent as pixels.
   void setAppearance(Appearance appearance);
 
   /// Whether a panel shows icons of this kind; unknown at first.
@@ -72,6 +75,10 @@ class StatusNotifierItem final : public StatusItem {
   }
 
  private:
+  DbusMenuStyle menuStyle() const;
+  /// True when the panel cannot show the menu's icons by their names, or not so that they stand
+  /// out.
+  bool sendsPictures() const;
   void answer(const char* method, GVariant* arguments, GDBusMethodInvocation* invocation);
   GVariant* property(const char* name) const;
   void openLater(ScreenPoint position);
@@ -82,6 +89,7 @@ class StatusNotifierItem final : public StatusItem {
   /// Name of the icon; empty for none.
   std::string iconName_;
   Appearance appearance_ = Appearance::unknown;
+  SymbolPictures pictures_;
   /// What a panel has announced the next click with; empty for none.
   std::string activationToken_;
   OpenHandler openHandler_;
