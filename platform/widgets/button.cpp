@@ -8,9 +8,9 @@ void Button::accept(ViewVisitor& visitor) {
   visitor.visit(*this);
 }
 
-bool Button::key(const KeyEquivalent& key) {
-  if (key != keys::returnKey && key != keys::space) return false;
-  press();
+bool Button::key(const KeyPress& press) {
+  if (!press.is(keys::returnKey) && !press.is(keys::space)) return false;
+  this->press();
   return true;
 }
 

@@ -47,7 +47,7 @@ class Button final : public View {
   bool acceptsFirstResponder() const override { return takesInput(); }
 
   /// Return and space press it.
-  bool key(const KeyEquivalent& key) override;
+  bool key(const KeyPress& press) override;
 
   void press();
 

@@ -12,12 +12,12 @@ void ScrollView::accept(ViewVisitor& visitor) {
   visitor.visit(*this);
 }
 
-bool ScrollView::key(const KeyEquivalent& key) {
+bool ScrollView::key(const KeyPress& press) {
   if (peer() == nullptr || !takesInput()) return false;
-  if (key == keys::pageUp) return peer()->scroll(ScrollStep::pageUp);
-  if (key == keys::pageDown) return peer()->scroll(ScrollStep::pageDown);
-  if (key == keys::home) return peer()->scroll(ScrollStep::beginning);
-  if (key == keys::end) return peer()->scroll(ScrollStep::end);
+  if (press.is(keys::pageUp)) return peer()->scroll(ScrollStep::pageUp);
+  if (press.is(keys::pageDown)) return peer()->scroll(ScrollStep::pageDown);
+  if (press.is(keys::home)) return peer()->scroll(ScrollStep::beginning);
+  if (press.is(keys::end)) return peer()->scroll(ScrollStep::end);
   return false;
 }
 

@@ -23,7 +23,7 @@ class ScrollView final : public View {
   // The user.
 
   /// The page keys, Home and End scroll. A window hands them on when nobody else wants them.
-  bool key(const KeyEquivalent& key) override;
+  bool key(const KeyPress& press) override;
 
  private:
   std::unique_ptr<View> content_;

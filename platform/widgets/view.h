@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/key_equivalent.h"
+#include "platform/key_press.h"
 #include "platform/widgets/view_peer.h"
 
 namespace quillmar {
@@ -79,7 +79,7 @@ class View {
   /// True for a view that Tab stops at, while it takes input.
   virtual bool acceptsFirstResponder() const { return false; }
   /// The user pressed a key while the view was the first responder. True when that did something.
-  virtual bool key(const KeyEquivalent& /*key*/) { return false; }
+  virtual bool key(const KeyPress& /*press*/) { return false; }
 
   // For window systems.
 

@@ -84,19 +84,21 @@ void Window::makeFirstResponder(View* view) {
 }
 
 Button* Window::defaultButton() const {
-  return buttonFor(keys::returnKey);
+  return buttonFor([](const KeyEquivalent& key) { return key == keys::returnKey; });
 }
 
 Button* Window::cancelButton() const {
-  return buttonFor(keys::escape);
+  return buttonFor([](const KeyEquivalent& key) { return key == keys::escape; });
 }
 
-Button* Window::buttonFor(const KeyEquivalent& key) const {
+template <class Condition>
+Button* Window::buttonFor(const Condition& wanted) const {
   Button* found = nullptr;
   if (contentView_) {
     walk(*contentView_, [&](View& view) {
       auto* const button = dynamic_cast<Button*>(&view);
-      if (found == nullptr && button != nullptr && button->keyEquivalent() == key) found = button;
+      if (found != nullptr || button == nullptr || !button->keyEquivalent()) return;
+      if (wanted(*button->keyEquivalent())) found = button;
     });
   }
   return found;
@@ -112,29 +114,30 @@ std::vector<View*> Window::keyViews() const {
   return found;
 }
 
-bool Window::key(const KeyEquivalent& key) {
+bool Window::key(const KeyPress& press) {
   if (!takesInput()) return false;
-  if (firstResponder_ != nullptr && firstResponder_->takesInput() && firstResponder_->key(key)) {
+  if (firstResponder_ != nullptr && firstResponder_->takesInput() && firstResponder_->key(press)) {
     return true;
   }
-  if (key == keys::tab) return moveFocus(1);
-  if (key == keys::backTab) return moveFocus(-1);
-  if (Button* const button = buttonFor(key)) {
+  if (press.is(keys::tab)) return moveFocus(1);
+  if (press.is(keys::backTab)) return moveFocus(-1);
+  Button* const button = buttonFor([&](const KeyEquivalent& key) { return press.is(key); });
+  if (button != nullptr) {
     const bool takesInput = button->takesInput();
     button->press();
     return takesInput;
   }
-  if (scroll(key)) return true;
-  if (key != keys::escape || !closesOnEscape_) return false;
+  if (scroll(press)) return true;
+  if (!press.is(keys::escape) || !closesOnEscape_) return false;
   performClose();
   return true;
 }
 
-bool Window::scroll(const KeyEquivalent& key) {
+bool Window::scroll(const KeyPress& press) {
   bool isDone = false;
   if (contentView_) {
     walk(*contentView_, [&](View& view) {
-      isDone = isDone || (dynamic_cast<ScrollView*>(&view) != nullptr && view.key(key));
+      isDone = isDone || (dynamic_cast<ScrollView*>(&view) != nullptr && view.key(press));
     });
   }
   return isDone;

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "platform/application.h"
-#include "platform/key_equivalent.h"
+#include "platform/key_press.h"
 #include "platform/result.h"
 #include "platform/widgets/view.h"
 #include "platform/widgets/view_peer.h"
@@ -125,7 +125,7 @@ class Window {
   /// The user pressed a key in the window. The first responder has it first; then it moves the
   /// focus (Tab), presses the button whose key equivalent it is, scrolls, or closes the window.
   /// True when it did any of that.
-  bool key(const KeyEquivalent& key);
+  bool key(const KeyPress& press);
 
   /// The user moved the focus to a view of this window, or away from all (null).
   void focus(View* view);
@@ -152,10 +152,12 @@ class Window {
   }
   void setContentView(std::unique_ptr<View> view);
   void endSheet();
-  Button* buttonFor(const KeyEquivalent& key) const;
+  /// The first button whose key equivalent meets the condition.
+  template <class Condition>
+  Button* buttonFor(const Condition& wanted) const;
   bool moveFocus(int step);
-  /// Hands the key to the first view that scrolls with it.
-  bool scroll(const KeyEquivalent& key);
+  /// Hands the press to the first view that scrolls with it.
+  bool scroll(const KeyPress& press);
   /// A view of this window is being destroyed.
   void viewGoes(const View& view);
 

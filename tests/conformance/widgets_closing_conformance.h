@@ -49,10 +49,10 @@ TYPED_TEST_P(WidgetClosingConformance, AWindowThatTheProgramClosesTellsTheDelega
 TYPED_TEST_P(WidgetClosingConformance, EscapeClosesOnlyAWindowThatWantsIt) {
   this->addField("");
   this->show();
-  this->harness.pressKey(*this->window, keys::escape);
+  this->harness.pressKey(*this->window, pressOf(keys::escape));
   EXPECT_TRUE(this->window->visible());
   this->window->setClosesOnEscape(true);
-  this->harness.pressKey(*this->window, keys::escape);
+  this->harness.pressKey(*this->window, pressOf(keys::escape));
   this->harness.settle();
   EXPECT_FALSE(this->harness.isOnScreen(*this->window));
   EXPECT_EQ(this->delegate.closes, 1);
@@ -102,7 +102,7 @@ TYPED_TEST_P(WidgetClosingConformance, AKeyMayDestroyItsOwnWindow) {
   button.setOnPress([this] { this->window.reset(); });
   this->window->makeFirstResponder(&field);
   this->show();
-  this->harness.pressKey(*this->window, keys::returnKey);
+  this->harness.pressKey(*this->window, pressOf(keys::returnKey));
   this->harness.settle();
   EXPECT_EQ(this->window, nullptr);
   EXPECT_EQ(this->harness.widgetCount(), before);
@@ -115,7 +115,7 @@ TYPED_TEST_P(WidgetClosingConformance, AKeyOnAFocusedButtonMayDestroyItsOwnWindo
     button.setOnPress([&] { inner.reset(); });
     inner->makeFirstResponder(&button);
     this->show(*inner);
-    this->harness.pressKey(*inner, key);
+    this->harness.pressKey(*inner, pressOf(key));
     this->harness.settle();
     EXPECT_EQ(inner, nullptr);
   }
@@ -196,7 +196,7 @@ TYPED_TEST_P(WidgetClosingConformance, ASheetBlocksItsParentUntilItIsClosed) {
   this->harness.click(button);
   this->harness.typeText(field, "b");
   this->harness.typeAtFocus(*this->window, "b");
-  this->harness.pressKey(*this->window, keys::returnKey);
+  this->harness.pressKey(*this->window, pressOf(keys::returnKey));
   this->harness.closeByTitleBar(*this->window);
   this->harness.settle();
   EXPECT_THAT(this->pressed, testing::IsEmpty());

@@ -11,7 +11,7 @@
 //   void typeText(const View& field, const std::string& text);
 //                                               clicks into the field and types at its end
 //   void typeAtFocus(Window& window, const std::string& text);
-//   void pressKey(Window& window, const KeyEquivalent& key);
+//   void pressKey(Window& window, const KeyPress& press);
 //   void closeByTitleBar(Window& window);
 //
 //   What the user sees:
@@ -40,6 +40,7 @@
 #include "platform/widgets/text_field.h"
 #include "platform/widgets/window.h"
 #include "platform/window_system.h"
+#include "tests/key_presses.h"
 
 namespace quillmar {
 

@@ -31,9 +31,9 @@ TYPED_TEST_P(WidgetKeyboardConformance, ReturnPressesTheDefaultButtonFromAField)
   this->show();
   EXPECT_TRUE(this->harness.isDefaultOnScreen(run));
   this->harness.click(field);
-  this->harness.pressKey(*this->window, keys::returnKey);
+  this->harness.pressKey(*this->window, pressOf(keys::returnKey));
   EXPECT_THAT(this->pressed, testing::ElementsAre("Run"));
-  this->harness.pressKey(*this->window, keys::escape);
+  this->harness.pressKey(*this->window, pressOf(keys::escape));
   EXPECT_THAT(this->pressed, testing::ElementsAre("Run", "Cancel"));
 }
 
@@ -44,7 +44,7 @@ TYPED_TEST_P(WidgetKeyboardConformance, ReturnDoesNothingToADisabledDefaultButto
   run.setEnabled(false);
   this->show();
   this->harness.click(field);
-  this->harness.pressKey(*this->window, keys::returnKey);
+  this->harness.pressKey(*this->window, pressOf(keys::returnKey));
   EXPECT_THAT(this->pressed, testing::IsEmpty());
 }
 
@@ -54,9 +54,9 @@ TYPED_TEST_P(WidgetKeyboardConformance, ReturnAndSpacePressTheFocusedButtonAndNo
   this->window->makeFirstResponder(&other);
   this->show();
   EXPECT_FALSE(this->harness.isDefaultOnScreen(other));
-  this->harness.pressKey(*this->window, keys::returnKey);
+  this->harness.pressKey(*this->window, pressOf(keys::returnKey));
   EXPECT_THAT(this->pressed, testing::ElementsAre("Other"));
-  this->harness.pressKey(*this->window, keys::space);
+  this->harness.pressKey(*this->window, pressOf(keys::space));
   EXPECT_THAT(this->pressed, testing::ElementsAre("Other", "Other"));
 }
 
@@ -66,9 +66,10 @@ TYPED_TEST_P(WidgetKeyboardConformance, AnotherKeyPressesTheButtonThatNamesIt) {
   button.setKeyEquivalent(KeyEquivalent{.character = "f", .modifierMask = modifiers::control});
   this->show();
   this->harness.click(field);
-  this->harness.pressKey(*this->window, *button.keyEquivalent());
+  this->harness.pressKey(*this->window, pressOf(*button.keyEquivalent()));
   EXPECT_THAT(this->pressed, testing::ElementsAre("Find"));
-  this->harness.pressKey(*this->window, {.character = "g", .modifierMask = modifiers::control});
+  this->harness.pressKey(*this->window,
+                         pressOf({.character = "g", .modifierMask = modifiers::control}));
   EXPECT_THAT(this->pressed, testing::SizeIs(1));
 }
 
@@ -138,14 +139,14 @@ TYPED_TEST_P(WidgetKeyboardConformance, TabGoesThroughWhatTakesInputAndRound) {
 
   std::vector<const View*> stops;
   for (int i = 0; i < 4; ++i) {
-    this->harness.pressKey(*this->window, keys::tab);
+    this->harness.pressKey(*this->window, pressOf(keys::tab));
     stops.push_back(this->harness.focusedOnScreen(*this->window));
     EXPECT_EQ(this->window->firstResponder(), stops.back());
   }
   EXPECT_THAT(stops, testing::ElementsAre(&button, &link, &field, &button));
   stops.clear();
   for (int i = 0; i < 3; ++i) {
-    this->harness.pressKey(*this->window, keys::backTab);
+    this->harness.pressKey(*this->window, pressOf(keys::backTab));
     stops.push_back(this->harness.focusedOnScreen(*this->window));
   }
   EXPECT_THAT(stops, testing::ElementsAre(&field, &link, &button));

@@ -10,6 +10,7 @@
 #include "platform/memory/memory_platform.h"
 #include "platform/widgets/button.h"
 #include "tests/core/window_contents.h"
+#include "tests/key_presses.h"
 
 namespace quillmar {
 namespace {
@@ -113,7 +114,7 @@ TEST_F(AboutWindowTest, WithoutTheIconTheWindowIsEmpty) {
 }
 
 TEST_F(AboutWindowTest, EscapeClosesIt) {
-  EXPECT_TRUE(window().key(keys::escape));
+  EXPECT_TRUE(window().key(pressOf(keys::escape)));
   EXPECT_THAT(memory.windows.windows(), IsEmpty());
 }
 

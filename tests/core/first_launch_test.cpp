@@ -17,6 +17,7 @@
 #include "platform/widgets/label.h"
 #include "tests/core/menu_outline.h"
 #include "tests/core/window_contents.h"
+#include "tests/key_presses.h"
 
 namespace quillmar {
 namespace {
@@ -292,13 +293,13 @@ TEST_F(FirstLaunchTest, ReturnGetsStarted) {
   launch();
   EXPECT_EQ(memory.windows.focused(*welcomeWindow()),
             buttonTitled(*welcomeWindow(), "Get Started"));
-  welcomeWindow()->key(keys::returnKey);
+  welcomeWindow()->key(pressOf(keys::returnKey));
   EXPECT_THAT(memory.windows.windows(), IsEmpty());
 }
 
 TEST_F(FirstLaunchTest, EscapeClosesTheWelcomeWindow) {
   launch();
-  EXPECT_TRUE(welcomeWindow()->key(keys::escape));
+  EXPECT_TRUE(welcomeWindow()->key(pressOf(keys::escape)));
   EXPECT_THAT(memory.windows.windows(), IsEmpty());
 }
 

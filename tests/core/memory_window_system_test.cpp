@@ -31,7 +31,7 @@ class MemoryHarness {
     auto* const field = dynamic_cast<TextField*>(screen_.focused(window));
     if (field != nullptr) field->type(field->text() + text);
   }
-  void pressKey(Window& window, const KeyEquivalent& key) { window.key(key); }
+  void pressKey(Window& window, const KeyPress& press) { window.key(press); }
   void closeByTitleBar(Window& window) { window.performClose(); }
 
   bool isOnScreen(const Window& window) const {

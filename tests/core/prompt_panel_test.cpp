@@ -12,6 +12,7 @@
 #include "platform/memory/memory_platform.h"
 #include "platform/widgets/text_field.h"
 #include "tests/core/window_contents.h"
+#include "tests/key_presses.h"
 
 namespace quillmar {
 namespace {
@@ -125,7 +126,7 @@ TEST_F(PromptPanelTest, OneLeaveIsForOnePanel) {
 // How it finishes.
 
 TEST_F(PromptPanelTest, ReturnInAnEmptyFieldConfirmsWithTheEmptyText) {
-  EXPECT_TRUE(show(question()).panel().key(keys::returnKey));
+  EXPECT_TRUE(show(question()).panel().key(pressOf(keys::returnKey)));
   EXPECT_THAT(answers, ElementsAre(Answer(true, "")));
   EXPECT_THAT(memory.windows.windows(), IsEmpty());
 }
@@ -133,7 +134,7 @@ TEST_F(PromptPanelTest, ReturnInAnEmptyFieldConfirmsWithTheEmptyText) {
 TEST_F(PromptPanelTest, WhatWasTypedIsReportedAsItStands) {
   PromptPanel& panel = show(question());
   panel.textField()->type("  a b ");
-  panel.panel().key(keys::returnKey);
+  panel.panel().key(pressOf(keys::returnKey));
   EXPECT_THAT(answers, ElementsAre(Answer(true, "  a b ")));
 }
 
@@ -144,7 +145,7 @@ TEST_F(PromptPanelTest, TheConfirmButtonReportsOnce) {
 }
 
 TEST_F(PromptPanelTest, EscapeTheCancelButtonAndTheCloseButtonReportCancelOnce) {
-  show(confirmation()).panel().key(keys::escape);
+  show(confirmation()).panel().key(pressOf(keys::escape));
   EXPECT_THAT(answers, ElementsAre(Answer(false, std::nullopt)));
   buttonTitled(show(confirmation()).panel(), "Cancel")->press();
   EXPECT_THAT(answers, SizeIs(2));
@@ -158,7 +159,7 @@ TEST_F(PromptPanelTest, EscapeTheCancelButtonAndTheCloseButtonReportCancelOnce) 
 TEST_F(PromptPanelTest, ACancelledQuestionReportsWhatWasTypedToo) {
   PromptPanel& panel = show(question());
   panel.textField()->type("half a wo");
-  panel.panel().key(keys::escape);
+  panel.panel().key(pressOf(keys::escape));
   EXPECT_THAT(answers, ElementsAre(Answer(false, "half a wo")));
 }
 
@@ -171,7 +172,7 @@ TEST_F(PromptPanelTest, OnlyTheFirstWayToFinishReports) {
   kept->cancelPressed();
   kept->panel().performClose();
   kept->windowWillClose(kept->panel());
-  EXPECT_FALSE(kept->panel().key(keys::escape));
+  EXPECT_FALSE(kept->panel().key(pressOf(keys::escape)));
   EXPECT_THAT(answers, ElementsAre(Answer(true, std::nullopt)));
 }
 
@@ -191,7 +192,7 @@ TEST_F(PromptPanelTest, WhenItReportsItIsClosedAndNoLongerLive) {
 TEST_F(PromptPanelTest, APanelThatNobodyOwnsLivesWhileItIsShown) {
   const std::weak_ptr<PromptPanel> panel = show(confirmation()).weak_from_this();
   EXPECT_THAT(PromptPanel::live(), ElementsAre(panel.lock()));
-  panel.lock()->panel().key(keys::returnKey);
+  panel.lock()->panel().key(pressOf(keys::returnKey));
   EXPECT_THAT(PromptPanel::live(), IsEmpty());
   EXPECT_TRUE(panel.expired());
 }
@@ -205,11 +206,11 @@ TEST_F(PromptPanelTest, SeveralPanelsAreIndependent) {
   EXPECT_THAT(memory.windows.windows(),
               ElementsAre(&first.panel(), &second.panel(), &third.panel()));
 
-  second.panel().key(keys::returnKey);
+  second.panel().key(pressOf(keys::returnKey));
   EXPECT_THAT(answers, ElementsAre(Answer(true, "two")));
   EXPECT_THAT(memory.windows.windows(), ElementsAre(&first.panel(), &third.panel()));
-  third.panel().key(keys::escape);
-  first.panel().key(keys::returnKey);
+  third.panel().key(pressOf(keys::escape));
+  first.panel().key(pressOf(keys::returnKey));
   EXPECT_THAT(answers,
               ElementsAre(Answer(true, "two"), Answer(false, std::nullopt), Answer(true, "one")));
 }
@@ -221,11 +222,11 @@ TEST_F(PromptPanelTest, AnAnswerMayOpenTheNextPanel) {
   ASSERT_TRUE(panel->show());
   Window& firstWindow = panel->panel();
   panel.reset();
-  firstWindow.key(keys::returnKey);
+  firstWindow.key(pressOf(keys::returnKey));
 
   ASSERT_THAT(memory.windows.windows(), SizeIs(1));
   EXPECT_THAT(answers, IsEmpty());
-  memory.windows.frontWindow()->key(keys::returnKey);
+  memory.windows.frontWindow()->key(pressOf(keys::returnKey));
   EXPECT_THAT(answers, ElementsAre(Answer(true, "")));
 }
 
@@ -256,8 +257,8 @@ TEST_F(PromptPanelTest, ConfirmGivesWhetherTheUserConfirmed) {
   Window* const window = ask();
   EXPECT_THAT(viewsOf<TextField>(*window), IsEmpty());
   EXPECT_EQ(window->defaultButton()->title(), "Do it");
-  window->key(keys::returnKey);
-  ask()->key(keys::escape);
+  window->key(pressOf(keys::returnKey));
+  ask()->key(pressOf(keys::escape));
   EXPECT_THAT(confirmed, ElementsAre(true, false));
 }
 
@@ -271,10 +272,10 @@ TEST_F(PromptPanelTest, InputGivesTheTextOrNothingWhenCancelled) {
   Window* window = ask();
   ASSERT_THAT(viewsOf<TextField>(*window), SizeIs(1));
   EXPECT_EQ(viewsOf<TextField>(*window)[0]->placeholder(), "Placeholder");
-  window->key(keys::returnKey);
+  window->key(pressOf(keys::returnKey));
   window = ask();
   viewsOf<TextField>(*window)[0]->type("typed");
-  window->key(keys::escape);
+  window->key(pressOf(keys::escape));
   EXPECT_THAT(texts, ElementsAre(std::optional<std::string>(""), std::nullopt));
 }
 

@@ -19,6 +19,7 @@
 #include "platform/widgets/text_field.h"
 #include "platform/widgets/view_peer.h"
 #include "platform/widgets/window.h"
+#include "tests/key_presses.h"
 
 namespace quillmar {
 namespace {
@@ -124,8 +125,8 @@ TEST_F(WidgetsTest, AWindowThatIsNotOpenTakesNoInput) {
   const auto tryAll = [&] {
     button.press();
     field.type("typed");
-    EXPECT_FALSE(window.key(keys::returnKey));
-    EXPECT_FALSE(window.key(keys::tab));
+    EXPECT_FALSE(window.key(pressOf(keys::returnKey)));
+    EXPECT_FALSE(window.key(pressOf(keys::tab)));
     window.performClose();
   };
   tryAll();
@@ -187,10 +188,10 @@ TEST_F(WidgetsTest, TheFirstButtonWithTheKeyHasItAlsoWhileItIsDisabled) {
   EXPECT_EQ(window.cancelButton(), nullptr);
   first.setEnabled(false);
   ASSERT_TRUE(window.show({}));
-  EXPECT_FALSE(window.key(keys::returnKey));
+  EXPECT_FALSE(window.key(pressOf(keys::returnKey)));
   EXPECT_THAT(pressed, IsEmpty());
   first.setEnabled(true);
-  EXPECT_TRUE(window.key(keys::returnKey));
+  EXPECT_TRUE(window.key(pressOf(keys::returnKey)));
   EXPECT_THAT(pressed, ElementsAre("First"));
 }
 
@@ -198,7 +199,7 @@ TEST_F(WidgetsTest, ACancelButtonHasEscapeBeforeTheWindow) {
   addButton("Cancel").setKeyEquivalent(keys::escape);
   window.setClosesOnEscape(true);
   ASSERT_TRUE(window.show({}));
-  EXPECT_TRUE(window.key(keys::escape));
+  EXPECT_TRUE(window.key(pressOf(keys::escape)));
   EXPECT_THAT(pressed, ElementsAre("Cancel"));
   EXPECT_TRUE(window.visible());
 }
@@ -207,8 +208,8 @@ TEST_F(WidgetsTest, AKeyThatNobodyWantsDoesNothing) {
   addButton("Button");
   column.add<TextField>();
   ASSERT_TRUE(window.show({}));
-  EXPECT_FALSE(window.key(keys::escape));
-  EXPECT_FALSE(window.key({"x", 0}));
+  EXPECT_FALSE(window.key(pressOf(keys::escape)));
+  EXPECT_FALSE(window.key(pressOf({"x", 0})));
   EXPECT_TRUE(window.visible());
 }
 
@@ -223,10 +224,10 @@ TEST_F(WidgetsTest, TabStopsInReadingOrderAlsoInsideOfContainers) {
   EXPECT_THAT(window.keyViews(), ElementsAre(&before, &inside, &after));
 
   EXPECT_EQ(window.firstResponder(), nullptr);
-  window.key(keys::backTab);
+  window.key(pressOf(keys::backTab));
   EXPECT_EQ(window.firstResponder(), &after);
   window.makeFirstResponder(nullptr);
-  window.key(keys::tab);
+  window.key(pressOf(keys::tab));
   EXPECT_EQ(window.firstResponder(), &before);
 }
 
@@ -261,7 +262,7 @@ TEST_F(WidgetsTest, ASheetThatCannotBeShownLeavesItsParentFree) {
   EXPECT_FALSE(window.beginSheet(sheet, {}));
   EXPECT_EQ(window.sheet(), nullptr);
   EXPECT_EQ(sheet.sheetParent(), nullptr);
-  EXPECT_TRUE(window.key(keys::returnKey));
+  EXPECT_TRUE(window.key(pressOf(keys::returnKey)));
 }
 
 TEST_F(WidgetsTest, ASheetThatIsDestroyedFreesItsParent) {
@@ -299,11 +300,11 @@ TEST_F(WidgetsTest, AKeyThatNobodyElseWantsScrolls) {
        {std::pair(keys::pageDown, ScrollStep::pageDown),
         std::pair(keys::pageUp, ScrollStep::pageUp), std::pair(keys::end, ScrollStep::end),
         std::pair(keys::home, ScrollStep::beginning)}) {
-    EXPECT_TRUE(window.key(key));
+    EXPECT_TRUE(window.key(pressOf(key)));
     EXPECT_EQ(screen.widget(scrollView)->scrolledTo, step);
   }
   scrollView.setHidden(true);
-  EXPECT_FALSE(window.key(keys::end));
+  EXPECT_FALSE(window.key(pressOf(keys::end)));
 }
 
 TEST_F(WidgetsTest, AViewHasTheRoleOfItsKindOrTheOneThatIsStated) {

@@ -17,6 +17,7 @@
 #include "platform/widgets/button.h"
 #include "platform/widgets/stack_view.h"
 #include "platform/widgets/text_field.h"
+#include "tests/key_presses.h"
 #include "tests/qt/qt_user.h"
 
 namespace quillmar {
@@ -157,7 +158,7 @@ TEST_F(HastyPressFilterTest, KeysAreHeardAtOnce) {
   show(panel);
   user.typeAtFocus(panel.window, "typed");
   EXPECT_THAT(panel.field.text(), HasSubstr("typed"));
-  user.pressKey(panel.window, keys::returnKey);
+  user.pressKey(panel.window, pressOf(keys::returnKey));
   EXPECT_THAT(pressed, ElementsAre("Run"));
 }
 

@@ -6,20 +6,22 @@
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTest>
 #include <QWindow>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "platform/widgets/button.h"
 #include "platform/widgets/label.h"
 #include "platform/widgets/scroll_view.h"
 #include "platform/widgets/stack_view.h"
 #include "platform/widgets/text_field.h"
+#include "tests/key_presses.h"
 #include "tests/qt/qt_user.h"
 
 namespace quillmar {
@@ -27,6 +29,11 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+const std::map<Qt::Key, quint32> keysyms = {{Qt::Key_Return, XKB_KEY_Return},
+                                            {Qt::Key_Enter, XKB_KEY_KP_Enter},
+                                            {Qt::Key_Space, XKB_KEY_space},
+                                            {Qt::Key_Escape, XKB_KEY_Escape}};
 
 class KeyboardTest : public testing::Test {
  protected:
@@ -47,9 +54,10 @@ class KeyboardTest : public testing::Test {
   void press(const View& view, Qt::Key key, bool isRepeated) {
     QWidget& widget = widgetOf(view);
     widget.setFocus();
-    QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, QString(), isRepeated);
+    const quint32 keysym = keysyms.at(key);
+    QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, 0, keysym, 0, QString(), isRepeated);
     QApplication::sendEvent(widget.window()->windowHandle(), &down);
-    QKeyEvent up(QEvent::KeyRelease, key, Qt::NoModifier, QString(), isRepeated);
+    QKeyEvent up(QEvent::KeyRelease, key, Qt::NoModifier, 0, keysym, 0, QString(), isRepeated);
     QApplication::sendEvent(widget.window()->windowHandle(), &up);
   }
 
@@ -107,13 +115,13 @@ TEST_F(KeyboardTest, PageKeysScrollTextThatIsTooLong) {
   show();
   const QScrollBar& bar = *static_cast<QScrollArea&>(widgetOf(scrollView)).verticalScrollBar();
   ASSERT_GT(bar.maximum(), 0);
-  QTest::keyClick(&widgetOf(run), Qt::Key_PageDown);
+  user.pressKey(window, pressOf(keys::pageDown));
   EXPECT_EQ(bar.value(), bar.pageStep());
-  QTest::keyClick(&widgetOf(run), Qt::Key_End);
+  user.pressKey(window, pressOf(keys::end));
   EXPECT_EQ(bar.value(), bar.maximum());
-  QTest::keyClick(&widgetOf(run), Qt::Key_PageUp);
+  user.pressKey(window, pressOf(keys::pageUp));
   EXPECT_EQ(bar.value(), bar.maximum() - bar.pageStep());
-  QTest::keyClick(&widgetOf(run), Qt::Key_Home);
+  user.pressKey(window, pressOf(keys::home));
   EXPECT_EQ(bar.value(), 0);
 }
 

@@ -178,14 +178,5 @@ TEST(KeySequenceTest, WhatIsNotOneCharacterIsNoKey) {
   EXPECT_EQ(sequence("ab", 0), "");
 }
 
-TEST(KeySequenceTest, APressOfTheKeyIsTheEquivalentAgain) {
-  for (const std::string character : {"k", "\r", "\t", "\x1b", "\uf700", "\uf72d", "\uf704", "ä"}) {
-    const KeyEquivalent equivalent{character, modifiers::control};
-    const QKeyCombination keys = keySequenceOf(equivalent)[0];
-    const QKeyEvent press(QEvent::KeyPress, keys.key(), keys.keyboardModifiers());
-    EXPECT_EQ(keyEquivalentOf(press), equivalent) << character;
-  }
-}
-
 }  // namespace
 }  // namespace quillmar

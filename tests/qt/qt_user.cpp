@@ -9,11 +9,14 @@
 #include <QWindow>
 
 #include <gtest/gtest.h>
+#include <xkbcommon/xkbcommon.h>
 
 #include "platform/qt/widgets/text_widget.h"
 #include "platform/qt/widgets/widget_peer.h"
+#include "platform/qt/windows/key_presses.h"
 #include "platform/qt/windows/qt_window_peer.h"
-#include "platform/widgets/label.h"
+#include "platform/virtual_key_codes.h"
+#include "tests/key_presses.h"
 
 namespace quillmar {
 
@@ -21,30 +24,46 @@ namespace {
 
 constexpr int failureMilliseconds = 60000;
 
-/// What the toolkit calls a key, and the text that comes with it.
-struct Key {
-  Qt::Key key;
-  QString text;
-  Qt::KeyboardModifiers modifiers;
-};
+/// What an X server calls the symbol of the key.
+xkb_keysym_t keysymOf(const KeyPress& press) {
+  const char32_t character = firstCharacter(press.character);
+  const VirtualKey* const key = virtualKeyForCharacter(character);
+  if (key == nullptr || key->keysym.empty()) return xkb_utf32_to_keysym(character);
+  const bool isShifted = press.modifiers & modifiers::shift;
+  if (isShifted && key->keysym == "Tab") return XKB_KEY_ISO_Left_Tab;
+  const xkb_keysym_t keysym =
+      xkb_keysym_from_name(std::string(key->keysym).c_str(), XKB_KEYSYM_NO_FLAGS);
+  return isShifted ? xkb_keysym_to_upper(keysym) : keysym;
+}
 
-Key keyOf(const KeyEquivalent& equivalent) {
-  Qt::KeyboardModifiers held;
-  held.setFlag(Qt::ShiftModifier, equivalent.modifierMask & modifiers::shift);
-  held.setFlag(Qt::ControlModifier, equivalent.modifierMask & modifiers::control);
-  const QString text = QString::fromStdString(equivalent.character);
-  if (equivalent == keys::backTab) return {Qt::Key_Backtab, text, held};
-  if (equivalent == keys::tab) return {Qt::Key_Tab, text, held};
-  if (equivalent == keys::returnKey) return {Qt::Key_Return, text, held};
-  if (equivalent == keys::escape) return {Qt::Key_Escape, text, held};
-  return {static_cast<Qt::Key>(text.toUpper().at(0).unicode()), text, held};
+/// As the toolkit makes it for a key of a real keyboard.
+QKeyEvent keyEvent(QEvent::Type type, const KeyPress& press) {
+  constexpr quint32 firstScanCode = 8;
+  quint32 scanCode = 0;
+  for (const VirtualKey& key : virtualKeys()) {
+    if (press.keyCode == key.code) scanCode = key.evdevCode + firstScanCode;
+  }
+  const QKeySequence sequence = keySequenceOf({press.character, press.modifiers});
+  const bool isBackTab = press.is(keys::backTab);
+  const int key = isBackTab ? Qt::Key_Backtab : sequence[0].key();
+  return {type,
+          key,
+          sequence[0].keyboardModifiers(),
+          scanCode,
+          keysymOf(press),
+          0,
+          QString::fromStdString(press.character)};
 }
 
 /// The window may be gone after the press.
-void sendKey(QWindow* handle, const Key& key) {
+void sendKey(QWindow* handle, const KeyPress& press) {
   const QPointer<QWindow> window(handle);
-  QTest::sendKeyEvent(QTest::Press, window, key.key, key.text, key.modifiers);
-  if (window) QTest::sendKeyEvent(QTest::Release, window, key.key, key.text, key.modifiers);
+  for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    if (!window) return;
+    QKeyEvent event = keyEvent(type, press);
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(window, &event);
+  }
 }
 
 }  // namespace
@@ -96,7 +115,7 @@ void QtUser::click(const View& view) {
 void QtUser::typeText(const View& field, const std::string& text) {
   click(field);
   QWindow* const window = widgetOf(field).window()->windowHandle();
-  sendKey(window, {Qt::Key_End, {}, Qt::NoModifier});
+  sendKey(window, pressOf(keys::end));
   typeAtFocus(*field.window(), text);
 }
 
@@ -104,12 +123,12 @@ void QtUser::typeAtFocus(Window& window, const std::string& text) {
   const QPointer<QWindow> handle(widgetOf(window).windowHandle());
   for (const QChar character : QString::fromStdString(text)) {
     if (!handle) return;
-    sendKey(handle, {static_cast<Qt::Key>(character.toUpper().unicode()), character, {}});
+    sendKey(handle, pressOf({.character = QString(character).toStdString(), .modifierMask = 0}));
   }
 }
 
-void QtUser::pressKey(Window& window, const KeyEquivalent& key) {
-  sendKey(widgetOf(window).windowHandle(), keyOf(key));
+void QtUser::pressKey(Window& window, const KeyPress& press) {
+  sendKey(widgetOf(window).windowHandle(), press);
 }
 
 void QtUser::closeByTitleBar(Window& window) {

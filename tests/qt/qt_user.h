@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/key_equivalent.h"
+#include "platform/key_press.h"
 #include "platform/memory/memory_task_queues.h"
 #include "platform/qt/windows/qt_window_system.h"
 #include "platform/widgets/button.h"
@@ -42,7 +42,7 @@ class QtUser {
   void click(const View& view);
   void typeText(const View& field, const std::string& text);
   void typeAtFocus(Window& window, const std::string& text);
-  void pressKey(Window& window, const KeyEquivalent& key);
+  void pressKey(Window& window, const KeyPress& press);
   void closeByTitleBar(Window& window);
 
   bool isOnScreen(const Window& window) const;

@@ -34,7 +34,7 @@ class SelectableLabelTest : public WidgetsFixture<QtUser> {
   TextWidget& text() { return static_cast<TextWidget&>(widgetOf(label)); }
   std::string selected() { return text().selectedText().toStdString(); }
   static std::string copied() { return QGuiApplication::clipboard()->text().toStdString(); }
-  void press(const KeyEquivalent& key) { harness.pressKey(*window, key); }
+  void press(const KeyEquivalent& key) { harness.pressKey(*window, pressOf(key)); }
 
   /// Just before the character of the text's first line.
   QPoint before(int character) {

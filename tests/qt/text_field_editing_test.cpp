@@ -32,7 +32,7 @@ class TextFieldEditingTest : public WidgetsFixture<QtUser> {
     harness.settle();
   }
   void press(const KeyEquivalent& key) {
-    harness.pressKey(*window, key);
+    harness.pressKey(*window, pressOf(key));
     harness.settle();
   }
   /// As an input method does, while a text is composed and when it is accepted.

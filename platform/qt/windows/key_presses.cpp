@@ -3,6 +3,11 @@
 #include <QKeyEvent>
 #include <algorithm>
 #include <array>
+#include <string_view>
+
+#include <xkbcommon/xkbcommon.h>
+
+#include "platform/virtual_key_codes.h"
 
 namespace quillmar {
 
@@ -11,40 +16,30 @@ namespace {
 constexpr char16_t firstFunctionKey = 0xf704;
 constexpr int functionKeys = 35;
 
+/// Characters for keys that write none lie here.
+bool standsForKey(char32_t character) {
+  return character >= 0xf700 && character <= 0xf8ff;
+}
+
 struct NamedKey {
   Qt::Key key;
   char16_t character;
 };
 
-/// Keys whose character is their own, not what the layout makes of them. Of several with one
-/// character the first stands for it.
-constexpr std::array<NamedKey, 15> namedKeys = {{{Qt::Key_Return, u'\r'},
-                                                 {Qt::Key_Enter, u'\r'},
+constexpr std::array<NamedKey, 14> namedKeys = {{{Qt::Key_Return, u'\r'},
                                                  {Qt::Key_Tab, u'\t'},
-                                                 {Qt::Key_Backtab, u'\t'},
                                                  {Qt::Key_Escape, u'\x1b'},
                                                  {Qt::Key_Backspace, u'\x7f'},
                                                  {Qt::Key_Up, 0xf700},
                                                  {Qt::Key_Down, 0xf701},
                                                  {Qt::Key_Left, 0xf702},
                                                  {Qt::Key_Right, 0xf703},
+                                                 {Qt::Key_Insert, 0xf727},
                                                  {Qt::Key_Delete, 0xf728},
                                                  {Qt::Key_Home, 0xf729},
                                                  {Qt::Key_End, 0xf72b},
                                                  {Qt::Key_PageUp, 0xf72c},
                                                  {Qt::Key_PageDown, 0xf72d}}};
-
-QString characterOf(int key) {
-  if (key >= Qt::Key_F1 && key < Qt::Key_F1 + functionKeys) {
-    return QChar(firstFunctionKey + key - Qt::Key_F1);
-  }
-  const auto* const named = std::find_if(namedKeys.begin(), namedKeys.end(),
-                                         [key](const NamedKey& each) { return each.key == key; });
-  if (named != namedKeys.end()) return QChar(named->character);
-  if (key >= 0x110000) return {};
-  const auto codePoint = static_cast<char32_t>(key);
-  return QString::fromUcs4(&codePoint, 1).toLower();
-}
 
 int keyOf(char32_t character) {
   if (character >= firstFunctionKey && character < firstFunctionKey + functionKeys) {
@@ -57,19 +52,56 @@ int keyOf(char32_t character) {
   return static_cast<int>(QChar::toUpper(character));
 }
 
+/// Shift, Control and their like, locks, and the keys that choose a level of the layout.
+bool isModifier(xkb_keysym_t keysym) {
+  return (keysym >= XKB_KEY_Shift_L && keysym <= XKB_KEY_Hyper_R) ||
+         (keysym >= XKB_KEY_ISO_Lock && keysym <= XKB_KEY_ISO_Level5_Lock) ||
+         keysym == XKB_KEY_Mode_switch || keysym == XKB_KEY_Num_Lock;
+}
+
+/// The key without regard to the layout; null when it has no virtual key code.
+const VirtualKey* physicalKey(const QKeyEvent& event) {
+  constexpr quint32 firstScanCode = 8;
+  const quint32 scanCode = event.nativeScanCode();
+  return scanCode < firstScanCode ? nullptr : virtualKeyForEvdevCode(scanCode - firstScanCode);
+}
+
+/// The name of the symbol; of the keypad's the one of the same key elsewhere.
+std::string_view keysymName(xkb_keysym_t keysym, std::array<char, 64>& buffer) {
+  constexpr std::string_view keypad = "KP_";
+  xkb_keysym_get_name(keysym, buffer.data(), buffer.size());
+  std::string_view name(buffer.data());
+  if (name.starts_with(keypad)) name.remove_prefix(keypad.size());
+  return name == "ISO_Left_Tab" ? "Tab" : name;
+}
+
+char32_t characterOf(const QKeyEvent& event) {
+  const xkb_keysym_t keysym = event.nativeVirtualKey();
+  std::array<char, 64> buffer{};
+  // Before the characters: a keypad's key and one that erases have characters of their own.
+  const VirtualKey* const named = virtualKeyForKeysym(keysymName(keysym, buffer));
+  if (named != nullptr && named->character != 0) return named->character;
+  if (const char32_t written = xkb_keysym_to_utf32(keysym); written != 0) return written;
+  // F13 and those after it have other meanings in most layouts.
+  const VirtualKey* const physical = physicalKey(event);
+  return physical != nullptr && standsForKey(physical->character) ? physical->character : 0;
+}
+
 }  // namespace
 
-std::optional<KeyEquivalent> keyEquivalentOf(const QKeyEvent& event) {
-  // Not the event's text: with Control down that is a control character.
-  const QString character = characterOf(event.key());
-  if (character.isEmpty()) return std::nullopt;
-  std::uint64_t mask = 0;
+std::optional<KeyPress> keyPressOf(const QKeyEvent& event) {
+  const VirtualKey* const key = physicalKey(event);
+  const char32_t character = characterOf(event);
+  if (isModifier(event.nativeVirtualKey()) || (key == nullptr && character == 0)) return {};
+  KeyPress press;
+  if (key != nullptr) press.keyCode = key->code;
+  if (character != 0) press.character = QString::fromUcs4(&character, 1).toLower().toStdString();
   const Qt::KeyboardModifiers held = event.modifiers();
-  if (held & Qt::ShiftModifier) mask |= modifiers::shift;
-  if (held & Qt::ControlModifier) mask |= modifiers::control;
-  if (held & Qt::AltModifier) mask |= modifiers::option;
-  if (held & Qt::MetaModifier) mask |= modifiers::command;
-  return KeyEquivalent{.character = character.toStdString(), .modifierMask = mask};
+  if (held & Qt::ShiftModifier) press.modifiers |= modifiers::shift;
+  if (held & Qt::ControlModifier) press.modifiers |= modifiers::control;
+  if (held & Qt::AltModifier) press.modifiers |= modifiers::option;
+  if (held & Qt::MetaModifier) press.modifiers |= modifiers::command;
+  return press;
 }
 
 QKeySequence keySequenceOf(const KeyEquivalent& keyEquivalent) {

@@ -1,18 +1,18 @@
-// Keys of the toolkit and as the model names them.
+// Keys as the toolkit and as the widget model have them.
 
 #pragma once
 
 #include <QKeySequence>
 #include <optional>
 
-#include "platform/key_equivalent.h"
+#include "platform/key_press.h"
 
 class QKeyEvent;
 
 namespace quillmar {
 
-/// Nothing for a modifier alone and for keys that have no character.
-std::optional<KeyEquivalent> keyEquivalentOf(const QKeyEvent& event);
+/// Absent for the press of a modifier, and for events without a key, as input methods make them.
+std::optional<KeyPress> keyPressOf(const QKeyEvent& event);
 
 /// Empty when the character is not one.
 QKeySequence keySequenceOf(const KeyEquivalent& keyEquivalent);

@@ -41,7 +41,7 @@ QScreen& screenOfPointer() {
 
 QtWindowPeer::QtWindowPeer(Window& window)
     : window_(window),
-      widget_(new WindowWidget({.key = [this](const KeyEquivalent& key) { return keyPressed(key); },
+      widget_(new WindowWidget({.key = [this](const KeyPress& press) { return keyPressed(press); },
                                 .close = [this] { window_.performClose(); },
                                 .looksChanged = [this] { looksChanged(); },
                                 .layOut = [this] { layOut(); }})) {
@@ -105,8 +105,8 @@ void QtWindowPeer::userFocused(View& view) {
   window_.focus(view.acceptsFirstResponder() ? &view : nullptr);
 }
 
-bool QtWindowPeer::keyPressed(const KeyEquivalent& key) {
-  return programActs_ == 0 && window_.key(key);
+bool QtWindowPeer::keyPressed(const KeyPress& press) {
+  return programActs_ == 0 && window_.key(press);
 }
 
 void QtWindowPeer::contentChanged() {

@@ -44,7 +44,7 @@ class QtWindowPeer final : public WindowPeer {
   void userFocused(View& view);
 
  private:
-  bool keyPressed(const KeyEquivalent& key);
+  bool keyPressed(const KeyPress& press);
   void looksChanged();
   /// Gives the window the size that it needs and each view its place.
   void layOut();

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/qt/windows/key_presses.h"
+#include "platform/virtual_key_codes.h"
 
 namespace quillmar {
 
@@ -18,6 +19,13 @@ auto call(const Handler& handler, Arguments&&... arguments) {
   const Handler copy = handler;
   using Answer = decltype(copy(std::forward<Arguments>(arguments)...));
   return copy ? copy(std::forward<Arguments>(arguments)...) : Answer();
+}
+
+KeyPress tabPress(bool forwards) {
+  const KeyEquivalent& key = forwards ? keys::tab : keys::backTab;
+  return {.keyCode = virtualKeyForKeysym("Tab")->code,
+          .character = key.character,
+          .modifiers = key.modifierMask};
 }
 
 }  // namespace
@@ -56,12 +64,12 @@ void WindowWidget::closeEvent(QCloseEvent* event) {
 }
 
 void WindowWidget::keyPressEvent(QKeyEvent* event) {
-  const auto key = keyEquivalentOf(*event);
-  if (!key || !call(handlers_.key, *key)) QWidget::keyPressEvent(event);
+  const auto press = keyPressOf(*event);
+  if (!press || !call(handlers_.key, *press)) QWidget::keyPressEvent(event);
 }
 
 bool WindowWidget::focusNextPrevChild(bool next) {
-  return call(handlers_.key, next ? keys::tab : keys::backTab);
+  return call(handlers_.key, tabPress(next));
 }
 
 }  // namespace quillmar

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "platform/key_equivalent.h"
+#include "platform/key_press.h"
 #include "platform/qt/windows/held_key_filter.h"
 
 namespace quillmar {
@@ -15,7 +15,7 @@ class WindowWidget final : public QWidget {
   /// Each may destroy the window, and with it these handlers.
   struct Handlers {
     /// A key that no widget wanted. True when it did something.
-    std::function<bool(const KeyEquivalent& key)> key;
+    std::function<bool(const KeyPress& press)> key;
     std::function<void()> close;
     /// A font or the style has changed.
     std::function<void()> looksChanged;
