@@ -3,8 +3,8 @@ with twice as many pixels. The fonts decide on the height of texts, fields and b
 
 import unittest
 
-from accessible_windows import BUTTON, FIELD, IMAGE, LABEL, LINK
-from quillmar_desktop import document, entry, tools
+from accessible_windows import BUTTON, FIELD, IMAGE, LABEL
+from quillmar_desktop import entry, tools
 from windows_test_case import WindowsTestCase
 from x_windows import XWindows
 
@@ -101,25 +101,6 @@ class GeometryTest(WindowsTestCase):
         self.assert_centred(buttons[0][0], buttons[2][2])
         self.assertLessEqual(buttons[0][3], 320 - 24)
 
-    def about(self, scale):
-        self.show("About Quillmar", document(), "About Quillmar", scale=scale)
-        self.assertEqual(self.points(), (300, 312))
-        self.assert_in_the_middle_of_the_screen()
-        name, version, copyright_line = (self.place(LABEL, text)
-                                         for text in self.window.names(LABEL))
-        button = self.place(BUTTON, "Check for Updates…")
-        site, support = (self.place(LINK, text) for text in self.window.names(LINK))
-        self.assertEqual(self.place(IMAGE), (102, 24, 198, 120))
-        self.assertEqual(name[1], 124)
-        self.assertEqual(version[1], name[3] + 10)
-        self.assertEqual(button[1], version[3] + 16)
-        self.assertEqual(site[1], button[3] + 16)
-        self.assertEqual(support[1], site[3] + 2)
-        self.assertEqual((copyright_line[0], copyright_line[1], copyright_line[2]),
-                         (25, support[3] + 14, 275))
-        for place in (name, version, button, site, support):
-            self.assert_centred(place[0], place[2])
-
     def test_a_question_has_its_size_and_its_parts_their_places(self):
         self.question(scale=1)
 
@@ -143,12 +124,6 @@ class GeometryTest(WindowsTestCase):
 
     def test_the_welcome_window_has_twice_the_pixels_on_a_display_that_has_them(self):
         self.welcome(scale=2)
-
-    def test_the_about_window_has_its_size_and_its_parts_their_places(self):
-        self.about(scale=1)
-
-    def test_the_about_window_has_twice_the_pixels_on_a_display_that_has_them(self):
-        self.about(scale=2)
 
 
 if __name__ == "__main__":
