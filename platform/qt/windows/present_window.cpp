@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+#include "platform/qt/windows/window_manager_start.h"
 #include "platform/qt/windows/x11_activation.h"
 #include "platform/qt/windows/x11_requests.h"
 
@@ -22,10 +23,12 @@ void show(QWidget& window) {
 
 void presentWindow(QWidget& window, const Activation& activation) {
   if (xcb_connection_t* const x11 = x11Connection()) {
-    const X11Activation leave(x11, static_cast<xcb_window_t>(window.winId()), activation);
-    leave.announce();
+    // Before the window is shown: one that starts in between is heard of.
+    if (!x11HasWindowManager(x11)) WindowManagerStart::shared().setWindow(window);
+    const X11Activation request(x11, static_cast<xcb_window_t>(window.winId()), activation);
+    request.announce();
     show(window);
-    leave.activate();
+    request.activate();
     return;
   }
   // The toolkit takes the token from the environment.

@@ -1,6 +1,5 @@
 #include "platform/qt/windows/x11_activation.h"
 
-#include <cstring>
 #include <memory>
 
 #include <poll.h>
@@ -56,26 +55,6 @@ std::uint32_t timeOf(const Activation& activation) {
   return time != 0 ? time : serverTime();
 }
 
-/// The window that a property names; none when there is no such property.
-xcb_window_t windowIn(xcb_connection_t* connection, xcb_window_t window, const char* property) {
-  const xcb_get_property_cookie_t cookie =
-      xcb_get_property(connection, 0, window, x11Atom(connection, property), XCB_ATOM_WINDOW, 0, 1);
-  const XcbReply<xcb_get_property_reply_t> reply(
-      xcb_get_property_reply(connection, cookie, nullptr));
-  xcb_window_t named = XCB_WINDOW_NONE;
-  if (reply && xcb_get_property_value_length(reply.get()) == sizeof named) {
-    std::memcpy(&named, xcb_get_property_value(reply.get()), sizeof named);
-  }
-  return named;
-}
-
-bool hasWindowManager(xcb_connection_t* connection) {
-  constexpr const char* check = "_NET_SUPPORTING_WM_CHECK";
-  const xcb_window_t sign = windowIn(connection, x11RootWindow(connection), check);
-  // One that has ended may have left its property on the root, but not its window.
-  return sign != XCB_WINDOW_NONE && windowIn(connection, sign, check) == sign;
-}
-
 }  // namespace
 
 X11Activation::X11Activation(xcb_connection_t* connection, xcb_window_t window,
@@ -85,7 +64,7 @@ X11Activation::X11Activation(xcb_connection_t* connection, xcb_window_t window,
 void X11Activation::announce() const {
   if (time_ == 0) return;
   // Some window managers have the time on a window of its own, which the toolkit has made.
-  const xcb_window_t own = windowIn(connection_, window_, "_NET_WM_USER_TIME_WINDOW");
+  const xcb_window_t own = x11WindowIn(connection_, window_, "_NET_WM_USER_TIME_WINDOW");
   const xcb_window_t holder = own == XCB_WINDOW_NONE ? window_ : own;
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, holder,
                       x11Atom(connection_, "_NET_WM_USER_TIME"), XCB_ATOM_CARDINAL, 32, 1, &time_);
@@ -93,7 +72,7 @@ void X11Activation::announce() const {
 
 void X11Activation::activate() const {
   announce();
-  if (hasWindowManager(connection_)) {
+  if (x11HasWindowManager(connection_)) {
     askWindowManager();
   } else {
     takeFocus();

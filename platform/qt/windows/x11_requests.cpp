@@ -40,6 +40,25 @@ xcb_atom_t x11Atom(xcb_connection_t* connection, const char* name) {
   return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
+xcb_window_t x11WindowIn(xcb_connection_t* connection, xcb_window_t window, const char* property) {
+  const xcb_get_property_cookie_t cookie =
+      xcb_get_property(connection, 0, window, x11Atom(connection, property), XCB_ATOM_WINDOW, 0, 1);
+  const XcbReply<xcb_get_property_reply_t> reply(
+      xcb_get_property_reply(connection, cookie, nullptr));
+  xcb_window_t named = XCB_WINDOW_NONE;
+  if (reply && xcb_get_property_value_length(reply.get()) == sizeof named) {
+    std::memcpy(&named, xcb_get_property_value(reply.get()), sizeof named);
+  }
+  return named;
+}
+
+bool x11HasWindowManager(xcb_connection_t* connection) {
+  const xcb_window_t check =
+      x11WindowIn(connection, x11RootWindow(connection), x11WindowManagerCheck);
+  // A window manager that has ended may have left its property on the root, but not its window.
+  return check != XCB_WINDOW_NONE && x11WindowIn(connection, check, x11WindowManagerCheck) == check;
+}
+
 int x11EventType(const xcb_generic_event_t& event) {
   constexpr int sentByProgram = 0x80;
   return event.response_type & ~sentByProgram;

@@ -27,6 +27,13 @@ xcb_window_t x11RootWindow(xcb_connection_t* connection);
 /// XCB_ATOM_NONE when the server doesn't answer.
 xcb_atom_t x11Atom(xcb_connection_t* connection, const char* name);
 
+/// The window that a property of a window names; XCB_WINDOW_NONE when there is no such property.
+xcb_window_t x11WindowIn(xcb_connection_t* connection, xcb_window_t window, const char* property);
+
+/// The property by which window managers make themselves known.
+inline constexpr const char* x11WindowManagerCheck = "_NET_SUPPORTING_WM_CHECK";
+bool x11HasWindowManager(xcb_connection_t* connection);
+
 /// One of the XCB_..._NOTIFY and their like, whether the server or another program sent it.
 int x11EventType(const xcb_generic_event_t& event);
 
