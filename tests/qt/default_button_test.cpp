@@ -1,9 +1,11 @@
 // Which button looks like the one that Return presses.
 
+#include <QColor>
 #include <QImage>
 #include <QPixmap>
 #include <QScreen>
 #include <QWidget>
+#include <cstdlib>
 
 #include <gtest/gtest.h>
 
@@ -79,6 +81,36 @@ TEST_F(DefaultButtonTest, ReturnPressesALinkThatHasTheFocusAndNoButtonLooksLikeI
   show();
   focus(link);
   EXPECT_EQ(seen(defaultButton), plain());
+}
+
+TEST_F(DefaultButtonTest, TheFocusIsSeenOnTheDefaultButtonToo) {
+  show();
+  focus(field);
+  const QImage withoutFocus = seen(defaultButton);
+  focus(defaultButton);
+  EXPECT_NE(seen(defaultButton), withoutFocus);
+}
+
+TEST_F(DefaultButtonTest, TheDefaultButtonIsFilledAndAFieldWithTheFocusHasARing) {
+  show();
+  focus(field);
+  const QColor accent = widgetOf(field).palette().color(QPalette::Highlight);
+  const auto amountOf = [&](const QImage& image) {
+    int count = 0;
+    for (int x = 0; x < image.width(); ++x) {
+      const QColor color = image.pixelColor(x, image.height() / 2);
+      const int off = std::abs(color.red() - accent.red()) +
+                      std::abs(color.green() - accent.green()) +
+                      std::abs(color.blue() - accent.blue());
+      count += off < 100 ? 1 : 0;
+    }
+    return count;
+  };
+  // Across the middle: the two sides of the ring, and the whole button but its title.
+  EXPECT_EQ(amountOf(seen(field)), 4);
+  EXPECT_GT(amountOf(seen(defaultButton)), widgetOf(defaultButton).width() / 3);
+  focus(other);
+  EXPECT_EQ(amountOf(seen(field)), 0);
 }
 
 }  // namespace

@@ -1,10 +1,13 @@
 #include "platform/qt/widgets/button_peer.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QPushButton>
 #include <QStyleOptionButton>
 #include <algorithm>
 
+#include "platform/qt/widgets/colors.h"
+#include "platform/qt/widgets/focus_ring.h"
 #include "platform/qt/widgets/fonts.h"
 #include "platform/qt/widgets/link_widget.h"
 
@@ -15,22 +18,54 @@ namespace {
 /// On either side of a push button's title, in device-independent pixels.
 constexpr int roomBesideTitle = 14;
 
-/// Looks like the default button when it is the one that Return presses: a button that has the
-/// focus comes before the window's default button.
+/// The button that Return presses is filled with the accent colour: the one that has the focus, or
+/// the window's default button while no button has the focus. The focus itself is a ring.
 class PushButton final : public QPushButton {
  public:
   explicit PushButton(QWidget* parent) : QPushButton(parent) {
-    // The looks of the default button change with a focus that is elsewhere.
+    // A default button changes when the focus moves between other widgets.
     connect(qApp, &QApplication::focusChanged, this, [this] { QWidget::update(); });
   }
 
  protected:
   void initStyleOption(QStyleOptionButton* option) const override {
     QPushButton::initStyleOption(option);
+    option->features.setFlag(QStyleOptionButton::DefaultButton, isPressedByReturn());
+    // The ring takes the place of the style's own mark.
+    option->state.setFlag(QStyle::State_HasFocus, false);
+  }
+
+  void paintEvent(QPaintEvent* event) override {
+    if (!isPressedByReturn() || !isEnabled()) return QPushButton::paintEvent(event);
+    // Styles that have no accent colour for buttons make the default one look like the others.
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(isDown() ? accent().darker(120) : accent());
+    constexpr double radius = 3;
+    painter.drawRoundedRect(rect(), radius, radius);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.palette.setColor(QPalette::ButtonText, palette().color(QPalette::HighlightedText));
+    style()->drawControl(QStyle::CE_PushButtonLabel, &option, &painter, this);
+    constexpr int inset = 2;
+    if (hasFocus()) {
+      drawFocusRing(painter, *this, palette().color(QPalette::HighlightedText), inset);
+    }
+  }
+
+ private:
+  /// As close to the palette's as the title can be read on.
+  QColor accent() const {
+    const QColor title = palette().color(QPalette::HighlightedText);
+    const bool isLight = title.lightnessF() > 0.5;
+    return readableColor(palette().color(QPalette::Highlight), title,
+                         isLight ? QColor(Qt::black) : QColor(Qt::white));
+  }
+
+  bool isPressedByReturn() const {
     const QWidget* const focused = window()->focusWidget();
-    const bool isPressed =
-        dynamic_cast<const QAbstractButton*>(focused) == nullptr ? isDefault() : focused == this;
-    option->features.setFlag(QStyleOptionButton::DefaultButton, isPressed);
+    return dynamic_cast<const QAbstractButton*>(focused) == nullptr ? isDefault() : focused == this;
   }
 };
 

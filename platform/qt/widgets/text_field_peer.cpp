@@ -1,14 +1,33 @@
 #include "platform/qt/widgets/text_field_peer.h"
 
+#include <QPainter>
 #include <QSignalBlocker>
 #include <limits>
 
+#include "platform/qt/widgets/focus_ring.h"
 #include "platform/qt/widgets/fonts.h"
 
 namespace quillmar {
 
+namespace {
+
+class LineEdit final : public QLineEdit {
+ public:
+  explicit LineEdit(QWidget* parent) : QLineEdit(parent) {}
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QLineEdit::paintEvent(event);
+    if (!hasFocus()) return;
+    QPainter painter(this);
+    drawFocusRing(painter, *this, palette().color(QPalette::Highlight), 0);
+  }
+};
+
+}  // namespace
+
 TextFieldPeer::TextFieldPeer(TextField& field, QtWindowPeer& window, QWidget& parent)
-    : WidgetPeer(field, window, new QLineEdit(&parent)), field_(field) {
+    : WidgetPeer(field, window, new LineEdit(&parent)), field_(field) {
   line().setMaxLength(std::numeric_limits<int>::max());
   // Also what input methods and screen readers put in.
   QObject::connect(&line(), &QLineEdit::textChanged, receiver(),

@@ -1,0 +1,18 @@
+// The mark of the widget that has the keyboard focus.
+
+#pragma once
+
+#include <QColor>
+
+class QPainter;
+class QWidget;
+
+namespace quillmar {
+
+/// In device-independent pixels.
+inline constexpr int focusRingWidth = 2;
+
+/// Draws the ring inside of the widget's edges, `inset` pixels away from them.
+void drawFocusRing(QPainter& painter, const QWidget& widget, const QColor& color, int inset);
+
+}  // namespace quillmar
