@@ -15,7 +15,7 @@ namespace quillmar {
 
 namespace {
 
-/// Reads from a view what is to be seen of it.
+/// Reads from a view what a user sees of it.
 class Painter final : public ViewVisitor {
  public:
   static MemoryWidget paint(View& view) {
@@ -94,7 +94,10 @@ class MemoryWindowSystem::WindowOnScreen final : public WindowPeer {
   }
 
   void windowChanged() override {
-    screen_.shown_[&window_].title = window_.title();
+    ShownWindow& shown = screen_.shown_[&window_];
+    shown.title = window_.title();
+    shown.resizable = window_.resizable();
+    shown.minimumSize = window_.minimumContentSize();
     View* const content = window_.contentView();
     if (content == nullptr || content->peer() != nullptr) return;
     content->setPeer(std::make_unique<ViewOnScreen>(screen_, *content));
@@ -182,6 +185,14 @@ Result<std::unique_ptr<StatusItem>> MemoryWindowSystem::makeEmbeddedStatusItem()
 
 const std::string& MemoryWindowSystem::titleOnScreen(const Window& window) const {
   return shown_.at(&window).title;
+}
+
+bool MemoryWindowSystem::resizableOnScreen(const Window& window) const {
+  return shown_.at(&window).resizable;
+}
+
+const Size& MemoryWindowSystem::minimumSizeOnScreen(const Window& window) const {
+  return shown_.at(&window).minimumSize;
 }
 
 bool MemoryWindowSystem::placedInMiddle(const Window& window) const {

@@ -1,5 +1,5 @@
-// A screen that nobody sees. It keeps what each window and widget shows, so that tests look at it
-// as a user would; the user's hand are the verbs of the widget model itself. Main thread.
+// A screen in memory. It keeps what each window and widget shows, for tests to look at; tests act
+// as the user through the functions of the widget model. Main thread.
 
 #pragma once
 
@@ -19,7 +19,7 @@
 
 namespace quillmar {
 
-/// What is to be seen of one widget.
+/// What a user sees of one widget.
 struct MemoryWidget {
   /// Text of a label or a field, title of a button, name of an image.
   std::string text;
@@ -64,10 +64,12 @@ class MemoryWindowSystem final : public WindowSystem {
   /// Back to front.
   const std::vector<Window*>& windows() const { return windows_; }
   Window* frontWindow() const { return windows_.empty() ? nullptr : windows_.back(); }
-  /// With what leave the front window came forward.
+  /// The activation with which the front window was shown.
   const Activation& lastActivation() const { return lastActivation_; }
   /// Title of a window that is on the screen.
   const std::string& titleOnScreen(const Window& window) const;
+  bool resizableOnScreen(const Window& window) const;
+  const Size& minimumSizeOnScreen(const Window& window) const;
   bool placedInMiddle(const Window& window) const;
 
   /// Absent for a view that has no widget.
@@ -81,7 +83,7 @@ class MemoryWindowSystem final : public WindowSystem {
   /// Those that are shown, oldest first.
   const std::vector<MemoryStatusItem*>& embeddedStatusItems() const { return embedded_; }
 
-  // The user's hand.
+  // The user.
 
   /// Chooses the first entry at the path of the menu that is open, and closes the menu; false when
   /// there is none.
@@ -95,6 +97,8 @@ class MemoryWindowSystem final : public WindowSystem {
   struct ShownWindow {
     std::string title;
     View* focused = nullptr;
+    bool resizable = false;
+    Size minimumSize;
     bool inMiddle = false;
   };
 

@@ -1,5 +1,5 @@
-// A view that is as tall as its content while there is room on the screen, and scrolls it upright
-// when there is not.
+// A view that scrolls its content vertically. It is as tall as the content while there is room on
+// the screen, or has its stated height. It scrolls to the view that gets the focus.
 
 #pragma once
 
@@ -22,7 +22,7 @@ class ScrollView final : public View {
 
   // The user.
 
-  /// The page keys, Home and End scroll. A window hands them on when nobody else wants them.
+  /// The page keys, Home and End scroll. A window passes them on when no other view uses them.
   bool key(const KeyPress& press) override;
 
  private:

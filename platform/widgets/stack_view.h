@@ -14,9 +14,10 @@ namespace quillmar {
 
 enum class Orientation { horizontal, vertical };
 
-/// Where views lie across the direction of the stack: leading is the side where lines begin in a
-/// column, and the top in a row.
-enum class StackAlignment { leading, center };
+/// Where views lie across the direction of the stack. In a column, leading is the side where lines
+/// begin and trailing the other one; in a row they are the top and the bottom. Fill makes each view
+/// as wide as the column, or as high as the row, up to its maximum size.
+enum class StackAlignment { leading, center, trailing, fill };
 
 struct EdgeInsets {
   double top = 0;
@@ -27,7 +28,7 @@ struct EdgeInsets {
   bool operator==(const EdgeInsets&) const = default;
 };
 
-/// Nothing, as long as the stack around it lets it be.
+/// An empty view that takes the room that is left in its stack.
 class FlexibleSpace final : public View {
  public:
   void accept(ViewVisitor& visitor) override;

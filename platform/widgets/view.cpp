@@ -5,7 +5,7 @@
 namespace quillmar {
 
 View::~View() {
-  if (Window* const window = this->window()) window->viewGoes(*this);
+  if (Window* const window = this->window()) window->viewWillBeDestroyed(*this);
 }
 
 Window* View::window() const {

@@ -1,12 +1,12 @@
-// What every widget has in common.
+// The base class of widgets.
 //
 // Widgets are plain objects that controllers build in code. A window owns its tree of views, a
-// container owns its subviews, and controllers hold references to what they need of it. Each widget
-// has the state that it shows, which the program sets; verbs of the user, which the real widget and
-// tests call alike; and handlers, through which the program hears of what the user did. What the
-// program sets is no deed of the user and calls no handler.
+// container owns its subviews, and controllers keep references to the views they need. Each widget
+// has state, which the program sets and the screen shows; functions for what a user can do, which
+// the real widget and tests call alike; and handlers, which report what the user did. Changes made
+// by the program do not invoke handlers.
 //
-// Setters tell the view's peer, if it is on a screen, only when something changes. A handler may
+// Setters notify the view's peer, if it has one, only when something changes. A handler may
 // destroy the view and the window that it belongs to. Lengths are in device-independent pixels.
 // Main thread.
 
@@ -54,12 +54,18 @@ class View {
   bool hidden() const { return hidden_; }
   void setHidden(bool hidden) { set(hidden_, hidden); }
 
-  /// The view's stated size. It is a minimum: a text that needs more gets more. Absent: as large as
-  /// the content.
+  /// The view's stated size. It is a minimum: a text that needs more gets more; only a view that
+  /// scrolls keeps its stated height. Absent: as large as the content.
   std::optional<double> width() const { return width_; }
   void setWidth(std::optional<double> width) { set(width_, width); }
   std::optional<double> height() const { return height_; }
   void setHeight(std::optional<double> height) { set(height_, height); }
+
+  /// The view is never larger than this; what does not fit is cut off. Absent: no limit.
+  std::optional<double> maximumWidth() const { return maximumWidth_; }
+  void setMaximumWidth(std::optional<double> width) { set(maximumWidth_, width); }
+  std::optional<double> maximumHeight() const { return maximumHeight_; }
+  void setMaximumHeight(std::optional<double> height) { set(maximumHeight_, height); }
 
   /// What a screen reader calls the view; empty for the view's own text.
   const std::string& accessibilityLabel() const { return accessibilityLabel_; }
@@ -107,6 +113,8 @@ class View {
   bool hidden_ = false;
   std::optional<double> width_;
   std::optional<double> height_;
+  std::optional<double> maximumWidth_;
+  std::optional<double> maximumHeight_;
   std::string accessibilityLabel_;
   std::optional<AccessibilityRole> accessibilityRole_;
   std::unique_ptr<ViewPeer> peer_;

@@ -23,8 +23,10 @@ void walk(View& view, const See& see) {
 Window::Window(WindowSystem& windowSystem) : windowSystem_(windowSystem) {}
 
 Window::~Window() {
-  if (sheet_ != nullptr) sheet_->sheetParent_ = nullptr;
-  endSheet();
+  delegate_ = nullptr;
+  // A sheet's delegate may have begun another one.
+  while (sheet_ != nullptr) sheet_->close();
+  leaveSheetParent();
   contentView_.reset();
 }
 
@@ -49,13 +51,14 @@ Result<void> Window::show(const Activation& activation) {
 void Window::close() {
   if (!visible_) return;
   const std::weak_ptr<Window*> self = self_;
-  if (delegate_ != nullptr) delegate_->windowWillClose(*this);
-  if (self.expired() || !visible_) return;
-  if (sheet_ != nullptr) sheet_->close();
-  if (self.expired()) return;
+  while (sheet_ != nullptr) {
+    sheet_->close();
+    if (self.expired() || !visible_) return;
+  }
   visible_ = false;
-  endSheet();
+  leaveSheetParent();
   peer_->hide();
+  if (delegate_ != nullptr) delegate_->windowWillClose(*this);
 }
 
 Result<void> Window::beginSheet(Window& sheet, const Activation& activation) {
@@ -70,8 +73,7 @@ Result<void> Window::beginSheet(Window& sheet, const Activation& activation) {
   return shown;
 }
 
-/// Frees the window that this one was a sheet of, if it was one.
-void Window::endSheet() {
+void Window::leaveSheetParent() {
   if (sheetParent_ == nullptr) return;
   sheetParent_->sheet_ = nullptr;
   sheetParent_ = nullptr;
@@ -163,7 +165,7 @@ void Window::performClose() {
   if (takesInput()) close();
 }
 
-void Window::viewGoes(const View& view) {
+void Window::viewWillBeDestroyed(const View& view) {
   if (firstResponder_ == &view) makeFirstResponder(nullptr);
 }
 

@@ -42,7 +42,9 @@ class WindowDelegate {
  public:
   virtual ~WindowDelegate() = default;
 
-  /// The window is about to close, by the user or by the program. The delegate may destroy it.
+  /// The user or the program closes the window. It takes no more input, has left the screen, and is
+  /// no longer the sheet of another window. The delegate may show or destroy it, and may begin
+  /// another sheet.
   virtual void windowWillClose(Window& window) = 0;
 };
 
@@ -59,10 +61,18 @@ class Window {
   const std::string& title() const { return title_; }
   void setTitle(std::string title) { set(title_, std::move(title)); }
 
-  /// A minimum: a window whose content needs more gets more, as far as the screen goes. It has no
-  /// border to resize it by.
+  /// A minimum: a window whose content needs more gets more, as far as the screen goes. A resizable
+  /// window has this size when it is first shown.
   const Size& contentSize() const { return contentSize_; }
   void setContentSize(const Size& size) { set(contentSize_, size); }
+
+  /// The user can change the size of the window, minimize and maximize it.
+  bool resizable() const { return resizable_; }
+  void setResizable(bool resizable) { set(resizable_, resizable); }
+
+  /// The user cannot make the window smaller than this, or than its content needs.
+  const Size& minimumContentSize() const { return minimumContentSize_; }
+  void setMinimumContentSize(const Size& size) { set(minimumContentSize_, size); }
 
   WindowLevel level() const { return level_; }
   void setLevel(WindowLevel level) { set(level_, level); }
@@ -70,6 +80,11 @@ class Window {
   /// Escape closes a window without a cancel button, if set.
   bool closesOnEscape() const { return closesOnEscape_; }
   void setClosesOnEscape(bool closes) { closesOnEscape_ = closes; }
+
+  /// For windows that ask a question: the window ignores clicks that come so soon after it appears
+  /// that the user cannot have read it.
+  bool ignoresEarlyClicks() const { return ignoresEarlyClicks_; }
+  void setIgnoresEarlyClicks(bool ignores) { set(ignoresEarlyClicks_, ignores); }
 
   View* contentView() const { return contentView_.get(); }
 
@@ -87,8 +102,8 @@ class Window {
 
   // On the screen.
 
-  /// The next show() puts the window in the middle of the screen, where the desktop lets programs
-  /// place their windows.
+  /// The next show() puts the window in the middle of the screen, a little lower if it would cover
+  /// another one of the program. Some desktops do not let programs place their windows.
   void center() { centers_ = true; }
 
   /// Shows the window, or brings it forward, with the focus. The first time, a window without a
@@ -96,13 +111,14 @@ class Window {
   /// nothing to show it with.
   Result<void> show(const Activation& activation);
 
-  /// Takes it off the screen, and an open sheet before it. Does nothing when it is not there.
+  /// Takes the window off the screen, after its sheet. Does nothing when the window is not there.
   void close();
 
   bool visible() const { return visible_; }
 
   /// Shows `sheet` on top of this window, which takes no input until the sheet is closed. One at a
-  /// time: precondition: no sheet is open. The sheet is not owned.
+  /// time: precondition: no sheet is open. The sheet is not owned. It closes with this window, and
+  /// when this window is destroyed.
   Result<void> beginSheet(Window& sheet, const Activation& activation);
   Window* sheet() const { return sheet_; }
   /// The window that this one is open as a sheet of.
@@ -151,21 +167,24 @@ class Window {
     if (peer_) peer_->windowChanged();
   }
   void setContentView(std::unique_ptr<View> view);
-  void endSheet();
+  /// If this window is a sheet, its parent takes input again.
+  void leaveSheetParent();
   /// The first button whose key equivalent meets the condition.
   template <class Condition>
   Button* buttonFor(const Condition& wanted) const;
   bool moveFocus(int step);
   /// Hands the press to the first view that scrolls with it.
   bool scroll(const KeyPress& press);
-  /// A view of this window is being destroyed.
-  void viewGoes(const View& view);
+  void viewWillBeDestroyed(const View& view);
 
   WindowSystem& windowSystem_;
   std::string title_;
   Size contentSize_;
   WindowLevel level_ = WindowLevel::normal;
   bool closesOnEscape_ = false;
+  Size minimumContentSize_;
+  bool resizable_ = false;
+  bool ignoresEarlyClicks_ = false;
   bool centers_ = false;
   bool visible_ = false;
   std::unique_ptr<WindowPeer> peer_;

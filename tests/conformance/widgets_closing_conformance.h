@@ -3,9 +3,11 @@
 
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -214,19 +216,87 @@ TYPED_TEST_P(WidgetClosingConformance, ASheetBlocksItsParentUntilItIsClosed) {
   EXPECT_EQ(field.text(), "ab");
 }
 
-TYPED_TEST_P(WidgetClosingConformance, AParentThatIsDestroyedLeavesItsSheetAlive) {
+/// Calls a function when its window closes.
+class ClosingDelegate final : public WindowDelegate {
+ public:
+  explicit ClosingDelegate(std::function<void()> onClose) : onClose_(std::move(onClose)) {}
+  void windowWillClose(Window& /*window*/) override { onClose_(); }
+
+ private:
+  std::function<void()> onClose_;
+};
+
+TYPED_TEST_P(WidgetClosingConformance, ASheetThatClosesMayBeFollowedByAnotherOne) {
+  const Button& button = this->addButton("Save");
+  this->show();
+  Window first(this->harness.windows());
+  Window second(this->harness.windows());
+  first.template setContent<Label>("First");
+  auto& done = second.template setContent<Button>("Done");
+  done.setOnPress([&] { second.close(); });
+  ClosingDelegate delegate([&] { ASSERT_TRUE(this->window->beginSheet(second, {}).ok()); });
+  first.setDelegate(&delegate);
+  ASSERT_TRUE(this->window->beginSheet(first, {}).ok());
+  this->harness.settle();
+
+  first.close();
+  this->harness.settle();
+  EXPECT_FALSE(this->harness.isOnScreen(first));
+  EXPECT_TRUE(this->harness.isOnScreen(second));
+  EXPECT_FALSE(this->window->takesInput());
+  this->harness.click(button);
+  EXPECT_THAT(this->pressed, testing::IsEmpty());
+
+  this->harness.click(done);
+  this->harness.settle();
+  this->harness.click(button);
+  EXPECT_THAT(this->pressed, testing::ElementsAre("Save"));
+}
+
+TYPED_TEST_P(WidgetClosingConformance, ADelegateMayShowItsWindowAgain) {
+  Button& button = this->addButton("Save");
+  ClosingDelegate delegate([&] { EXPECT_TRUE(this->window->show({}).ok()); });
+  this->window->setDelegate(&delegate);
+  this->show();
+  this->harness.closeByTitleBar(*this->window);
+  this->harness.settle();
+  EXPECT_TRUE(this->harness.isOnScreen(*this->window));
+  this->harness.click(button);
+  EXPECT_THAT(this->pressed, testing::ElementsAre("Save"));
+}
+
+TYPED_TEST_P(WidgetClosingConformance, AParentThatClosesClosesItsSheetFirst) {
   this->show();
   Window sheet(this->harness.windows());
-  int presses = 0;
-  auto& done = sheet.template setContent<Button>("Done");
-  done.setOnPress([&] { ++presses; });
+  int closes = 0;
+  ClosingDelegate delegate([&] {
+    ++closes;
+    EXPECT_TRUE(this->window->visible());
+  });
+  sheet.setDelegate(&delegate);
+  ASSERT_TRUE(this->window->beginSheet(sheet, {}).ok());
+  this->harness.settle();
+  this->window->close();
+  this->harness.settle();
+  EXPECT_EQ(closes, 1);
+  EXPECT_FALSE(this->harness.isOnScreen(sheet));
+  EXPECT_FALSE(this->harness.isOnScreen(*this->window));
+}
+
+TYPED_TEST_P(WidgetClosingConformance, AParentThatIsDestroyedClosesItsSheet) {
+  this->show();
+  Window sheet(this->harness.windows());
+  int closes = 0;
+  ClosingDelegate delegate([&] { ++closes; });
+  sheet.setDelegate(&delegate);
   ASSERT_TRUE(this->window->beginSheet(sheet, {}).ok());
   this->harness.settle();
   this->window.reset();
   this->harness.settle();
-  EXPECT_TRUE(this->harness.isOnScreen(sheet));
-  this->harness.click(done);
-  EXPECT_EQ(presses, 1);
+  EXPECT_EQ(closes, 1);
+  EXPECT_FALSE(this->harness.isOnScreen(sheet));
+  this->show(sheet);
+  EXPECT_TRUE(sheet.takesInput());
 }
 
 REGISTER_TYPED_TEST_SUITE_P(WidgetClosingConformance,
@@ -238,6 +308,8 @@ REGISTER_TYPED_TEST_SUITE_P(WidgetClosingConformance,
                             AnEditMayDestroyItsOwnWindow, ADelegateMayDestroyTheWindowThatCloses,
                             APressMayRemoveItsOwnButton, ADestroyedWindowTakesAllItsWidgetsAlong,
                             ASheetBlocksItsParentUntilItIsClosed,
-                            AParentThatIsDestroyedLeavesItsSheetAlive);
+                            ASheetThatClosesMayBeFollowedByAnotherOne,
+                            ADelegateMayShowItsWindowAgain, AParentThatClosesClosesItsSheetFirst,
+                            AParentThatIsDestroyedClosesItsSheet);
 
 }  // namespace quillmar

@@ -224,6 +224,18 @@ TYPED_TEST_P(WidgetControlsConformance, OtherContentTakesThePlaceOfTheOld) {
   EXPECT_EQ(this->harness.textOnScreen(label), "New");
 }
 
+// Windows.
+
+TYPED_TEST_P(WidgetControlsConformance, AWindowIsResizableIfTheProgramSaysSo) {
+  this->window->setMinimumContentSize({.width = 250, .height = 150});
+  this->show();
+  EXPECT_FALSE(this->harness.isResizableOnScreen(*this->window));
+  this->window->setResizable(true);
+  this->harness.settle();
+  EXPECT_TRUE(this->harness.isResizableOnScreen(*this->window));
+  EXPECT_EQ(this->harness.minimumSizeOnScreen(*this->window), (Size{.width = 250, .height = 150}));
+}
+
 REGISTER_TYPED_TEST_SUITE_P(WidgetControlsConformance, AClickOnAButtonIsHeardOnce,
                             AClickOnALinkIsHeardOnce, ADisabledButtonIsGreyAndItsPressDoesNothing,
                             AButtonInADisabledStackIsGreyAndItsPressDoesNothing,
@@ -234,6 +246,7 @@ REGISTER_TYPED_TEST_SUITE_P(WidgetControlsConformance, AClickOnAButtonIsHeardOnc
                             TextsThatChangeAreShown, AHiddenViewIsNotOnTheScreenUntilItIsShown,
                             AScreenReaderSaysTheLabelOfAViewOrItsOwnText,
                             AViewAddedToAShownStackIsShownAndWorks,
-                            ARemovedViewTakesItsWidgetsAlong, OtherContentTakesThePlaceOfTheOld);
+                            ARemovedViewTakesItsWidgetsAlong, OtherContentTakesThePlaceOfTheOld,
+                            AWindowIsResizableIfTheProgramSaysSo);
 
 }  // namespace quillmar

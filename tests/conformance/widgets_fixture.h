@@ -17,6 +17,8 @@
 //   What the user sees:
 //   bool isOnScreen(const Window& window);
 //   std::string titleOnScreen(const Window& window);
+//   bool isResizableOnScreen(const Window& window);
+//   Size minimumSizeOnScreen(const Window& window);   of a resizable window
 //   bool isShown(const View& view);             it has a widget, and that is not hidden
 //   bool isEnabledOnScreen(const View& view);
 //   bool isDefaultOnScreen(const Button& button);

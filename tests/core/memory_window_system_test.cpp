@@ -38,6 +38,10 @@ class MemoryHarness {
     return testing::Value(screen_.windows(), testing::Contains(&window));
   }
   std::string titleOnScreen(const Window& window) const { return screen_.titleOnScreen(window); }
+  bool isResizableOnScreen(const Window& window) const { return screen_.resizableOnScreen(window); }
+  Size minimumSizeOnScreen(const Window& window) const {
+    return screen_.minimumSizeOnScreen(window);
+  }
   bool isShown(const View& view) const {
     return everyWidgetAround(view, [](const MemoryWidget& widget) { return !widget.hidden; });
   }

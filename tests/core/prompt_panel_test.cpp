@@ -176,6 +176,22 @@ TEST_F(PromptPanelTest, OnlyTheFirstWayToFinishReports) {
   EXPECT_THAT(answers, ElementsAre(Answer(true, std::nullopt)));
 }
 
+TEST_F(PromptPanelTest, APanelThatHasFinishedIsNotShownAgain) {
+  const std::shared_ptr<PromptPanel> kept = show(confirmation()).shared_from_this();
+  kept->cancelPressed();
+  const Result<void> shown = kept->show();
+  ASSERT_FALSE(shown);
+  EXPECT_EQ(shown.error().description,
+            "The panel has been answered already and cannot be shown again.");
+  EXPECT_THAT(PromptPanel::live(), IsEmpty());
+  EXPECT_THAT(memory.windows.windows(), IsEmpty());
+  EXPECT_THAT(answers, SizeIs(1));
+}
+
+TEST_F(PromptPanelTest, APanelIgnoresClicksBeforeItCanHaveBeenRead) {
+  EXPECT_TRUE(show(question()).panel().ignoresEarlyClicks());
+}
+
 TEST_F(PromptPanelTest, WhenItReportsItIsClosedAndNoLongerLive) {
   bool reported = false;
   auto panel = std::make_shared<PromptPanel>(memory.platform, confirmation(),

@@ -281,17 +281,6 @@ TEST_F(WidgetsTest, ASheetThatIsDestroyedFreesItsParent) {
   EXPECT_FALSE(window.visible());
 }
 
-TEST_F(WidgetsTest, ClosingAWindowClosesItsSheetFirst) {
-  addButton("Button");
-  ASSERT_TRUE(window.show({}));
-  Window sheet(screen);
-  ASSERT_TRUE(window.beginSheet(sheet, {}));
-  window.close();
-  EXPECT_THAT(screen.windows(), IsEmpty());
-  ASSERT_TRUE(window.show({}));
-  EXPECT_TRUE(window.takesInput());
-}
-
 TEST_F(WidgetsTest, AKeyThatNobodyElseWantsScrolls) {
   auto& scrollView = column.add<ScrollView>(std::make_unique<Label>("Text"));
   window.makeFirstResponder(&addButton("Button"));

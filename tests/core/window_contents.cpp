@@ -13,6 +13,20 @@ namespace quillmar {
 
 namespace {
 
+const char* alignmentName(StackAlignment alignment) {
+  switch (alignment) {
+    case StackAlignment::leading:
+      return " leading";
+    case StackAlignment::center:
+      return " centred";
+    case StackAlignment::trailing:
+      return " trailing";
+    case StackAlignment::fill:
+      return " filled";
+  }
+  return "";
+}
+
 class OutlineWriter final : public ViewVisitor {
  public:
   static std::string line(View& view) {
@@ -51,7 +65,7 @@ class OutlineWriter final : public ViewVisitor {
   void visit(ScrollView& /*scrollView*/) override { line_ << "scroll"; }
   void visit(StackView& stack) override {
     line_ << (stack.orientation() == Orientation::horizontal ? "row" : "column");
-    line_ << (stack.alignment() == StackAlignment::leading ? " leading" : " centred");
+    line_ << alignmentName(stack.alignment());
     line_ << " spacing " << stack.spacing();
     const EdgeInsets& insets = stack.edgeInsets();
     if (insets != EdgeInsets{}) {

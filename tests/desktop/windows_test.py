@@ -13,6 +13,7 @@ from other_program import OtherProgram
 from quillmar_desktop import (DEADLINE_SECONDS, Screen, StatusIcon, document, entry, run, tools,
                               wait_until)
 from windows_test_case import WindowsTestCase
+from x_windows import XWindows
 
 SCREEN_WIDTH = 1280
 SCREEN_HEIGHT = 800
@@ -137,6 +138,10 @@ class PromptPanelOnTheDesktopTest(WindowsTestCase):
             entry("Second", f"touch '{self.scratch}/second'", confirmBeforeRunning=True)), "First")
         self.icon.choose("Second")
         wait_until(lambda: len(self.windows.all()) == 2, "there are two panels")
+        first, second = (shown for shown in XWindows(self.program.process.pid).all()
+                         if shown.title == "Quillmar")
+        # By a title bar at least.
+        self.assertGreaterEqual(abs(first.y - second.y), 15)
         for _, window in self.windows.all():
             window.press("Run")
         self.wait_for_file("first")
@@ -206,6 +211,19 @@ class AboutWindowOnTheDesktopTest(WindowsTestCase):
         self.windows.wait_until_gone("About Quillmar")
         self.icon.choose("About Quillmar")
         self.windows.wait_for("About Quillmar")
+
+    def test_it_has_the_focus_again_when_it_is_reopened_at_once(self):
+        window = self.open(document(), "About Quillmar", title="About Quillmar")
+        wait_until(window.is_active, "the window has the keyboard")
+        Screen().press("Tab")
+        self.wait_for_focus(window, LINK)
+        site = window.focused()[1]
+        on_screen = XWindows(self.program.process.pid)
+        for _ in range(5):
+            Screen().press("Escape")
+            wait_until(lambda: not on_screen.all(), "the window has closed")
+            self.icon.choose("About Quillmar")
+            self.wait_for_focus(self.windows.wait_for("About Quillmar"), LINK, site)
 
 
 if __name__ == "__main__":

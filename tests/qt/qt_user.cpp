@@ -44,6 +44,8 @@ QKeyEvent keyEvent(QEvent::Type type, const KeyPress& press) {
     if (press.keyCode == key.code) scanCode = key.evdevCode + firstScanCode;
   }
   const QKeySequence sequence = keySequenceOf({press.character, press.modifiers});
+  constexpr char32_t firstKeyWithoutText = 0xf700;
+  const bool writes = firstCharacter(press.character) < firstKeyWithoutText;
   const bool isBackTab = press.is(keys::backTab);
   const int key = isBackTab ? Qt::Key_Backtab : sequence[0].key();
   return {type,
@@ -52,7 +54,7 @@ QKeyEvent keyEvent(QEvent::Type type, const KeyPress& press) {
           scanCode,
           keysymOf(press),
           0,
-          QString::fromStdString(press.character)};
+          writes ? QString::fromStdString(press.character) : QString()};
 }
 
 /// The window may be gone after the press.
@@ -141,6 +143,16 @@ bool QtUser::isOnScreen(const Window& window) const {
 
 std::string QtUser::titleOnScreen(const Window& window) const {
   return widgetOf(window).windowHandle()->title().toStdString();
+}
+
+bool QtUser::isResizableOnScreen(const Window& window) const {
+  const QWindow& handle = *widgetOf(window).windowHandle();
+  return handle.minimumSize() != handle.maximumSize();
+}
+
+Size QtUser::minimumSizeOnScreen(const Window& window) const {
+  const QSize size = widgetOf(window).windowHandle()->minimumSize();
+  return {.width = double(size.width()), .height = double(size.height())};
 }
 
 bool QtUser::isShown(const View& view) const {

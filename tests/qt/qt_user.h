@@ -47,6 +47,8 @@ class QtUser {
 
   bool isOnScreen(const Window& window) const;
   std::string titleOnScreen(const Window& window) const;
+  bool isResizableOnScreen(const Window& window) const;
+  Size minimumSizeOnScreen(const Window& window) const;
   bool isShown(const View& view) const;
   bool isEnabledOnScreen(const View& view) const;
   bool isDefaultOnScreen(const Button& button) const;

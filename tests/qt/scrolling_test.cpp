@@ -17,6 +17,8 @@
 #include "platform/widgets/button.h"
 #include "platform/widgets/label.h"
 #include "platform/widgets/scroll_view.h"
+#include "platform/widgets/stack_view.h"
+#include "platform/widgets/text_field.h"
 #include "tests/conformance/widgets_fixture.h"
 #include "tests/qt/qt_user.h"
 
@@ -116,10 +118,32 @@ TEST_F(ScrollingTest, AContentThatGrowsAndShrinksTakesItsWindowAlong) {
   EXPECT_EQ(widgetOf(*window).size(), before);
 }
 
-TEST_F(ScrollingTest, AStatedHeightIsKeptWhileThereIsRoom) {
+TEST_F(ScrollingTest, AStatedHeightIsKeptWhateverTheContentNeeds) {
   scroll->setHeight(150);
   show();
   EXPECT_EQ(widgetOf(*scroll).height(), 150);
+  EXPECT_EQ(bar().maximum(), 0);
+  label->setText(lines(40));
+  harness.settle();
+  EXPECT_EQ(widgetOf(*scroll).height(), 150);
+  EXPECT_EQ(bar().maximum(), widgetOf(*label).height() - 150);
+}
+
+TEST_F(ScrollingTest, TheViewWithTheFocusIsScrolledIntoSight) {
+  auto content = std::make_unique<StackView>(Orientation::vertical);
+  TextField& first = content->add<TextField>();
+  content->add<Label>(lines(100));
+  TextField& last = content->add<TextField>();
+  ScrollView& form = stack->add<ScrollView>(std::move(content));
+  form.setHeight(150);
+  window->makeFirstResponder(&last);
+  show();
+  const auto isInSight = [&](const View& view) { return inWindow(form).contains(inWindow(view)); };
+  EXPECT_TRUE(isInSight(last));
+  harness.pressKey(*window, pressOf(keys::backTab));
+  EXPECT_EQ(window->firstResponder(), &first);
+  EXPECT_TRUE(isInSight(first));
+  EXPECT_FALSE(isInSight(last));
 }
 
 TEST_F(ScrollingTest, TwoTooTallContentsShareTheWindow) {

@@ -149,6 +149,46 @@ TEST_F(StackLayoutTest, ARowAlignsItsViewsInTheMiddle) {
   EXPECT_LE(std::abs(frame(small).center().y() - frame(large).center().y()), 1);
 }
 
+TEST_F(StackLayoutTest, AColumnAlignsItsViewsAtTheTrailingSide) {
+  window->setContentSize({.width = 300, .height = 0});
+  stack->setAlignment(StackAlignment::trailing);
+  const Label& label = addLabel(*stack, "Text");
+  show();
+  EXPECT_EQ(frame(label).right(), 299);
+  EXPECT_LT(frame(label).width(), 100);
+}
+
+TEST_F(StackLayoutTest, ARowAlignsItsViewsAtTheBottom) {
+  StackView& row = addRow();
+  row.setAlignment(StackAlignment::trailing);
+  const Label& small = addLabel(row, "Text", 8);
+  const Label& large = addLabel(row, "Text", 30);
+  show();
+  EXPECT_EQ(frame(small).bottom(), frame(large).bottom());
+  EXPECT_GT(frame(small).top(), frame(large).top());
+}
+
+TEST_F(StackLayoutTest, AFilledColumnMakesItsViewsAsWideAsItself) {
+  window->setContentSize({.width = 300, .height = 0});
+  stack->setAlignment(StackAlignment::fill);
+  const Button& button = addButton("Text");
+  Button& limited = addButton("Text");
+  limited.setMaximumWidth(120);
+  show();
+  EXPECT_EQ(frame(button).width(), 300);
+  EXPECT_EQ(frame(limited).left(), 0);
+  EXPECT_EQ(frame(limited).width(), 120);
+}
+
+TEST_F(StackLayoutTest, AFilledRowMakesItsViewsAsHighAsItself) {
+  StackView& row = addRow();
+  row.setAlignment(StackAlignment::fill);
+  const Label& small = addLabel(row, "Text", 8);
+  const Label& large = addLabel(row, "Text", 30);
+  show();
+  EXPECT_EQ(frame(small).height(), frame(large).height());
+}
+
 TEST_F(StackLayoutTest, WhereLinesBeginOnTheRightSoDoRowsAndColumns) {
   QApplication::setLayoutDirection(Qt::RightToLeft);
   window->setContentSize({.width = 300, .height = 100});

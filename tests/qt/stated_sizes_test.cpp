@@ -5,7 +5,9 @@
 #include <QScreen>
 #include <QStyle>
 #include <QWidget>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -173,10 +175,67 @@ TEST_F(StatedSizesTest, AWindowHasItsStatedSizeAndMoreForContentThatNeedsIt) {
   EXPECT_EQ(widgetOf(*window).size(), QSize(300, 200));
 }
 
+TEST_F(StatedSizesTest, AViewIsNeverLargerThanItsMaximumSize) {
+  window->setContentSize({.width = 300, .height = 300});
+  Label& label = addLabel(sentence);
+  label.setMaximumWidth(80);
+  Label& tall = addLabel("one\ntwo\nthree");
+  tall.setMaximumHeight(20);
+  TextField& field = addField("Text");
+  field.setMaximumWidth(120);
+  Button& button = addButton("Text");
+  button.setWidth(200);
+  button.setMaximumWidth(150);
+  show();
+  EXPECT_EQ(size(label).width(), 80);
+  EXPECT_EQ(size(tall).height(), 20);
+  EXPECT_EQ(size(field).width(), 120);
+  EXPECT_EQ(size(button).width(), 150);
+  EXPECT_EQ(widgetOf(*window).width(), 300);
+  label.setMaximumWidth(std::nullopt);
+  harness.settle();
+  EXPECT_GE(size(label).width(), neededWidth(label));
+}
+
 TEST_F(StatedSizesTest, AWindowCannotBeResizedByItsBorder) {
   addLabel("Text");
   show();
   EXPECT_EQ(widgetOf(*window).minimumSize(), widgetOf(*window).maximumSize());
+}
+
+TEST_F(StatedSizesTest, AResizableWindowIsAsLargeAsStatedAndThenAsTheUserWants) {
+  window->setResizable(true);
+  window->setContentSize({.width = 400, .height = 300});
+  window->setMinimumContentSize({.width = 250, .height = 150});
+  stack->setAlignment(StackAlignment::fill);
+  const Button& button = addButton("Button");
+  Label& label = addLabel("Text");
+  show();
+  EXPECT_EQ(widgetOf(*window).size(), QSize(400, 300));
+  widgetOf(*window).resize(500, 200);
+  harness.settle();
+  EXPECT_EQ(size(button).width(), 500);
+  label.setText("Other");
+  harness.settle();
+  EXPECT_EQ(widgetOf(*window).size(), QSize(500, 200));
+  widgetOf(*window).resize(10, 10);
+  harness.settle();
+  EXPECT_EQ(widgetOf(*window).size(), QSize(250, 150));
+  window->close();
+  show();
+  EXPECT_EQ(widgetOf(*window).size(), QSize(250, 150));
+}
+
+TEST_F(StatedSizesTest, AResizableWindowIsNeverTooSmallForItsContent) {
+  window->setResizable(true);
+  window->setContentSize({.width = 300, .height = 200});
+  Label& label = addLabel("Text");
+  show();
+  label.setText(sentence);
+  label.setHeight(260);
+  harness.settle();
+  EXPECT_GE(widgetOf(*window).width(), neededWidth(label));
+  EXPECT_EQ(widgetOf(*window).height(), 260);
 }
 
 TEST_F(StatedSizesTest, AWindowIsNeverLargerThanTheScreen) {
@@ -221,6 +280,30 @@ TEST_F(StatedSizesTest, ACenteredWindowStandsInTheMiddleOfTheScreen) {
                      QGuiApplication::primaryScreen()->availableGeometry().center();
   // The title bar counts.
   EXPECT_LE(std::abs(off.x()), 20);
+  EXPECT_LE(std::abs(off.y()), 20);
+}
+
+TEST_F(StatedSizesTest, WindowsInTheMiddleDoNotCoverTheTitleBarsOfOthers) {
+  std::vector<std::unique_ptr<Window>> windows;
+  for (const Size& stated : {Size{300, 100}, Size{300, 100}, Size{500, 300}}) {
+    auto& added = windows.emplace_back(std::make_unique<Window>(harness.windows()));
+    added->setContentSize(stated);
+    added->center();
+    show(*added);
+    for (const auto& other : windows) {
+      if (other == added) continue;
+      QRect titleBar = widgetOf(*other).frameGeometry();
+      titleBar.setHeight(20);
+      EXPECT_FALSE(widgetOf(*added).frameGeometry().contains(titleBar)) << windows.size();
+    }
+  }
+  windows[0]->close();
+  windows[1]->close();
+  windows[2]->close();
+  windows[0]->center();
+  show(*windows[0]);
+  const QPoint off = widgetOf(*windows[0]).geometry().center() -
+                     QGuiApplication::primaryScreen()->availableGeometry().center();
   EXPECT_LE(std::abs(off.y()), 20);
 }
 

@@ -42,13 +42,21 @@ std::vector<int> differences(const std::vector<int>& from, const std::vector<int
 
 }  // namespace
 
+Extent limited(Extent extent, int maximum) {
+  for (int Extent::*length :
+       {&Extent::minimum, &Extent::unclipped, &Extent::preferred, &Extent::maximum}) {
+    extent.*length = std::min(extent.*length, maximum);
+  }
+  return extent;
+}
+
 Extent sumOf(const std::vector<Extent>& extents) {
   Extent sum;
   for (const Extent& extent : extents) {
-    sum.least += extent.least;
-    sum.tight += extent.tight;
+    sum.minimum += extent.minimum;
+    sum.unclipped += extent.unclipped;
     sum.preferred += extent.preferred;
-    sum.most = std::min(Extent::unlimited, sum.most + extent.most);
+    sum.maximum = std::min(Extent::unlimited, sum.maximum + extent.maximum);
   }
   return sum;
 }
@@ -56,39 +64,39 @@ Extent sumOf(const std::vector<Extent>& extents) {
 Extent widestOf(const std::vector<Extent>& extents) {
   Extent widest;
   for (const Extent& extent : extents) {
-    widest.least = std::max(widest.least, extent.least);
-    widest.tight = std::max(widest.tight, extent.tight);
+    widest.minimum = std::max(widest.minimum, extent.minimum);
+    widest.unclipped = std::max(widest.unclipped, extent.unclipped);
     widest.preferred = std::max(widest.preferred, extent.preferred);
-    widest.most = std::max(widest.most, extent.most);
+    widest.maximum = std::max(widest.maximum, extent.maximum);
   }
   return widest;
 }
 
 std::vector<int> share(const std::vector<Extent>& extents, int available) {
-  const std::vector<int> least = lengthsOf(extents, &Extent::least);
-  const std::vector<int> tight = lengthsOf(extents, &Extent::tight);
+  const std::vector<int> minimum = lengthsOf(extents, &Extent::minimum);
+  const std::vector<int> unclipped = lengthsOf(extents, &Extent::unclipped);
   const std::vector<int> preferred = lengthsOf(extents, &Extent::preferred);
-  if (total(tight) >= available) {
-    std::vector<int> lengths = least;
-    hand(lengths, differences(least, tight), std::max(0, available - total(least)));
+  if (total(unclipped) >= available) {
+    std::vector<int> lengths = minimum;
+    hand(lengths, differences(minimum, unclipped), std::max(0, available - total(minimum)));
     return lengths;
   }
   if (total(preferred) >= available) {
-    std::vector<int> lengths = tight;
-    hand(lengths, differences(tight, preferred), available - total(tight));
+    std::vector<int> lengths = unclipped;
+    hand(lengths, differences(unclipped, preferred), available - total(unclipped));
     return lengths;
   }
   std::vector<int> lengths = preferred;
-  std::vector<int> limited = lengths;
+  std::vector<int> atMaximum = lengths;
   std::vector<int> without(lengths.size(), 0);
   for (std::size_t i = 0; i < extents.size(); ++i) {
-    if (extents[i].most < Extent::unlimited) {
-      limited[i] = extents[i].most;
+    if (extents[i].maximum < Extent::unlimited) {
+      atMaximum[i] = extents[i].maximum;
     } else {
       without[i] = 1;
     }
   }
-  hand(lengths, differences(preferred, limited), available - total(lengths));
+  hand(lengths, differences(preferred, atMaximum), available - total(lengths));
   const int spare = available - total(lengths);
   for (int& gain : without) gain *= std::max(0, spare);
   hand(lengths, without, spare);

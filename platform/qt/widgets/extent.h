@@ -1,5 +1,5 @@
-// How much room views want along one axis, and how they share what there is. In device-independent
-// pixels.
+// How long views want to be along one axis, and how views in a row share a length. In
+// device-independent pixels.
 
 #pragma once
 
@@ -8,32 +8,34 @@
 namespace quillmar {
 
 struct Extent {
-  /// As much as there is.
+  /// The maximum of a view that takes whatever is left.
   static constexpr int unlimited = (1 << 24) - 1;
 
-  /// Below this it is of no use, texts are cut already.
-  int least = 0;
-  /// Nothing is cut, but there is something to scroll or a text takes more lines.
-  int tight = 0;
-  /// Without need.
+  /// The view is useless when it is shorter. Texts may be cut off.
+  int minimum = 0;
+  /// From here on nothing is cut off, but the view may scroll or wrap its text.
+  int unclipped = 0;
   int preferred = 0;
-  /// More is no gain.
-  int most = 0;
+  int maximum = 0;
 
   static Extent fixed(int length) { return {length, length, length, length}; }
 
   bool operator==(const Extent&) const = default;
 };
 
-/// The extents one after another.
+/// The extent limited to a length.
+Extent limited(Extent extent, int maximum);
+
+/// The extent of views one after another.
 Extent sumOf(const std::vector<Extent>& extents);
 
-/// The extents side by side.
+/// The extent of views side by side.
 Extent widestOf(const std::vector<Extent>& extents);
 
-/// A length for each of the extents. They fill `available` where they can: what is spare goes to
-/// those that can use it, those with a limit first; what is missing is taken from those that can
-/// scroll or wrap, and only then from the others. The sum is larger when even the least is.
+/// A length for each of the extents. Together they fill `available` if they can. Spare length goes
+/// to those below their maximum, first to those that have one; missing length is taken from those
+/// that can scroll or wrap, and only then from the others. The sum is larger than `available` when
+/// the sum of the minimums is.
 std::vector<int> share(const std::vector<Extent>& extents, int available);
 
 }  // namespace quillmar

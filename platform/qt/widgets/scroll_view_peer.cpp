@@ -10,7 +10,7 @@ namespace quillmar {
 
 namespace {
 
-/// What a view that scrolls shows at least, in lines of text.
+/// Lines of text that a view that scrolls shows at least.
 constexpr int fewestLines = 4;
 
 }  // namespace
@@ -65,9 +65,15 @@ bool ScrollViewPeer::scroll(ScrollStep step) {
   return true;
 }
 
+void ScrollViewPeer::reveal(QWidget& widget) {
+  // Room for a label above it.
+  const int above = area().fontMetrics().lineSpacing();
+  area().ensureWidgetVisible(&widget, 0, above);
+}
+
 Extent ScrollViewPeer::contentHorizontal() const {
   Extent extent = content() == nullptr ? Extent() : content()->horizontal();
-  extent.most = Extent::unlimited;
+  extent.maximum = Extent::unlimited;
   return extent;
 }
 

@@ -14,11 +14,14 @@ class ScrollViewPeer final : public WidgetPeer {
   void subviewsChanged() override;
   void place(const QRect& frame) override;
   bool scroll(ScrollStep step) override;
+  /// Scrolls until as much as possible of the widget, which lies in the content, can be seen.
+  void reveal(QWidget& widget);
 
  protected:
   void update() override {}
   Extent contentHorizontal() const override;
   Extent contentVertical(int width) const override;
+  bool scrolls() const override { return true; }
 
  private:
   QScrollArea& area() const { return static_cast<QScrollArea&>(widget()); }

@@ -11,16 +11,25 @@ namespace quillmar {
 namespace {
 
 Extent plus(Extent extent, int length) {
-  extent.least += length;
-  extent.tight += length;
+  extent.minimum += length;
+  extent.unclipped += length;
   extent.preferred += length;
-  extent.most = std::min(Extent::unlimited, extent.most + length);
+  extent.maximum = std::min(Extent::unlimited, extent.maximum + length);
   return extent;
 }
 
-/// Across the direction of its stack.
-int lengthWithin(const Extent& extent, int available) {
-  return std::min(available, std::max(extent.preferred, extent.most));
+/// The length of a view across the direction of its stack. `maximum` is the limit that the view
+/// states.
+int lengthAcross(const Extent& extent, int maximum, StackAlignment alignment, int available) {
+  const bool fills = alignment == StackAlignment::fill;
+  const int wanted = fills ? available : std::max(extent.preferred, extent.maximum);
+  return std::min({available, wanted, maximum});
+}
+
+/// From the leading edge of the stack.
+int offsetAcross(StackAlignment alignment, int spare) {
+  if (alignment == StackAlignment::center) return spare / 2;
+  return alignment == StackAlignment::trailing ? spare : 0;
 }
 
 int leftInsets(const EdgeInsets& insets) {
@@ -71,14 +80,17 @@ void StackPeer::place(const QRect& frame) {
   const std::vector<Extent> extents = verticals(peers, wide);
   const std::vector<int> tall =
       isRow() ? std::vector<int>() : share(extents, inside.height() - gaps(peers));
-  const bool centers = stack_.alignment() == StackAlignment::center;
+  const StackAlignment alignment = stack_.alignment();
 
   QPoint at = inside.topLeft();
   for (std::size_t i = 0; i < peers.size(); ++i) {
-    const int height = isRow() ? lengthWithin(extents[i], inside.height()) : tall[i];
-    QRect place(at, QSize(wide[i], height));
-    if (centers && isRow()) place.moveTop(at.y() + (inside.height() - height) / 2);
-    if (centers && !isRow()) place.moveLeft(at.x() + (inside.width() - wide[i]) / 2);
+    const int height =
+        isRow() ? lengthAcross(extents[i], peers[i]->maximumHeight(), alignment, inside.height())
+                : tall[i];
+    const int spare = isRow() ? inside.height() - height : inside.width() - wide[i];
+    const int offset = offsetAcross(alignment, spare);
+    const QRect place(at + (isRow() ? QPoint(0, offset) : QPoint(offset, 0)),
+                      QSize(wide[i], height));
     // Lines may begin on the right.
     peers[i]->place(QStyle::visualRect(widget().layoutDirection(), widget().rect(), place));
     const int step = pixels(stack_.spacingAfter(peers[i]->view())) + (isRow() ? wide[i] : height);
@@ -114,7 +126,9 @@ std::vector<int> StackPeer::widths(const std::vector<WidgetPeer*>& peers, int wi
   if (isRow()) return share(extents, width - gaps(peers));
   std::vector<int> widths;
   widths.reserve(extents.size());
-  for (const Extent& extent : extents) widths.push_back(lengthWithin(extent, width));
+  for (std::size_t i = 0; i < extents.size(); ++i) {
+    widths.push_back(lengthAcross(extents[i], peers[i]->maximumWidth(), stack_.alignment(), width));
+  }
   return widths;
 }
 

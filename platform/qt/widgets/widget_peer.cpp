@@ -38,24 +38,38 @@ void WidgetPeer::viewChanged() {
   window_.contentChanged();
 }
 
+int WidgetPeer::maximumWidth() const {
+  return view_.maximumWidth() ? pixels(*view_.maximumWidth()) : Extent::unlimited;
+}
+
+int WidgetPeer::maximumHeight() const {
+  return view_.maximumHeight() ? pixels(*view_.maximumHeight()) : Extent::unlimited;
+}
+
 Extent WidgetPeer::horizontal() const {
   Extent extent = contentHorizontal();
-  if (!view_.width()) return extent;
-  extent.preferred = std::max(pixels(*view_.width()), extent.tight);
-  extent.tight = extent.preferred;
-  extent.most =
-      growsBeyondStatedWidth() ? std::max(extent.most, extent.preferred) : extent.preferred;
-  return extent;
+  if (view_.width()) {
+    extent.preferred = std::max(pixels(*view_.width()), extent.unclipped);
+    extent.unclipped = extent.preferred;
+    extent.maximum =
+        growsBeyondStatedWidth() ? std::max(extent.maximum, extent.preferred) : extent.preferred;
+  }
+  return limited(extent, maximumWidth());
 }
 
 Extent WidgetPeer::vertical(int width) const {
   Extent extent = contentVertical(width);
-  if (!view_.height()) return extent;
-  const bool scrolls = extent.tight < extent.preferred;
-  extent.preferred = std::max(pixels(*view_.height()), extent.preferred);
-  if (!scrolls) extent.tight = extent.preferred;
-  extent.most = std::max(extent.most, extent.preferred);
-  return extent;
+  if (view_.height()) {
+    const int stated = pixels(*view_.height());
+    if (scrolls()) {
+      extent = limited({extent.minimum, extent.unclipped, stated, stated}, stated);
+    } else {
+      extent.preferred = std::max(stated, extent.preferred);
+      extent.unclipped = extent.preferred;
+      extent.maximum = std::max(extent.maximum, extent.preferred);
+    }
+  }
+  return limited(extent, maximumHeight());
 }
 
 void WidgetPeer::takeFocus() {

@@ -35,6 +35,9 @@ class WidgetPeer : public ViewPeer {
   Extent horizontal() const;
   /// When it is `width` wide.
   Extent vertical(int width) const;
+  /// The view's limits; Extent::unlimited where it has none.
+  int maximumWidth() const;
+  int maximumHeight() const;
   /// In its parent's coordinates.
   virtual void place(const QRect& frame) { widget_->setGeometry(frame); }
 
@@ -47,8 +50,10 @@ class WidgetPeer : public ViewPeer {
   /// What the content needs.
   virtual Extent contentHorizontal() const = 0;
   virtual Extent contentVertical(int width) const = 0;
-  /// True for a view that goes on filling its place when a width is stated for it.
+  /// True for a view that fills its place even when a width is stated for it.
   virtual bool growsBeyondStatedWidth() const { return false; }
+  /// True for a view that scrolls what does not fit.
+  virtual bool scrolls() const { return false; }
 
   QtWindowPeer& window() const { return window_; }
   /// What the widget's signals are connected with: they end with the peer.

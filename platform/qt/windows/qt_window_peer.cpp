@@ -1,5 +1,6 @@
 #include "platform/qt/windows/qt_window_peer.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
@@ -8,6 +9,7 @@
 #include <utility>
 
 #include "platform/qt/widgets/make_widgets.h"
+#include "platform/qt/widgets/scroll_view_peer.h"
 #include "platform/qt/widgets/widget_peer.h"
 #include "platform/qt/windows/present_window.h"
 
@@ -44,7 +46,8 @@ QtWindowPeer::QtWindowPeer(Window& window)
       widget_(new WindowWidget({.key = [this](const KeyPress& press) { return keyPressed(press); },
                                 .close = [this] { window_.performClose(); },
                                 .looksChanged = [this] { looksChanged(); },
-                                .layOut = [this] { layOut(); }})) {
+                                .layOut = [this] { layOut(); },
+                                .resized = [this] { placeContent(); }})) {
   QtWindowPeer::windowChanged();
 }
 
@@ -63,6 +66,7 @@ void QtWindowPeer::windowChanged() {
   widget_->setWindowTitle(QString::fromStdString(window_.title())
                               .replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
   if (!widget_->isVisible()) updateFlags();
+  widget_->setIgnoresEarlyClicks(window_.ignoresEarlyClicks());
   View* const content = window_.contentView();
   if (content != nullptr && content->peer() == nullptr) {
     makeWidgets(*content, *this, *widget_);
@@ -77,6 +81,7 @@ void QtWindowPeer::updateFlags() {
                           Qt::WindowCloseButtonHint;
   flags |= isSheet || floats ? Qt::Dialog : Qt::Window;
   flags.setFlag(Qt::WindowStaysOnTopHint, floats);
+  flags.setFlag(Qt::WindowMinMaxButtonsHint, window_.resizable());
   if (widget_->windowFlags() != flags) widget_->setWindowFlags(flags);
 }
 
@@ -90,7 +95,9 @@ void QtWindowPeer::showFocus() {
   if (wanted != nullptr && wanted->peer() != nullptr) {
     WidgetPeer& peer = widgetPeer(*wanted);
     if (peer.widget().isEnabledTo(widget_) && peer.widget().isVisibleTo(widget_)) {
-      if (widget_->focusWidget() != &peer.widget()) peer.takeFocus();
+      if (widget_->focusWidget() == &peer.widget()) return;
+      peer.takeFocus();
+      reveal(*wanted);
       return;
     }
   }
@@ -98,6 +105,13 @@ void QtWindowPeer::showFocus() {
   // widget when the window is activated.
   const QWidget* const focused = widget_->focusWidget();
   if (focused == nullptr || focused->focusPolicy() != Qt::ClickFocus) widget_->setFocus();
+}
+
+void QtWindowPeer::reveal(const View& view) {
+  for (View* around = view.superview(); around != nullptr; around = around->superview()) {
+    auto* const scroll = dynamic_cast<ScrollViewPeer*>(around->peer());
+    if (scroll != nullptr) scroll->reveal(widgetPeer(view).widget());
+  }
 }
 
 void QtWindowPeer::userFocused(View& view) {
@@ -118,15 +132,16 @@ void QtWindowPeer::looksChanged() {
   walkPeers(*window_.contentView(), [](WidgetPeer& peer) { peer.viewChanged(); });
 }
 
-QSize QtWindowPeer::neededSize(const QSize& room) const {
-  const Size& stated = window_.contentSize();
+QSize QtWindowPeer::neededSize(const Size& stated, const QSize& room,
+                               int Extent::*contentLength) const {
   QSize size(pixels(stated.width), pixels(stated.height));
   if (window_.contentView() != nullptr) {
     const WidgetPeer& content = widgetPeer(*window_.contentView());
     const Extent width = content.horizontal();
-    size.setWidth(std::max(size.width(), size.width() > 0 ? width.tight : width.preferred));
+    size.setWidth(
+        std::max(size.width(), size.width() > 0 ? width.unclipped : width.*contentLength));
     size.setWidth(std::min(size.width(), room.width()));
-    size.setHeight(std::max(size.height(), content.vertical(size.width()).preferred));
+    size.setHeight(std::max(size.height(), content.vertical(size.width()).*contentLength));
   }
   return size.boundedTo(room).expandedTo(QSize(1, 1));
 }
@@ -135,17 +150,33 @@ void QtWindowPeer::layOut() {
   const ProgramActs programActs(*this);
   const QScreen& screen = widget_->isVisible() ? *widget_->screen() : screenOfPointer();
   const QRect room = screen.availableGeometry().marginsRemoved(frameOf(*widget_));
-  const QSize size = neededSize(room.size());
-  widget_->setFixedSize(size);
-  if (window_.contentView() != nullptr) {
-    widgetPeer(*window_.contentView()).place(QRect(QPoint(0, 0), size));
-  }
+  updateSize(room.size());
+  placeContent();
   showFocus();
   // A window that has grown past the edge of the screen comes back.
   if (!widget_->isVisible()) return;
   const QPoint outside = widget_->geometry().bottomRight() - room.bottomRight();
   const QPoint back(std::max(0, outside.x()), std::max(0, outside.y()));
   if (!back.isNull()) widget_->move(widget_->pos() - back);
+}
+
+void QtWindowPeer::updateSize(const QSize& room) {
+  if (!window_.resizable()) {
+    widget_->setFixedSize(neededSize(window_.contentSize(), room, &Extent::preferred));
+    return;
+  }
+  const QSize minimum = neededSize(window_.minimumContentSize(), room, &Extent::unclipped);
+  widget_->setMinimumSize(minimum);
+  widget_->setMaximumSize(QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
+  // From then on the size is the user's.
+  if (std::exchange(hasSize_, true)) return;
+  const QSize stated(pixels(window_.contentSize().width), pixels(window_.contentSize().height));
+  widget_->resize(stated.boundedTo(room).expandedTo(minimum));
+}
+
+void QtWindowPeer::placeContent() {
+  if (window_.contentView() == nullptr || window_.contentView()->peer() == nullptr) return;
+  widgetPeer(*window_.contentView()).place(QRect(QPoint(0, 0), widget_->size()));
 }
 
 void QtWindowPeer::show(const Activation& activation) {
@@ -158,6 +189,9 @@ void QtWindowPeer::show(const Activation& activation) {
   placeOnScreen();
   showFocus();
   presentWindow(*widget_, activation);
+  // Scroll views have their sizes now.
+  const View* const focused = window_.firstResponder();
+  if (focused != nullptr && focused->peer() != nullptr) reveal(*focused);
 }
 
 void QtWindowPeer::becomeSheet() {
@@ -178,10 +212,35 @@ void QtWindowPeer::placeOnScreen() {
     widget_->move(parent->frameGeometry().center() - QRect(QPoint(0, 0), frame.size()).center());
   } else if (centers) {
     const QRect screen = screenOfPointer().availableGeometry();
-    widget_->move(screen.center() - QRect(QPoint(0, 0), frame.size()).center());
+    const QPoint middle = screen.center() - QRect(QPoint(0, 0), frame.size()).center();
+    widget_->move(cascaded(QRect(middle, frame.size()), screen));
   } else if (!widget_->isVisible() && place_) {
     widget_->move(*place_);
   }
+}
+
+QPoint QtWindowPeer::cascaded(QRect frame, const QRect& screen) const {
+  const auto contentCoveredBy = [this](const QRect& candidate) -> std::optional<QRect> {
+    for (const QWidget* const other : QApplication::topLevelWidgets()) {
+      if (other == widget_ || !other->isVisible() || !dynamic_cast<const WindowWidget*>(other)) {
+        continue;
+      }
+      // A line below the title bar: the frame's own size is not always known.
+      const QRect content = other->geometry();
+      if (candidate.contains(content.topLeft()) && candidate.contains(content.topRight())) {
+        return content;
+      }
+    }
+    return {};
+  };
+  while (const std::optional<QRect> content = contentCoveredBy(frame)) {
+    const int step = frameOf(*widget_).top();
+    frame.moveTopLeft({frame.left() + step, std::max(content->top() + 1, frame.top() + step)});
+  }
+  // Where there is no room for that the window is seen as a whole.
+  frame.moveRight(std::min(frame.right(), screen.right()));
+  frame.moveBottom(std::min(frame.bottom(), screen.bottom()));
+  return frame.topLeft();
 }
 
 void QtWindowPeer::hide() {

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <optional>
 
+#include "platform/qt/widgets/extent.h"
 #include "platform/qt/windows/window_widget.h"
 #include "platform/widgets/view_peer.h"
 #include "platform/widgets/window.h"
@@ -48,18 +49,28 @@ class QtWindowPeer final : public WindowPeer {
   void looksChanged();
   /// Gives the window the size that it needs and each view its place.
   void layOut();
-  /// The size for what there is on that much room.
-  QSize neededSize(const QSize& room) const;
+  /// The stated size, or more where the content needs it, up to `room`. `contentLength` tells which
+  /// of the content's lengths counts.
+  QSize neededSize(const Size& stated, const QSize& room, int Extent::*contentLength) const;
+  void updateSize(const QSize& room);
+  /// The content fills the window.
+  void placeContent();
   void updateFlags();
   void placeOnScreen();
+  /// A place for a window with that frame, moved until it covers no title bar of another window.
+  QPoint cascaded(QRect frame, const QRect& screen) const;
   void becomeSheet();
   /// The focus is where the model says, now that widgets may have come or gone.
   void showFocus();
+  /// Scrolls the views around it to the view.
+  static void reveal(const View& view);
 
   Window& window_;
   QPointer<WindowWidget> widget_;
   /// Where the window was when it was hidden.
   std::optional<QPoint> place_;
+  /// A resizable window has got its first size.
+  bool hasSize_ = false;
   int programActs_ = 0;
 };
 

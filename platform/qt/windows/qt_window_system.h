@@ -6,7 +6,7 @@
 #include <memory>
 #include <optional>
 
-#include "platform/qt/windows/hasty_press_filter.h"
+#include "platform/qt/windows/early_click_filter.h"
 #include "platform/task_queue.h"
 #include "platform/window_system.h"
 
@@ -25,7 +25,7 @@ class QtWindowSystem final : public WindowSystem {
 
  private:
   TaskQueue& mainQueue_;
-  HastyPressFilter hastyPresses_;
+  EarlyClickFilter earlyClicks_;
 };
 
 }  // namespace quillmar

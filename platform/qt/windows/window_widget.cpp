@@ -68,6 +68,11 @@ void WindowWidget::keyPressEvent(QKeyEvent* event) {
   if (!press || !call(handlers_.key, *press)) QWidget::keyPressEvent(event);
 }
 
+void WindowWidget::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  call(handlers_.resized);
+}
+
 bool WindowWidget::focusNextPrevChild(bool next) {
   return call(handlers_.key, tabPress(next));
 }

@@ -1,4 +1,4 @@
-// The toolkit's side of a window: takes what the user does to the window as a whole to the model.
+// The toolkit's side of a window: reports what the user does to the window as a whole.
 
 #pragma once
 
@@ -14,13 +14,14 @@ class WindowWidget final : public QWidget {
  public:
   /// Each may destroy the window, and with it these handlers.
   struct Handlers {
-    /// A key that no widget wanted. True when it did something.
+    /// A key that no widget has used. True when it did something.
     std::function<bool(const KeyPress& press)> key;
     std::function<void()> close;
     /// A font or the style has changed.
     std::function<void()> looksChanged;
     /// Called once for any number of updateGeometry().
     std::function<void()> layOut;
+    std::function<void()> resized;
   };
 
   explicit WindowWidget(Handlers handlers);
@@ -30,15 +31,20 @@ class WindowWidget final : public QWidget {
 
   void requestLayout();
 
+  bool ignoresEarlyClicks() const { return ignoresEarlyClicks_; }
+  void setIgnoresEarlyClicks(bool ignores) { ignoresEarlyClicks_ = ignores; }
+
  protected:
   bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
  private:
   Handlers handlers_;
   HeldKeyFilter heldKeys_;
+  bool ignoresEarlyClicks_ = false;
 };
 
 }  // namespace quillmar

@@ -1,4 +1,4 @@
-// Presses of the mouse that come too soon to be meant for the window that they fall on.
+// Clicks on windows that the user cannot have read yet.
 
 #include <QApplication>
 #include <QDeadlineTimer>
@@ -45,14 +45,15 @@ class MouseEvents final : public QObject {
   int count = 0;
 };
 
-class HastyPressFilterTest : public testing::Test {
+class EarlyClickFilterTest : public testing::Test {
  protected:
   struct Panel {
-    Panel(HastyPressFilterTest& test, const std::string& name)
+    Panel(EarlyClickFilterTest& test, const std::string& name)
         : window(test.user.windows()),
           column(window.setContent<StackView>(Orientation::vertical)),
           field(column.add<TextField>()),
           run(column.add<Button>("Run")) {
+      window.setIgnoresEarlyClicks(true);
       field.setText("some text");
       run.setOnPress([&test, name] { test.pressed.push_back(name); });
     }
@@ -63,7 +64,7 @@ class HastyPressFilterTest : public testing::Test {
     Button& run;
   };
 
-  ~HastyPressFilterTest() override { QApplication::setDoubleClickInterval(0); }
+  ~EarlyClickFilterTest() override { QApplication::setDoubleClickInterval(0); }
 
   void show(Panel& panel) {
     ASSERT_TRUE(panel.window.show({}));
@@ -100,7 +101,7 @@ class HastyPressFilterTest : public testing::Test {
   std::vector<std::string> pressed;
 };
 
-TEST_F(HastyPressFilterTest, APressRightAfterTheWindowCameUpLeavesNoTrace) {
+TEST_F(EarlyClickFilterTest, APressRightAfterTheWindowCameUpLeavesNoTrace) {
   QApplication::setDoubleClickInterval(never);
   Panel panel(*this, "Run");
   panel.window.makeFirstResponder(&panel.field);
@@ -116,7 +117,7 @@ TEST_F(HastyPressFilterTest, APressRightAfterTheWindowCameUpLeavesNoTrace) {
   EXPECT_EQ(user.focusedOnScreen(panel.window), &panel.field);
 }
 
-TEST_F(HastyPressFilterTest, APressRightAfterTheWindowCameUpPlacesNoCursor) {
+TEST_F(EarlyClickFilterTest, APressRightAfterTheWindowCameUpPlacesNoCursor) {
   QApplication::setDoubleClickInterval(never);
   Panel panel(*this, "Run");
   panel.window.makeFirstResponder(&panel.run);
@@ -128,7 +129,7 @@ TEST_F(HastyPressFilterTest, APressRightAfterTheWindowCameUpPlacesNoCursor) {
   EXPECT_EQ(user.focusedOnScreen(panel.window), &panel.run);
 }
 
-TEST_F(HastyPressFilterTest, OneWhoGoesOnClickingIsHeardWhenTheWindowCanHaveBeenRead) {
+TEST_F(EarlyClickFilterTest, OneWhoGoesOnClickingIsHeardWhenTheWindowCanHaveBeenRead) {
   QApplication::setDoubleClickInterval(interval);
   Panel panel(*this, "Run");
   QElapsedTimer sinceShow;
@@ -138,7 +139,7 @@ TEST_F(HastyPressFilterTest, OneWhoGoesOnClickingIsHeardWhenTheWindowCanHaveBeen
   EXPECT_GE(sinceShow.elapsed(), interval);
 }
 
-TEST_F(HastyPressFilterTest, AWindowThatComesUpOnceMoreHasToBeReadOnceMore) {
+TEST_F(EarlyClickFilterTest, AWindowThatComesUpOnceMoreHasToBeReadOnceMore) {
   Panel panel(*this, "Run");
   show(panel);
   clickUntilHeard(panel);
@@ -150,7 +151,16 @@ TEST_F(HastyPressFilterTest, AWindowThatComesUpOnceMoreHasToBeReadOnceMore) {
   EXPECT_THAT(pressed, IsEmpty());
 }
 
-TEST_F(HastyPressFilterTest, KeysAreHeardAtOnce) {
+TEST_F(EarlyClickFilterTest, AWindowThatAsksNothingHearsClicksAtOnce) {
+  QApplication::setDoubleClickInterval(never);
+  Panel panel(*this, "Run");
+  panel.window.setIgnoresEarlyClicks(false);
+  show(panel);
+  click(widgetOf(panel.run), 1);
+  EXPECT_THAT(pressed, ElementsAre("Run"));
+}
+
+TEST_F(EarlyClickFilterTest, KeysAreHeardAtOnce) {
   QApplication::setDoubleClickInterval(never);
   Panel panel(*this, "Run");
   panel.window.makeFirstResponder(&panel.field);
@@ -162,7 +172,7 @@ TEST_F(HastyPressFilterTest, KeysAreHeardAtOnce) {
   EXPECT_THAT(pressed, ElementsAre("Run"));
 }
 
-TEST_F(HastyPressFilterTest, APressRightAfterOneInAnotherWindowDoesNothing) {
+TEST_F(EarlyClickFilterTest, APressRightAfterOneInAnotherWindowDoesNothing) {
   QApplication::setDoubleClickInterval(interval);
   Panel first(*this, "First");
   Panel second(*this, "Second");
@@ -178,7 +188,7 @@ TEST_F(HastyPressFilterTest, APressRightAfterOneInAnotherWindowDoesNothing) {
   EXPECT_THAT(pressed, ElementsAre("First", "Second"));
 }
 
-TEST_F(HastyPressFilterTest, APressRightAfterOneInTheSameWindowWorks) {
+TEST_F(EarlyClickFilterTest, APressRightAfterOneInTheSameWindowWorks) {
   QApplication::setDoubleClickInterval(interval);
   Panel panel(*this, "Run");
   show(panel);
@@ -188,7 +198,7 @@ TEST_F(HastyPressFilterTest, APressRightAfterOneInTheSameWindowWorks) {
   EXPECT_THAT(pressed, ElementsAre("Run", "Run"));
 }
 
-TEST_F(HastyPressFilterTest, MenusAreHeardAtOnceAndAPressRightAfterOneInThemDoesNothing) {
+TEST_F(EarlyClickFilterTest, MenusAreHeardAtOnceAndAPressRightAfterOneInThemDoesNothing) {
   QApplication::setDoubleClickInterval(interval);
   Panel panel(*this, "Run");
   show(panel);
