@@ -1,6 +1,5 @@
 #include "commands/prompt_panel.h"
 
-#include <cassert>
 #include <utility>
 
 #include "platform/application.h"
@@ -55,6 +54,7 @@ void PromptPanel::build(const PromptRequest& request) {
   panel_.setTitle("Quillmar");
   panel_.setContentSize(contentSize);
   panel_.setLevel(WindowLevel::floating);
+  panel_.setIgnoresEarlyClicks(true);
 
   auto& row = panel_.setContent<StackView>(Orientation::horizontal);
   row.setAlignment(StackAlignment::leading);
@@ -107,7 +107,7 @@ void PromptPanel::addButtons(StackView& column, const PromptRequest& request) {
 }
 
 Result<void> PromptPanel::show() {
-  assert(!finished_);
+  if (finished_) return Error{"The panel has been answered already and cannot be shown again."};
   livePanels().insert(shared_from_this());
   panel_.center();
   if (textField_ != nullptr) panel_.makeFirstResponder(textField_);

@@ -29,8 +29,8 @@ class PromptPanel final : public WindowDelegate, public std::enable_shared_from_
   /// The panels that are shown now. The set owns them, so that nobody else has to.
   static const std::set<std::shared_ptr<PromptPanel>>& live();
 
-  /// Shows the panel in the middle of the screen, in front and with the focus. When that fails, the
-  /// panel reports nothing.
+  /// Shows the panel in the middle of the screen, in front and with the focus. Fails, and reports
+  /// nothing, when there is no screen to show it on or when the panel has finished before.
   Result<void> show();
 
   Window& panel() { return panel_; }
