@@ -1,5 +1,6 @@
 #include "platform/qt/windows/present_window.h"
 
+#include <QApplication>
 #include <QWidget>
 
 #include "platform/qt/windows/window_manager_start.h"
@@ -17,6 +18,11 @@ void show(QWidget& window) {
   window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
   window.show();
   window.raise();
+  // Hiding a window makes it inactive. If it is shown again before the display has reported that it
+  // lost the focus, the toolkit takes the loss and the new gain together for no change.
+  if (QGuiApplication::focusWindow() == window.windowHandle()) {
+    QApplication::setActiveWindow(&window);
+  }
 }
 
 }  // namespace
