@@ -7,7 +7,6 @@
 #include "about/updater_manager.h"
 #include "platform/bundle.h"
 #include "platform/image.h"
-#include "platform/platform.h"
 #include "platform/updater.h"
 #include "platform/widgets/button.h"
 #include "platform/widgets/image_view.h"
@@ -51,24 +50,24 @@ std::string mailtoAddress(const std::string& address) {
 
 }  // namespace
 
-AboutWindowController::AboutWindowController(Platform& platform,
+AboutWindowController::AboutWindowController(WindowSystem& windows, Images& images,
+                                             const Bundle& bundle,
                                              const UpdaterManager& updaterManager,
                                              std::function<void(const std::string& url)> openURL)
-    : platform_(platform),
-      updaterManager_(updaterManager),
+    : updaterManager_(updaterManager),
       openURL_(std::move(openURL)),
-      siteURL_(information(platform.bundle, information_key::siteURL)),
-      supportURL_(mailtoAddress(information(platform.bundle, information_key::supportAddress))),
-      window_(platform.windows) {
+      siteURL_(information(bundle, information_key::siteURL)),
+      supportURL_(mailtoAddress(information(bundle, information_key::supportAddress))),
+      window_(windows) {
   window_.setTitle("About Quillmar");
   window_.setContentSize(contentSize);
   window_.setClosesOnEscape(true);
   window_.center();
-  build(platform.bundle);
+  build(images, bundle);
 }
 
-void AboutWindowController::build(const Bundle& bundle) {
-  const std::optional<Image> applicationIcon = platform_.images.named("applicationIcon");
+void AboutWindowController::build(Images& images, const Bundle& bundle) {
+  const std::optional<Image> applicationIcon = images.named("applicationIcon");
   if (!applicationIcon) return;
   auto& column = window_.setContent<StackView>(Orientation::vertical);
   column.setSpacing(spacing);

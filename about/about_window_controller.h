@@ -11,16 +11,17 @@ namespace quillmar {
 
 class Bundle;
 class Button;
+class Images;
 class StackView;
 class UpdaterManager;
-struct Platform;
 
 class AboutWindowController {
  public:
-  /// Makes the window with its contents, or an empty one when the application's icon is missing.
-  /// `openURL` opens an address with the desktop's program for it. Platform and manager are not
-  /// owned and must outlive the controller.
-  AboutWindowController(Platform& platform, const UpdaterManager& updaterManager,
+  /// Creates the window and its contents; the window stays empty if the application icon is
+  /// missing. `openURL` opens an address in the desktop's default program for it. `windows` and
+  /// `updaterManager` are not owned and must outlive the controller.
+  AboutWindowController(WindowSystem& windows, Images& images, const Bundle& bundle,
+                        const UpdaterManager& updaterManager,
                         std::function<void(const std::string& url)> openURL);
 
   Window& window() { return window_; }
@@ -41,13 +42,12 @@ class AboutWindowController {
   void openSupport();
 
  private:
-  void build(const Bundle& bundle);
+  void build(Images& images, const Bundle& bundle);
   void addCopyright(StackView& column, const Bundle& bundle);
   /// A button that looks like a link; hidden when there is nothing to link to.
   static Button& linkButton(StackView& stack, const std::string& title,
                             std::function<void()> action);
 
-  Platform& platform_;
   const UpdaterManager& updaterManager_;
   std::function<void(const std::string& url)> openURL_;
   std::string siteURL_;

@@ -4,13 +4,10 @@
 #include <utility>
 
 #include "about/about_window_controller.h"
-#include "about/updater_manager.h"
 #include "app/starter_pack.h"
 #include "app/status_menu_action.h"
 #include "app/status_menu_builder.h"
 #include "app/welcome_window_controller.h"
-#include "commands/command_runner.h"
-#include "config/settings_manager.h"
 #include "platform/application.h"
 #include "platform/updater.h"
 #include "platform/widgets/button.h"
@@ -21,28 +18,28 @@ namespace quillmar {
 AppDelegate::AppDelegate(Collaborators collaborators) : collaborators_(std::move(collaborators)) {}
 
 AppDelegate::~AppDelegate() {
-  collaborators_.platform.statusItem.setActionHandler(nullptr);
-  collaborators_.platform.notifications.setDelegate(nullptr);
+  collaborators_.statusItem.setActionHandler(nullptr);
+  collaborators_.notifications.setDelegate(nullptr);
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
-  Platform& platform = collaborators_.platform;
-  platform.notifications.setDelegate(this);
-  platform.notifications.requestAuthorization({.alert = true, .sound = true, .badge = true},
-                                              [log = collaborators_.log](bool granted) {
-                                                if (granted) log("Notification permission granted");
-                                              });
+  collaborators_.notifications.setDelegate(this);
+  collaborators_.notifications.requestAuthorization({.alert = true, .sound = true, .badge = true},
+                                                    [log = collaborators_.log](bool granted) {
+                                                      if (granted)
+                                                        log("Notification permission granted");
+                                                    });
 
   for (const char* const name : {"statusIcon", "applicationIcon"}) {
-    if (platform.images.named(name)) continue;
+    if (collaborators_.images.named(name)) continue;
     collaborators_.log(std::string("The image “") + name + "” is missing from the resources.");
   }
-  std::optional<Image> statusIcon = platform.images.named("statusIcon");
+  std::optional<Image> statusIcon = collaborators_.images.named("statusIcon");
   if (statusIcon) statusIcon->isTemplate = true;
-  platform.statusItem.setImage(std::move(statusIcon));
-  platform.statusItem.setActionHandler(
+  collaborators_.statusItem.setImage(std::move(statusIcon));
+  collaborators_.statusItem.setActionHandler(
       [this](const ActionEntry& entry, const Activation& activation) {
-        collaborators_.platform.application.setActivation(activation);
+        collaborators_.application.setActivation(activation);
         if (const auto action = statusMenuAction(entry.id)) perform(*action);
       });
 
@@ -60,25 +57,25 @@ PresentationOptions AppDelegate::willPresent(const UserNotification& /*notificat
 
 void AppDelegate::installStarterPackIfFirstLaunch() {
   if (!collaborators_.settings.isFirstLaunch()) return;
-  Platform& platform = collaborators_.platform;
-  const std::size_t installed =
-      installStarterPack(platform, collaborators_.settings, collaborators_.log);
+  const std::size_t installed = installStarterPack(collaborators_.bundle, collaborators_.files,
+                                                   collaborators_.settings, collaborators_.log);
 
   welcomeWindowController_ = std::make_unique<WelcomeWindowController>(
-      platform, [this](const std::string& url) { openURL(url); });
+      collaborators_.windows, collaborators_.images, collaborators_.bundle,
+      [this](const std::string& url) { openURL(url); });
   welcomeWindowController_->buildUI(installed);
   welcomeWindowController_->openSettings = [this] { openSettings(); };
   const Result<void> shown =
-      welcomeWindowController_->window().show(platform.application.takeActivation());
+      welcomeWindowController_->window().show(collaborators_.application.takeActivation());
   if (!shown) {
     collaborators_.log("Could not show the welcome window: " + shown.error().description);
   }
 }
 
 void AppDelegate::rebuildMenu() {
-  collaborators_.platform.statusItem.setMenu(
-      buildStatusMenu(collaborators_.settings.config, collaborators_.platform.images,
-                      collaborators_.updaterManager().isConfigured));
+  collaborators_.statusItem.setMenu(buildStatusMenu(collaborators_.settings.config,
+                                                    collaborators_.images,
+                                                    collaborators_.updaterManager().isConfigured));
 }
 
 void AppDelegate::menuSettingsChanged() {
@@ -118,17 +115,17 @@ void AppDelegate::openSettings() {
 }
 
 void AppDelegate::showAbout() {
-  Platform& platform = collaborators_.platform;
   const UpdaterManager& updaterManager = collaborators_.updaterManager();
   if (!aboutWindowController_) {
     aboutWindowController_ = std::make_unique<AboutWindowController>(
-        platform, updaterManager, [this](const std::string& url) { openURL(url); });
+        collaborators_.windows, collaborators_.images, collaborators_.bundle, updaterManager,
+        [this](const std::string& url) { openURL(url); });
   }
   if (Button* const button = aboutWindowController_->updateButton()) {
     button->setEnabled(updaterManager.isConfigured);
   }
   const Result<void> shown =
-      aboutWindowController_->window().show(platform.application.takeActivation());
+      aboutWindowController_->window().show(collaborators_.application.takeActivation());
   if (shown) return;
   collaborators_.log("Could not show the About window: " + shown.error().description);
   collaborators_.commandRunner.notify("About Quillmar", shown.error().description);
@@ -140,14 +137,14 @@ void AppDelegate::checkForUpdates() {
 }
 
 void AppDelegate::openURL(const std::string& url) {
-  collaborators_.platform.workspace.openURL(
+  collaborators_.workspace.openURL(
       url, [&runner = collaborators_.commandRunner](const Result<void>& opened) {
         if (!opened) runner.notify("Quillmar", opened.error().description);
       });
 }
 
 void AppDelegate::quitApp() {
-  collaborators_.platform.application.terminate();
+  collaborators_.application.terminate();
 }
 
 }  // namespace quillmar

@@ -7,6 +7,9 @@
 #include <memory>
 #include <string>
 
+#include "about/updater_manager.h"
+#include "commands/command_runner.h"
+#include "config/settings_manager.h"
 #include "platform/log.h"
 #include "platform/notification_center.h"
 #include "platform/platform.h"
@@ -16,21 +19,25 @@
 namespace quillmar {
 
 class AboutWindowController;
-class CommandRunner;
-class SettingsManager;
 struct StatusMenuAction;
-class UpdaterManager;
 class WelcomeWindowController;
 
 class AppDelegate : public UserNotificationCenterDelegate {
  public:
   /// Not owned; all must outlive the delegate.
   struct Collaborators {
-    Platform& platform;
-    SettingsManager& settings;
-    CommandRunner& commandRunner;
-    /// Gives the one manager, made when it is first asked for.
-    std::function<UpdaterManager&()> updaterManager;
+    SettingsManager& settings = SettingsManager::shared();
+    CommandRunner& commandRunner = CommandRunner::shared();
+    /// Returns the manager; the first call creates it.
+    std::function<UpdaterManager&()> updaterManager = UpdaterManager::shared;
+    Application& application = Platform::shared().application;
+    StatusItem& statusItem = Platform::shared().statusItem;
+    UserNotificationCenter& notifications = Platform::shared().notifications;
+    WindowSystem& windows = Platform::shared().windows;
+    Workspace& workspace = Platform::shared().workspace;
+    Images& images = Platform::shared().images;
+    const Bundle& bundle = Platform::shared().bundle;
+    const FileSystem& files = Platform::shared().files;
     NotificationCenter& notificationCenter = NotificationCenter::defaultCenter();
     LogLine log = logToStandardOutput;
   };

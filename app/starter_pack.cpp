@@ -9,17 +9,16 @@
 #include "config/settings_manager.h"
 #include "platform/bundle.h"
 #include "platform/file_system.h"
-#include "platform/platform.h"
 #include "platform/result.h"
 
 namespace quillmar {
 
 namespace {
 
-Result<QuillmarConfig> readPack(const Platform& platform) {
-  const auto path = platform.bundle.pathForResource("starter", "quillmarpack", "packs");
+Result<QuillmarConfig> readPack(const Bundle& bundle, const FileSystem& files) {
+  const auto path = bundle.pathForResource("starter", "quillmarpack", "packs");
   if (!path) return Error{"The resource “packs/starter.quillmarpack” is missing."};
-  return readDocument(platform.files, *path);
+  return readDocument(files, *path);
 }
 
 std::size_t commandCount(const QuillmarConfig& pack) {
@@ -33,10 +32,10 @@ std::size_t commandCount(const QuillmarConfig& pack) {
 
 }  // namespace
 
-std::size_t installStarterPack(const Platform& platform, SettingsManager& settings,
-                               const LogLine& log) {
+std::size_t installStarterPack(const Bundle& bundle, const FileSystem& files,
+                               SettingsManager& settings, const LogLine& log) {
   std::size_t installed = 0;
-  if (const Result<QuillmarConfig> pack = readPack(platform)) {
+  if (const Result<QuillmarConfig> pack = readPack(bundle, files)) {
     settings.config = settings.config.merging(pack.value());
     installed = commandCount(pack.value());
   } else {

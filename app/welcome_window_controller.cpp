@@ -5,7 +5,6 @@
 
 #include "platform/bundle.h"
 #include "platform/image.h"
-#include "platform/platform.h"
 #include "platform/widgets/button.h"
 #include "platform/widgets/image_view.h"
 #include "platform/widgets/label.h"
@@ -35,8 +34,9 @@ std::string bodyText(std::size_t installedItemCount) {
 }  // namespace
 
 WelcomeWindowController::WelcomeWindowController(
-    Platform& platform, std::function<void(const std::string& url)> openURL)
-    : platform_(platform), openURL_(std::move(openURL)), window_(platform.windows) {
+    WindowSystem& windows, Images& images, const Bundle& bundle,
+    std::function<void(const std::string& url)> openURL)
+    : images_(images), bundle_(bundle), openURL_(std::move(openURL)), window_(windows) {
   window_.setTitle("Welcome to Quillmar");
   window_.setContentSize(contentSize);
   window_.setClosesOnEscape(true);
@@ -48,7 +48,7 @@ void WelcomeWindowController::buildUI(std::size_t installedItemCount) {
   column.setSpacing(rowSpacing);
   column.setEdgeInsets({margin, margin, margin, margin});
 
-  auto& icon = column.add<ImageView>(platform_.images.named("applicationIcon"));
+  auto& icon = column.add<ImageView>(images_.named("applicationIcon"));
   icon.setWidth(iconSize);
   icon.setHeight(iconSize);
   column.add<Label>("Welcome to Quillmar", Font::boldSystem(titleFontSize));
@@ -62,8 +62,7 @@ void WelcomeWindowController::addButtons(StackView& column) {
   row.setSpacing(buttonSpacing);
 
   auto& browse = row.add<Button>("Browse Packs…");
-  const std::string packsURL =
-      platform_.bundle.informationString(information_key::packsURL).value_or("");
+  const std::string packsURL = bundle_.informationString(information_key::packsURL).value_or("");
   browse.setEnabled(!packsURL.empty());
   browse.setOnPress([this, packsURL] { openURL_(packsURL); });
 

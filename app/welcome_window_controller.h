@@ -10,14 +10,16 @@
 
 namespace quillmar {
 
+class Bundle;
+class Images;
 class StackView;
-struct Platform;
 
 class WelcomeWindowController {
  public:
-  /// Makes an empty window. `openURL` opens an address with the user's browser. The platform is not
-  /// owned and must outlive the controller.
-  WelcomeWindowController(Platform& platform, std::function<void(const std::string& url)> openURL);
+  /// Creates an empty window. `openURL` opens an address in the user's browser. The services are
+  /// not owned and must outlive the controller.
+  WelcomeWindowController(WindowSystem& windows, Images& images, const Bundle& bundle,
+                          std::function<void(const std::string& url)> openURL);
 
   /// Fills the window, which says how many commands were installed. Called once.
   void buildUI(std::size_t installedItemCount);
@@ -31,7 +33,8 @@ class WelcomeWindowController {
   void addButtons(StackView& column);
   void openSettingsPressed();
 
-  Platform& platform_;
+  Images& images_;
+  const Bundle& bundle_;
   std::function<void(const std::string& url)> openURL_;
   Window window_;
 };

@@ -4,7 +4,6 @@
 
 #include "commands/apple_script_source.h"
 #include "commands/command_environment.h"
-#include "config/settings_manager.h"
 #include "platform/apple_script.h"
 #include "platform/pasteboard.h"
 #include "platform/text.h"
@@ -44,18 +43,13 @@ void trimInPlace(std::string& text) {
 
 }  // namespace
 
-CommandRunner::CommandRunner(Platform& platform, SettingsManager& settings, LogLine log,
-                             Prompts* prompts)
-    : platform_(platform),
-      settings_(settings),
-      log_(std::move(log)),
-      panels_(platform),
-      prompts_(prompts == nullptr ? panels_ : *prompts),
-      queue_(platform.queues.makeConcurrentQueue(
+CommandRunner::CommandRunner(Collaborators collaborators)
+    : collaborators_(std::move(collaborators)),
+      queue_(collaborators_.queues.makeConcurrentQueue(
           {"com.tovenworks.quillmar.commands", QualityOfService::userInitiated})) {}
 
 CommandRunner& CommandRunner::shared() {
-  static auto* runner = new CommandRunner(Platform::shared(), SettingsManager::shared());
+  static auto* runner = new CommandRunner({});
   return *runner;
 }
 
@@ -92,7 +86,7 @@ void CommandRunner::askForInputIfNeeded(const MenuItem& item, Completion complet
 
 void CommandRunner::ask(PromptRequest request, const MenuItem& item, const Completion& completion,
                         std::function<void(const std::optional<std::string>& text)> goOn) {
-  const Result<void> shown = prompts_.show(
+  const Result<void> shown = collaborators_.prompts.show(
       std::move(request), [completion, goOn = std::move(goOn)](bool confirmed, const auto& text) {
         if (confirmed) {
           goOn(text);
@@ -101,7 +95,8 @@ void CommandRunner::ask(PromptRequest request, const MenuItem& item, const Compl
         }
       });
   if (shown) return;
-  log_("Could not show the prompt of item " + item.id + ": " + shown.error().description);
+  collaborators_.log("Could not show the prompt of item " + item.id + ": " +
+                     shown.error().description);
   notify(item.title, shown.error().description);
   if (completion) completion(std::nullopt);
 }
@@ -120,10 +115,10 @@ void CommandRunner::execute(const MenuItem& item, const std::optional<std::strin
     return;
   }
 
-  const Preferences preferences = settings_.config.preferences;
+  const Preferences preferences = collaborators_.settings.config.preferences;
   const auto work = [this, item, command, preferences, completion = std::move(completion)] {
     RunResult result = runByType(command, preferences.useLoginShell);
-    platform_.queues.mainQueue().async(
+    collaborators_.queues.mainQueue().async(
         [this, item, command, preferences, completion, result = std::move(result)] {
           report(item, command, result, preferences);
           if (completion) completion(result);
@@ -152,7 +147,7 @@ void CommandRunner::report(const MenuItem& item, const MenuCommand& command,
                            const RunResult& result, const Preferences& preferences) {
   const bool hasOutput = result.output && !result.output->empty();
   if (command.copyToClipboard && result.success && hasOutput) {
-    platform_.pasteboard.setString(*result.output);
+    collaborators_.pasteboard.setString(*result.output);
   }
   if (result.success && command.showNotification) {
     notify(item.title, hasOutput ? *result.output : "Command completed successfully");
@@ -164,19 +159,20 @@ void CommandRunner::report(const MenuItem& item, const MenuCommand& command,
 
 CommandRunner::RunResult CommandRunner::runShell(const std::string& commandText, bool loginShell) {
   Process process;
-  process.executable = platform_.userDatabase.loginShell().value_or("");
-  if (!platform_.files.isExecutableFile(process.executable)) process.executable = fallbackShell;
+  process.executable = collaborators_.userDatabase.loginShell().value_or("");
+  if (!collaborators_.files.isExecutableFile(process.executable))
+    process.executable = fallbackShell;
   if (loginShell) process.arguments.emplace_back("-l");
   process.arguments.emplace_back("-c");
   process.arguments.push_back(commandText);
   process.environment = augmentedEnvironment();
-  process.workingDirectory = platform_.userDirectories.homeDirectory();
+  process.workingDirectory = collaborators_.userDirectories.homeDirectory();
   return capture(process);
 }
 
 CommandRunner::RunResult CommandRunner::runScriptFile(const std::string& path) {
-  const std::string expanded = expandingTilde(path, platform_.userDirectories.homeDirectory());
-  if (!platform_.files.exists(expanded)) return {"Script file not found: " + path, false};
+  const std::string expanded = expandingTilde(path, collaborators_.userDirectories.homeDirectory());
+  if (!collaborators_.files.exists(expanded)) return {"Script file not found: " + path, false};
 
   ScriptLaunch launch = scriptLaunch(expanded);
   Process process;
@@ -189,7 +185,7 @@ CommandRunner::RunResult CommandRunner::runScriptFile(const std::string& path) {
 
 CommandRunner::RunResult CommandRunner::runAppleScript(const std::string& source) {
   const std::unique_ptr<AppleScript> script =
-      platform_.appleScript.makeScript(appleScriptSource(source));
+      collaborators_.appleScript.makeScript(appleScriptSource(source));
   if (!script) return {"Failed to create AppleScript", false};
 
   const auto outcome = script->execute();
@@ -198,7 +194,7 @@ CommandRunner::RunResult CommandRunner::runAppleScript(const std::string& source
 }
 
 CommandRunner::RunResult CommandRunner::capture(const Process& process) {
-  auto launched = platform_.processes.launch(process);
+  auto launched = collaborators_.processes.launch(process);
   if (!launched) return {launched.error().description, false};
 
   Result<ProcessOutput> read = launched.value()->readToEnd();
@@ -216,8 +212,9 @@ CommandRunner::RunResult CommandRunner::capture(const Process& process) {
 }
 
 std::map<std::string, std::string> CommandRunner::augmentedEnvironment() const {
-  return quillmar::augmentedEnvironment(platform_.environment,
-                                        platform_.userDirectories.homeDirectory(), platform_.files);
+  return quillmar::augmentedEnvironment(collaborators_.environment,
+                                        collaborators_.userDirectories.homeDirectory(),
+                                        collaborators_.files);
 }
 
 void CommandRunner::notify(const std::string& title, const std::string& body) {
@@ -225,13 +222,14 @@ void CommandRunner::notify(const std::string& title, const std::string& body) {
   notification.identifier = makeUuid();
   notification.title = title;
   notification.body = text::lastCharacters(body, notificationBodyCharacters);
-  platform_.notifications.add(std::move(notification), [log = log_](std::optional<Error> error) {
-    if (error) log("Notification error: " + error->description);
-  });
+  collaborators_.notifications.add(std::move(notification),
+                                   [log = collaborators_.log](std::optional<Error> error) {
+                                     if (error) log("Notification error: " + error->description);
+                                   });
 }
 
 Result<void> CommandRunner::openInTerminal(const MenuCommand& command, const std::string& title) {
-  return platform_.workspace.openInTerminal(title, command.value);
+  return collaborators_.workspace.openInTerminal(title, command.value);
 }
 
 }  // namespace quillmar

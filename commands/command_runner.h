@@ -14,6 +14,7 @@
 #include "commands/prompt_panel.h"
 #include "commands/script_launch.h"
 #include "config/quillmar_config.h"
+#include "config/settings_manager.h"
 #include "platform/log.h"
 #include "platform/platform.h"
 #include "platform/processes.h"
@@ -21,8 +22,6 @@
 #include "platform/task_queue.h"
 
 namespace quillmar {
-
-class SettingsManager;
 
 /// Stands in a command for the value that the user is asked for.
 inline constexpr std::string_view inputPlaceholder = "{{input}}";
@@ -43,10 +42,25 @@ class CommandRunner {
   /// could not be asked. For separators it is never called. Main thread.
   using Completion = std::function<void(std::optional<RunResult> result)>;
 
-  /// Questions are asked by `prompts`, null for panels. The arguments are not owned and must
-  /// outlive the runner; the runner must outlive its runs.
-  CommandRunner(Platform& platform, SettingsManager& settings, LogLine log = logToStandardOutput,
-                Prompts* prompts = nullptr);
+  /// Not owned; all must outlive the runner.
+  struct Collaborators {
+    SettingsManager& settings = SettingsManager::shared();
+    Prompts& prompts = PanelPrompts::shared();
+    TaskQueues& queues = Platform::shared().queues;
+    const Environment& environment = Platform::shared().environment;
+    const UserDatabase& userDatabase = Platform::shared().userDatabase;
+    const UserDirectories& userDirectories = Platform::shared().userDirectories;
+    const FileSystem& files = Platform::shared().files;
+    Processes& processes = Platform::shared().processes;
+    AppleScriptEngine& appleScript = Platform::shared().appleScript;
+    Workspace& workspace = Platform::shared().workspace;
+    Pasteboard& pasteboard = Platform::shared().pasteboard;
+    UserNotificationCenter& notifications = Platform::shared().notifications;
+    LogLine log = logToStandardOutput;
+  };
+
+  /// The runner must outlive its runs.
+  explicit CommandRunner(Collaborators collaborators);
 
   CommandRunner(const CommandRunner&) = delete;
   CommandRunner& operator=(const CommandRunner&) = delete;
@@ -91,11 +105,7 @@ class CommandRunner {
   void report(const MenuItem& item, const MenuCommand& command, const RunResult& result,
               const Preferences& preferences);
 
-  Platform& platform_;
-  SettingsManager& settings_;
-  LogLine log_;
-  PanelPrompts panels_;
-  Prompts& prompts_;
+  Collaborators collaborators_;
   std::unique_ptr<TaskQueue> queue_;
 };
 

@@ -4,7 +4,6 @@
 
 #include "platform/application.h"
 #include "platform/image.h"
-#include "platform/platform.h"
 #include "platform/widgets/button.h"
 #include "platform/widgets/image_view.h"
 #include "platform/widgets/label.h"
@@ -40,9 +39,9 @@ void addWrappingLabel(StackView& stack, const std::string& text, const Font& fon
 
 }  // namespace
 
-PromptPanel::PromptPanel(Platform& platform, const PromptRequest& request,
+PromptPanel::PromptPanel(Collaborators collaborators, const PromptRequest& request,
                          PromptCompletion onFinish)
-    : platform_(platform), panel_(platform.windows), onFinish_(std::move(onFinish)) {
+    : collaborators_(collaborators), panel_(collaborators.windows), onFinish_(std::move(onFinish)) {
   build(request);
 }
 
@@ -61,7 +60,7 @@ void PromptPanel::build(const PromptRequest& request) {
   row.setSpacing(iconSpacing);
   row.setEdgeInsets({margin, margin, margin, margin});
 
-  auto& icon = row.add<ImageView>(platform_.images.named("applicationIcon"));
+  auto& icon = row.add<ImageView>(collaborators_.images.named("applicationIcon"));
   icon.setWidth(iconSize);
   icon.setHeight(iconSize);
 
@@ -111,7 +110,7 @@ Result<void> PromptPanel::show() {
   livePanels().insert(shared_from_this());
   panel_.center();
   if (textField_ != nullptr) panel_.makeFirstResponder(textField_);
-  Result<void> shown = panel_.show(platform_.application.takeActivation());
+  Result<void> shown = panel_.show(collaborators_.application.takeActivation());
   if (!shown) livePanels().erase(shared_from_this());
   return shown;
 }
@@ -142,22 +141,22 @@ void PromptPanel::finish(bool confirmed) {
   if (onFinish) onFinish(confirmed, std::move(text));
 }
 
-Result<void> PromptPanel::confirm(Platform& platform, std::string title, std::string message,
-                                  std::string confirmTitle,
+Result<void> PromptPanel::confirm(Collaborators collaborators, std::string title,
+                                  std::string message, std::string confirmTitle,
                                   std::function<void(bool confirmed)> completion) {
   PromptRequest request;
   request.title = std::move(title);
   request.message = std::move(message);
   request.confirmTitle = std::move(confirmTitle);
   return std::make_shared<PromptPanel>(
-             platform, request,
+             collaborators, request,
              [completion = std::move(completion)](bool confirmed, const auto& /*text*/) {
                completion(confirmed);
              })
       ->show();
 }
 
-Result<void> PromptPanel::input(Platform& platform, std::string title, std::string message,
+Result<void> PromptPanel::input(Collaborators collaborators, std::string title, std::string message,
                                 std::string placeholder,
                                 std::function<void(std::optional<std::string> text)> completion) {
   PromptRequest request;
@@ -166,15 +165,20 @@ Result<void> PromptPanel::input(Platform& platform, std::string title, std::stri
   request.placeholder = std::move(placeholder);
   request.confirmTitle = "OK";
   return std::make_shared<PromptPanel>(
-             platform, request,
+             collaborators, request,
              [completion = std::move(completion)](bool confirmed, const auto& text) {
                completion(confirmed ? std::optional(text.value_or("")) : std::nullopt);
              })
       ->show();
 }
 
+PanelPrompts& PanelPrompts::shared() {
+  static auto* prompts = new PanelPrompts({});
+  return *prompts;
+}
+
 Result<void> PanelPrompts::show(PromptRequest request, PromptCompletion completion) {
-  return std::make_shared<PromptPanel>(platform_, request, std::move(completion))->show();
+  return std::make_shared<PromptPanel>(collaborators_, request, std::move(completion))->show();
 }
 
 }  // namespace quillmar

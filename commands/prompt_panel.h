@@ -11,6 +11,7 @@
 #include <string>
 
 #include "commands/prompts.h"
+#include "platform/platform.h"
 #include "platform/result.h"
 #include "platform/widgets/window.h"
 
@@ -18,13 +19,19 @@ namespace quillmar {
 
 class StackView;
 class TextField;
-struct Platform;
 
 class PromptPanel final : public WindowDelegate, public std::enable_shared_from_this<PromptPanel> {
  public:
-  /// Builds the window. There is a text field exactly when the request has a placeholder. Made with
-  /// std::make_shared; the platform must outlive the panel.
-  PromptPanel(Platform& platform, const PromptRequest& request, PromptCompletion onFinish);
+  /// Not owned; all must outlive the panel.
+  struct Collaborators {
+    Application& application = Platform::shared().application;
+    Images& images = Platform::shared().images;
+    WindowSystem& windows = Platform::shared().windows;
+  };
+
+  /// Builds the window. It has a text field if the request has a placeholder, even an empty one.
+  /// Create panels with std::make_shared.
+  PromptPanel(Collaborators collaborators, const PromptRequest& request, PromptCompletion onFinish);
 
   /// The panels that are shown now. The set owns them, so that nobody else has to.
   static const std::set<std::shared_ptr<PromptPanel>>& live();
@@ -45,14 +52,14 @@ class PromptPanel final : public WindowDelegate, public std::enable_shared_from_
   void cancelPressed();
   void windowWillClose(Window& window) override;
 
-  // Panels made and shown in one go.
+  // Create and show a panel in one call.
 
-  static Result<void> confirm(Platform& platform, std::string title, std::string message,
+  static Result<void> confirm(Collaborators collaborators, std::string title, std::string message,
                               std::string confirmTitle,
                               std::function<void(bool confirmed)> completion);
 
   /// The text is absent when the user cancelled.
-  static Result<void> input(Platform& platform, std::string title, std::string message,
+  static Result<void> input(Collaborators collaborators, std::string title, std::string message,
                             std::string placeholder,
                             std::function<void(std::optional<std::string> text)> completion);
 
@@ -62,7 +69,7 @@ class PromptPanel final : public WindowDelegate, public std::enable_shared_from_
   void addButtons(StackView& column, const PromptRequest& request);
   void finish(bool confirmed);
 
-  Platform& platform_;
+  Collaborators collaborators_;
   Window panel_;
   TextField* textField_ = nullptr;
   bool finished_ = false;
@@ -72,13 +79,15 @@ class PromptPanel final : public WindowDelegate, public std::enable_shared_from_
 /// Asks each question in a panel of its own.
 class PanelPrompts final : public Prompts {
  public:
-  /// The platform is not owned.
-  explicit PanelPrompts(Platform& platform) : platform_(platform) {}
+  explicit PanelPrompts(PromptPanel::Collaborators collaborators) : collaborators_(collaborators) {}
+
+  /// The prompts of the installed platform, created on first use.
+  static PanelPrompts& shared();
 
   Result<void> show(PromptRequest request, PromptCompletion completion) override;
 
  private:
-  Platform& platform_;
+  PromptPanel::Collaborators collaborators_;
 };
 
 }  // namespace quillmar

@@ -33,7 +33,7 @@ class AboutWindowTest : public testing::Test {
   /// The window, made and shown.
   Window& window() {
     updaterManager.emplace(memory.bundle, memory.updaters);
-    about.emplace(memory.platform, *updaterManager,
+    about.emplace(memory.windows, memory.images, memory.bundle, *updaterManager,
                   [this](const std::string& url) { opened.push_back(url); });
     EXPECT_TRUE(about->window().show({}));
     return about->window();

@@ -17,6 +17,7 @@
 #include "config/settings_manager.h"
 #include "platform/memory/memory_platform.h"
 #include "platform/widgets/button.h"
+#include "tests/collaborators.h"
 #include "tests/core/menu_outline.h"
 #include "tests/core/window_contents.h"
 
@@ -73,14 +74,15 @@ class AppDelegateTest : public testing::Test {
   NotificationCenter center;
   std::vector<std::string> log;
   SettingsManager settings{withSettingsFile()};
-  CommandRunner runner{memory.platform, settings, logLine()};
+  PanelPrompts prompts{promptCollaborators(memory.platform)};
+  CommandRunner runner{runnerCollaborators(memory.platform, settings, prompts, logLine())};
   std::optional<UpdaterManager> updaterManager;
   std::function<UpdaterManager&()> updaterManagerOnFirstUse = [this]() -> UpdaterManager& {
     if (!updaterManager) updaterManager.emplace(memory.bundle, memory.updaters);
     return *updaterManager;
   };
-  AppDelegate delegate{
-      {memory.platform, settings, runner, updaterManagerOnFirstUse, center, logLine()}};
+  AppDelegate delegate{delegateCollaborators(memory.platform, settings, runner,
+                                             updaterManagerOnFirstUse, center, logLine())};
 };
 
 TEST_F(AppDelegateTest, LaunchingAsksToShowAlertsSoundsAndBadges) {
@@ -382,7 +384,8 @@ TEST_F(AppDelegateTest, TheLaunchKeepsItsOrder) {
     return updaterManagerOnFirstUse();
   };
   RecordingAppDelegate recorded(
-      events, {platform, settings, runner, updaterManagerInOrder, center, logLine()});
+      events,
+      delegateCollaborators(platform, settings, runner, updaterManagerInOrder, center, logLine()));
 
   recorded.applicationDidFinishLaunching();
   // The first menu was announced to nobody, the last request for the updater to the delegate.

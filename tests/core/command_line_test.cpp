@@ -14,6 +14,7 @@
 #include "cli/terminal_prompts.h"
 #include "commands/command_runner.h"
 #include "platform/memory/memory_platform.h"
+#include "tests/collaborators.h"
 
 namespace quillmar {
 namespace {
@@ -126,25 +127,8 @@ class CommandLineTest : public testing::Test {
 
   ExitStatus run(const RunInvocation& invocation) {
     TerminalPrompts prompts(console, invocation.yes, invocation.input);
-    Platform platform{
-        .application = memory.application,
-        .queues = memory.queues,
-        .environment = memory.environment,
-        .userDatabase = memory.userDatabase,
-        .userDirectories = memory.userDirectories,
-        .files = memory.files,
-        .bundle = memory.bundle,
-        .images = memory.images,
-        .processes = memory.processes,
-        .appleScript = memory.appleScript,
-        .workspace = memory.workspace,
-        .windows = memory.windows,
-        .pasteboard = memory.pasteboard,
-        .notifications = memory.notifications,
-        .statusItem = memory.statusItem,
-        .updaters = memory.updaters,
-    };
-    CommandRunner runner(platform, settings, logToStandardOutput, &prompts);
+    CommandRunner runner(
+        runnerCollaborators(memory.platform, settings, prompts, logToStandardOutput));
     return runItem(invocation, settings, runner, memory.queues, console);
   }
 

@@ -7,6 +7,7 @@
 #include "platform/memory/memory_platform.h"
 #include "platform/widgets/label.h"
 #include "platform/widgets/text_field.h"
+#include "tests/collaborators.h"
 #include "tests/core/window_contents.h"
 
 namespace quillmar {
@@ -57,7 +58,9 @@ class CommandRunnerTest : public testing::Test {
   }
 
   CommandRunner& runner() {
-    if (!runner_) runner_.emplace(memory.platform, settings(), logLine());
+    if (!runner_) {
+      runner_.emplace(runnerCollaborators(memory.platform, settings(), prompts, logLine()));
+    }
     return *runner_;
   }
 
@@ -118,6 +121,7 @@ class CommandRunnerTest : public testing::Test {
   using Note = std::pair<std::string, std::string>;
 
   MemoryPlatform memory;
+  PanelPrompts prompts{promptCollaborators(memory.platform)};
   NotificationCenter center;
   std::vector<std::string> log;
 

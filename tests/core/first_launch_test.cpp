@@ -15,6 +15,7 @@
 #include "config/settings_manager.h"
 #include "platform/memory/memory_platform.h"
 #include "platform/widgets/label.h"
+#include "tests/collaborators.h"
 #include "tests/core/menu_outline.h"
 #include "tests/core/window_contents.h"
 #include "tests/key_presses.h"
@@ -69,10 +70,10 @@ class FirstLaunchTest : public testing::Test {
   /// Starts the program on what the files hold now.
   void launch() {
     loadSettings();
-    runner.emplace(memory.platform, *settings, logLine());
+    runner.emplace(runnerCollaborators(memory.platform, *settings, prompts, logLine()));
     const auto updaters = [this]() -> UpdaterManager& { return updaterManager; };
-    delegate.emplace(AppDelegate::Collaborators{memory.platform, *settings, *runner, updaters,
-                                                center, logLine()});
+    delegate.emplace(
+        delegateCollaborators(memory.platform, *settings, *runner, updaters, center, logLine()));
     delegate->applicationDidFinishLaunching();
     memory.queues.runAll();
   }
@@ -113,6 +114,7 @@ class FirstLaunchTest : public testing::Test {
 
   const std::string settingsPath = "/home/user/.config/Quillmar/settings.json";
   MemoryPlatform memory;
+  PanelPrompts prompts{promptCollaborators(memory.platform)};
   NotificationCenter center;
   std::vector<std::string> log;
   UpdaterManager updaterManager{memory.bundle, memory.updaters};

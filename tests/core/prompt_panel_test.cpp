@@ -11,6 +11,7 @@
 
 #include "platform/memory/memory_platform.h"
 #include "platform/widgets/text_field.h"
+#include "tests/collaborators.h"
 #include "tests/core/window_contents.h"
 #include "tests/key_presses.h"
 
@@ -41,13 +42,14 @@ class PromptPanelTest : public testing::Test {
   /// A panel that nobody but the panels themselves keeps.
   PromptPanel& show(PromptRequest request) {
     auto panel = std::make_shared<PromptPanel>(
-        memory.platform, std::move(request),
+        collaborators, std::move(request),
         [this](bool confirmed, auto text) { answers.emplace_back(confirmed, std::move(text)); });
     EXPECT_TRUE(panel->show());
     return *panel;
   }
 
   MemoryPlatform memory;
+  PromptPanel::Collaborators collaborators = promptCollaborators(memory.platform);
   std::vector<Answer> answers;
 };
 
@@ -194,7 +196,7 @@ TEST_F(PromptPanelTest, APanelIgnoresClicksBeforeItCanHaveBeenRead) {
 
 TEST_F(PromptPanelTest, WhenItReportsItIsClosedAndNoLongerLive) {
   bool reported = false;
-  auto panel = std::make_shared<PromptPanel>(memory.platform, confirmation(),
+  auto panel = std::make_shared<PromptPanel>(collaborators, confirmation(),
                                              [&](bool /*confirmed*/, const auto& /*text*/) {
                                                reported = true;
                                                EXPECT_THAT(memory.windows.windows(), IsEmpty());
@@ -233,7 +235,7 @@ TEST_F(PromptPanelTest, SeveralPanelsAreIndependent) {
 
 TEST_F(PromptPanelTest, AnAnswerMayOpenTheNextPanel) {
   auto panel = std::make_shared<PromptPanel>(
-      memory.platform, confirmation(),
+      collaborators, confirmation(),
       [this](bool /*confirmed*/, const auto& /*text*/) { show(question()); });
   ASSERT_TRUE(panel->show());
   Window& firstWindow = panel->panel();
@@ -249,7 +251,7 @@ TEST_F(PromptPanelTest, AnAnswerMayOpenTheNextPanel) {
 TEST_F(PromptPanelTest, APanelThatCannotBeShownSaysWhyAndReportsNothing) {
   memory.windows.failure = Error{"There is no display."};
   auto panel = std::make_shared<PromptPanel>(
-      memory.platform, confirmation(),
+      collaborators, confirmation(),
       [this](bool confirmed, auto text) { answers.emplace_back(confirmed, std::move(text)); });
   const Result<void> shown = panel->show();
   ASSERT_FALSE(shown);
@@ -266,7 +268,7 @@ TEST_F(PromptPanelTest, APanelThatCannotBeShownSaysWhyAndReportsNothing) {
 TEST_F(PromptPanelTest, ConfirmGivesWhetherTheUserConfirmed) {
   std::vector<bool> confirmed;
   const auto ask = [&] {
-    EXPECT_TRUE(PromptPanel::confirm(memory.platform, "Title", "Message", "Do it",
+    EXPECT_TRUE(PromptPanel::confirm(collaborators, "Title", "Message", "Do it",
                                      [&](bool answer) { confirmed.push_back(answer); }));
     return memory.windows.frontWindow();
   };
@@ -281,7 +283,7 @@ TEST_F(PromptPanelTest, ConfirmGivesWhetherTheUserConfirmed) {
 TEST_F(PromptPanelTest, InputGivesTheTextOrNothingWhenCancelled) {
   std::vector<std::optional<std::string>> texts;
   const auto ask = [&] {
-    EXPECT_TRUE(PromptPanel::input(memory.platform, "Title", "Message", "Placeholder",
+    EXPECT_TRUE(PromptPanel::input(collaborators, "Title", "Message", "Placeholder",
                                    [&](auto text) { texts.push_back(std::move(text)); }));
     return memory.windows.frontWindow();
   };

@@ -17,6 +17,7 @@
 #include "platform/linux/files/posix_file_system.h"
 #include "platform/linux/processes/posix_processes.h"
 #include "platform/memory/memory_platform.h"
+#include "tests/collaborators.h"
 #include "tests/linux/temporary_folder.h"
 
 namespace quillmar {
@@ -94,7 +95,8 @@ class CommandRunnerOnLinuxTest : public testing::Test {
   NotificationCenter center;
   SettingsManager settings{
       {memory.environment, memory.userDirectories, memory.files, center, [](std::string_view) {}}};
-  CommandRunner runner{platform, settings, [](std::string_view) {}};
+  PanelPrompts prompts{promptCollaborators(platform)};
+  CommandRunner runner{runnerCollaborators(platform, settings, prompts, [](std::string_view) {})};
 };
 
 // Shell commands.
