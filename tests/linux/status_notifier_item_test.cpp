@@ -461,7 +461,7 @@ TEST(PanelTraits, FollowTheDesktop) {
   constexpr auto qtKeys = ShortcutKeyNames::qtKeys;
   EXPECT_EQ(panelTraitsOf({}), PanelTraits());
   EXPECT_EQ(traitsOn("XFCE"), PanelTraits());
-  EXPECT_EQ(traitsOn("KDE"), (PanelTraits{.shortcutKeyNames = qtKeys}));
+  EXPECT_EQ(traitsOn("KDE"), (PanelTraits{.shortcutKeyNames = qtKeys, .opensMenuItself = true}));
   EXPECT_EQ(traitsOn("LXQt"), (PanelTraits{.shortcutKeyNames = qtKeys,
                                            .recoloursIcons = false,
                                            .findsIconsInThemePath = false}));

@@ -16,7 +16,7 @@ PanelTraits panelTraitsOf(const Environment& environment) {
   };
   PanelTraits traits;
   if (isDesktop("KDE") || isDesktop("LXQt")) traits.shortcutKeyNames = ShortcutKeyNames::qtKeys;
-  traits.opensMenuItself = isDesktop("GNOME");
+  traits.opensMenuItself = isDesktop("KDE") || isDesktop("GNOME");
   traits.hasDarkMenus = isDesktop("GNOME");
   traits.recoloursIcons = !isDesktop("LXQt");
   traits.findsIconsInThemePath = !isDesktop("GNOME") && !isDesktop("LXQt") && !isDesktop("MATE");

@@ -17,9 +17,10 @@ enum class ShortcutKeyNames {
 
 struct PanelTraits {
   ShortcutKeyNames shortcutKeyNames = ShortcutKeyNames::keysyms;
-  /// True: calls to open the menu are refused as unknown. GNOME's panel opens the menu on a click,
-  /// calls Activate on a double click, and once that has succeeded it delays the menu until a click
-  /// is known to be a single one.
+  /// True: calls to open the menu are refused as unknown. Plasma's panel calls Activate on a click
+  /// and opens the menu itself if that fails. GNOME's opens the menu on a click and calls Activate
+  /// on a double click; once that has succeeded, it delays the menu until a click is known to be a
+  /// single one.
   bool opensMenuItself = false;
   /// False: the menu shows icons in the colours of their files.
   bool recoloursIcons = true;
