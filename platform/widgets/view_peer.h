@@ -1,6 +1,6 @@
-// What a window system holds for a view or a window on the screen. A peer reads the state of its
-// model, shows it, and calls the model's user verbs. The model owns the peer and outlives it; a
-// peer may be destroyed from within a verb that it called. Main thread.
+// What shows a view or a window on the screen; made by a window system. A peer reads the state of
+// its view and calls the view's functions for what the user does. The view owns the peer; it may
+// destroy it during such a call. Main thread.
 
 #pragma once
 
@@ -8,21 +8,20 @@
 
 namespace quillmar {
 
-/// Where to a view that scrolls is to be moved.
+/// How far a view scrolls.
 enum class ScrollStep { pageUp, pageDown, beginning, end };
 
 class ViewPeer {
  public:
   virtual ~ViewPeer() = default;
 
-  /// Some of the view's state has changed: show what it is now.
+  /// The view's state has changed: show it.
   virtual void viewChanged() = 0;
 
   /// Subviews were added or removed; new ones have no peers yet.
   virtual void subviewsChanged() {}
 
-  /// The user wants to see another part of the view. True when the view scrolls, even if it is
-  /// there already.
+  /// The user scrolls. True when the view can scroll, even if it is at its end.
   virtual bool scroll(ScrollStep /*step*/) { return false; }
 };
 
@@ -30,7 +29,7 @@ class WindowPeer {
  public:
   virtual ~WindowPeer() = default;
 
-  /// Some of the window's state has changed, its content view perhaps.
+  /// The window's state or content view has changed.
   virtual void windowChanged() = 0;
 
   /// The program made another view the first responder, or none.

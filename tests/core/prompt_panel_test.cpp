@@ -109,15 +109,14 @@ TEST_F(PromptPanelTest, AQuestionHasTheFocusInItsField) {
   EXPECT_EQ(memory.windows.focused(panel.panel()), panel.textField());
 }
 
-TEST_F(PromptPanelTest, ItComesToTheMiddleAndTheFrontWithTheLeaveOfTheUsersLastDeed) {
-  memory.application.setActivation({.timestamp = 7, .token = "token"});
+TEST_F(PromptPanelTest, ItAppearsInTheMiddleOfTheScreenAndInFront) {
   show(confirmation());
   PromptPanel& panel = show(question());
   EXPECT_EQ(memory.windows.frontWindow(), &panel.panel());
   EXPECT_TRUE(memory.windows.placedInMiddle(panel.panel()));
 }
 
-TEST_F(PromptPanelTest, OneLeaveIsForOnePanel) {
+TEST_F(PromptPanelTest, AnActivationIsForOnePanel) {
   memory.application.setActivation({.timestamp = 7, .token = "token"});
   show(confirmation());
   EXPECT_EQ(memory.windows.lastActivation(), (Activation{.timestamp = 7, .token = "token"}));

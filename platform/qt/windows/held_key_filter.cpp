@@ -43,7 +43,7 @@ void HeldKeyFilter::watch(QWindow& window) {
 bool HeldKeyFilter::eventFilter(QObject* /*watched*/, QEvent* event) {
   switch (event->type()) {
     case QEvent::KeyPress:
-      return swallows(*static_cast<QKeyEvent*>(event));
+      return drops(*static_cast<QKeyEvent*>(event));
     case QEvent::KeyRelease:
       release(*static_cast<QKeyEvent*>(event));
       return false;
@@ -58,7 +58,7 @@ bool HeldKeyFilter::nativeEventFilter(const QByteArray& eventType, void* message
   const auto& event = *static_cast<const xcb_generic_event_t*>(message);
   const int type = x11EventType(event);
   if (type == XCB_KEYMAP_NOTIFY && hasJustGotKeyboard_) {
-    // Another one comes with the pointer.
+    // The server sends this event also when the pointer enters the window.
     held_ = x11KeysDown(reinterpret_cast<const xcb_keymap_notify_event_t&>(event));
   }
   hasJustGotKeyboard_ =
@@ -67,12 +67,12 @@ bool HeldKeyFilter::nativeEventFilter(const QByteArray& eventType, void* message
   return false;
 }
 
-bool HeldKeyFilter::swallows(const QKeyEvent& press) const {
+bool HeldKeyFilter::drops(const QKeyEvent& press) const {
   return isAnswer(press.key()) && (press.isAutoRepeat() || held_.contains(press.nativeScanCode()));
 }
 
 void HeldKeyFilter::release(const QKeyEvent& release) {
-  // Between two presses of a key that is held down there is a release on X11, but it stays down.
+  // X11 reports a release between two repeated presses although the key is still down.
   if (held_.contains(release.nativeScanCode()) && !isDown(release.nativeScanCode())) {
     held_.erase(release.nativeScanCode());
   }

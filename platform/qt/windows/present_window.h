@@ -8,9 +8,8 @@ class QWidget;
 
 namespace quillmar {
 
-/// Shows the window if it is hidden, in front of the others and with the focus, as far as the
-/// desktop lets `activation` have that. Without one the window comes forward as if the user had
-/// asked for it just now.
+/// Shows the window if it is hidden, in front of the others and with the focus, if the desktop
+/// accepts the activation. An empty activation counts as a user action of this moment.
 void presentWindow(QWidget& window, const Activation& activation);
 
 }  // namespace quillmar

@@ -15,7 +15,7 @@ namespace quillmar {
 
 class QtWindowPeer final : public WindowPeer {
  public:
-  /// While one lives, a change of the focus is the program's doing, not the user's.
+  /// While one exists, the program changes the focus, not the user.
   class ProgramActs {
    public:
     explicit ProgramActs(QtWindowPeer& window) : window_(window) { ++window_.programActs_; }
@@ -39,9 +39,9 @@ class QtWindowPeer final : public WindowPeer {
 
   // For the peers of the window's views.
 
-  /// Some view has changed: in a turn of its own the window lays everything out anew.
+  /// A view has changed: the window is laid out again in a later turn of the main loop.
   void contentChanged();
-  /// The focus is at the widget of the view.
+  /// The widget of the view has got the focus.
   void userFocused(View& view);
 
  private:
@@ -60,7 +60,7 @@ class QtWindowPeer final : public WindowPeer {
   /// A place for a window with that frame, moved until it covers no title bar of another window.
   QPoint cascaded(QRect frame, const QRect& screen) const;
   void becomeSheet();
-  /// The focus is where the model says, now that widgets may have come or gone.
+  /// Gives the focus to the first responder, if that can have it.
   void showFocus();
   /// Scrolls the views around it to the view.
   static void reveal(const View& view);

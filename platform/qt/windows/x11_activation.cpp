@@ -27,8 +27,8 @@ XcbReply<xcb_generic_event_t> nextEvent(xcb_connection_t* connection) {
   return event;
 }
 
-/// What the server's clock shows; 0 when it does not tell. A change of a property carries the time,
-/// and a connection of its own keeps that event apart from the toolkit's.
+/// The server's time; 0 when it does not answer. The event for a changed property has the time; a
+/// separate connection keeps that event apart from the toolkit's.
 std::uint32_t serverTime() {
   int screenNumber = 0;
   const std::unique_ptr<xcb_connection_t, Disconnect> connection(
@@ -63,7 +63,7 @@ X11Activation::X11Activation(xcb_connection_t* connection, xcb_window_t window,
 
 void X11Activation::announce() const {
   if (time_ == 0) return;
-  // Some window managers have the time on a window of its own, which the toolkit has made.
+  // The toolkit keeps the time on a separate window where the window manager supports it.
   const xcb_window_t own = x11WindowIn(connection_, window_, "_NET_WM_USER_TIME_WINDOW");
   const xcb_window_t holder = own == XCB_WINDOW_NONE ? window_ : own;
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, holder,
@@ -94,8 +94,9 @@ void X11Activation::askWindowManager() const {
 }
 
 void X11Activation::takeFocus() const {
-  // Without a window manager the window is viewable as soon as the server has mapped it. With one
-  // of the kind that says nothing of itself it may not be yet; that one gives the focus itself.
+  // Without a window manager the window is viewable as soon as the server has mapped it. With a
+  // window manager that does not announce itself it may not be viewable yet: the request fails, and
+  // the window manager gives the focus itself.
   const xcb_void_cookie_t cookie =
       xcb_set_input_focus_checked(connection_, XCB_INPUT_FOCUS_PARENT, window_, time_);
   xcb_discard_reply(connection_, cookie.sequence);

@@ -1,5 +1,6 @@
-// The leave to come to the front on an X display. The toolkit knows only the times of events in its
-// own windows; the click that a window answers may have been in the panel.
+// Brings a window to the front on an X display, with the timestamp of the user action that asked
+// for it. The toolkit knows only the times of events in its own windows, and the click may have
+// been in the panel.
 
 #pragma once
 
@@ -13,15 +14,15 @@ namespace quillmar {
 
 class X11Activation {
  public:
-  /// The connection, which outlives this, is the toolkit's. An activation without a time counts as
-  /// one of right now.
+  /// The connection is the toolkit's and is not owned. An activation without a time gets the
+  /// current one.
   X11Activation(xcb_connection_t* connection, xcb_window_t window, const Activation& activation);
 
-  /// Before the window is mapped: the window manager is told what event it answers.
+  /// Before the window is mapped: tells the window manager the time of the user action.
   void announce() const;
 
-  /// Once it is mapped: asks the window manager to bring it to the front. Where there is none,
-  /// gives it the keyboard.
+  /// After the window is mapped: asks the window manager to bring it to the front. Gives it the
+  /// keyboard if there is no window manager.
   void activate() const;
 
  private:

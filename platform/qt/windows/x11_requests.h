@@ -1,4 +1,4 @@
-// Questions to the X server on the toolkit's connection.
+// Requests to the X server on the toolkit's connection.
 
 #pragma once
 
@@ -37,12 +37,12 @@ bool x11HasWindowManager(xcb_connection_t* connection);
 /// One of the XCB_..._NOTIFY and their like, whether the server or another program sent it.
 int x11EventType(const xcb_generic_event_t& event);
 
-/// Has the server tell of these events in the window, too, beside those that are asked for already.
+/// Also selects these events of the window.
 void x11SelectAlso(xcb_connection_t* connection, xcb_window_t window, std::uint32_t eventMask);
 
 /// The key codes of all keys that are down now.
 std::set<std::uint32_t> x11KeysDown(xcb_connection_t* connection);
-/// The same for the moment that the event tells of.
+/// The keys that were down at the time of the event.
 std::set<std::uint32_t> x11KeysDown(const xcb_keymap_notify_event_t& event);
 
 }  // namespace quillmar
