@@ -1,11 +1,13 @@
 # shellcheck shell=bash
-# Building and testing with a preset; sourced by the scripts. Logs stay short: the whole output
-# lies in build/PRESET.*.log and is shown when something fails.
+# Builds and tests with a preset; sourced by the scripts. The output is short: the whole of it is in
+# build/PRESET.*.log, and its end is shown if something fails.
 
 jobs=$(nproc)
+# Many tests wait for other processes.
+test_jobs=$((2 * jobs))
 mkdir -p build
 
-# quietly LOG COMMAND...: runs the command and shows the end of its output only when it fails.
+# quietly LOG COMMAND...: runs the command and shows the end of its output only if it fails.
 quietly() {
   local log=$1
   shift
@@ -23,11 +25,13 @@ build() {
   quietly "build/$1.build.log" cmake --build --preset "$1" --parallel "$jobs"
 }
 
-# run_tests PRESET: runs all tests and prints ctest's closing lines, and before them what failed.
+# run_tests PRESET [CTEST_OPTION...]: runs the tests, prints what failed, and ctest's closing lines.
 run_tests() {
-  local log=build/$1.test.log
-  echo "Testing the preset $1"
-  if ctest --preset "$1" --parallel "$jobs" --no-tests=error >"$log" 2>&1 </dev/null; then
+  local preset=$1 log=build/$1.test.log
+  shift
+  echo "Testing the preset $preset"
+  if ctest --preset "$preset" --parallel "$test_jobs" --no-tests=error "$@" >"$log" 2>&1 \
+    </dev/null; then
     sed -n '/tests passed/,$p' "$log"
   else
     grep -vE ' Start +[0-9]+: | Passed +[0-9.]+ sec' "$log" | tail -n 300 >&2
