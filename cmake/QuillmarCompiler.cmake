@@ -26,7 +26,7 @@ target_compile_options(quillmar_compiler INTERFACE
 target_link_options(quillmar_compiler INTERFACE -Wl,--as-needed -Wl,-z,relro)
 
 if(QUILLMAR_SANITIZE)
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+  add_compile_options(-fsanitize=${QUILLMAR_SANITIZE} -fno-sanitize-recover=undefined
                       -fno-omit-frame-pointer)
-  add_link_options(-fsanitize=address,undefined)
+  add_link_options(-fsanitize=${QUILLMAR_SANITIZE})
 endif()
