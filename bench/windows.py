@@ -1,12 +1,13 @@
 #!/usr/bin/python3
 """Measures the program's windows on the virtual desktop.
 
-Usage: scripts/virtual-desktop bench/windows.py QUILLMAR [--rounds N]
+Usage: scripts/virtual-desktop bench/windows.py QUILLMAR QT_WINDOW [--rounds N]
 
-Prints how long it takes from a click on an entry of the menu until the panel that it opens is
-painted on the screen: the first time in a process, which loads the toolkit (warm: its files are in
-the page cache), and later on; and the program's PSS before its first window, with one open, and
-after all are closed.
+Prints the time from a click on a menu entry until the panel that it opens is painted: for the first
+panel of a process, which loads the toolkit, and for later ones. The first panel is compared with
+QT_WINDOW, a minimal Qt program with the same window, from exec until its window is painted; the two
+take turns, and all their files are in the page cache. Also prints the program's PSS before the first
+panel, with one open, and after closing it.
 """
 
 import argparse
@@ -32,6 +33,7 @@ MENU = "com.canonical.dbusmenu"
 SETTLE_SECONDS = 1
 PATIENCE_SECONDS = 20
 FIRST_LIMIT = 150
+FIRST_RATIO_LIMIT = 2.0
 LATER_LIMIT = 30
 
 
@@ -57,11 +59,14 @@ class Screen:
                 sys.exit(f"Not so after {PATIENCE_SECONDS} seconds: {what}.")
 
     def wait_for_panel(self):
-        self.wait_for(lambda: self.colours() > 4, "a panel is on the screen")
+        self.wait_for(lambda: self.colours() > 4, "a window is on the screen")
+
+    def wait_until_empty(self):
+        self.wait_for(lambda: self.colours() == 1, "the screen is empty")
 
     def close_panel(self):
         subprocess.run(["xdotool", "key", "Escape"], check=True)
-        self.wait_for(lambda: self.colours() == 1, "the panel is closed")
+        self.wait_until_empty()
 
 
 class Menu:
@@ -88,16 +93,28 @@ def milliseconds_until_panel(menu, screen):
     return (time.monotonic() - began) * 1000
 
 
+def milliseconds_until_qt_window(program, screen):
+    """Starts the minimal Qt program, and ends it when its window is painted."""
+    began = time.monotonic()
+    process = subprocess.Popen([program], stdout=subprocess.DEVNULL)
+    screen.wait_for_panel()
+    needed = (time.monotonic() - began) * 1000
+    end(process)
+    screen.wait_until_empty()
+    return needed
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("quillmar")
+    parser.add_argument("qt_window")
     parser.add_argument("--rounds", type=int, default=9)
     arguments = parser.parse_args()
 
     watcher = Watcher()
     GLib.timeout_add(100, lambda: True)
     screen = Screen()
-    first, later = [], []
+    first, qt, later = [], [], []
     before = opened = after = 0
     with tempfile.TemporaryDirectory() as directory:
         (pathlib.Path(directory) / "settings.json").write_text(json.dumps({"categories": [{
@@ -119,11 +136,16 @@ def main():
             time.sleep(SETTLE_SECONDS)
             after = pss_kilobytes(program.pid)
             end(program)
-            if number > 0:  # the one before warmed the page cache
+            time_of_qt = milliseconds_until_qt_window(arguments.qt_window, screen)
+            if number > 0:  # The first round warms the page cache.
                 first.append(time_of_first)
+                qt.append(time_of_qt)
 
-    print(f"click to first panel:    {statistics.median(first):.1f} ms  (limit {FIRST_LIMIT})")
-    print(f"click to a later panel:  {statistics.median(later):.1f} ms  (limit {LATER_LIMIT})")
+    median = statistics.median
+    ratio = median(ours / theirs for ours, theirs in zip(first, qt))
+    print(f"click to first panel:    {median(first):.1f} ms / {median(qt):.1f} ms = {ratio:.2f}"
+          f"  (limit {FIRST_RATIO_LIMIT:.2f}, and {FIRST_LIMIT} ms)")
+    print(f"click to a later panel:  {median(later):.1f} ms  (limit {LATER_LIMIT} ms)")
     print(f"PSS before, with a panel, after closing it: {before} kB, {opened} kB, {after} kB")
 
 
