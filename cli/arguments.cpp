@@ -13,7 +13,7 @@ namespace quillmar {
 
 namespace {
 
-/// One sub-command's words, split into options, their values, and operands.
+/// The arguments of a sub-command: options, their values, and operands.
 struct Words {
   std::vector<std::string> operands;
   std::optional<std::string> input;
@@ -23,7 +23,7 @@ struct Words {
 
 enum AllowedOptions : unsigned { noOptions = 0, jsonOption = 1, runOptions = 2 };
 
-/// True when --help or -h is among the options; a word behind --input is its value.
+/// True if --help or -h is among the options. The argument after --input is its value.
 bool asksForHelp(const std::vector<std::string>& words) {
   for (std::size_t i = 0; i < words.size() && words[i] != "--"; ++i) {
     if (words[i] == "--help" || words[i] == "-h") return true;
@@ -33,7 +33,7 @@ bool asksForHelp(const std::vector<std::string>& words) {
 }
 
 Error unknownOption(const std::string& word) {
-  return Error{"There is no option “" + word + "” here."};
+  return Error{"Unknown option “" + word + "”."};
 }
 
 Result<Words> splitWords(const std::vector<std::string>& words, unsigned allowed) {
@@ -55,7 +55,7 @@ Result<Words> splitWords(const std::vector<std::string>& words, unsigned allowed
     } else if ((allowed & runOptions) != 0 && word.starts_with(inputEquals)) {
       split.input = word.substr(inputEquals.size());
     } else if ((allowed & runOptions) != 0 && word == "--input") {
-      if (i + 1 == words.size()) return Error{"The option “--input” needs a text behind it."};
+      if (i + 1 == words.size()) return Error{"Option “--input” requires a value."};
       split.input = words[++i];
     } else {
       return unknownOption(word);
@@ -69,8 +69,8 @@ Result<Invocation> parseWithoutOperands(const std::vector<std::string>& words, u
   Result<Words> split = splitWords(words, allowed);
   if (!split) return split.error();
   if (!split.value().operands.empty()) {
-    return Error{"“" + words.front() + "” takes no further words, but there is “" +
-                 split.value().operands.front() + "”."};
+    return Error{"“" + words.front() + "” takes no arguments (got “" +
+                 split.value().operands.front() + "”)."};
   }
   return make(split.value());
 }
@@ -78,7 +78,7 @@ Result<Invocation> parseWithoutOperands(const std::vector<std::string>& words, u
 Result<Invocation> parseCheck(const std::vector<std::string>& words) {
   Result<Words> split = splitWords(words, noOptions);
   if (!split) return split.error();
-  if (split.value().operands.empty()) return Error{"“check” needs the name of a file."};
+  if (split.value().operands.empty()) return Error{"“check” requires a file name."};
   return Invocation(CheckInvocation{std::move(split.value().operands)});
 }
 
@@ -87,10 +87,10 @@ Result<Invocation> parseRun(const std::vector<std::string>& words) {
   if (!split) return split.error();
   Words& found = split.value();
   if (found.operands.empty() || found.operands.front().empty()) {
-    return Error{"“run” needs the id or the title of an item."};
+    return Error{"“run” requires the id or the title of an item."};
   }
   if (found.operands.size() > 1) {
-    return Error{"“run” takes one item; a title of several words needs quotes: “" +
+    return Error{"“run” takes one item. Put a title of several words in quotes: “" +
                  found.operands[0] + " " + found.operands[1] + "…”."};
   }
   return Invocation(
@@ -121,28 +121,28 @@ Result<Invocation> parseArguments(const std::vector<std::string>& words) {
   if (first == "check") return parseCheck(words);
   if (first == "run") return parseRun(words);
   if (first.starts_with('-')) return unknownOption(first);
-  return Error{"There is no sub-command “" + first + "”."};
+  return Error{"Unknown sub-command “" + first + "”."};
 }
 
 std::string_view helpText() {
   return R"(Quillmar puts your own commands into a menu in the desktop's panel.
 
 Usage:
-  quillmar                        live in the panel until “Quit Quillmar”
+  quillmar                        run in the panel until “Quit Quillmar”
   quillmar menu                   open the menu of the running Quillmar at the
-                                  pointer, for a key of your desktop
+                                  pointer; bind this to a key of your desktop
   quillmar list [--json]          list the folders and items of the menu
-  quillmar run ITEM [OPTION…]     run one item here, by its id or its title
-  quillmar check FILE…            say whether files are valid settings or packs;
+  quillmar run ITEM [OPTION…]     run one item in this terminal, by its id or title
+  quillmar check FILE…            check that files are valid settings or packs;
                                   “-” is standard input
-  quillmar settings-file          print where the settings file is
+  quillmar settings-file          print the path of the settings file
   quillmar --version
   quillmar --help
 
 Options of “run”:
-  --input TEXT    the value for {{input}}, instead of asking for it
-  --yes           run without asking for a confirmation
-  --              the word behind it is the item, even if it begins with a hyphen
+  --input TEXT    use TEXT for {{input}} instead of asking for it
+  --yes           run without asking for confirmation
+  --              end of options; the item may then begin with a hyphen
 
 Examples:
   quillmar list
@@ -152,9 +152,8 @@ Examples:
   quillmar check ~/Downloads/*.quillmarpack
   QUILLMAR_SETTINGS_DIR=/tmp/try quillmar
 
-Exit status: 0 when it worked; 1 when the command failed, a file is not valid, you declined, no menu
-could be shown or the output could not be written; 2 when the words make no sense or an option is
-missing.
+Exit status: 0 on success; 1 if the command failed, a file is not valid, you declined, the menu could
+not be shown, or the output could not be written; 2 on a usage error.
 )";
 }
 

@@ -1,4 +1,4 @@
-// The command line's words, understood.
+// Command-line parsing.
 
 #pragma once
 
@@ -12,7 +12,7 @@
 
 namespace quillmar {
 
-/// No words: live in the panel.
+/// No arguments: run in the panel.
 struct ResidentInvocation {
   bool operator==(const ResidentInvocation&) const = default;
 };
@@ -56,9 +56,9 @@ using Invocation =
     std::variant<ResidentInvocation, HelpInvocation, VersionInvocation, ListInvocation,
                  SettingsFileInvocation, CheckInvocation, MenuInvocation, RunInvocation>;
 
-/// Understands the words after the program's name. "--" ends the options, so that what follows may
-/// begin with a hyphen; --help or -h before it asks for the help, whatever else is said. The error
-/// says which word is wrong.
+/// Parses the arguments after the program's name. "--" ends the options, so later arguments may
+/// begin with a hyphen. --help or -h before it takes precedence over everything else. The error
+/// names the wrong argument.
 Result<Invocation> parseArguments(const std::vector<std::string>& words);
 
 /// The text of --help.

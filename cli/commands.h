@@ -1,5 +1,4 @@
-// The sub-commands that answer from the settings alone. None of them needs a display or writes
-// settings.
+// The sub-commands that only read settings and files. They need no display and write no settings.
 
 #pragma once
 

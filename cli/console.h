@@ -1,4 +1,4 @@
-// Where the command line prints and asks. Tests give it an in-memory one.
+// Standard output, standard error and standard input of the command line.
 
 #pragma once
 
@@ -17,30 +17,30 @@ class Console {
  public:
   virtual ~Console() = default;
 
-  /// Prints the text to standard output as it stands.
+  /// Prints the text to standard output, unchanged.
   virtual void print(std::string_view text) = 0;
 
-  /// Prints the text to standard error as it stands.
+  /// Prints the text to standard error, unchanged.
   virtual void printError(std::string_view text) = 0;
 
-  /// True when someone at a terminal can be asked.
+  /// True if the user can be asked on a terminal.
   virtual bool isInteractive() const = 0;
 
-  /// The next line typed, without its line feed; absent at the end of the input.
+  /// Reads the next line, without its line feed; absent at the end of the input.
   virtual std::optional<std::string> readLine() = 0;
 
-  /// All that is left of standard input.
+  /// Reads the rest of standard input.
   virtual Result<std::string> readToEnd() = 0;
 };
 
-/// The process's standard streams. Make it before anything is opened.
+/// The process's standard streams. Create it before any file or connection is opened.
 class StandardConsole : public Console {
  public:
-  /// Puts something in the place of each stream that is closed, so that no file or connection
-  /// opened later is taken for it. What is written there fails as before.
+  /// Opens /dev/null for each stream that is closed, so that no file opened later takes its number.
+  /// Writing to such a stream still fails.
   StandardConsole();
 
-  /// Why some of what was printed is lost; absent when standard output took all of it.
+  /// The error that lost a part of the output; absent if all of it was written.
   const std::optional<Error>& lostOutput() const { return lostOutput_; }
 
   void print(std::string_view text) override;
@@ -53,11 +53,11 @@ class StandardConsole : public Console {
   std::optional<Error> lostOutput_;
 };
 
-/// The text with the characters that a terminal would obey, control characters and turns of the
-/// direction of writing, shown as U+FFFD.
+/// Replaces control characters, line breaks and bidirectional formatting characters by U+FFFD, so
+/// that the text cannot control the terminal.
 std::string printable(std::string_view text);
 
-/// The same for a text of several lines: line feeds and tabs stay.
+/// The same for text of several lines: keeps line feeds and tabs.
 std::string printableLines(std::string_view text);
 
 }  // namespace quillmar

@@ -11,9 +11,9 @@ class CommandRunner;
 class MemoryTaskQueues;
 class SettingsManager;
 
-/// Runs the item and waits for its report. `queues` are the ones that the runner was made with, and
-/// its prompts are to be answered by the invocation's options or on the console. When neither can
-/// answer, the options that are missing are named and nothing runs.
+/// Runs the item and waits for its report. `queues` must be the ones of the runner, and its prompts
+/// must use the invocation's options and the console. If neither can answer a prompt of the item,
+/// prints the missing options and runs nothing.
 ExitStatus runItem(const RunInvocation& invocation, const SettingsManager& settings,
                    CommandRunner& runner, MemoryTaskQueues& queues, Console& console);
 

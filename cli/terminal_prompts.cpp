@@ -9,7 +9,7 @@ namespace quillmar {
 
 namespace {
 
-std::string withSmallLetters(std::string text) {
+std::string lowerCased(std::string text) {
   std::ranges::transform(text, text.begin(), [](char character) {
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
                                                 : character;
@@ -18,7 +18,7 @@ std::string withSmallLetters(std::string text) {
 }
 
 bool meansYes(const std::string& answer) {
-  const std::string word = withSmallLetters(answer);
+  const std::string word = lowerCased(answer);
   return word == "y" || word == "yes";
 }
 

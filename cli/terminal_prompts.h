@@ -1,4 +1,4 @@
-// Questions asked on the terminal, or answered beforehand by options.
+// Prompts on the terminal. Options can answer them in advance.
 
 #pragma once
 
@@ -16,8 +16,8 @@ class TerminalPrompts : public Prompts {
   /// `assumeYes` answers confirmations, `input` the question for a value. The console is not owned.
   TerminalPrompts(Console& console, bool assumeYes, std::optional<std::string> input);
 
-  /// Asks and waits for the answer. Without a terminal and without the option that answers, the
-  /// prompt is cancelled.
+  /// Asks and waits for the answer. Cancels the prompt if there is neither a terminal nor an option
+  /// that answers it.
   Result<void> show(PromptRequest request, PromptCompletion completion) override;
 
  private:

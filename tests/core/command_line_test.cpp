@@ -73,14 +73,14 @@ TEST(ArgumentsTest, WordsThatMakeNoSenseAreNamed) {
   const auto error = [](const std::vector<std::string>& words) {
     return parseArguments(words).error().description;
   };
-  EXPECT_EQ(error({"start"}), "There is no sub-command “start”.");
-  EXPECT_EQ(error({"--start"}), "There is no option “--start” here.");
-  EXPECT_EQ(error({"list", "--yes"}), "There is no option “--yes” here.");
-  EXPECT_EQ(error({"list", "all"}), "“list” takes no further words, but there is “all”.");
-  EXPECT_EQ(error({"check"}), "“check” needs the name of a file.");
-  EXPECT_EQ(error({"run"}), "“run” needs the id or the title of an item.");
-  EXPECT_EQ(error({"run", ""}), "“run” needs the id or the title of an item.");
-  EXPECT_EQ(error({"run", "Item", "--input"}), "The option “--input” needs a text behind it.");
+  EXPECT_EQ(error({"start"}), "Unknown sub-command “start”.");
+  EXPECT_EQ(error({"--start"}), "Unknown option “--start”.");
+  EXPECT_EQ(error({"list", "--yes"}), "Unknown option “--yes”.");
+  EXPECT_EQ(error({"list", "all"}), "“list” takes no arguments (got “all”).");
+  EXPECT_EQ(error({"check"}), "“check” requires a file name.");
+  EXPECT_EQ(error({"run"}), "“run” requires the id or the title of an item.");
+  EXPECT_EQ(error({"run", ""}), "“run” requires the id or the title of an item.");
+  EXPECT_EQ(error({"run", "Item", "--input"}), "Option “--input” requires a value.");
   EXPECT_THAT(error({"run", "Copy", "date"}), HasSubstr("needs quotes"));
 }
 

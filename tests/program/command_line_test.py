@@ -87,7 +87,7 @@ class InformationTestCase(CommandLineTestCase):
 
     def test_words_without_sense_are_usage_errors(self):
         self.assert_outcome(self.quillmar("start"), 2, "",
-                            "There is no sub-command “start”.\nTry “quillmar --help”.\n")
+                            "Unknown sub-command “start”.\nTry “quillmar --help”.\n")
         self.assertEqual(self.quillmar("run", "").returncode, 2)
 
     def test_a_sub_command_writes_nothing_and_leaves_the_first_launch(self):
@@ -173,7 +173,7 @@ class MenuTestCase(CommandLineTestCase):
 
     def test_further_words_are_usage_errors(self):
         self.assert_outcome(self.quillmar("menu", "now"), 2, "",
-                            "“menu” takes no further words, but there is “now”.\n"
+                            "“menu” takes no arguments (got “now”).\n"
                             "Try “quillmar --help”.\n")
 
 
