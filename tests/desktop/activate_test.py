@@ -17,7 +17,7 @@ class ActivateTest(PopUpTestCase):
         self.icon = StatusIcon(self.bus, self.program)
 
     def click(self, method, x, y):
-        run("xdotool", "mousemove", str(x + 5), str(y + 5))
+        run("xdotool", "mousemove", str(x), str(y))
         self.bus.call(self.icon.name, self.icon.path, f"{ITEM_INTERFACE}.{method}",
                       GLib.Variant("(ii)", (x, y)))
 

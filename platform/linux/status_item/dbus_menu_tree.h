@@ -24,9 +24,9 @@ class DbusMenuTree {
   /// The menu itself, in every generation.
   static constexpr Id rootId = 0;
 
-  /// A menu with more entries loses some: a bus message has at most 64 MiB of them. Those of the
-  /// top level are kept before those of submenus.
-  static constexpr std::size_t mostEntries = 32'768;
+  /// A menu with more entries loses some: an array in a bus message has at most 64 MiB. Those of
+  /// the top level are kept before those of submenus.
+  static constexpr std::size_t mostEntries = 16'384;
 
   struct Node {
     Id id = rootId;
