@@ -69,7 +69,7 @@ TEST(ArgumentsTest, AValueOrAnItemIsNoQuestionForHelp) {
   EXPECT_EQ(parsed({"run", "--", "-h"}), Invocation(RunInvocation{"-h", std::nullopt, false}));
 }
 
-TEST(ArgumentsTest, WordsThatMakeNoSenseAreNamed) {
+TEST(ArgumentsTest, WrongArgumentsAreNamed) {
   const auto error = [](const std::vector<std::string>& words) {
     return parseArguments(words).error().description;
   };
@@ -81,7 +81,7 @@ TEST(ArgumentsTest, WordsThatMakeNoSenseAreNamed) {
   EXPECT_EQ(error({"run"}), "“run” requires the id or the title of an item.");
   EXPECT_EQ(error({"run", ""}), "“run” requires the id or the title of an item.");
   EXPECT_EQ(error({"run", "Item", "--input"}), "Option “--input” requires a value.");
-  EXPECT_THAT(error({"run", "Copy", "date"}), HasSubstr("needs quotes"));
+  EXPECT_THAT(error({"run", "Copy", "date"}), HasSubstr("in quotes: “Copy date…”"));
 }
 
 // Sub-commands.
