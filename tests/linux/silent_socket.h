@@ -15,8 +15,8 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
+#include "platform/file_descriptor.h"
 #include "platform/linux/bus/glib_pointers.h"
-#include "platform/linux/files/file_descriptor.h"
 
 namespace quillmar {
 

@@ -12,7 +12,7 @@
 
 #include <glib.h>
 
-#include "platform/linux/files/file_descriptor.h"
+#include "platform/file_descriptor.h"
 
 namespace quillmar {
 

@@ -16,7 +16,7 @@
 #include <unistd.h>
 
 #include "platform/error_text.h"
-#include "platform/linux/files/file_descriptor.h"
+#include "platform/file_descriptor.h"
 #include "platform/linux/files/system_error.h"
 
 namespace quillmar {

@@ -10,7 +10,7 @@
 #include <fcntl.h>
 
 #include "platform/error_text.h"
-#include "platform/linux/files/file_descriptor.h"
+#include "platform/file_descriptor.h"
 #include "platform/status_item.h"
 #include "platform/widgets/view_peer.h"
 

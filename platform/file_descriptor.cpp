@@ -1,4 +1,4 @@
-#include "platform/linux/files/file_descriptor.h"
+#include "platform/file_descriptor.h"
 
 #include <cerrno>
 

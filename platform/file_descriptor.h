@@ -1,4 +1,4 @@
-// A descriptor of the system and the duty to close it.
+// The owner of a file descriptor.
 
 #pragma once
 
@@ -19,17 +19,17 @@ class FileDescriptor {
   }
   ~FileDescriptor() { close(); }
 
-  /// -1 when it holds none.
+  /// -1 if it owns none.
   int number() const { return number_; }
   explicit operator bool() const { return number_ >= 0; }
 
-  /// Leaves it to the caller to close it.
+  /// Transfers the ownership to the caller.
   int release() { return std::exchange(number_, -1); }
 
-  /// Closes it now. The errno of whatever failed before stays.
+  /// Closes it now and preserves errno.
   void close();
 
-  /// Closes it now; 0, or the error number of what was written and could not be kept.
+  /// Closes it now. Returns 0, or the error number if written data could not be stored.
   int finish();
 
  private:
