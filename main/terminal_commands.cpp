@@ -78,7 +78,7 @@ ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environmen
                                Console& console) {
   return withSettings(environment, [&](SettingsManager& settings) {
     ignoreBrokenPipes();
-    SystemServices system(environment, PosixProcesses::Sessions::shared, augmentedEnvironment);
+    SystemServices system(environment, PosixProcesses::Terminal::inherit, augmentedEnvironment);
     MemoryTaskQueues queues;
     TerminalPrompts prompts(console, invocation.yes, invocation.input);
     RunningInstance instance(environment);

@@ -1,8 +1,9 @@
-// Child processes: launched with arguments, an environment and a working directory, standard output
-// and standard error read by this program, standard input inherited.
+// Child processes: launched with arguments, an environment and a working directory. This program
+// reads their standard output and standard error.
 
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <optional>
@@ -13,9 +14,12 @@
 
 namespace quillmar {
 
-/// Where a child's standard error goes: into its standard output, in the order in which the child
-/// writes, or where it can be told from that.
-enum class StandardError { joined, apart };
+/// Whether a child's standard error is merged into its standard output, in the order of the writes,
+/// or captured separately.
+enum class StandardError { merged, separate };
+
+/// Output beyond this size is an error.
+inline constexpr std::size_t mostOutputBytes = std::size_t{256} << 20;
 
 /// A configured child process, not launched yet.
 struct Process {
@@ -28,33 +32,34 @@ struct Process {
   std::map<std::string, std::string> environment;
   /// Empty for this program's own.
   std::string workingDirectory;
-  StandardError standardError = StandardError::joined;
+  StandardError standardError = StandardError::merged;
 
   bool operator==(const Process&) const = default;
 };
 
-/// The launch error of a process in which a path, an argument or an environment variable holds a
-/// U+0000, which no program can be given; absent when all are fine. For backends.
+/// The launch error of a process whose path, arguments or environment contain a U+0000, which
+/// cannot be passed to a program; absent otherwise. For backends.
 std::optional<Error> unusableTextIn(const Process& process);
 
 /// All bytes that a child wrote.
 struct ProcessOutput {
-  /// Standard error too, when that is joined.
+  /// Includes standard error if that is merged.
   std::string standardOutput;
-  /// Empty unless it is kept apart.
+  /// Empty unless captured separately.
   std::string standardError;
 
   bool operator==(const ProcessOutput&) const = default;
 };
 
-/// A launched child. Whoever holds it must call waitForExit() once; any one thread.
+/// A launched child. The owner must call waitForExit() once. Any thread, one at a time.
 class RunningProcess {
  public:
   virtual ~RunningProcess() = default;
 
-  /// Blocks until every holder of the pipes' other ends has closed them. Whichever the child fills
-  /// first, it never waits for the reader of the other one. Fails when the bytes do not fit into
-  /// memory; the pipes are closed then, which ends a child that goes on writing.
+  /// Blocks until every process that holds the write ends of the pipes has closed them. Reads both
+  /// pipes side by side, so the child never blocks on one of them. Fails when the output exceeds
+  /// `mostOutputBytes` or the memory; the pipes are closed then, so that the child is not left
+  /// blocked: its next write fails, which ends most programs (SIGPIPE).
   virtual Result<ProcessOutput> readToEnd() = 0;
 
   /// Blocks until the child has ended. Returns its exit status, or 128 plus the number of the
@@ -66,10 +71,10 @@ class Processes {
  public:
   virtual ~Processes() = default;
 
-  /// Starts the child; any thread. No descriptor of this program other than the standard ones
-  /// reaches it, and its signal dispositions and mask are the defaults. Fails, with a sentence that
-  /// tells them apart, when the program or the working directory is missing or unusable, when a
-  /// text holds a U+0000, or when the system has no process or descriptor to spare.
+  /// Starts the child. It inherits no descriptor except the standard ones, and has the default
+  /// signal handlers and mask. Fails when the program or the working directory is missing or
+  /// unusable, when a text contains a U+0000, or when the system has no process or descriptor to
+  /// spare; the error says which. Any thread.
   virtual Result<std::unique_ptr<RunningProcess>> launch(const Process& process) = 0;
 };
 

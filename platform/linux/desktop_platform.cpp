@@ -14,7 +14,7 @@ namespace quillmar {
 
 DesktopPlatform::DesktopPlatform(const Environment& environment, ApplicationInstance& instance,
                                  Options options)
-    : system_(environment, PosixProcesses::Sessions::separate, options.commandEnvironment),
+    : system_(environment, PosixProcesses::Terminal::detach, options.commandEnvironment),
       queues_(mainQueue_),
       images_(system_.bundle.iconThemePath(),
               IconThemes::ofUser(environment, system_.userDirectories.homeDirectory())),

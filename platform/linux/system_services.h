@@ -24,12 +24,12 @@ struct SystemServices {
                                                                 const FileSystem& files);
 
   /// `processEnvironment` must outlive the services.
-  SystemServices(const Environment& processEnvironment, PosixProcesses::Sessions sessions,
+  SystemServices(const Environment& processEnvironment, PosixProcesses::Terminal terminal,
                  CommandEnvironment* commandEnvironment)
       : environment(processEnvironment),
         userDirectories(environment, userDatabase),
         bundle(BundleDirectory::ofThisProgram()),
-        processes(sessions),
+        processes(terminal),
         appleScript(processes, [this, commandEnvironment] {
           return commandEnvironment(environment, userDirectories.homeDirectory(), files);
         }) {}

@@ -45,7 +45,7 @@ Result<std::unique_ptr<RunningProcess>> MemoryProcesses::launch(const Process& p
   ScriptedRun run = handler_ ? handler_(process) : ScriptedRun{};
   if (run.launchError) return *std::move(run.launchError);
   ProcessOutput output{std::move(run.standardOutput), std::move(run.standardError)};
-  if (process.standardError == StandardError::joined) {
+  if (process.standardError == StandardError::merged) {
     output.standardOutput += std::exchange(output.standardError, {});
   }
   return std::unique_ptr<RunningProcess>(std::make_unique<MemoryRunningProcess>(

@@ -78,12 +78,12 @@ TYPED_TEST_P(ProcessesConformance, NoOutputIsTheEmptyText) {
   EXPECT_EQ(this->run(this->fixture_.printing("", 0)).output, "");
 }
 
-TYPED_TEST_P(ProcessesConformance, StandardErrorJoinsTheOutputUnlessItIsKeptApart) {
+TYPED_TEST_P(ProcessesConformance, StandardErrorIsMergedIntoTheOutputUnlessCapturedSeparately) {
   Process process = this->fixture_.printingBoth("out", "err");
   auto outcome = this->run(process);
   EXPECT_EQ(outcome.output, "outerr");
   EXPECT_EQ(outcome.errors, "");
-  process.standardError = StandardError::apart;
+  process.standardError = StandardError::separate;
   outcome = this->run(process);
   EXPECT_EQ(outcome.output, "out");
   EXPECT_EQ(outcome.errors, "err");
@@ -92,7 +92,7 @@ TYPED_TEST_P(ProcessesConformance, StandardErrorJoinsTheOutputUnlessItIsKeptApar
 TYPED_TEST_P(ProcessesConformance, BothStreamsArriveWholeHoweverMuchTheyCarry) {
   constexpr std::size_t bytes = 1'000'000;
   Process process = this->fixture_.printingMuch(bytes);
-  process.standardError = StandardError::apart;
+  process.standardError = StandardError::separate;
   const auto outcome = this->run(process);
   EXPECT_EQ(outcome.status, 0);
   EXPECT_TRUE(outcome.output == std::string(bytes, 'o')) << outcome.output.size() << " bytes";
@@ -166,7 +166,8 @@ TYPED_TEST_P(ProcessesConformance, ANullCharacterInAnyTextIsALaunchErrorThatSays
 
 REGISTER_TYPED_TEST_SUITE_P(ProcessesConformance, AProgramsOutputAndExitStatusArrive,
                             AFailingProgramsOutputAndStatusArrive, OutputOfAnyBytesArrivesUnchanged,
-                            NoOutputIsTheEmptyText, StandardErrorJoinsTheOutputUnlessItIsKeptApart,
+                            NoOutputIsTheEmptyText,
+                            StandardErrorIsMergedIntoTheOutputUnlessCapturedSeparately,
                             BothStreamsArriveWholeHoweverMuchTheyCarry,
                             ASignalThatEndsTheProgramIsToldAs128PlusItsNumber,
                             ArgumentsArriveUnchanged, TheEnvironmentIsTheGivenOneAndNothingElse,

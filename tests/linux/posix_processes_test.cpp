@@ -13,6 +13,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/file_descriptor.h"
 #include "tests/conformance/processes_conformance.h"
 #include "tests/linux/temporary_folder.h"
 #include "tests/linux/test_program.h"
@@ -47,7 +48,7 @@ class PosixProcessesFixture {
   }
 
  private:
-  PosixProcesses processes_{PosixProcesses::Sessions::separate};
+  PosixProcesses processes_{PosixProcesses::Terminal::detach};
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Posix, ProcessesConformance, PosixProcessesFixture);
@@ -75,7 +76,7 @@ class PosixProcessesTest : public testing::Test {
   static bool hasNoChildren() { return waitpid(-1, nullptr, WNOHANG) < 0 && errno == ECHILD; }
 
   TemporaryFolder folder_;
-  PosixProcesses processes_{PosixProcesses::Sessions::separate};
+  PosixProcesses processes_{PosixProcesses::Terminal::detach};
 };
 
 TEST_F(PosixProcessesTest, StandardOutputAndStandardErrorComeInOneStreamInOrder) {
@@ -93,7 +94,7 @@ TEST_F(PosixProcessesTest, AStreamThatTheChildClosesEarlyDoesNotEndTheOther) {
                                        .arguments = {"-c", command},
                                        .environment = {{"PATH", "/usr/bin:/bin"}},
                                        .workingDirectory = "/",
-                                       .standardError = StandardError::apart});
+                                       .standardError = StandardError::separate});
     if (!launched) return ProcessOutput{launched.error().description, ""};
     ProcessOutput output = launched.value()->readToEnd().value();
     EXPECT_EQ(launched.value()->waitForExit(), 0);
@@ -158,13 +159,50 @@ TEST_F(PosixProcessesTest, AChildHasNoSignalBlockedOrIgnored) {
 
 TEST_F(PosixProcessesTest, AChildLeadsASessionOfItsOwnOnlyWhenAskedFor) {
   EXPECT_EQ(outputOf(testProgram({"showSession"})), "own");
-  PosixProcesses sharing(PosixProcesses::Sessions::shared);
-  EXPECT_EQ(outputOf(sharing, testProgram({"showSession"})), "inherited");
+  PosixProcesses inheriting(PosixProcesses::Terminal::inherit);
+  EXPECT_EQ(outputOf(inheriting, testProgram({"showSession"})), "inherited");
+}
+
+TEST_F(PosixProcessesTest, ADetachedChildDoesNotReadThisProgramsStandardInput) {
+  const FileDescriptor before(dup(STDIN_FILENO));
+  int ends[2];
+  ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+  const FileDescriptor readEnd(ends[0]);
+  FileDescriptor writeEnd(ends[1]);
+  ASSERT_EQ(write(ends[1], "typed", 5), 5);
+  writeEnd.close();
+  ASSERT_EQ(dup2(ends[0], STDIN_FILENO), STDIN_FILENO);
+  PosixProcesses inheriting(PosixProcesses::Terminal::inherit);
+  EXPECT_EQ(outputOf({"/bin/cat", {}, {}, "/"}), "");
+  EXPECT_EQ(outputOf(inheriting, {"/bin/cat", {}, {}, "/"}), "typed");
+  dup2(before.number(), STDIN_FILENO);
+}
+
+TEST_F(PosixProcessesTest, OutputBeyondTheLimitIsAnErrorAndDoesNotBlockTheChild) {
+  EXPECT_EQ(mostOutputBytes, 256u << 20);
+  PosixProcesses limited(PosixProcesses::Terminal::detach, 1 << 20);
+  for (const StandardError standardError : {StandardError::merged, StandardError::separate}) {
+    Process process = testProgram({"printMuch", std::to_string(1 << 19)});
+    process.standardError = standardError;
+    auto launched = limited.launch(process);
+    ASSERT_TRUE(launched.ok()) << launched.error().description;
+    const auto output = launched.value()->readToEnd();
+    ASSERT_TRUE(output.ok()) << output.error().description;
+    EXPECT_EQ(output.value().standardOutput.size() + output.value().standardError.size(), 1u << 20);
+    EXPECT_EQ(launched.value()->waitForExit(), 0);
+
+    process = {"/bin/sh", {"-c", "yes >&2"}, {{"PATH", "/usr/bin:/bin"}}, "/", standardError};
+    launched = limited.launch(process);
+    ASSERT_TRUE(launched.ok()) << launched.error().description;
+    EXPECT_EQ(launched.value()->readToEnd().error().description,
+              "The command printed more than 1 MB.");
+    EXPECT_EQ(launched.value()->waitForExit(), 128 + SIGPIPE);
+  }
 }
 
 TEST_F(PosixProcessesTest, ExitStatusesArriveAlthoughTheStarterHadThemThrownAway) {
   const auto before = std::signal(SIGCHLD, SIG_IGN);
-  PosixProcesses processes(PosixProcesses::Sessions::separate);
+  PosixProcesses processes(PosixProcesses::Terminal::detach);
   auto launched = processes.launch(testProgram({"print", "", "7"}));
   ASSERT_TRUE(launched.ok()) << launched.error().description;
   EXPECT_EQ(launched.value()->waitForExit(), 7);
@@ -177,7 +215,7 @@ TEST_F(PosixProcessesTest, NeitherEndedNorFailedLaunchesLeaveZombiesOrDescriptor
   };
   const auto before = countDescriptors();
   for (int i = 0; i < 20; ++i) {
-    for (const StandardError standardError : {StandardError::joined, StandardError::apart}) {
+    for (const StandardError standardError : {StandardError::merged, StandardError::separate}) {
       Process process = testProgram({"print", "x", "0"});
       process.standardError = standardError;
       EXPECT_EQ(outputOf(process), "x");
@@ -221,8 +259,8 @@ TEST_F(PosixProcessesTest, CommandsBeyondTheDescriptorLimitFailAndLeaveSomeForTh
       "started many, all succeeded, zombies none, spare 24\n"
       "all others: The program “/bin/cat” could not be launched: too many commands are "
       "running.\n";
-  EXPECT_EQ(outputOf(testProgram({"exhaustDescriptors", "joined", "200"})), outcome);
-  EXPECT_EQ(outputOf(testProgram({"exhaustDescriptors", "apart", "100"})), outcome);
+  EXPECT_EQ(outputOf(testProgram({"exhaustDescriptors", "merged", "200"})), outcome);
+  EXPECT_EQ(outputOf(testProgram({"exhaustDescriptors", "separate", "100"})), outcome);
 }
 
 #ifndef __SANITIZE_ADDRESS__  // The sanitizer's allocator ends the program where others throw.
@@ -231,10 +269,13 @@ TEST_F(PosixProcessesTest, CommandsBeyondTheDescriptorLimitFailAndLeaveSomeForTh
 [[noreturn]] void readEndlessOutputInLittleMemory(PosixProcesses& processes) {
   const auto launched = processes.launch({"/usr/bin/yes", {}, {}, "/"});
   // The child keeps what it was born with; only this process has to be content with less.
-  const rlimit limit{rlim_t{1} << 30, rlim_t{1} << 30};
+  const rlimit limit{rlim_t{1} << 28, rlim_t{1} << 28};
   setrlimit(RLIMIT_AS, &limit);
-  const bool failed = launched && !launched.value()->readToEnd();
-  _exit(failed && launched.value()->waitForExit() == 128 + SIGPIPE ? 0 : 1);
+  if (!launched) _exit(1);
+  const auto output = launched.value()->readToEnd();
+  const bool isError =
+      !output && output.error().description == "The command printed more than fits into memory.";
+  _exit(isError && launched.value()->waitForExit() == 128 + SIGPIPE ? 0 : 1);
 }
 
 TEST_F(PosixProcessesTest, AnEndlessOutputIsAnErrorOnceMemoryIsFull) {

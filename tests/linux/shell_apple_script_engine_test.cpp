@@ -100,8 +100,8 @@ TEST_F(ShellAppleScriptEngineTest, EachCommandRunsInAShellWithTheGivenEnvironmen
   const std::map<std::string, std::string> environment = {{"PATH", "/bin"}};
   EXPECT_THAT(
       processes_.launched(),
-      ElementsAre(Process{"/bin/sh", {"-c", "echo 'a'"}, environment, "/", StandardError::apart},
-                  Process{"/bin/sh", {"-c", "date"}, environment, "/", StandardError::apart}));
+      ElementsAre(Process{"/bin/sh", {"-c", "echo 'a'"}, environment, "/", StandardError::separate},
+                  Process{"/bin/sh", {"-c", "date"}, environment, "/", StandardError::separate}));
   EXPECT_EQ(processes_.unreapedCount(), 0u);
 }
 
@@ -165,7 +165,7 @@ TEST_F(ShellAppleScriptEngineTest, NothingRunsWhenALaterStatementIsNotUnderstood
 }
 
 TEST(ShellAppleScriptEngine, RunsRealCommands) {
-  PosixProcesses processes(PosixProcesses::Sessions::separate);
+  PosixProcesses processes(PosixProcesses::Terminal::detach);
   ShellAppleScriptEngine engine(processes, [] {
     return std::map<std::string, std::string>{{"NAME", "world"}};
   });
@@ -174,7 +174,7 @@ TEST(ShellAppleScriptEngine, RunsRealCommands) {
 }
 
 TEST(ShellAppleScriptEngine, TellsRealWarningsFromTheValue) {
-  PosixProcesses processes(PosixProcesses::Sessions::separate);
+  PosixProcesses processes(PosixProcesses::Terminal::detach);
   ShellAppleScriptEngine engine(processes, [] { return std::map<std::string, std::string>{}; });
   EXPECT_EQ(
       engine.makeScript("do shell script \"echo careful >&2; echo value\"")->execute().value(),

@@ -21,32 +21,35 @@
 #include <unistd.h>
 
 #include "platform/error_text.h"
-#include "platform/linux/files/file_descriptor.h"
+#include "platform/file_descriptor.h"
 #include "platform/linux/files/system_error.h"
 
 namespace quillmar {
 
 namespace {
 
-constexpr rlim_t descriptorsKeptBack = 32;
+constexpr rlim_t reservedDescriptors = 32;
 constexpr int statusOfUnknownEnd = 255;
 
 class PosixRunningProcess final : public RunningProcess {
  public:
-  /// `standardError` holds no descriptor when it is joined with the standard output.
-  PosixRunningProcess(pid_t id, FileDescriptor standardOutput, FileDescriptor standardError)
+  /// `standardError` holds no descriptor when it is merged into the standard output.
+  PosixRunningProcess(pid_t id, FileDescriptor standardOutput, FileDescriptor standardError,
+                      std::size_t outputLimit)
       : id_(id),
         standardOutput_(std::move(standardOutput)),
-        standardError_(std::move(standardError)) {}
+        standardError_(std::move(standardError)),
+        outputLimit_(outputLimit) {}
 
   Result<ProcessOutput> readToEnd() override {
     try {
-      return readPipes();
+      if (auto output = readPipes()) return *std::move(output);
     } catch (const std::bad_alloc&) {
-      standardOutput_.close();
-      standardError_.close();
+      closePipes();
       return Error{"The command printed more than fits into memory."};
     }
+    closePipes();
+    return Error{"The command printed more than " + std::to_string(outputLimit_ >> 20) + " MB."};
   }
 
   int waitForExit() override {
@@ -58,18 +61,27 @@ class PosixRunningProcess final : public RunningProcess {
   }
 
  private:
-  ProcessOutput readPipes() {
+  /// Absent when the output exceeds the limit.
+  std::optional<ProcessOutput> readPipes() {
     ProcessOutput output;
-    while (standardOutput_ && standardError_) {
+    while (standardOutput_ || standardError_) {
+      // poll() ignores the negative number of a closed pipe.
       pollfd pipes[] = {{standardOutput_.number(), POLLIN, 0},
                         {standardError_.number(), POLLIN, 0}};
-      if (poll(pipes, 2, -1) < 0 && errno != EINTR) break;
+      if (poll(pipes, 2, -1) < 0) continue;
       if (pipes[0].revents != 0) readSome(standardOutput_, output.standardOutput);
       if (pipes[1].revents != 0) readSome(standardError_, output.standardError);
+      if (output.standardOutput.size() + output.standardError.size() > outputLimit_) {
+        return std::nullopt;
+      }
     }
-    while (standardOutput_) readSome(standardOutput_, output.standardOutput);
-    while (standardError_) readSome(standardError_, output.standardError);
     return output;
+  }
+
+  /// What the child writes from now on fails, as to any closed pipe.
+  void closePipes() {
+    standardOutput_.close();
+    standardError_.close();
   }
 
   /// Appends what the pipe has, blocking while that is nothing, and closes it at its end.
@@ -87,13 +99,18 @@ class PosixRunningProcess final : public RunningProcess {
   pid_t id_;
   FileDescriptor standardOutput_;
   FileDescriptor standardError_;
+  std::size_t outputLimit_;
 };
 
-/// What the child does between its birth and its program.
+/// What the child does before it executes its program.
 class ChildSteps {
  public:
-  ChildSteps(int standardOutput, int standardError, const std::string& workingDirectory) {
+  ChildSteps(PosixProcesses::Terminal terminal, int standardOutput, int standardError,
+             const std::string& workingDirectory) {
     posix_spawn_file_actions_init(&actions_);
+    if (terminal == PosixProcesses::Terminal::detach) {
+      posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    }
     posix_spawn_file_actions_adddup2(&actions_, standardOutput, STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions_, standardError, STDERR_FILENO);
     posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
@@ -111,7 +128,7 @@ class ChildSteps {
   posix_spawn_file_actions_t actions_;
 };
 
-/// The texts' addresses, with a nullptr at the end. The texts must outlive them unchanged.
+/// Pointers to the texts, terminated by a nullptr. Valid while the texts are unchanged.
 std::vector<char*> addressesOf(const std::vector<std::string>& texts) {
   std::vector<char*> addresses;
   addresses.reserve(texts.size() + 1);
@@ -137,7 +154,7 @@ std::vector<std::string> environmentVector(const Process& process) {
   return texts;
 }
 
-/// The program's path as it holds in the child too, whose working directory is another one.
+/// The program's path, independent of the working directory, which the child changes.
 std::string absolutePath(const std::string& path) {
   if (path.empty() || path.starts_with('/')) return path;
   std::array<char, PATH_MAX> folder;
@@ -149,8 +166,8 @@ struct Pipe {
   FileDescriptor writeEnd;
 };
 
-/// A pipe that leaves the descriptors kept back alone; the reason when there is none to be had.
-/// The system gives out the lowest free numbers, so a high one says that all below are taken.
+/// A pipe that does not use the reserved descriptors, or the reason why there is none. The system
+/// allocates the lowest free number, so a high number means that all lower ones are in use.
 Result<Pipe, std::string> makePipe() {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) < 0) {
@@ -161,13 +178,13 @@ Result<Pipe, std::string> makePipe() {
   rlimit limit{};
   getrlimit(RLIMIT_NOFILE, &limit);
   const auto highest = static_cast<rlim_t>(std::max(ends[0], ends[1]));
-  if (limit.rlim_cur != RLIM_INFINITY && highest + descriptorsKeptBack >= limit.rlim_cur) {
+  if (limit.rlim_cur != RLIM_INFINITY && highest + reservedDescriptors >= limit.rlim_cur) {
     return std::string("too many commands are running");
   }
   return pipe;
 }
 
-/// Why nobody can work in the folder; absent when one can.
+/// Why the folder cannot be a working directory; absent when it can.
 std::optional<std::string> obstacleInWorkingDirectory(const std::string& path) {
   if (path.empty()) return std::nullopt;
   const std::string folder = "its working directory " + quotedPath(path);
@@ -183,8 +200,8 @@ std::optional<std::string> obstacleInWorkingDirectory(const std::string& path) {
   return std::nullopt;
 }
 
-/// Why the program did not start. The system says the same of a missing program and of a missing
-/// working directory, so both are looked at again.
+/// Why the program did not start. The system reports a missing program and a missing working
+/// directory with the same error number, so both are examined here.
 std::string launchObstacle(int error, const std::string& program,
                            const std::string& workingDirectory) {
   switch (error) {
@@ -211,19 +228,20 @@ std::string launchObstacle(int error, const std::string& program,
 
 }  // namespace
 
-PosixProcesses::PosixProcesses(Sessions sessions) {
+PosixProcesses::PosixProcesses(Terminal terminal, std::size_t outputLimit)
+    : terminal_(terminal), outputLimit_(outputLimit) {
   struct sigaction current {};
   sigaction(SIGCHLD, nullptr, &current);
   if (current.sa_handler == SIG_IGN) std::signal(SIGCHLD, SIG_DFL);
 
-  // sigfillset() leaves out the two signals that the C library keeps for itself, and posix_spawn()
-  // has those ignored in the child unless they are in the set.
+  // sigfillset() omits the two signals that the C library reserves for itself; posix_spawn() would
+  // then leave these ignored in the child.
   sigset_t all;
   std::memset(&all, 0xFF, sizeof all);
   sigset_t none;
   sigemptyset(&none);
   short flags = POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK;
-  if (sessions == Sessions::separate) flags |= POSIX_SPAWN_SETSID;
+  if (terminal == Terminal::detach) flags |= POSIX_SPAWN_SETSID;
   posix_spawnattr_init(&attributes_);
   posix_spawnattr_setsigdefault(&attributes_, &all);
   posix_spawnattr_setsigmask(&attributes_, &none);
@@ -236,18 +254,18 @@ PosixProcesses::~PosixProcesses() {
 
 Result<std::unique_ptr<RunningProcess>> PosixProcesses::launch(const Process& process) {
   if (std::optional<Error> error = unusableTextIn(process)) return *std::move(error);
-  const bool joined = process.standardError == StandardError::joined;
+  const bool isMerged = process.standardError == StandardError::merged;
   Result<Pipe, std::string> output = makePipe();
   if (!output) return launchError(process.executable, output.error());
-  Result<Pipe, std::string> errors = joined ? Pipe{} : makePipe();
+  Result<Pipe, std::string> errors = isMerged ? Pipe{} : makePipe();
   if (!errors) return launchError(process.executable, errors.error());
 
   const std::string program = absolutePath(process.executable);
   const std::vector<std::string> arguments = argumentVector(process);
   const std::vector<std::string> environment = environmentVector(process);
   const int outputEnd = output.value().writeEnd.number();
-  const ChildSteps steps(outputEnd, joined ? outputEnd : errors.value().writeEnd.number(),
-                         process.workingDirectory);
+  const int errorEnd = isMerged ? outputEnd : errors.value().writeEnd.number();
+  const ChildSteps steps(terminal_, outputEnd, errorEnd, process.workingDirectory);
   pid_t id = 0;
   const int error = posix_spawn(&id, program.c_str(), steps.get(), &attributes_,
                                 addressesOf(arguments).data(), addressesOf(environment).data());
@@ -256,7 +274,7 @@ Result<std::unique_ptr<RunningProcess>> PosixProcesses::launch(const Process& pr
                        launchObstacle(error, program, process.workingDirectory));
   }
   return std::unique_ptr<RunningProcess>(std::make_unique<PosixRunningProcess>(
-      id, std::move(output.value().readEnd), std::move(errors.value().readEnd)));
+      id, std::move(output.value().readEnd), std::move(errors.value().readEnd), outputLimit_));
 }
 
 }  // namespace quillmar

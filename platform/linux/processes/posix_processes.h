@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include <spawn.h>
@@ -13,26 +14,28 @@ namespace quillmar {
 
 class PosixProcesses final : public Processes {
  public:
-  enum class Sessions {
-    /// Children stay in this program's session, so that Ctrl-C on its terminal ends them with it.
-    shared,
-    /// Every child leads a session of its own, out of the reach of this program's terminal.
-    separate,
+  enum class Terminal {
+    /// Children use this program's terminal: Ctrl-C ends them with it, and they read what is typed.
+    inherit,
+    /// Each child leads a session of its own, without a terminal, and reads from /dev/null.
+    detach,
   };
 
-  /// Sees to it that the system keeps the exit statuses of this program's children: whoever started
-  /// it may have told the system to throw them away. Main thread, before others launch.
-  explicit PosixProcesses(Sessions sessions);
+  /// Also makes the system keep the exit statuses of this program's children, which the parent
+  /// process may have disabled. `outputLimit` is in bytes. Main thread, before anything launches.
+  explicit PosixProcesses(Terminal terminal, std::size_t outputLimit = mostOutputBytes);
   ~PosixProcesses() override;
   PosixProcesses(const PosixProcesses&) = delete;
   PosixProcesses& operator=(const PosixProcesses&) = delete;
 
   /// Also fails when the child's pipes would take one of the last 32 descriptors that this program
-  /// may have: those are kept back for its own files and connections.
+  /// may have: those are reserved for its own files and connections.
   Result<std::unique_ptr<RunningProcess>> launch(const Process& process) override;
 
  private:
   posix_spawnattr_t attributes_;
+  Terminal terminal_;
+  std::size_t outputLimit_;
 };
 
 }  // namespace quillmar

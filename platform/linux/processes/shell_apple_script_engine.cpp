@@ -43,7 +43,7 @@ class ShellAppleScript final : public AppleScript {
                            .arguments = {"-c", command},
                            .environment = makeEnvironment_(),
                            .workingDirectory = "/",
-                           .standardError = StandardError::apart});
+                           .standardError = StandardError::separate});
     if (!launched) return failure(launched.error().description);
     RunningProcess& child = *launched.value();
     Result<ProcessOutput> read = child.readToEnd();
