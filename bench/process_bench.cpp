@@ -92,7 +92,7 @@ void bareCommand(benchmark::State& state) {
 BENCHMARK(bareCommand)->UseRealTime();
 
 void command(benchmark::State& state) {
-  PosixProcesses processes(PosixProcesses::Sessions::separate);
+  PosixProcesses processes(PosixProcesses::Terminal::detach);
   for ([[maybe_unused]] auto _ : state) {
     auto launched = processes.launch(trueProgram());
     if (!launched) std::abort();
@@ -123,21 +123,22 @@ void bareThousandCommands(benchmark::State& state) {
 BENCHMARK(bareThousandCommands)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 void thousandBackgroundCommands(benchmark::State& state) {
-  PosixProcesses processes(PosixProcesses::Sessions::separate);
+  PosixProcesses processes(PosixProcesses::Terminal::detach);
   // Threads may still be ending when the benchmark is over.
   auto& main = *new MemoryTaskQueue;
   LinuxTaskQueues queues(main);
-  const std::unique_ptr<TaskQueue> queue = queues.makeConcurrentQueue({"bench"});
+  const std::unique_ptr<ConcurrentQueue> queue = queues.makeConcurrentQueue({"bench"});
   for ([[maybe_unused]] auto _ : state) {
     int done = 0;
     for (int i = 0; i < commandCount; ++i) {
-      queue->async([&] {
+      const auto started = queue->async([&] {
         auto launched = processes.launch(trueProgram());
         if (!launched) std::abort();
         benchmark::DoNotOptimize(launched.value()->readToEnd());
         launched.value()->waitForExit();
         main.async([&] { ++done; });
       });
+      if (!started) std::abort();
     }
     main.runUntil([&] { return done == commandCount; });
   }

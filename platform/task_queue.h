@@ -1,11 +1,13 @@
-// Queues of work: the main queue, whose tasks run one after another on the main thread, and
-// concurrent queues, whose tasks run side by side on threads of their own.
+// Work queues: the main queue, whose tasks run one after another on the main thread, and concurrent
+// queues, whose tasks run in parallel on threads of their own.
 
 #pragma once
 
 #include <functional>
 #include <memory>
 #include <string>
+
+#include "platform/result.h"
 
 namespace quillmar {
 
@@ -15,10 +17,19 @@ class TaskQueue {
 
   virtual ~TaskQueue() = default;
 
-  /// Hands over a task and returns at once; the task never runs inside this call. Any thread.
-  /// The main queue keeps the order in which tasks were handed over. A concurrent queue starts
-  /// every task at once, however many of them hang.
+  /// Appends a task and returns at once; the task never runs inside this call. Tasks run in the
+  /// order in which they were appended. Any thread.
   virtual void async(Task task) = 0;
+};
+
+class ConcurrentQueue {
+ public:
+  virtual ~ConcurrentQueue() = default;
+
+  /// Starts a task and returns at once; the task never runs inside this call. Every task starts at
+  /// once, however many others are blocked. Fails if the system has no thread for it; the task then
+  /// never runs. Any thread.
+  virtual Result<void> async(TaskQueue::Task task) = 0;
 };
 
 enum class QualityOfService { userInitiated };
@@ -28,16 +39,16 @@ struct ConcurrentQueueAttributes {
   QualityOfService qualityOfService = QualityOfService::userInitiated;
 };
 
-/// Gives out the queues. Main thread.
+/// Provides the queues. Main thread.
 class TaskQueues {
  public:
   virtual ~TaskQueues() = default;
 
   virtual TaskQueue& mainQueue() = 0;
 
-  /// A new concurrent queue, owned by the caller. Destroying it does not wait for its tasks, and
-  /// neither does the end of the program.
-  virtual std::unique_ptr<TaskQueue> makeConcurrentQueue(ConcurrentQueueAttributes attributes) = 0;
+  /// A new concurrent queue. Neither its destructor nor the end of the program waits for its tasks.
+  virtual std::unique_ptr<ConcurrentQueue> makeConcurrentQueue(
+      ConcurrentQueueAttributes attributes) = 0;
 };
 
 }  // namespace quillmar

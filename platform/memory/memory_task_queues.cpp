@@ -6,15 +6,22 @@ namespace quillmar {
 
 namespace {
 
-/// A concurrent queue: hands its tasks to the common line.
-class MemoryConcurrentQueue final : public TaskQueue {
+/// Appends its tasks to the queue that all concurrent queues share.
+class MemoryConcurrentQueue final : public ConcurrentQueue {
  public:
-  explicit MemoryConcurrentQueue(std::shared_ptr<MemoryTaskQueue> line) : line_(std::move(line)) {}
+  MemoryConcurrentQueue(std::shared_ptr<MemoryTaskQueue> tasks,
+                        std::shared_ptr<const std::optional<Error>> error)
+      : tasks_(std::move(tasks)), error_(std::move(error)) {}
 
-  void async(Task task) override { line_->async(std::move(task)); }
+  Result<void> async(TaskQueue::Task task) override {
+    if (*error_) return **error_;
+    tasks_->async(std::move(task));
+    return {};
+  }
 
  private:
-  std::shared_ptr<MemoryTaskQueue> line_;
+  std::shared_ptr<MemoryTaskQueue> tasks_;
+  std::shared_ptr<const std::optional<Error>> error_;
 };
 
 }  // namespace
@@ -56,10 +63,10 @@ TaskQueue::Task MemoryTaskQueue::take(std::unique_lock<std::mutex>& lock) {
   return task;
 }
 
-std::unique_ptr<TaskQueue> MemoryTaskQueues::makeConcurrentQueue(
+std::unique_ptr<ConcurrentQueue> MemoryTaskQueues::makeConcurrentQueue(
     ConcurrentQueueAttributes attributes) {
   attributes_.push_back(std::move(attributes));
-  return std::make_unique<MemoryConcurrentQueue>(concurrent_);
+  return std::make_unique<MemoryConcurrentQueue>(concurrent_, concurrentError_);
 }
 
 void MemoryTaskQueues::runAll() {

@@ -9,6 +9,8 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/task_queue.h"
@@ -44,7 +46,11 @@ class MemoryTaskQueue final : public TaskQueue {
 class MemoryTaskQueues final : public TaskQueues {
  public:
   MemoryTaskQueue& mainQueue() override { return main_; }
-  std::unique_ptr<TaskQueue> makeConcurrentQueue(ConcurrentQueueAttributes attributes) override;
+  std::unique_ptr<ConcurrentQueue> makeConcurrentQueue(
+      ConcurrentQueueAttributes attributes) override;
+
+  /// Makes all concurrent queues refuse further tasks with this error, or accept them again.
+  void setConcurrentError(std::optional<Error> error) { *concurrentError_ = std::move(error); }
 
   /// The line of all concurrent queues' tasks.
   MemoryTaskQueue& concurrentTasks() { return *concurrent_; }
@@ -64,6 +70,7 @@ class MemoryTaskQueues final : public TaskQueues {
  private:
   MemoryTaskQueue main_;
   std::shared_ptr<MemoryTaskQueue> concurrent_ = std::make_shared<MemoryTaskQueue>();
+  std::shared_ptr<std::optional<Error>> concurrentError_ = std::make_shared<std::optional<Error>>();
   std::vector<ConcurrentQueueAttributes> attributes_;
 };
 

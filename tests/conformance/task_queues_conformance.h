@@ -23,7 +23,7 @@ template <class Fixture>
 class TaskQueuesConformance : public testing::Test {
  protected:
   TaskQueue& mainQueue() { return fixture_.queues().mainQueue(); }
-  std::unique_ptr<TaskQueue> makeConcurrentQueue() {
+  std::unique_ptr<ConcurrentQueue> makeConcurrentQueue() {
     return fixture_.queues().makeConcurrentQueue({"org.example.conformance"});
   }
 
@@ -88,16 +88,18 @@ TYPED_TEST_P(TaskQueuesConformance, ATaskIsDestroyedOnceItHasRun) {
     return [held] {};
   };
   this->mainQueue().async(makeTask());
-  this->makeConcurrentQueue()->async(makeTask());
+  EXPECT_TRUE(this->makeConcurrentQueue()->async(makeTask()).ok());
   EXPECT_EQ(destroyed, 0);
   this->fixture_.runUntil([&] { return destroyed == 2; });
 }
 
 TYPED_TEST_P(TaskQueuesConformance, EveryConcurrentTaskRunsAndCanReportToTheMainQueue) {
-  const std::unique_ptr<TaskQueue> queue = this->makeConcurrentQueue();
+  const std::unique_ptr<ConcurrentQueue> queue = this->makeConcurrentQueue();
   std::vector<int> reports;
   for (int i = 0; i < 50; ++i) {
-    queue->async([&, i] { this->mainQueue().async([&reports, i] { reports.push_back(i); }); });
+    const auto started =
+        queue->async([&, i] { this->mainQueue().async([&reports, i] { reports.push_back(i); }); });
+    ASSERT_TRUE(started.ok());
   }
   this->fixture_.runUntil([&] { return reports.size() == 50; });
   std::vector<int> expected;
@@ -106,23 +108,26 @@ TYPED_TEST_P(TaskQueuesConformance, EveryConcurrentTaskRunsAndCanReportToTheMain
 }
 
 TYPED_TEST_P(TaskQueuesConformance, AConcurrentTaskDoesNotRunInsideTheCallThatHandsItOver) {
-  const std::unique_ptr<TaskQueue> queue = this->makeConcurrentQueue();
+  const std::unique_ptr<ConcurrentQueue> queue = this->makeConcurrentQueue();
   std::mutex mutex;
   bool ran = false;
   {
     // Inside the call, the task would wait for this lock for ever.
     const std::lock_guard lock(mutex);
-    queue->async([&] {
+    const auto started = queue->async([&] {
       { const std::lock_guard inner(mutex); }
       this->mainQueue().async([&] { ran = true; });
     });
+    ASSERT_TRUE(started.ok());
   }
   this->fixture_.runUntil([&] { return ran; });
 }
 
 TYPED_TEST_P(TaskQueuesConformance, TasksOfADestroyedConcurrentQueueStillRun) {
   bool reported = false;
-  this->makeConcurrentQueue()->async([&] { this->mainQueue().async([&] { reported = true; }); });
+  const auto started = this->makeConcurrentQueue()->async(
+      [&] { this->mainQueue().async([&] { reported = true; }); });
+  EXPECT_TRUE(started.ok());
   this->fixture_.runUntil([&] { return reported; });
 }
 

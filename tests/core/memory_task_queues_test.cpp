@@ -47,7 +47,7 @@ TEST(MemoryTaskQueues, ConcurrentTasksRunOnlyWhenTold) {
   MemoryTaskQueues queues;
   const auto queue = queues.makeConcurrentQueue({"org.example.test"});
   bool ran = false;
-  queue->async([&] { ran = true; });
+  EXPECT_TRUE(queue->async([&] { ran = true; }).ok());
   EXPECT_EQ(queues.runPending(), 0u);
   EXPECT_FALSE(ran);
   EXPECT_EQ(queues.concurrentTasks().runPending(), 1u);
@@ -61,10 +61,11 @@ TEST(MemoryTaskQueues, RunAllGoesOnUntilNoQueueHasATask) {
   const auto queue = queues.makeConcurrentQueue({});
   std::string order;
   queues.mainQueue().async([&] {
-    queue->async([&] {
+    const auto started = queue->async([&] {
       order += 'a';
       queues.mainQueue().async([&] { order += 'b'; });
     });
+    EXPECT_TRUE(started.ok());
   });
   queues.runAll();
   EXPECT_EQ(order, "ab");

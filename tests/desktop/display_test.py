@@ -60,6 +60,16 @@ class DisplayTest(WindowsTestCase):
         (self.scratch / "go").touch()
         self.wait_for_file("went")
 
+    def test_the_first_window_opens_on_a_server_that_has_no_other_client(self):
+        # Servers reset, and refuse connections meanwhile, when their last client disconnects; this
+        # one ends.
+        self.display.end()
+        self.display = Display(ends_with_last_client=True)
+        self.addCleanup(self.display.end)
+        self.start_on_display(tools(entry("Kept")))
+        self.icon.choose("About Quillmar")
+        self.windows.wait_for("About Quillmar")
+
     def test_before_any_window_was_shown_the_program_goes_on_without_windows(self):
         notifications = Notifications()
         self.start_on_display(tools(

@@ -1,7 +1,6 @@
 #include "platform/linux/processes/bounded_wait.h"
 
 #include <chrono>
-#include <csignal>
 #include <future>
 #include <memory>
 
@@ -27,15 +26,6 @@ TEST(BoundedWait, WorkThatIsLateGoesOn) {
   }));
   gate->set_value();
   EXPECT_EQ(done->get_future().wait_for(longEnough), std::future_status::ready);
-}
-
-TEST(BoundedWait, TheWorkGetsNoSignalsAndTheCallerStillDoes) {
-  sigset_t ofWork;
-  ASSERT_TRUE(endsWithin(longEnough, [&] { pthread_sigmask(SIG_SETMASK, nullptr, &ofWork); }));
-  EXPECT_TRUE(sigismember(&ofWork, SIGTERM));
-  sigset_t ofCaller;
-  pthread_sigmask(SIG_SETMASK, nullptr, &ofCaller);
-  EXPECT_FALSE(sigismember(&ofCaller, SIGTERM));
 }
 
 }  // namespace

@@ -1,13 +1,8 @@
 #include <chrono>
-#include <csignal>
 #include <functional>
 #include <future>
 #include <latch>
-#include <mutex>
 #include <string>
-#include <thread>
-#include <utility>
-#include <vector>
 
 #include <gtest/gtest.h>
 #include <pthread.h>
@@ -49,48 +44,25 @@ class CommandLineQueuesFixture {
 INSTANTIATE_TYPED_TEST_SUITE_P(MainLoop, TaskQueuesConformance, MainLoopQueuesFixture);
 INSTANTIATE_TYPED_TEST_SUITE_P(CommandLine, TaskQueuesConformance, CommandLineQueuesFixture);
 
-/// Starts threads only while it is allowed to.
-class LimitedThreads {
- public:
-  ThreadTaskQueue::StartThread starter() {
-    return [this](void* (*run)(void*), void* argument) {
-      if (allowed == 0) {
-        ++refusals;
-        return false;
-      }
-      --allowed;
-      threads.emplace_back(run, argument);
-      return true;
-    };
-  }
-
-  int allowed = 0;
-  int refusals = 0;
-  std::vector<std::jthread> threads;
-};
-
-void unexpectedRetry(std::chrono::milliseconds, const TaskQueue::Task&) {
-  ADD_FAILURE() << "The system has refused a thread.";
-}
-
 TEST(ThreadTaskQueue, TheTwoHundredthTaskStartsWhileTheOthersHang) {
   MemoryTaskQueue main;
-  ThreadTaskQueue queue({"org.example.test"}, unexpectedRetry);
+  ThreadTaskQueue queue({"org.example.test"});
   constexpr int hanging = 199;
   std::latch allStarted(hanging);
   std::promise<void> release;
   const std::shared_future<void> released = release.get_future().share();
   int ended = 0;
   for (int i = 0; i < hanging; ++i) {
-    queue.async([&, released] {
+    const auto started = queue.async([&, released] {
       allStarted.count_down();
       released.wait();
       main.async([&] { ++ended; });
     });
+    ASSERT_TRUE(started.ok());
   }
   allStarted.wait();
   bool lastRan = false;
-  queue.async([&] { main.async([&] { lastRan = true; }); });
+  EXPECT_TRUE(queue.async([&] { main.async([&] { lastRan = true; }); }).ok());
   main.runUntil([&] { return lastRan; });
   EXPECT_EQ(ended, 0);
   release.set_value();
@@ -101,11 +73,12 @@ TEST(ThreadTaskQueue, ThreadsBearTheLastPartOfTheLabel) {
   MemoryTaskQueue main;
   const auto nameFor = [&](const std::string& label) {
     std::string name;
-    ThreadTaskQueue({label}, unexpectedRetry).async([&] {
+    const auto started = ThreadTaskQueue({label}).async([&] {
       char buffer[16] = "";
       pthread_getname_np(pthread_self(), buffer, sizeof buffer);
       main.async([&name, found = std::string(buffer)] { name = found; });
     });
+    EXPECT_TRUE(started.ok());
     main.runUntil([&] { return !name.empty(); });
     return name;
   };
@@ -114,81 +87,19 @@ TEST(ThreadTaskQueue, ThreadsBearTheLastPartOfTheLabel) {
   EXPECT_EQ(nameFor("plain"), "plain");
 }
 
-TEST(ThreadTaskQueue, EverySignalIsBlockedInItsThreads) {
-  MemoryTaskQueue main;
-  bool done = false;
-  sigset_t mask;
-  sigemptyset(&mask);
-  ThreadTaskQueue({"test"}, unexpectedRetry).async([&] {
-    sigset_t current;
-    pthread_sigmask(SIG_BLOCK, nullptr, &current);
-    main.async([&, current] {
-      mask = current;
-      done = true;
-    });
+TEST(ThreadTaskQueue, WithoutAThreadATaskFailsAndNeverRuns) {
+  bool hasThread = false;
+  ThreadTaskQueue queue([&](const TaskQueue::Task& task) {
+    if (hasThread) task();
+    return hasThread;
   });
-  main.runUntil([&] { return done; });
-  for (const int signal : {SIGHUP, SIGINT, SIGTERM, SIGCHLD, SIGUSR1, SIGPIPE, SIGWINCH}) {
-    EXPECT_TRUE(sigismember(&mask, signal)) << signal;
-  }
-}
-
-TEST(ThreadTaskQueue, TasksWithoutAThreadAreTakenByThoseThatEnd) {
-  MemoryTaskQueue main;
-  LimitedThreads system;
-  system.allowed = 1;
-  ThreadTaskQueue queue({}, unexpectedRetry, system.starter());
-  std::promise<void> release;
-  std::string order;
-  queue.async([&, released = release.get_future().share()] {
-    released.wait();
-    main.async([&] { order += 'a'; });
-  });
-  queue.async([&] { main.async([&] { order += 'b'; }); });
-  queue.async([&] { main.async([&] { order += 'c'; }); });
-  EXPECT_EQ(system.refusals, 2);
-  EXPECT_EQ(main.runPending(), 0u);
-  release.set_value();
-  main.runUntil([&] { return order.size() == 3; });
-  EXPECT_EQ(order, "abc");
-  EXPECT_EQ(system.threads.size(), 1u);
-}
-
-TEST(ThreadTaskQueue, WithNoThreadAtAllItTriesAgainUntilItGetsOne) {
-  MemoryTaskQueue main;
-  LimitedThreads system;
-  std::vector<TaskQueue::Task> retries;
-  const auto runLater = [&](std::chrono::milliseconds delay, TaskQueue::Task task) {
-    EXPECT_GT(delay.count(), 0);
-    retries.push_back(std::move(task));
-  };
-  ThreadTaskQueue queue({}, runLater, system.starter());
   int ran = 0;
-  for (int i = 0; i < 3; ++i) queue.async([&] { main.async([&] { ++ran; }); });
-  EXPECT_EQ(system.refusals, 3);
-  ASSERT_EQ(retries.size(), 1u);
-  std::exchange(retries, {})[0]();
-  EXPECT_EQ(system.refusals, 4);
-  ASSERT_EQ(retries.size(), 1u);
-  system.allowed = 1;
-  std::exchange(retries, {})[0]();
-  main.runUntil([&] { return ran == 3; });
-  EXPECT_EQ(retries.size(), 0u);
-}
-
-TEST(ThreadTaskQueue, TheMainLoopGoesOnUntilTheSystemHasAThread) {
-  MainLoopTaskQueue main;
-  LimitedThreads system;
-  ThreadTaskQueue queue({}, MainLoopTaskQueue::asyncAfter, system.starter());
-  bool ran = false;
-  queue.async([&] { main.async([&] { ran = true; }); });
-  bool wentOn = false;
-  main.async([&] { wentOn = true; });
-  runMainLoopUntil([&] { return system.refusals == 2; });
-  EXPECT_TRUE(wentOn);
-  EXPECT_FALSE(ran);
-  system.allowed = 1;
-  runMainLoopUntil([&] { return ran; });
+  const auto refused = queue.async([&] { ++ran; });
+  ASSERT_FALSE(refused.ok());
+  EXPECT_EQ(refused.error().description, "The system has no thread to spare.");
+  hasThread = true;
+  EXPECT_TRUE(queue.async([&] { ++ran; }).ok());
+  EXPECT_EQ(ran, 1);
 }
 
 TEST(MainLoopTaskQueue, ADelayedTaskRunsInTheLoopWhenItsTimeHasCome) {
@@ -202,7 +113,7 @@ TEST(MainLoopTaskQueue, ADelayedTaskRunsInTheLoopWhenItsTimeHasCome) {
 }
 
 TEST(ThreadTaskQueue, TheProgramLeavesAtOnceWhileTasksHang) {
-  PosixProcesses processes(PosixProcesses::Sessions::separate);
+  PosixProcesses processes(PosixProcesses::Terminal::detach);
   auto launched = processes.launch(testProgram({"leaveWithHangingTasks"}));
   ASSERT_TRUE(launched.ok()) << launched.error().description;
   EXPECT_EQ(launched.value()->readToEnd().value().standardOutput, "leaving");

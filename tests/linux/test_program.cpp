@@ -108,15 +108,17 @@ int leaveWithHangingTasks(const Arguments&) {
   auto& lock = *new std::mutex;
   lock.lock();
   LinuxTaskQueues queues(main);
-  const std::unique_ptr<TaskQueue> queue = queues.makeConcurrentQueue({"org.example.hanging"});
+  const std::unique_ptr<ConcurrentQueue> queue =
+      queues.makeConcurrentQueue({"org.example.hanging"});
   constexpr int count = 100;
   int started = 0;
   for (int i = 0; i < count; ++i) {
-    queue->async([&, i] {
+    const auto asked = queue->async([&, i] {
       main.async([&] { ++started; });
       if (i % 2 == 0) lock.lock();
       pause();
     });
+    if (!asked) return 1;
   }
   main.runUntil([&] { return started == count; });
   std::cout << "leaving";
@@ -127,14 +129,14 @@ int leaveWithHangingTasks(const Arguments&) {
 /// The arguments: where their standard error goes, and how many at least are to run.
 int exhaustDescriptors(const Arguments& arguments) {
   const StandardError standardError =
-      arguments[0] == "apart" ? StandardError::apart : StandardError::joined;
+      arguments[0] == "separate" ? StandardError::separate : StandardError::merged;
   const std::size_t many = std::stoul(arguments[1]);
   const rlimit limit{256, 256};
   setrlimit(RLIMIT_NOFILE, &limit);
   // The children read their standard input, which ends when this program says so.
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) < 0 || dup2(ends[0], STDIN_FILENO) < 0) return 1;
-  PosixProcesses processes(PosixProcesses::Sessions::shared);
+  PosixProcesses processes(PosixProcesses::Terminal::inherit);
   std::vector<std::unique_ptr<RunningProcess>> running;
   std::map<std::string, int> errors;
   for (int i = 0; i < 1000; ++i) {

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -12,32 +13,40 @@ namespace {
 
 const X11Connection::Handlers nobody{[](const xcb_generic_event_t&) {}, nullptr};
 
-TEST(X11ConnectionTest, AServerThatIsGoneIsNoConnection) {
-  EXPECT_EQ(X11Connection::open(":7777", nobody), nullptr);
+constexpr std::chrono::milliseconds shortTimeout(50);
+
+std::string errorOf(const std::string& display, std::chrono::milliseconds timeout) {
+  const auto connection = X11Connection::open(display, nobody, timeout);
+  return connection ? "connected" : connection.error().description;
+}
+
+TEST(X11ConnectionTest, AServerThatIsGoneCannotBeReached) {
+  EXPECT_EQ(errorOf(":7777", std::chrono::hours(1)), "the X display “:7777” cannot be reached");
 }
 
 TEST(X11ConnectionTest, AServerThatNeverAnswersIsWaitedForOnce) {
   XServer server;
   server.signal(SIGSTOP);
-  EXPECT_EQ(X11Connection::open(server.display(), nobody, std::chrono::milliseconds(50)), nullptr);
-  // This would take until the end of the test's time.
-  EXPECT_EQ(X11Connection::open(server.display(), nobody, std::chrono::hours(1)), nullptr);
+  const std::string error = "the X display “" + server.display() + "” does not answer";
+  EXPECT_EQ(errorOf(server.display(), shortTimeout), error);
+  // Waiting would take an hour.
+  EXPECT_EQ(errorOf(server.display(), std::chrono::hours(1)), error);
 }
 
-TEST(X11ConnectionTest, AServerThatAnswersLateIsTakenAtTheNextTry) {
+TEST(X11ConnectionTest, AServerThatAnswersLateIsUsedAtTheNextTry) {
   XServer server;
   server.signal(SIGSTOP);
-  EXPECT_EQ(X11Connection::open(server.display(), nobody, std::chrono::milliseconds(50)), nullptr);
+  EXPECT_FALSE(X11Connection::open(server.display(), nobody, shortTimeout).ok());
   server.signal(SIGCONT);
   // Its answer to the first try.
-  while (X11Connection::open(server.display(), nobody) == nullptr) {
+  while (!X11Connection::open(server.display(), nobody)) {
   }
 }
 
 TEST(X11ConnectionTest, AServerThatAnswersWhenNobodyAsksAnyMoreLosesNoMemory) {
   XServer server;
   server.signal(SIGSTOP);
-  EXPECT_EQ(X11Connection::open(server.display(), nobody, std::chrono::milliseconds(50)), nullptr);
+  EXPECT_FALSE(X11Connection::open(server.display(), nobody, shortTimeout).ok());
   server.signal(SIGCONT);
   // Its answer has come, too, once a later one has.
   EXPECT_TRUE(runCommand({"xdpyinfo", "-display", server.display()}));

@@ -112,6 +112,15 @@ TEST_F(X11PasteboardTest, OtherTextIsNoString) {
   EXPECT_EQ(std::count(targets.begin(), targets.end(), XCB_ATOM_STRING), 0);
 }
 
+TEST_F(X11PasteboardTest, ATextTooLongToConvertQuicklyIsOfferedAsUtf8Only) {
+  XRequestor requestor(display());
+  pasteboard_->setString(std::string(SelectionContents::mostLatin1Bytes, 'x'));
+  EXPECT_EQ(requestor.paste("TEXT").type, XCB_ATOM_STRING);
+  pasteboard_->setString(std::string(SelectionContents::mostLatin1Bytes + 1, 'x'));
+  EXPECT_EQ(requestor.paste("STRING").property, XCB_ATOM_NONE);
+  EXPECT_EQ(requestor.paste("TEXT").type, requestor.atom("UTF8_STRING"));
+}
+
 TEST_F(X11PasteboardTest, UnknownTargetsAreRefused) {
   XRequestor requestor(display());
   pasteboard_->setString("text");
@@ -125,6 +134,19 @@ TEST_F(X11PasteboardTest, OwnsTheClipboardSinceATimeOfTheServer) {
   EXPECT_EQ(answer.type, XCB_ATOM_INTEGER);
   ASSERT_THAT(answer.atoms(), SizeIs(1));
   EXPECT_NE(answer.atoms()[0], XCB_CURRENT_TIME);
+}
+
+TEST_F(X11PasteboardTest, PropertyEventsThatItDidNotAskForDoNotStopTheClipboard) {
+  XRequestor other(display());
+  pasteboard_->setString("before");
+  const xcb_window_t window = other.owner("CLIPBOARD");
+  const xcb_atom_t property = other.atom("QUILLMAR_TIMESTAMP");
+  xcb_change_property(other.xcb(), XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_INTEGER, 32, 0,
+                      nullptr);
+  // The reply to another request says that the server has processed this one.
+  other.owner("CLIPBOARD");
+  pasteboard_->setString("after");
+  EXPECT_EQ(pasteWithXclip(display()), "after");
 }
 
 TEST_F(X11PasteboardTest, RequestsFromBeforeTheOwnershipAreRefused) {

@@ -24,7 +24,8 @@ using testing::IsEmpty;
 class FakeTray {
  public:
   explicit FakeTray(const std::string& display, const char* selection = "_NET_SYSTEM_TRAY_S0")
-      : connection_(X11Connection::open(display, {[](const xcb_generic_event_t&) {}, nullptr})) {
+      : connection_(
+            X11Connection::open(display, {[](const xcb_generic_event_t&) {}, nullptr}).value()) {
     const auto atoms = connection_->internAtoms({selection, "MANAGER"});
     const xcb_window_t window = connection_->createHiddenWindow();
     xcb_set_selection_owner(connection_->xcb(), window, atoms[0], XCB_CURRENT_TIME);

@@ -21,8 +21,10 @@ std::vector<xcb_atom_t> XAnswer::atoms() const {
 }
 
 XRequestor::XRequestor(const std::string& display)
-    : connection_(X11Connection::open(
-          display, {[this](const xcb_generic_event_t& event) { handle(event); }, nullptr})),
+    : connection_(
+          X11Connection::open(
+              display, {[this](const xcb_generic_event_t& event) { handle(event); }, nullptr})
+              .value()),
       window_(connection_->createHiddenWindow()) {}
 
 xcb_atom_t XRequestor::atom(std::string_view name) {
@@ -63,6 +65,10 @@ XAnswer XRequestor::takeProperty(xcb_atom_t property) {
   answer.bytes.assign(static_cast<const char*>(xcb_get_property_value(reply.get())),
                       xcb_get_property_value_length(reply.get()));
   return answer;
+}
+
+xcb_window_t XRequestor::owner(std::string_view selection) {
+  return connection_->selectionOwner(atom(selection));
 }
 
 void XRequestor::own(std::string_view selection) {

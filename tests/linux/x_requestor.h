@@ -57,6 +57,9 @@ class XRequestor {
   /// Pieces stay where the owner puts them from now on.
   void stopTakingPieces() { takesPieces_ = false; }
 
+  /// The window that owns the selection.
+  xcb_window_t owner(std::string_view selection);
+
   /// Becomes the owner of the selection, at the server's present time.
   void own(std::string_view selection);
 

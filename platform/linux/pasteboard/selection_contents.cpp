@@ -58,11 +58,11 @@ SelectionValue atomList(const std::vector<xcb_atom_t>& atoms) {
   return {XCB_ATOM_ATOM, 32, bytesOf(atoms.data(), atoms.size())};
 }
 
-SelectionContents::SelectionContents(const SelectionAtoms& atoms, std::string text,
-                                     xcb_timestamp_t since)
+SelectionContents::SelectionContents(const SelectionAtoms& atoms,
+                                     std::shared_ptr<const std::string> text, xcb_timestamp_t since)
     : atoms_(atoms),
-      text_(std::make_shared<std::string>(std::move(text))),
-      isLatin1_(isLatin1(*text_)),
+      text_(std::move(text)),
+      isLatin1_(text_->size() <= mostLatin1Bytes && isLatin1(*text_)),
       since_(since) {}
 
 std::optional<SelectionValue> SelectionContents::value(xcb_atom_t target) const {

@@ -1,7 +1,8 @@
-// What the owner of an X selection gives out: one text, in the forms that requestors ask for.
+// The contents of an X selection: one text, converted to the targets that requestors ask for.
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -14,7 +15,7 @@
 
 namespace quillmar {
 
-/// The atoms that owning a clipboard takes.
+/// The atoms that a clipboard owner needs.
 struct SelectionAtoms {
   explicit SelectionAtoms(X11Connection& connection);
 
@@ -39,14 +40,18 @@ struct SelectionValue {
 
 class SelectionContents {
  public:
-  /// `text` is valid UTF-8; `since` the server's time at which the selection came to be owned. The
+  /// Longer texts are not offered as Latin-1: converting them would block the main thread.
+  static constexpr std::size_t mostLatin1Bytes = 16 << 20;
+
+  /// `text` is valid UTF-8; `since` is the server's time at which the selection was acquired. The
   /// atoms must outlive this.
-  SelectionContents(const SelectionAtoms& atoms, std::string text, xcb_timestamp_t since);
+  SelectionContents(const SelectionAtoms& atoms, std::shared_ptr<const std::string> text,
+                    xcb_timestamp_t since);
 
   xcb_timestamp_t since() const { return since_; }
 
-  /// The text converted to the target; nothing when there is no such conversion. MULTIPLE, which is
-  /// several conversions, is the caller's.
+  /// The text converted to the target; absent if the target is not supported. The caller handles
+  /// MULTIPLE, which asks for several conversions.
   std::optional<SelectionValue> value(xcb_atom_t target) const;
 
   /// Every target, in order of preference.

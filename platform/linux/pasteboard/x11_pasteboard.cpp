@@ -8,8 +8,8 @@ namespace quillmar {
 
 namespace {
 
-/// How long a text waits for a busy server before it is left to the main loop.
-constexpr auto patience = std::chrono::milliseconds(250);
+/// After this time the main loop waits for a busy server.
+constexpr auto serverTimeout = std::chrono::milliseconds(250);
 /// Bound on what one MULTIPLE request may ask for, in elements of 32 bits.
 constexpr std::uint32_t mostMultipleElements = 2 * 256;
 
@@ -32,9 +32,10 @@ struct X11Pasteboard::Session {
   xcb_window_t window;
 
   /// The text that becomes the clipboard's when the server has told its time.
-  std::optional<std::string> next;
-  /// Questions for the time whose answers have not come yet. Only the last answer counts.
-  unsigned timesAsked = 0;
+  std::shared_ptr<const std::string> next;
+  /// The sequence number of the latest request for the server's time. Earlier events of the same
+  /// property are answers to earlier requests, or come from another program's writes.
+  std::uint32_t timeRequest = 0;
   /// What we give out while we own the selection.
   std::optional<SelectionContents> contents;
   /// The sequence number of the request that made us the owner; events of before it are about an
@@ -51,27 +52,33 @@ X11Pasteboard::X11Pasteboard(std::string display, LogLine log)
 X11Pasteboard::~X11Pasteboard() = default;
 
 void X11Pasteboard::setString(std::string text) {
-  // Whether a connection still stands shows when it is used: a broken one gets a successor.
-  for (int attempt = 0; attempt < 2 && connect(); ++attempt) {
-    session_->next = text;
+  const auto shared = std::make_shared<const std::string>(std::move(text));
+  // A broken connection shows only when it is used; the text then goes to a new one.
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    if (const Result<void> connected = connect(); !connected) {
+      log_("The text was not copied to the clipboard: " + connected.error().description + ".");
+      return;
+    }
+    session_->next = shared;
     askForTime();
     session_->connection->handleEventsUntil([this] { return !session_->next; },
-                                            std::chrono::steady_clock::now() + patience);
+                                            std::chrono::steady_clock::now() + serverTimeout);
     if (session_) return;
   }
-  log_("The text was not copied to the clipboard: the X display “" + display_ +
-       "” cannot be reached.");
+  log_("The text was not copied to the clipboard: the connection to the X display “" + display_ +
+       "” breaks again and again.");
 }
 
-bool X11Pasteboard::connect() {
-  // The server may have gone since the main loop last looked.
-  if (session_ && !xcb_connection_has_error(session_->xcb())) return true;
+Result<void> X11Pasteboard::connect() {
+  // The server may have gone since the main loop last ran.
+  if (session_ && !xcb_connection_has_error(session_->xcb())) return {};
   session_.reset();
   auto connection = X11Connection::open(
       display_,
       {[this](const xcb_generic_event_t& event) { handle(event); }, [this] { serverGone(); }});
-  if (connection) session_ = std::make_unique<Session>(std::move(connection));
-  return session_ != nullptr;
+  if (!connection) return connection.error();
+  session_ = std::make_unique<Session>(std::move(connection).value());
+  return {};
 }
 
 void X11Pasteboard::serverGone() {
@@ -85,7 +92,7 @@ void X11Pasteboard::handle(const xcb_generic_event_t& event) {
       windowGone(as<xcb_generic_error_t>(event).resource_id, event.full_sequence);
       break;
     case XCB_PROPERTY_NOTIFY:
-      handleProperty(as<xcb_property_notify_event_t>(event));
+      handleProperty(as<xcb_property_notify_event_t>(event), event.full_sequence);
       break;
     case XCB_SELECTION_REQUEST:
       handleRequest(as<xcb_selection_request_event_t>(event));
@@ -111,21 +118,23 @@ void X11Pasteboard::windowGone(xcb_window_t window, std::uint32_t sequence) {
   if (window == session_->manager) session_->saving = Session::Saving::over;
 }
 
-void X11Pasteboard::handleProperty(const xcb_property_notify_event_t& event) {
+void X11Pasteboard::handleProperty(const xcb_property_notify_event_t& event,
+                                   std::uint32_t sequence) {
   if (event.window != session_->window) {
     if (event.state == XCB_PROPERTY_DELETE) {
       session_->transfers.propertyDeleted(event.window, event.atom);
     }
   } else if (event.atom == session_->atoms.ownTimestamp && event.state == XCB_PROPERTY_NEW_VALUE) {
-    if (--session_->timesAsked == 0) handleTime(event.time);
+    if (!comesBefore(sequence, session_->timeRequest)) handleTime(event.time);
   }
 }
 
 void X11Pasteboard::askForTime() {
   // Appending nothing changes nothing, and yet the server reports it with its time.
-  xcb_change_property(session_->xcb(), XCB_PROP_MODE_APPEND, session_->window,
-                      session_->atoms.ownTimestamp, XCB_ATOM_INTEGER, 32, 0, nullptr);
-  ++session_->timesAsked;
+  const auto cookie =
+      xcb_change_property(session_->xcb(), XCB_PROP_MODE_APPEND, session_->window,
+                          session_->atoms.ownTimestamp, XCB_ATOM_INTEGER, 32, 0, nullptr);
+  session_->timeRequest = cookie.sequence;
   xcb_flush(session_->xcb());
 }
 
@@ -139,9 +148,7 @@ void X11Pasteboard::handleTime(xcb_timestamp_t time) {
 }
 
 void X11Pasteboard::takeOwnership(xcb_timestamp_t time) {
-  auto& text = session_->next;
-  session_->contents.emplace(session_->atoms, std::move(*text), time);
-  text.reset();
+  session_->contents.emplace(session_->atoms, std::exchange(session_->next, nullptr), time);
   const auto cookie =
       xcb_set_selection_owner(session_->xcb(), session_->window, session_->atoms.clipboard, time);
   session_->ownedSince = cookie.sequence;

@@ -19,6 +19,7 @@
 #include "platform/linux/x11/x11_connection.h"
 #include "platform/log.h"
 #include "platform/pasteboard.h"
+#include "platform/result.h"
 
 namespace quillmar {
 
@@ -44,16 +45,16 @@ class X11Pasteboard final : public Pasteboard {
   /// All that lives as long as one connection.
   struct Session;
 
-  /// Connects unless connected; false when there is no server.
-  bool connect();
+  /// Connects unless connected. The error is a sentence without its full stop.
+  Result<void> connect();
   void serverGone();
 
   void handle(const xcb_generic_event_t& event);
-  void handleProperty(const xcb_property_notify_event_t& event);
+  void handleProperty(const xcb_property_notify_event_t& event, std::uint32_t sequence);
   void handleRequest(const xcb_selection_request_event_t& request);
   void windowGone(xcb_window_t window, std::uint32_t sequence);
 
-  /// Asks for the server's time; handleTime() gets it.
+  /// Requests the server's time; handleTime() receives it.
   void askForTime();
   void handleTime(xcb_timestamp_t time);
   void takeOwnership(xcb_timestamp_t time);

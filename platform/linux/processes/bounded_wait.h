@@ -1,4 +1,4 @@
-// Waiting for something that may hang, with a limit. Any thread; nothing is dispatched meanwhile.
+// Blocking work with a timeout. Any thread; no events are dispatched meanwhile.
 
 #pragma once
 
@@ -7,9 +7,8 @@
 
 namespace quillmar {
 
-/// Runs the work on a thread of its own, in which every signal is blocked. False when it has not
-/// ended after `patience`, or when the system has no thread to spare; work that is late goes on, so
-/// it must own whatever it uses.
-bool endsWithin(std::chrono::milliseconds patience, std::function<void()> work);
+/// Runs the work on a thread of its own. False if it has not ended after `timeout`, or if the
+/// system has no thread to spare. Late work continues, so it must own what it uses.
+bool endsWithin(std::chrono::milliseconds timeout, std::function<void()> work);
 
 }  // namespace quillmar

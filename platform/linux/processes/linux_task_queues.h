@@ -1,4 +1,4 @@
-// The queues of the program: its main queue and concurrent ones on the system's threads.
+// The queues of the program: its main queue, and concurrent queues on system threads.
 
 #pragma once
 
@@ -10,13 +10,13 @@ namespace quillmar {
 
 class LinuxTaskQueues final : public TaskQueues {
  public:
-  /// The main queue, which is whatever the program's main loop drains, must outlive the tasks of
-  /// all queues, those of hanging threads too: let it live to the end of the process. A task for
-  /// which the system has no thread at all waits for a timer of GLib's default main context.
+  /// `mainQueue` is the queue that the program's main loop runs. Tasks of blocked threads may use
+  /// it at any time, so it must live until the end of the process.
   explicit LinuxTaskQueues(TaskQueue& mainQueue) : mainQueue_(mainQueue) {}
 
   TaskQueue& mainQueue() override { return mainQueue_; }
-  std::unique_ptr<TaskQueue> makeConcurrentQueue(ConcurrentQueueAttributes attributes) override;
+  std::unique_ptr<ConcurrentQueue> makeConcurrentQueue(
+      ConcurrentQueueAttributes attributes) override;
 
  private:
   TaskQueue& mainQueue_;

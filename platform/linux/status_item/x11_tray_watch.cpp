@@ -18,9 +18,10 @@ void X11TrayWatch::start(std::function<void(bool hasTray)> changed) {
     connection_.reset();
     setTray(XCB_WINDOW_NONE);
   };
-  connection_ = X11Connection::open(
+  auto connection = X11Connection::open(
       display_, {[this](const xcb_generic_event_t& event) { handle(event); }, closed});
-  if (!connection_) return;
+  if (!connection) return;
+  connection_ = std::move(connection).value();
   const std::vector<xcb_atom_t> atoms = connection_->internAtoms(
       {"_NET_SYSTEM_TRAY_S" + std::to_string(connection_->screenNumber()), "MANAGER"});
   selection_ = atoms[0];

@@ -1,12 +1,10 @@
-// A connection to an X server whose events arrive on the default main context. Whoever opens it
-// owns it; everything happens on the main thread. A server that goes away ends the connection,
-// never the program.
+// A connection to an X server whose events arrive on the default main context. A server that goes
+// away ends the connection, but not the program. Main thread.
 
 #pragma once
 
 #include <chrono>
 #include <cstdint>
-#include <cstdlib>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -17,30 +15,25 @@
 #include <glib.h>
 #include <xcb/xcb.h>
 
+#include "platform/result.h"
+#include "platform/xcb/xcb_pointers.h"
+
 namespace quillmar {
 
-struct FreeWithStdlib {
-  void operator()(void* memory) const { std::free(memory); }
-};
-
-/// A reply or an event, which xcb allocates with malloc.
-template <class T>
-using XcbPointer = std::unique_ptr<T, FreeWithStdlib>;
-
-/// Orders the server's times, and the numbers of requests: both wrap around.
+/// Compares timestamps of the server, or sequence numbers of requests. Both wrap around.
 inline bool comesBefore(std::uint32_t a, std::uint32_t b) {
   return static_cast<std::int32_t>(a - b) < 0;
 }
 
-/// What kind of event it is, whether the server or a program sent it.
+/// The event's code, without the flag for events that a program sent.
 inline std::uint8_t eventKind(const xcb_generic_event_t& event) {
   return event.response_type & 0x7F;
 }
 
-/// The kind of those "events" that are errors of requests.
+/// The code of "events" that are errors of requests.
 inline constexpr std::uint8_t errorEventKind = 0;
 
-/// The event as what its kind says.
+/// The event as the type of its code.
 template <class Event>
 const Event& as(const xcb_generic_event_t& event) {
   return reinterpret_cast<const Event&>(event);
@@ -55,24 +48,25 @@ class X11Connection {
     std::function<void()> closed;
   };
 
-  /// Connects to the display, as the variable DISPLAY names it, and waits for the server's answer,
-  /// but only once for one that does not answer in time. Nothing when there is none.
-  static std::unique_ptr<X11Connection> open(
+  /// Connects to the display, as the variable DISPLAY names it, and waits for the server, at most
+  /// for `timeout`; a server that timed out before is not waited for again. The error is a sentence
+  /// without its full stop: "the X display “:0” cannot be reached", for example.
+  static Result<std::unique_ptr<X11Connection>> open(
       const std::string& display, Handlers handlers,
-      std::chrono::milliseconds patience = std::chrono::seconds(3));
+      std::chrono::milliseconds timeout = std::chrono::seconds(3));
 
   ~X11Connection();
   X11Connection(const X11Connection&) = delete;
   X11Connection& operator=(const X11Connection&) = delete;
 
-  xcb_connection_t* xcb() const { return xcb_; }
+  xcb_connection_t* xcb() const { return xcb_.get(); }
   xcb_window_t root() const { return root_; }
   int screenNumber() const { return screenNumber_; }
 
-  /// The atoms of the names, in their order; XCB_ATOM_NONE for all that the server did not answer.
+  /// The atoms of the names, in their order; XCB_ATOM_NONE where the server did not reply.
   std::vector<xcb_atom_t> internAtoms(const std::vector<std::string_view>& names);
 
-  /// Who owns the selection; XCB_WINDOW_NONE for nobody, or when the server does not answer.
+  /// The selection's owner; XCB_WINDOW_NONE if there is none or the server does not reply.
   xcb_window_t selectionOwner(xcb_atom_t selection);
 
   /// Asks for the events about the window's own changes, its end among them, and for none else.
@@ -90,7 +84,7 @@ class X11Connection {
                          std::chrono::steady_clock::time_point deadline);
 
  private:
-  X11Connection(xcb_connection_t* xcb, Handlers handlers);
+  X11Connection(XcbConnectionPointer xcb, Handlers handlers);
 
   /// True when handlePending() has something to do without reading from the server.
   bool hasPending();
@@ -105,7 +99,7 @@ class X11Connection {
   static gboolean dispatchSource(GSource* source, GSourceFunc callback, gpointer data);
   static GSourceFuncs sourceFunctions;
 
-  xcb_connection_t* xcb_;
+  XcbConnectionPointer xcb_;
   Handlers handlers_;
   xcb_window_t root_ = XCB_WINDOW_NONE;
   int screenNumber_ = 0;

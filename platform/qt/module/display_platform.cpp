@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "platform/qt/module/display_probe.h"
 #include "platform/qt/module/platform_plugin.h"
@@ -31,16 +32,22 @@ bool isGnome(const Environment& environment) {
   return std::find(names.begin(), names.end(), "GNOME") != names.end();
 }
 
-/// Why the platform cannot be used; nothing when it can.
-std::optional<std::string> obstacle(const std::string& platform, const Environment& environment) {
+/// The platform, or why it cannot be used, as the end of a sentence.
+Result<UsablePlatform> usable(const std::string& platform, const Environment& environment) {
   const std::string plugin = platform.substr(0, platform.find(':'));
   if (std::find(safePlugins.begin(), safePlugins.end(), plugin) == safePlugins.end()) {
-    return "it does not run on “" + plugin + "”, which QT_QPA_PLATFORM names";
+    return Error{"it does not run on “" + plugin + "”, which QT_QPA_PLATFORM names"};
   }
-  if (auto problem = problemWithPlugin(plugin)) return problem;
-  if (plugin == x11) return problemWithX11(valueOf(environment, "DISPLAY"));
-  if (plugin.starts_with(wayland)) return problemWithWayland(environment);
-  return std::nullopt;
+  if (auto problem = problemWithPlugin(plugin)) return Error{*std::move(problem)};
+  if (plugin == x11) {
+    auto probe = probeX11(valueOf(environment, "DISPLAY"));
+    if (!probe) return probe.error();
+    return UsablePlatform{platform, std::move(probe).value()};
+  }
+  if (plugin.starts_with(wayland)) {
+    if (auto problem = problemWithWayland(environment)) return Error{*std::move(problem)};
+  }
+  return UsablePlatform{platform, nullptr};
 }
 
 }  // namespace
@@ -56,13 +63,13 @@ std::vector<std::string> wantedPlatforms(const Environment& environment) {
   return wanted;
 }
 
-Result<std::string> usablePlatform(const Environment& environment) {
+Result<UsablePlatform> usablePlatform(const Environment& environment) {
   std::string reason = "there is no display: neither WAYLAND_DISPLAY nor DISPLAY is set";
   bool isFirst = true;
   for (const std::string& platform : wantedPlatforms(environment)) {
-    const auto problem = obstacle(platform, environment);
-    if (!problem) return platform;
-    if (isFirst) reason = *problem;
+    auto found = usable(platform, environment);
+    if (found) return found;
+    if (isFirst) reason = found.error().description;
     isFirst = false;
   }
   return Error{"Quillmar can show no windows, because " + reason + "."};

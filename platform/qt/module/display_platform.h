@@ -1,5 +1,5 @@
-// Which of the toolkit's platform plugins can show windows here. The toolkit ends the program when
-// none can, so it is asked only once that is settled. Main thread.
+// Which of the toolkit's platform plugins can show windows here. The toolkit ends the program if
+// none can, so this is determined before it starts. Main thread.
 
 #pragma once
 
@@ -8,6 +8,7 @@
 
 #include "platform/environment.h"
 #include "platform/result.h"
+#include "platform/xcb/xcb_pointers.h"
 
 namespace quillmar {
 
@@ -15,8 +16,15 @@ namespace quillmar {
 /// display that there is. Options behind a colon belong to the name. Empty without a display.
 std::vector<std::string> wantedPlatforms(const Environment& environment);
 
-/// The first of them whose plugin can be loaded and whose display answers. Waits some seconds for a
-/// display that hangs. The error is a sentence that names what is wrong with the first.
-Result<std::string> usablePlatform(const Environment& environment);
+struct UsablePlatform {
+  std::string name;
+  /// The connection that the X server was probed with; null on other platforms. Keep it until the
+  /// toolkit has its own: see probeX11().
+  XcbConnectionPointer probe;
+};
+
+/// The first of the wanted platforms whose plugin can be loaded and whose display replies. Waits a
+/// few seconds for a display that does not. The error is a sentence about the first one.
+Result<UsablePlatform> usablePlatform(const Environment& environment);
 
 }  // namespace quillmar

@@ -49,11 +49,12 @@ std::vector<char*> pointersTo(std::vector<std::string>& arguments) {
 }  // namespace
 
 Result<QtWindowModule*> QtWindowModule::start(const WindowModuleHost& host) {
-  const Result<std::string> platform = usablePlatform(host.environment);
+  // Holds the probe's connection until the toolkit has its own.
+  const Result<UsablePlatform> platform = usablePlatform(host.environment);
   if (!platform) return platform.error();
   restrainToolkit();
   const LocaleKeeper localeKeeper;
-  return new QtWindowModule(host, platform.value());
+  return new QtWindowModule(host, platform.value().name);
 }
 
 QtWindowModule::QtWindowModule(const WindowModuleHost& host, std::string platform)

@@ -69,12 +69,12 @@ std::string stringSetting(std::string_view published, const std::string& name) {
 std::string x11StringSetting(const std::string& name) {
   xcb_connection_t* const connection = x11Connection();
   if (connection == nullptr) return {};
-  const XcbReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
+  const XcbPointer<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
       connection, xcb_get_selection_owner(connection, x11Atom(connection, "_XSETTINGS_S0")),
       nullptr));
   if (!owner || owner->owner == XCB_WINDOW_NONE) return {};
   const xcb_atom_t settings = x11Atom(connection, "_XSETTINGS_SETTINGS");
-  const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+  const XcbPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(
       connection,
       xcb_get_property(connection, 0, owner->owner, settings, settings, 0, longestInWords),
       nullptr));

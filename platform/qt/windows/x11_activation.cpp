@@ -19,8 +19,8 @@ struct Disconnect {
 };
 
 /// The next event; null when none comes in time.
-XcbReply<xcb_generic_event_t> nextEvent(xcb_connection_t* connection) {
-  XcbReply<xcb_generic_event_t> event(xcb_poll_for_event(connection));
+XcbPointer<xcb_generic_event_t> nextEvent(xcb_connection_t* connection) {
+  XcbPointer<xcb_generic_event_t> event(xcb_poll_for_event(connection));
   if (event) return event;
   pollfd ready{.fd = xcb_get_file_descriptor(connection), .events = POLLIN, .revents = 0};
   if (poll(&ready, 1, clockTimeoutMilliseconds) == 1) event.reset(xcb_poll_for_event(connection));

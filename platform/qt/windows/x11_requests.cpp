@@ -36,14 +36,15 @@ xcb_window_t x11RootWindow(xcb_connection_t* connection) {
 xcb_atom_t x11Atom(xcb_connection_t* connection, const char* name) {
   const xcb_intern_atom_cookie_t cookie =
       xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
-  const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookie, nullptr));
+  const XcbPointer<xcb_intern_atom_reply_t> reply(
+      xcb_intern_atom_reply(connection, cookie, nullptr));
   return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
 }
 
 xcb_window_t x11WindowIn(xcb_connection_t* connection, xcb_window_t window, const char* property) {
   const xcb_get_property_cookie_t cookie =
       xcb_get_property(connection, 0, window, x11Atom(connection, property), XCB_ATOM_WINDOW, 0, 1);
-  const XcbReply<xcb_get_property_reply_t> reply(
+  const XcbPointer<xcb_get_property_reply_t> reply(
       xcb_get_property_reply(connection, cookie, nullptr));
   xcb_window_t named = XCB_WINDOW_NONE;
   if (reply && xcb_get_property_value_length(reply.get()) == sizeof named) {
@@ -65,7 +66,7 @@ int x11EventType(const xcb_generic_event_t& event) {
 }
 
 void x11SelectAlso(xcb_connection_t* connection, xcb_window_t window, std::uint32_t eventMask) {
-  const XcbReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+  const XcbPointer<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
       connection, xcb_get_window_attributes(connection, window), nullptr));
   if (!attributes) return;
   const std::uint32_t all = attributes->your_event_mask | eventMask;
@@ -73,7 +74,7 @@ void x11SelectAlso(xcb_connection_t* connection, xcb_window_t window, std::uint3
 }
 
 std::set<std::uint32_t> x11KeysDown(xcb_connection_t* connection) {
-  const XcbReply<xcb_query_keymap_reply_t> reply(
+  const XcbPointer<xcb_query_keymap_reply_t> reply(
       xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr));
   return reply ? keysOf(reply->keys, std::size(reply->keys), 0) : std::set<std::uint32_t>();
 }

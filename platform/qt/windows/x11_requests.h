@@ -3,21 +3,13 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 #include <set>
 
 #include <xcb/xcb.h>
 
+#include "platform/xcb/xcb_pointers.h"
+
 namespace quillmar {
-
-struct FreeReply {
-  void operator()(void* memory) const { std::free(memory); }
-};
-
-/// A reply or an event, which xcb allocates with malloc.
-template <class T>
-using XcbReply = std::unique_ptr<T, FreeReply>;
 
 /// The toolkit's connection; null when its display is no X server.
 xcb_connection_t* x11Connection();
