@@ -19,8 +19,8 @@ bool asksForValue(const MenuItem& item) {
   return item.command.value.find(inputPlaceholder) != std::string::npos;
 }
 
-/// Which options must answer the item's questions, because there is no terminal to ask on; absent
-/// when none is missing.
+/// The error that names the options missing for the item's questions, if there is no terminal to
+/// ask on; absent if none is missing.
 std::optional<Error> missingOptions(const MenuItem& item, const RunInvocation& invocation,
                                     const Console& console) {
   const bool needsYes = item.confirmBeforeRunning && !invocation.yes;
@@ -57,15 +57,18 @@ ExitStatus runItem(const RunInvocation& invocation, const SettingsManager& setti
   runner.run(item.value(), [&](std::optional<CommandRunner::RunResult> reported) {
     result = std::move(reported);
   });
-  // Everything, the command included, runs here: there is nothing else to keep alive meanwhile.
+  // The command runs on this thread, too: a terminal has no menu that must answer meanwhile.
   queues.runAll();
 
-  if (!result) return ExitStatus::failure;  // Declined.
+  if (!result) return ExitStatus::failure;  // Cancelled.
   if (!result->output) {
     console.printError("The output is not valid UTF-8 text and was left out.\n");
-  } else if (result->success || !result->output->empty()) {
-    console.print(*result->output + "\n");
-  } else {
+  } else if (result->isErrorMessage) {
+    console.printError(printableLines(*result->output) + "\n");
+  } else if (!result->output->empty()) {
+    console.print(*result->output);
+    console.print("\n");
+  } else if (!result->success) {
     console.printError("The command exited with an error.\n");
   }
   return result->success ? ExitStatus::success : ExitStatus::failure;

@@ -11,7 +11,8 @@ class CommandRunner;
 class MemoryTaskQueues;
 class SettingsManager;
 
-/// Runs the item and waits for its report. `queues` must be the ones of the runner, and its prompts
+/// Runs the item and waits for its report. The command's output goes to standard output, messages
+/// of this program go to standard error. `queues` must be the ones of the runner, and its prompts
 /// must use the invocation's options and the console. If neither can answer a prompt of the item,
 /// prints the missing options and runs nothing.
 ExitStatus runItem(const RunInvocation& invocation, const SettingsManager& settings,

@@ -19,6 +19,9 @@ namespace {
 
 constexpr std::string_view fallbackShell = "/bin/zsh";
 constexpr std::size_t notificationBodyCharacters = 400;
+// A character can have any number of combining marks; the bus limits messages to 128 MiB.
+constexpr std::size_t notificationBodyBytes = 64 << 10;
+constexpr std::size_t notificationTitleBytes = 1 << 10;
 
 std::string replacingEvery(std::string_view whole, std::string_view part,
                            std::string_view replacement) {
@@ -32,13 +35,28 @@ std::string replacingEvery(std::string_view whole, std::string_view part,
   return result.append(whole, copied);
 }
 
-/// Takes the white space and newlines off both ends; an output of hundreds of megabytes is not
-/// copied for it.
+/// Removes white space and newlines at both ends without a copy of the text.
 void trimInPlace(std::string& text) {
   const std::string_view trimmed = text::trimWhitespaceAndNewlines(text);
   const auto front = static_cast<std::size_t>(trimmed.data() - text.data());
   text.resize(front + trimmed.size());
   text.erase(0, front);
+}
+
+/// The part of a long text that a notification shows.
+std::string_view notificationBody(std::string_view text) {
+  return text::lastCharacters(text::lastBytes(text, notificationBodyBytes),
+                              notificationBodyCharacters);
+}
+
+CommandRunner::RunResult errorMessage(std::string message) {
+  return {.output = std::move(message), .success = false, .isErrorMessage = true};
+}
+
+std::string failureTitle(const MenuItem& item) {
+  constexpr std::string_view suffix = " failed";
+  const std::size_t room = notificationTitleBytes - suffix.size();
+  return std::string(text::firstBytes(item.title, room)).append(suffix);
 }
 
 }  // namespace
@@ -108,26 +126,31 @@ void CommandRunner::execute(const MenuItem& item, const std::optional<std::strin
 
   if (command.openInTerminal && command.type != CommandType::appleScript) {
     const Result<void> opened = openInTerminal(command, item.title);
-    if (!opened) notify(item.title + " failed", opened.error().description);
+    if (!opened) notify(failureTitle(item), opened.error().description);
     if (completion) {
-      completion(RunResult{opened ? "" : opened.error().description, opened.ok()});
+      completion(RunResult{.output = opened ? "" : opened.error().description,
+                           .success = opened.ok(),
+                           .isErrorMessage = !opened.ok()});
     }
     return;
   }
 
   const Preferences preferences = collaborators_.settings.config.preferences;
-  const auto work = [this, item, command, preferences, completion = std::move(completion)] {
-    RunResult result = runByType(command, preferences.useLoginShell);
-    collaborators_.queues.mainQueue().async(
-        [this, item, command, preferences, completion, result = std::move(result)] {
-          report(item, command, result, preferences);
-          if (completion) completion(result);
-        });
+  const auto finish = [this, item, command, preferences, completion](RunResult result) {
+    // Shared, because copies of the task would copy an output of any size.
+    auto shared = std::make_shared<RunResult>(std::move(result));
+    collaborators_.queues.mainQueue().async([this, item, command, preferences, completion, shared] {
+      report(item, command, completion ? *shared : std::move(*shared), preferences);
+      if (completion) completion(std::move(*shared));
+    });
   };
-  if (command.runInBackground) {
-    queue_->async(work);
-  } else {
+  const auto work = [this, command, preferences, finish] {
+    finish(runByType(command, preferences.useLoginShell));
+  };
+  if (!command.runInBackground) {
     work();
+  } else if (const Result<void> started = queue_->async(work); !started) {
+    finish(errorMessage("The command could not be started. " + started.error().description));
   }
 }
 
@@ -143,17 +166,18 @@ CommandRunner::RunResult CommandRunner::runByType(const MenuCommand& command, bo
   return {};
 }
 
-void CommandRunner::report(const MenuItem& item, const MenuCommand& command,
-                           const RunResult& result, const Preferences& preferences) {
+void CommandRunner::report(const MenuItem& item, const MenuCommand& command, RunResult result,
+                           const Preferences& preferences) {
   const bool hasOutput = result.output && !result.output->empty();
+  std::string body;
+  if (hasOutput) body = notificationBody(*result.output);
   if (command.copyToClipboard && result.success && hasOutput) {
-    collaborators_.pasteboard.setString(*result.output);
+    collaborators_.pasteboard.setString(*std::move(result.output));
   }
   if (result.success && command.showNotification) {
-    notify(item.title, hasOutput ? *result.output : "Command completed successfully");
+    notify(item.title, hasOutput ? body : "Command completed successfully");
   } else if (!result.success && (command.showNotification || preferences.notifyOnFailure)) {
-    notify(item.title + " failed",
-           hasOutput ? *result.output : "The command exited with an error.");
+    notify(failureTitle(item), hasOutput ? body : "The command exited with an error.");
   }
 }
 
@@ -172,7 +196,7 @@ CommandRunner::RunResult CommandRunner::runShell(const std::string& commandText,
 
 CommandRunner::RunResult CommandRunner::runScriptFile(const std::string& path) {
   const std::string expanded = expandingTilde(path, collaborators_.userDirectories.homeDirectory());
-  if (!collaborators_.files.exists(expanded)) return {"Script file not found: " + path, false};
+  if (!collaborators_.files.exists(expanded)) return errorMessage("Script file not found: " + path);
 
   ScriptLaunch launch = scriptLaunch(expanded);
   Process process;
@@ -186,20 +210,22 @@ CommandRunner::RunResult CommandRunner::runScriptFile(const std::string& path) {
 CommandRunner::RunResult CommandRunner::runAppleScript(const std::string& source) {
   const std::unique_ptr<AppleScript> script =
       collaborators_.appleScript.makeScript(appleScriptSource(source));
-  if (!script) return {"Failed to create AppleScript", false};
+  if (!script) return errorMessage("Failed to create AppleScript");
 
-  const auto outcome = script->execute();
-  if (!outcome) return {outcome.error().message.value_or(outcome.error().description), false};
-  return {outcome.value(), true};
+  auto outcome = script->execute();
+  if (!outcome) {
+    return errorMessage(outcome.error().message.value_or(outcome.error().description));
+  }
+  return {.output = std::move(outcome).value(), .success = true};
 }
 
 CommandRunner::RunResult CommandRunner::capture(const Process& process) {
   auto launched = collaborators_.processes.launch(process);
-  if (!launched) return {launched.error().description, false};
+  if (!launched) return errorMessage(launched.error().description);
 
   Result<ProcessOutput> read = launched.value()->readToEnd();
   const int status = launched.value()->waitForExit();
-  if (!read) return {read.error().description, false};
+  if (!read) return errorMessage(read.error().description);
 
   RunResult result;
   std::string& bytes = read.value().standardOutput;
@@ -217,11 +243,11 @@ std::map<std::string, std::string> CommandRunner::augmentedEnvironment() const {
                                         collaborators_.files);
 }
 
-void CommandRunner::notify(const std::string& title, const std::string& body) {
+void CommandRunner::notify(std::string_view title, std::string_view body) {
   UserNotification notification;
   notification.identifier = makeUuid();
-  notification.title = title;
-  notification.body = text::lastCharacters(body, notificationBodyCharacters);
+  notification.title = text::firstBytes(title, notificationTitleBytes);
+  notification.body = notificationBody(body);
   collaborators_.notifications.add(std::move(notification),
                                    [log = collaborators_.log](std::optional<Error> error) {
                                      if (error) log("Notification error: " + error->description);

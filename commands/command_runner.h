@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "commands/prompt_panel.h"
 #include "commands/script_launch.h"
@@ -28,18 +29,19 @@ inline constexpr std::string_view inputPlaceholder = "{{input}}";
 
 class CommandRunner {
  public:
-  /// What became of one run.
   struct RunResult {
-    /// What the command printed, without the white space and newlines around it; absent when that
-    /// was not UTF-8, or when a script gave no text.
+    /// What the command printed, without white space and newlines at both ends; absent if that is
+    /// not UTF-8, or if a script returned no text.
     std::optional<std::string> output;
     bool success = false;
+    /// True if `output` is an error message about the command instead of its output.
+    bool isErrorMessage = false;
 
     bool operator==(const RunResult&) const = default;
   };
 
-  /// Gets a run's result after it was reported, or nothing when the user declined to run it or
-  /// could not be asked. For separators it is never called. Main thread.
+  /// Receives the result of a run after it was reported, or nothing if the user cancelled the run
+  /// or could not be asked. Never called for separators. Main thread.
   using Completion = std::function<void(std::optional<RunResult> result)>;
 
   /// Not owned; all must outlive the runner.
@@ -91,8 +93,9 @@ class CommandRunner {
   /// The environment for every child process, made afresh at each call. Any thread.
   std::map<std::string, std::string> augmentedEnvironment() const;
 
-  /// Posts one notification with the last 400 characters of the body.
-  void notify(const std::string& title, const std::string& body);
+  /// Posts one notification with the last 400 characters of the body. Texts that are too long for a
+  /// message of the bus are cut. Takes the same time for bodies of any length.
+  void notify(std::string_view title, std::string_view body);
 
   /// Shows the command running in a terminal window.
   Result<void> openInTerminal(const MenuCommand& command, const std::string& title);
@@ -102,11 +105,11 @@ class CommandRunner {
   void ask(PromptRequest request, const MenuItem& item, const Completion& completion,
            std::function<void(const std::optional<std::string>& text)> goOn);
   RunResult runByType(const MenuCommand& command, bool loginShell);
-  void report(const MenuItem& item, const MenuCommand& command, const RunResult& result,
+  void report(const MenuItem& item, const MenuCommand& command, RunResult result,
               const Preferences& preferences);
 
   Collaborators collaborators_;
-  std::unique_ptr<TaskQueue> queue_;
+  std::unique_ptr<ConcurrentQueue> queue_;
 };
 
 }  // namespace quillmar

@@ -99,14 +99,6 @@ OpenedBreaks characterBreaks(std::string_view text) {
   return opened;
 }
 
-/// The first bytes, without a part of a code point at their end.
-std::string_view wholeCodePoints(std::string_view text, std::size_t most) {
-  if (text.size() <= most) return text;
-  std::size_t end = most;
-  while (end > 0 && most - end < U8_MAX_LENGTH && U8_IS_TRAIL(text[end])) --end;
-  return text.substr(0, end);
-}
-
 /// The nearest to lastCharacters() without the tables for characters.
 std::string_view lastCodePoints(std::string_view text, std::size_t count) {
   std::string_view before = text;
@@ -225,10 +217,10 @@ std::string_view firstCharacters(std::string_view text, std::size_t count, std::
 
   // One code point more than may be returned shows whether a boundary is before it.
   const std::size_t looked = std::min(most, mostBytes - U8_MAX_LENGTH) + U8_MAX_LENGTH;
-  const std::string_view head = wholeCodePoints(text, looked);
-  const std::string_view fitting = wholeCodePoints(text, most);
+  const std::string_view head = firstBytes(text, looked);
+  const std::string_view fitting = firstBytes(text, most);
   const OpenedBreaks opened = characterBreaks(head);
-  if (!opened.breaks) return wholeCodePoints(text, sureEnd);
+  if (!opened.breaks) return firstBytes(text, sureEnd);
   std::size_t end = 0;
   for (; count > 0; --count) {
     const std::int32_t next = ubrk_next(opened.breaks.get());
@@ -236,6 +228,20 @@ std::string_view firstCharacters(std::string_view text, std::size_t count, std::
     end = static_cast<std::size_t>(next);
   }
   return end > 0 ? text.substr(0, end) : fitting;
+}
+
+std::string_view firstBytes(std::string_view text, std::size_t count) {
+  if (text.size() <= count) return text;
+  std::size_t end = count;
+  while (end > 0 && count - end < U8_MAX_LENGTH && U8_IS_TRAIL(text[end])) --end;
+  return text.substr(0, end);
+}
+
+std::string_view lastBytes(std::string_view text, std::size_t count) {
+  if (text.size() <= count) return text;
+  text.remove_prefix(text.size() - count);
+  while (!text.empty() && U8_IS_TRAIL(text.front())) text.remove_prefix(1);
+  return text;
 }
 
 std::string lowercased(std::string_view text) {

@@ -38,6 +38,11 @@ std::string_view lastCharacters(std::string_view text, std::size_t count);
 /// more bytes by itself is cut between its code points.
 std::string_view firstCharacters(std::string_view text, std::size_t count, std::size_t mostBytes);
 
+/// The beginning or the end of the text, of at most `count` bytes and without a part of a code
+/// point. Takes the same time for texts of any length. Precondition: valid UTF-8.
+std::string_view firstBytes(std::string_view text, std::size_t count);
+std::string_view lastBytes(std::string_view text, std::size_t count);
+
 /// Lower case by Unicode's rules, without any locale's own.
 std::string lowercased(std::string_view text);
 

@@ -234,6 +234,28 @@ TEST_F(CommandLineTest, RunPrintsTheTrimmedOutputAndALineFeed) {
   EXPECT_EQ(onlyCommandRun(), "date");
 }
 
+TEST_F(CommandLineTest, RunPrintsNothingIfTheCommandPrintedNothing) {
+  add("1", "True", "true");
+  commandsGive("\n");
+  EXPECT_EQ(run({.item = "1"}), ExitStatus::success);
+  EXPECT_EQ(console.out + console.err, "");
+}
+
+TEST_F(CommandLineTest, MessagesAboutTheCommandGoToStandardError) {
+  add("1", "Script", "/gone\x1b.sh").command.type = CommandType::scriptFile;
+  add("2", "Shell", "true");
+  EXPECT_EQ(run({.item = "1"}), ExitStatus::failure);
+  memory.processes.setHandler(
+      [](const Process&) { return ScriptedRun{.launchError = Error{"No processes."}}; });
+  EXPECT_EQ(run({.item = "2"}), ExitStatus::failure);
+  memory.processes.setHandler(
+      [](const Process&) { return ScriptedRun{.readError = Error{"Too much output."}}; });
+  EXPECT_EQ(run({.item = "2"}), ExitStatus::failure);
+  EXPECT_EQ(console.out, "");
+  EXPECT_EQ(console.err,
+            "Script file not found: /gone\uFFFD.sh\nNo processes.\nToo much output.\n");
+}
+
 TEST_F(CommandLineTest, RunTakesTheExactTitleAndDisabledItemsToo) {
   add("1", "Date", "date").isEnabled = false;
   EXPECT_EQ(run({.item = "Date"}), ExitStatus::success);

@@ -561,6 +561,52 @@ TEST_F(CommandRunnerTest, ANotificationShowsTheLast400CharactersOfALongOutput) {
   EXPECT_THAT(notified(), ElementsAre(Note("Title", tail)));
 }
 
+TEST_F(CommandRunnerTest, ANotificationIsBoundedAlsoWhenACharacterHasMegabytesOfCombiningMarks) {
+  std::string output = "e";
+  while (output.size() < 4'000'000) output += "\u0301";
+  output += "end";
+  commandsGive(output, 1);
+  MenuItem failing = item("cat");
+  failing.title = std::string(1'000'000, 'T');
+  runToTheEnd(failing);
+  const auto shown = notified();
+  ASSERT_THAT(shown, SizeIs(1));
+  EXPECT_EQ(shown[0].first, std::string(1024 - 7, 'T') + " failed");
+  EXPECT_THAT(shown[0].second, testing::EndsWith("\u0301end"));
+  EXPECT_LE(shown[0].second.size(), 65536u);
+  EXPECT_GT(shown[0].second.size(), 65530u);
+}
+
+TEST_F(CommandRunnerTest, ALongTitleIsCutAtTheEnd) {
+  runner().notify(std::string(1023, 'T') + "é", "Body");
+  EXPECT_THAT(notified(), ElementsAre(Note(std::string(1023, 'T'), "Body")));
+}
+
+TEST_F(CommandRunnerTest, TheOutputReachesTheClipboardWithoutACopy) {
+  const char* bytes = nullptr;
+  memory.processes.setHandler([&](const Process&) {
+    ScriptedRun run{.standardOutput = " " + std::string(1000, 'x') + "\n"};
+    bytes = run.standardOutput.data();
+    return run;
+  });
+  MenuItem both = item("cat");
+  both.command.copyToClipboard = true;
+  both.command.showNotification = true;
+  runToTheEnd(both);
+  ASSERT_THAT(memory.pasteboard.history(), ElementsAre(std::string(1000, 'x')));
+  EXPECT_EQ(static_cast<const void*>(memory.pasteboard.history()[0].data()), bytes);
+  EXPECT_THAT(notified(), ElementsAre(Note("Title", std::string(400, 'x'))));
+}
+
+TEST_F(CommandRunnerTest, ABackgroundCommandWithoutAThreadIsAFailure) {
+  memory.queues.setConcurrentError(Error{"The system has no thread to spare."});
+  runToTheEnd(item("true"));
+  EXPECT_THAT(notified(), ElementsAre(Note("Title failed",
+                                           "The command could not be started. The system has no "
+                                           "thread to spare.")));
+  EXPECT_THAT(memory.processes.launched(), IsEmpty());
+}
+
 TEST_F(CommandRunnerTest, EveryNotificationHasAnIdentifierOfItsOwnAndTheStandardSound) {
   runner().notify("One", "1");
   runner().notify("Two", "2");

@@ -49,6 +49,18 @@ TEST(Text, TakesNoIllFormedUtf8AsValid) {
   }
 }
 
+TEST(Text, TheBeginningAndTheEndOfATextHoldWholeCodePoints) {
+  EXPECT_EQ(text::firstBytes("aé€", 6), "aé€");
+  EXPECT_EQ(text::firstBytes("aé€", 5), "aé");
+  EXPECT_EQ(text::firstBytes("aé€", 3), "aé");
+  EXPECT_EQ(text::firstBytes("aé€", 2), "a");
+  EXPECT_EQ(text::firstBytes("é", 1), "");
+  EXPECT_EQ(text::lastBytes("aé€", 6), "aé€");
+  EXPECT_EQ(text::lastBytes("aé€", 5), "é€");
+  EXPECT_EQ(text::lastBytes("aé€", 4), "€");
+  EXPECT_EQ(text::lastBytes("aé€", 2), "");
+}
+
 TEST(Text, EveryNewlineBecomesASpaceOnOneLine) {
   EXPECT_EQ(text::onOneLine("ä\nb\vc\fd\re\r\nf\u0085g\u2028h\u2029i\n"), "ä b c d e f g h i ");
   EXPECT_EQ(text::onOneLine("\n\n"), "  ");

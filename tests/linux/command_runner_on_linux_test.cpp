@@ -73,7 +73,7 @@ class CommandRunnerOnLinuxTest : public testing::Test {
   MemoryPlatform memory;
   PasswordDatabase userDatabase;
   PosixFileSystem files;
-  PosixProcesses processes{PosixProcesses::Sessions::separate};
+  PosixProcesses processes{PosixProcesses::Terminal::detach};
   Platform platform{
       .application = memory.application,
       .queues = memory.queues,
@@ -132,6 +132,12 @@ TEST_F(CommandRunnerOnLinuxTest, AShellCommandThatASignalEndsHasFailed) {
   EXPECT_THAT(notified(), ElementsAre(Pair("Title failed", "before")));
 }
 
+TEST_F(CommandRunnerOnLinuxTest, AnEndlessOutputIsReportedAsAFailure) {
+  runItem(CommandType::shellCommand, "yes");
+  EXPECT_THAT(notified(),
+              ElementsAre(Pair("Title failed", "The command printed more than 256 MB.")));
+}
+
 TEST_F(CommandRunnerOnLinuxTest, ANullCharacterInAShellCommandIsALaunchError) {
   runItem(CommandType::shellCommand, "echo a\0b"s);
   EXPECT_THAT(notified(),
@@ -157,7 +163,7 @@ TEST_F(CommandRunnerOnLinuxTest, AScriptThatRunsByItselfMustBeExecutable) {
     const std::string path = makeFile(name, "#!/bin/sh\necho ran\n", 0644);
     EXPECT_EQ(runner.runScriptFile(path),
               (RunResult{"The program “" + path + "” could not be launched: it is not executable.",
-                         false}));
+                         false, true}));
     makeFile(name, "#!/bin/sh\necho ran\n", 0755);
     EXPECT_EQ(runner.runScriptFile(path), (RunResult{"ran", true}));
   }
@@ -174,7 +180,7 @@ TEST_F(CommandRunnerOnLinuxTest, TheUserLearnsThatAScriptIsNotExecutable) {
 TEST_F(CommandRunnerOnLinuxTest, APathWithANullCharacterIsAMissingScript) {
   const std::string path = makeFile("plain", "#!/bin/sh\necho ran\n", 0755);
   EXPECT_EQ(runner.runScriptFile(path + "\0.sh"s),
-            (RunResult{"Script file not found: " + path + "\0.sh"s, false}));
+            (RunResult{"Script file not found: " + path + "\0.sh"s, false, true}));
 }
 
 }  // namespace
