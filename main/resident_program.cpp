@@ -14,6 +14,7 @@
 #include "platform/linux/application/platform_data.h"
 #include "platform/linux/application/running_instance.h"
 #include "platform/linux/desktop_platform.h"
+#include "platform/log.h"
 #include "platform/pasteboard.h"
 #include "platform/platform.h"
 #include "platform/result.h"
@@ -29,6 +30,7 @@ void notify(const std::string& title, const std::string& body) {
 /// Ends the process without waiting for the threads of background commands, which may still use
 /// objects that a return from main() would destroy.
 [[noreturn]] void endProcess(int status) {
+  flushStandardOutputLog();
   std::fflush(nullptr);
   std::_Exit(status);
 }

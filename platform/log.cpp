@@ -1,25 +1,42 @@
 #include "platform/log.h"
 
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
+
+#include <unistd.h>
+
+#include "platform/background_writer.h"
 
 namespace quillmar {
 
 namespace {
 
-void writeLine(std::FILE* stream, std::string_view line) {
-  std::fwrite(line.data(), 1, line.size(), stream);
-  std::fputc('\n', stream);
-  std::fflush(stream);
+constexpr auto flushTimeout = std::chrono::seconds(1);
+
+BackgroundWriter& standardOutput() {
+  // Never destroyed: other threads may log until the process ends.
+  static auto* writer = [] {
+    std::atexit(flushStandardOutputLog);
+    return new BackgroundWriter(STDOUT_FILENO);
+  }();
+  return *writer;
 }
 
 }  // namespace
 
 void logToStandardOutput(std::string_view line) {
-  writeLine(stdout, line);
+  standardOutput().writeLine(line);
+}
+
+void flushStandardOutputLog() {
+  standardOutput().flush(flushTimeout);
 }
 
 void logToStandardError(std::string_view line) {
-  writeLine(stderr, line);
+  std::fwrite(line.data(), 1, line.size(), stderr);
+  std::fputc('\n', stderr);
+  std::fflush(stderr);
 }
 
 }  // namespace quillmar

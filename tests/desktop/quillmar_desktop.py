@@ -111,9 +111,11 @@ def sub_command(*words, environment=None):
 
 
 class Program:
-    """Quillmar, started on a settings document of the test's own."""
+    """Quillmar, started on a settings document of the test's own. Its output goes to a log file, its
+    standard output to `stdout` if that is given."""
 
-    def __init__(self, document=None, environment=None, settings_directory=None):
+    def __init__(self, document=None, environment=None, settings_directory=None,
+                 stdin=subprocess.DEVNULL, stdout=None):
         self.folder = pathlib.Path(settings_directory or tempfile.mkdtemp(prefix="settings-"))
         if document is not None:
             (self.folder / "settings.json").write_text(json.dumps(document), encoding="utf-8")
@@ -121,7 +123,7 @@ class Program:
         with open(self.log, "ab") as output:
             self.process = subprocess.Popen(
                 [os.environ["QUILLMAR_PROGRAM"]], env=self.variables(environment),
-                stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT)
+                stdin=stdin, stdout=output if stdout is None else stdout, stderr=output)
 
     def variables(self, changes):
         return {**os.environ, "QUILLMAR_SETTINGS_DIR": str(self.folder), **(changes or {})}

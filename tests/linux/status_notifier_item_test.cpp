@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/linux/files/bundle_directory.h"
+#include "platform/log.h"
 #include "tests/conformance/status_item_conformance.h"
 #include "tests/linux/bus_client.h"
 #include "tests/linux/main_loop.h"
@@ -484,6 +485,7 @@ TEST(StatusNotifierItem, APanelThatRefusesItIsToldInAFullSentence) {
   settle(connection.get());
   // Answered after the registration.
   callOnBus(connection.get(), {watcher, "/StatusNotifierWatcher", watcher}, "Unknown", nullptr);
+  flushStandardOutputLog();
   EXPECT_THAT(testing::internal::GetCapturedStdout(),
               testing::MatchesRegex("The panel did not take the status icon "
                                     "\\([^:]*[^.]\\)\\.\n"));

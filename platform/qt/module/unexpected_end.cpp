@@ -20,6 +20,7 @@ std::unique_ptr<LogLine>& watcher() {
 void endAtOnce() {
   if (!watcher()) return;
   (*watcher())("Quillmar ends, because the display that shows its windows has gone away.");
+  flushStandardOutputLog();
   std::fflush(nullptr);
   std::_Exit(EXIT_FAILURE);
 }

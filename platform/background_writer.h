@@ -1,0 +1,45 @@
+// Writes lines to a stream that may block, such as a stopped terminal or a full pipe, without
+// blocking the caller. Any thread.
+
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "platform/detached_thread.h"
+
+namespace quillmar {
+
+class BackgroundWriter {
+ public:
+  /// Writes to `descriptor`, which must stay open until the end of the process. At most
+  /// `mostWaitingBytes` wait for a stream that is blocked.
+  explicit BackgroundWriter(
+      int descriptor, std::size_t mostWaitingBytes = 1 << 20,
+      StartThread startThread = [](std::function<void()> task) {
+        return startDetachedThread(std::move(task), "log");
+      });
+
+  /// Threads that are blocked in the stream stay behind.
+  ~BackgroundWriter();
+  BackgroundWriter(const BackgroundWriter&) = delete;
+  BackgroundWriter& operator=(const BackgroundWriter&) = delete;
+
+  /// Writes the line and a line feed soon, on another thread; lines keep their order. A line for
+  /// which there is no room is dropped; how many were is written as soon as the stream is writable
+  /// again.
+  void writeLine(std::string_view line);
+
+  /// Waits until everything has been written, at most for `timeout`; false if it has not.
+  bool flush(std::chrono::milliseconds timeout);
+
+ private:
+  class Queue;
+  std::shared_ptr<Queue> queue_;
+};
+
+}  // namespace quillmar
