@@ -82,9 +82,9 @@ ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environmen
     MemoryTaskQueues queues;
     TerminalPrompts prompts(console, invocation.yes, invocation.input);
     RunningInstance instance(environment);
-    LeftOut leftOut;
-    RemotePasteboard pasteboard(instance, leftOut);
-    RemoteNotifications notifications(instance, leftOut, queues.mainQueue());
+    DeliveryFailures failures;
+    RemotePasteboard pasteboard(instance, failures);
+    RemoteNotifications notifications(instance, failures, queues.mainQueue());
     CommandRunner runner({
         .settings = settings,
         .prompts = prompts,
@@ -102,7 +102,7 @@ ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environmen
     });
 
     const ExitStatus status = runItem(invocation, settings, runner, queues, console);
-    if (const auto sentence = leftOut.sentence()) console.printError(*sentence + "\n");
+    if (const auto sentence = failures.sentence()) console.printError(*sentence + "\n");
     return status;
   });
 }

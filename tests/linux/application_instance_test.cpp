@@ -91,7 +91,7 @@ class InstanceTest : public testing::Test {
   GObjectPtr<GDBusConnection> connection_ = bus_.connect();
   std::optional<ServerProgram> other_;
   RunningInstance running_{environment_};
-  LeftOut leftOut_;
+  DeliveryFailures failures_;
 };
 
 TEST_F(InstanceTest, TheFirstOneRunsAndOwnsTheName) {
@@ -127,7 +127,7 @@ TEST_F(InstanceTest, TheEndOfTheSessionEndsItInOrder) {
 
 TEST_F(InstanceTest, ASignalEndsItAlsoWhileItsMainThreadIsHeld) {
   startOther();
-  RemotePasteboard(running_, leftOut_).setString("hold");
+  RemotePasteboard(running_, failures_).setString("hold");
   expectRecord("clipboard hold\n");
   EXPECT_EQ(other_->end(SIGTERM), 0);
 }
@@ -248,23 +248,43 @@ TEST_F(InstanceTest, TerminatedBeforeItRunsItEndsAtOnce) {
 
 TEST_F(InstanceTest, GetsTheTextForTheClipboard) {
   startOther();
-  RemotePasteboard(running_, leftOut_).setString("naïve <text>");
+  RemotePasteboard(running_, failures_).setString("naïve <text>");
   expectRecord("clipboard naïve <text>\n");
-  EXPECT_EQ(leftOut_.sentence(), std::nullopt);
+  EXPECT_EQ(failures_.sentence(), std::nullopt);
 }
 
 TEST_F(InstanceTest, GetsMegabytesForTheClipboard) {
   startOther();
   const std::string text(5'000'000, 'x');
-  RemotePasteboard(running_, leftOut_).setString(text);
+  RemotePasteboard(running_, failures_).setString(text);
   expectRecord("clipboard " + text + "\n");
-  EXPECT_EQ(leftOut_.sentence(), std::nullopt);
+  EXPECT_EQ(failures_.sentence(), std::nullopt);
+}
+
+TEST_F(InstanceTest, GetsTheLargestTextThatTheBusCanCarry) {
+  startOther();
+  // The variant holds a terminating null character, too.
+  const std::string text(RunningInstance::mostParameterBytes - 1, 'x');
+  RemotePasteboard(running_, failures_).setString(text);
+  EXPECT_EQ(failures_.sentence(), std::nullopt);
+  expectRecord("clipboard " + text + "\n");
+}
+
+TEST_F(InstanceTest, ATextThatTheBusCannotCarryIsAnErrorAndTheNextOneArrives) {
+  startOther();
+  RemotePasteboard pasteboard(running_, failures_);
+  pasteboard.setString(std::string(RunningInstance::mostParameterBytes, 'x'));
+  EXPECT_EQ(failures_.sentence(),
+            "The running Quillmar accepts at most 30 MB from another process, so the output was "
+            "not copied to the clipboard.");
+  pasteboard.setString("small");
+  expectRecord("clipboard small\n");
 }
 
 TEST_F(InstanceTest, GetsNotifications) {
   startOther();
   TaskLine line;
-  RemoteNotifications center(running_, leftOut_, line);
+  RemoteNotifications center(running_, failures_, line);
   std::optional<bool> granted;
   center.requestAuthorization({.alert = true}, [&](bool answer) { granted = answer; });
   int completions = 0;
@@ -281,22 +301,22 @@ TEST_F(InstanceTest, GetsNotifications) {
 
 TEST_F(InstanceTest, WhatABusCannotCarryIsReplaced) {
   startOther();
-  RemotePasteboard(running_, leftOut_).setString(std::string("a\0b", 3));
+  RemotePasteboard(running_, failures_).setString(std::string("a\0b", 3));
   expectRecord("clipboard a\uFFFDb\n");
 }
 
-TEST_F(InstanceTest, WithoutAnInstanceTheRecordSaysWhatWasLeftOut) {
-  RemotePasteboard(running_, leftOut_).setString("text");
-  EXPECT_EQ(leftOut_.sentence(),
+TEST_F(InstanceTest, WithoutAnInstanceTheFailuresSayWhatWasNotDelivered) {
+  RemotePasteboard(running_, failures_).setString("text");
+  EXPECT_EQ(failures_.sentence(),
             "Quillmar is not running, so the output was not copied to the clipboard.");
   TaskLine line;
-  RemoteNotifications center(running_, leftOut_, line);
+  RemoteNotifications center(running_, failures_, line);
   std::optional<bool> granted;
   center.requestAuthorization({.alert = true}, [&](bool answer) { granted = answer; });
   center.add({"1", "Title", "Body"}, [](std::optional<Error>) {});
   line.run();
   EXPECT_EQ(granted, false);
-  EXPECT_EQ(leftOut_.sentence(),
+  EXPECT_EQ(failures_.sentence(),
             "Quillmar is not running, so the output was not copied to the clipboard and no "
             "notification was shown.");
 }
@@ -305,8 +325,8 @@ TEST_F(InstanceTest, AnInstanceIsNotStartedForAnAction) {
   const PrivateBus bus({applicationId});
   const Environment environment{{{"DBUS_SESSION_BUS_ADDRESS", bus.address()}}};
   RunningInstance running(environment);
-  RemotePasteboard(running, leftOut_).setString("text");
-  EXPECT_EQ(leftOut_.sentence(),
+  RemotePasteboard(running, failures_).setString("text");
+  EXPECT_EQ(failures_.sentence(),
             "Quillmar is not running, so the output was not copied to the clipboard.");
 }
 
@@ -314,24 +334,24 @@ TEST_F(InstanceTest, AnInstanceThatIsHeldIsNotWaitedForAndGetsEverythingInOrder)
   startOther();
   other_->signal(SIGSTOP);
   TaskLine line;
-  RemotePasteboard pasteboard(running_, leftOut_);
-  RemoteNotifications center(running_, leftOut_, line);
+  RemotePasteboard pasteboard(running_, failures_);
+  RemoteNotifications center(running_, failures_, line);
   pasteboard.setString("one");
   center.add({"1", "two", "three"}, [](std::optional<Error>) {});
   pasteboard.setString("four");
-  EXPECT_EQ(leftOut_.sentence(), std::nullopt);
+  EXPECT_EQ(failures_.sentence(), std::nullopt);
   other_->signal(SIGCONT);
   expectRecord("clipboard one\nnotify two|three\nclipboard four\n");
 }
 
 TEST_F(InstanceTest, AnInstanceThatHasEndedIsMissed) {
   startOther();
-  RemotePasteboard pasteboard(running_, leftOut_);
+  RemotePasteboard pasteboard(running_, failures_);
   pasteboard.setString("text");
-  EXPECT_EQ(leftOut_.sentence(), std::nullopt);
+  EXPECT_EQ(failures_.sentence(), std::nullopt);
   other_->end(SIGTERM);
   pasteboard.setString("more");
-  EXPECT_EQ(leftOut_.sentence(),
+  EXPECT_EQ(failures_.sentence(),
             "Quillmar is not running, so the output was not copied to the clipboard.");
 }
 
@@ -402,7 +422,7 @@ TEST_F(InstanceTest, AnInstanceThatIsHeldIsNotWaitedForLongAndShowsNoMenuAfterwa
   EXPECT_TRUE(impatient.activate());
   // That wish has expired as well when this has.
   EXPECT_FALSE(impatient.showMenu());
-  RemotePasteboard(running_, leftOut_).setString("later");
+  RemotePasteboard(running_, failures_).setString("later");
   other_->signal(SIGCONT);
   expectRecord("clipboard later\n");
 }
@@ -442,10 +462,10 @@ TEST(RunningInstance, WithoutABusThereIsNoMenu) {
 TEST(RunningInstance, IsNotThereWithoutABus) {
   const Environment environment{{{"DISPLAY", ":0"}}};
   RunningInstance running(environment);
-  LeftOut leftOut;
+  DeliveryFailures failures;
   EXPECT_FALSE(running.isRunning());
-  RemotePasteboard(running, leftOut).setString("text");
-  EXPECT_EQ(leftOut.sentence(),
+  RemotePasteboard(running, failures).setString("text");
+  EXPECT_EQ(failures.sentence(),
             "There is no session bus, so the output was not copied to the clipboard.");
 }
 
@@ -454,12 +474,12 @@ TEST(RunningInstance, ABusThatNeverAnswersIsAskedOnce) {
   const Environment environment{{{"XDG_RUNTIME_DIR", socket.folder()}}};
   RunningInstance running(environment, std::chrono::milliseconds(50));
   EXPECT_EQ(socket.connectionCount(), 0U);
-  LeftOut leftOut;
-  RemotePasteboard pasteboard(running, leftOut);
+  DeliveryFailures failures;
+  RemotePasteboard pasteboard(running, failures);
   pasteboard.setString("text");
   pasteboard.setString("text");
   EXPECT_EQ(socket.connectionCount(), 1U);
-  EXPECT_EQ(leftOut.sentence(),
+  EXPECT_EQ(failures.sentence(),
             "The session bus does not answer, so the output was not copied to the clipboard.");
 }
 
@@ -469,9 +489,9 @@ TEST(RunningInstance, ABusThatStopsAnsweringIsNotWaitedForLongerThanAllowed) {
   RunningInstance running(environment, std::chrono::seconds(1));
   EXPECT_FALSE(running.isRunning());
   bus.signal(SIGSTOP);
-  LeftOut leftOut;
-  RemotePasteboard(running, leftOut).setString("text");
-  EXPECT_EQ(leftOut.sentence(),
+  DeliveryFailures failures;
+  RemotePasteboard(running, failures).setString("text");
+  EXPECT_EQ(failures.sentence(),
             "The session bus does not answer, so the output was not copied to the clipboard.");
 }
 

@@ -14,7 +14,7 @@ namespace quillmar {
 
 namespace {
 
-constexpr std::chrono::milliseconds flushPatience = std::chrono::seconds(1);
+constexpr std::chrono::milliseconds flushTimeout = std::chrono::seconds(1);
 
 constexpr const char* introspection = R"xml(<node>
   <interface name="org.freedesktop.Application">
@@ -37,7 +37,7 @@ Error cannotStart(const Error& cause) {
 void flush(GDBusConnection* connection) {
   const std::shared_ptr<GDBusConnection> own(G_DBUS_CONNECTION(g_object_ref(connection)),
                                              g_object_unref);
-  endsWithin(flushPatience, [own] { g_dbus_connection_flush_sync(own.get(), nullptr, nullptr); });
+  endsWithin(flushTimeout, [own] { g_dbus_connection_flush_sync(own.get(), nullptr, nullptr); });
 }
 
 }  // namespace

@@ -45,10 +45,10 @@ GVariant* platformData(const Environment& environment) {
   return g_variant_builder_end(&data);
 }
 
-GVariant* platformData(const Environment& environment, std::chrono::milliseconds patience) {
+GVariant* platformData(const Environment& environment, std::chrono::milliseconds timeout) {
   GVariantBuilder data = builderFor(environment);
   const std::chrono::microseconds expiry =
-      std::chrono::microseconds(g_get_monotonic_time()) + patience;
+      std::chrono::microseconds(g_get_monotonic_time()) + timeout;
   g_variant_builder_add(&data, "{sv}", expiryKey, g_variant_new_int64(expiry.count()));
   return g_variant_builder_end(&data);
 }

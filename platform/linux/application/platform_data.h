@@ -16,8 +16,8 @@ namespace quillmar {
 /// XDG_ACTIVATION_TOKEN and DESKTOP_STARTUP_ID.
 GVariant* platformData(const Environment& environment);
 
-/// The same, for a wish that is to be forgotten when it has not been heard after `patience`.
-GVariant* platformData(const Environment& environment, std::chrono::milliseconds patience);
+/// The same, for a request that expires after `timeout`.
+GVariant* platformData(const Environment& environment, std::chrono::milliseconds timeout);
 
 /// What this process was started with.
 Activation activationOf(const Environment& environment);

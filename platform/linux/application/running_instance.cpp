@@ -14,19 +14,19 @@ namespace {
 constexpr const char* notRunning = "Quillmar is not running";
 constexpr const char* noMenu = ", so there is no menu to show.";
 
-/// Remembers that something was left out; the first cause stands.
-void note(LeftOut& leftOut, bool LeftOut::*what, const Error& error) {
-  leftOut.*what = true;
-  if (leftOut.cause.empty()) leftOut.cause = error.description;
+/// Records a failure and the cause of the first one.
+void record(DeliveryFailures& failures, bool DeliveryFailures::*what, const Error& error) {
+  failures.*what = true;
+  if (failures.cause.empty()) failures.cause = error.description;
 }
 
 }  // namespace
 
 Result<void> RunningInstance::find() {
-  if (!bus_) bus_ = connectToSessionBus(environment_, patience_);
+  if (!bus_) bus_ = connectToSessionBus(environment_, timeout_);
   if (!*bus_) return bus_->error();
   auto reply = askSessionBus(bus_->value().get(), "NameHasOwner",
-                             g_variant_new("(s)", applicationId), "(b)", patience_);
+                             g_variant_new("(s)", applicationId), "(b)", timeout_);
   if (!reply) {
     bus_ = reply.error();
     return reply.error();
@@ -38,14 +38,19 @@ Result<void> RunningInstance::find() {
 }
 
 Result<void> RunningInstance::activate() {
-  return send("Activate", g_variant_new("(@a{sv})", platformData(environment_, patience_)));
+  return send("Activate", g_variant_new("(@a{sv})", platformData(environment_, timeout_)));
 }
 
 Result<void> RunningInstance::activateAction(const char* action, GVariant* parameter) {
+  const GVariantPtr own(g_variant_ref_sink(parameter));
+  if (g_variant_get_size(parameter) > mostParameterBytes) {
+    return Error{"The running Quillmar accepts at most " +
+                 std::to_string(mostParameterBytes >> 20) + " MB from another process"};
+  }
   GVariantBuilder parameters;
   g_variant_builder_init(&parameters, G_VARIANT_TYPE("av"));
   g_variant_builder_add(&parameters, "v", parameter);
-  // Not asked for by the user: it activates nothing.
+  // No user action, so there is no activation to pass on.
   return send("ActivateAction",
               g_variant_new("(sav@a{sv})", action, &parameters, platformData(Environment())));
 }
@@ -54,20 +59,20 @@ Result<void> RunningInstance::showMenu() {
   if (auto found = find(); !found) return Error{found.error().description + noMenu};
   // A question that its main loop answers, and that means nothing.
   auto listens = call("org.freedesktop.DBus.Properties", "GetAll",
-                      g_variant_new("(s)", applicationInterface), patience_);
+                      g_variant_new("(s)", applicationInterface), timeout_);
   if (!listens) return listens;
   return call(
       applicationInterface, "ActivateAction",
-      g_variant_new("(sav@a{sv})", showMenuAction, nullptr, platformData(environment_, patience_)),
-      menuPatience_);
+      g_variant_new("(sav@a{sv})", showMenuAction, nullptr, platformData(environment_, timeout_)),
+      menuTimeout_);
 }
 
 Result<void> RunningInstance::call(const char* interface, const char* method, GVariant* arguments,
-                                   std::chrono::milliseconds patience) {
+                                   std::chrono::milliseconds timeout) {
   GError* error = nullptr;
   const GVariantPtr reply(g_dbus_connection_call_sync(
       bus_->value().get(), applicationId, applicationPath, interface, method, arguments, nullptr,
-      G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(patience.count()), nullptr, &error));
+      G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(timeout.count()), nullptr, &error));
   const GErrorPtr failure(error);
   if (!failure) return {};
   if (isMissingService(*failure)) return Error{std::string(notRunning) + noMenu};
@@ -91,7 +96,7 @@ Result<void> RunningInstance::send(const char* method, GVariant* arguments) {
   return find();
 }
 
-std::optional<std::string> LeftOut::sentence() const {
+std::optional<std::string> DeliveryFailures::sentence() const {
   if (clipboard && notification) {
     return cause + ", so the output was not copied to the clipboard and no notification was shown.";
   }
@@ -103,7 +108,7 @@ std::optional<std::string> LeftOut::sentence() const {
 void RemotePasteboard::setString(std::string text) {
   const auto outcome = instance_.activateAction(
       "set-clipboard", g_variant_new_string(text::replacingUnsendable(text).c_str()));
-  if (!outcome) note(leftOut_, &LeftOut::clipboard, outcome.error());
+  if (!outcome) record(failures_, &DeliveryFailures::clipboard, outcome.error());
 }
 
 void RemoteNotifications::requestAuthorization(AuthorizationOptions,
@@ -118,7 +123,7 @@ void RemoteNotifications::add(UserNotification notification,
   const auto outcome = instance_.activateAction(
       "notify", g_variant_new("(ss)", text::replacingUnsendable(notification.title).c_str(),
                               text::replacingUnsendable(notification.body).c_str()));
-  if (!outcome) note(leftOut_, &LeftOut::notification, outcome.error());
+  if (!outcome) record(failures_, &DeliveryFailures::notification, outcome.error());
   mainQueue_.async([completion = std::move(completion)] { completion(std::nullopt); });
 }
 

@@ -53,13 +53,13 @@ std::optional<std::string> sessionBusAddress(const Environment& environment) {
 }
 
 Result<GObjectPtr<GDBusConnection>> connectToSessionBus(const Environment& environment,
-                                                        std::chrono::milliseconds patience) {
+                                                        std::chrono::milliseconds timeout) {
   std::optional<std::string> address = sessionBusAddress(environment);
   if (!address) return Error{"There is no session bus"};
   // An attempt that is late goes on by itself.
   const auto attempt = std::make_shared<Attempt>();
   attempt->address = *std::move(address);
-  if (!endsWithin(patience, [attempt] { connect(*attempt); })) {
+  if (!endsWithin(timeout, [attempt] { connect(*attempt); })) {
     return Error{"The session bus does not answer"};
   }
   if (attempt->failure) return describe(*attempt->failure);
@@ -68,13 +68,13 @@ Result<GObjectPtr<GDBusConnection>> connectToSessionBus(const Environment& envir
 
 Result<GVariantPtr> askSessionBus(GDBusConnection* connection, const char* method,
                                   GVariant* arguments, const char* resultType,
-                                  std::chrono::milliseconds patience) {
+                                  std::chrono::milliseconds timeout) {
   const BusMethod bus = busItself(method);
   GError* error = nullptr;
   GVariantPtr reply(
       g_dbus_connection_call_sync(connection, bus.destination, bus.path, bus.interface, bus.name,
                                   arguments, G_VARIANT_TYPE(resultType), G_DBUS_CALL_FLAGS_NONE,
-                                  static_cast<int>(patience.count()), nullptr, &error));
+                                  static_cast<int>(timeout.count()), nullptr, &error));
   const GErrorPtr failure(error);
   if (failure) return describe(*failure);
   return Result<GVariantPtr>(std::move(reply));
