@@ -70,8 +70,27 @@ TEST_F(WaylandPasteboardTest, AMissingProgramIsNamed) {
 
 TEST_F(WaylandPasteboardTest, AProgramThatFailsIsNamed) {
   copyWith("false", "text");
-  EXPECT_THAT(log_,
-              ElementsAre("The text was not copied to the clipboard: “false” did not take it."));
+  EXPECT_THAT(log_, ElementsAre("The text was not copied to the clipboard: “false” failed."));
+}
+
+TEST_F(WaylandPasteboardTest, ALongTextIsStoredBeforeTheMainLoopStartsTheProgram) {
+  WaylandPasteboard pasteboard(
+      {}, [this](std::string_view line) { log_.emplace_back(line); }, "/nonexistent/wl-copy");
+  pasteboard.setString(std::string(5'000'000, 'x'));
+  pasteboard.setString("next");
+  EXPECT_TRUE(pasteboard.isBusy());
+  EXPECT_THAT(log_, IsEmpty());
+  runMainLoopUntil([&] { return !pasteboard.isBusy(); });
+  EXPECT_THAT(log_, testing::SizeIs(2));
+}
+
+TEST_F(WaylandPasteboardTest, APasteboardCanBeDestroyedWhileALongTextIsStored) {
+  {
+    WaylandPasteboard pasteboard(
+        {}, [](std::string_view line) { ADD_FAILURE() << line; }, "/nonexistent/wl-copy");
+    pasteboard.setString(std::string(5'000'000, 'x'));
+  }
+  runMainLoopWhileReady();
 }
 
 TEST_F(WaylandPasteboardTest, AProgramThatStopsReadingHarmsNobody) {

@@ -2,34 +2,22 @@
 
 #include <cerrno>
 #include <cstddef>
-#include <memory>
-#include <string_view>
 #include <utility>
 
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include "platform/linux/files/file_descriptor.h"
+#include "platform/detached_thread.h"
 #include "platform/linux/files/system_error.h"
 #include "platform/linux/processes/bounded_wait.h"
+#include "platform/linux/processes/main_loop_task_queue.h"
 
 namespace quillmar {
 
 namespace {
 
-/// A file without a name that holds the text and is read from its start; none, with errno set, when
-/// there is no room for it.
-FileDescriptor fileInMemory(std::string_view text) {
-  FileDescriptor file(memfd_create("clipboard", MFD_CLOEXEC));
-  if (!file) return file;
-  while (!text.empty()) {
-    const ssize_t written = write(file.number(), text.data(), text.size());
-    if (written < 0) return FileDescriptor();
-    text.remove_prefix(static_cast<std::size_t>(written));
-  }
-  lseek(file.number(), 0, SEEK_SET);
-  return file;
-}
+/// Storing a text of this size takes less than a millisecond.
+constexpr std::size_t mostBytesOnMainThread = 1 << 20;
 
 }  // namespace
 
@@ -40,25 +28,58 @@ WaylandPasteboard::~WaylandPasteboard() {
   g_cancellable_cancel(cancellable_.get());
 }
 
+WaylandPasteboard::StoredText WaylandPasteboard::store(std::string_view text) {
+  FileDescriptor file(memfd_create("clipboard", MFD_CLOEXEC));
+  if (!file) return {.error = errno};
+  while (!text.empty()) {
+    const ssize_t written = write(file.number(), text.data(), text.size());
+    if (written < 0) return {.error = errno};
+    text.remove_prefix(static_cast<std::size_t>(written));
+  }
+  lseek(file.number(), 0, SEEK_SET);
+  return {.file = std::move(file)};
+}
+
 void WaylandPasteboard::setString(std::string text) {
-  if (running_) {
+  if (isBusy()) {
     next_ = std::move(text);
   } else {
-    start(text);
+    start(std::move(text));
   }
 }
 
-void WaylandPasteboard::start(const std::string& text) {
-  FileDescriptor input = fileInMemory(text);
-  if (!input) {
-    logFailure("it could not be stored (" + systemErrorText(errno) + ").");
+void WaylandPasteboard::start(std::string text) {
+  const bool isLong = text.size() > mostBytesOnMainThread;
+  const auto promise = std::make_shared<std::promise<StoredText>>();
+  stored_ = promise->get_future();
+  const auto work = [promise, text = std::make_shared<const std::string>(std::move(text))] {
+    promise->set_value(store(*text));
+  };
+  const auto launchInMainLoop = [this, alive = std::weak_ptr(alive_)] {
+    if (!alive.expired() && stored_.valid()) launch();
+  };
+  if (isLong && startDetachedThread([work, launchInMainLoop] {
+        work();
+        MainLoopTaskQueue().async(launchInMainLoop);
+      })) {
+    return;
+  }
+  work();
+  launch();
+}
+
+void WaylandPasteboard::launch() {
+  StoredText stored = stored_.get();
+  if (!stored.file) {
+    logFailure("it could not be stored (" + systemErrorText(stored.error) + ").");
+    startNext();
     return;
   }
   // The part of wl-copy that stays behind would keep a pipe open, so its outputs get none.
   const GObjectPtr<GSubprocessLauncher> launcher(
       g_subprocess_launcher_new(static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_SILENCE |
                                                               G_SUBPROCESS_FLAGS_STDERR_SILENCE)));
-  g_subprocess_launcher_take_stdin_fd(launcher.get(), input.release());
+  g_subprocess_launcher_take_stdin_fd(launcher.get(), stored.file.release());
   g_subprocess_launcher_set_environ(launcher.get(), nullptr);
   for (const auto& [name, value] : environment_.variables) {
     g_subprocess_launcher_setenv(launcher.get(), name.c_str(), value.c_str(), true);
@@ -72,6 +93,7 @@ void WaylandPasteboard::start(const std::string& text) {
     const GErrorPtr failure(error);
     logFailure("“" + program_ + "”, of the package wl-clipboard, could not be started (" +
                failure->message + ").");
+    startNext();
     return;
   }
   g_subprocess_wait_async(
@@ -86,7 +108,7 @@ void WaylandPasteboard::start(const std::string& text) {
 
 void WaylandPasteboard::ended(GSubprocess* subprocess) {
   if (!g_subprocess_get_successful(subprocess)) {
-    logFailure("“" + program_ + "” did not take it.");
+    logFailure("“" + program_ + "” failed.");
   }
   if (subprocess != running_.get()) return;
   running_.reset();
@@ -94,16 +116,23 @@ void WaylandPasteboard::ended(GSubprocess* subprocess) {
 }
 
 void WaylandPasteboard::startNext() {
-  if (!next_) return;
-  const std::string text = *std::exchange(next_, std::nullopt);
-  start(text);
+  if (next_) start(*std::exchange(next_, std::nullopt));
 }
 
 void WaylandPasteboard::saveForQuit(std::chrono::milliseconds timeout) {
-  if (!running_ || !next_) return;
+  const auto deadline = std::chrono::steady_clock::now() + timeout;
+  const auto launchStored = [&] {
+    if (stored_.valid() && stored_.wait_until(deadline) == std::future_status::ready) launch();
+    return !stored_.valid();
+  };
+  if (!launchStored() || !running_ || !next_) return;
   const std::shared_ptr<GSubprocess> own(G_SUBPROCESS(g_object_ref(running_.get())),
                                          g_object_unref);
-  if (endsWithin(timeout, [own] { g_subprocess_wait(own.get(), nullptr, nullptr); })) startNext();
+  const auto left =
+      std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+  if (!endsWithin(left, [own] { g_subprocess_wait(own.get(), nullptr, nullptr); })) return;
+  startNext();
+  launchStored();
 }
 
 void WaylandPasteboard::logFailure(const std::string& reason) const {
