@@ -218,7 +218,7 @@ TEST_F(DesktopNotificationsTest, AServiceThatVanishesInTheMiddleFailsTheRequest)
 TEST_F(DesktopNotificationsTest, ARefusalIsReportedInTheServicesWords) {
   startService({});
   service_->refuse("Too many notifications.");
-  EXPECT_THAT(show("Title", "Body"), Optional(Error{"The notification service did not take the "
+  EXPECT_THAT(show("Title", "Body"), Optional(Error{"The notification service rejected the "
                                                     "notification (Too many notifications)."}));
 }
 

@@ -43,8 +43,7 @@ Error describe(const GError& error) {
     return {"The connection to the session bus, and so to the notification service, has ended."};
   }
   if (isMissingAnswer(error)) return {"The notification service did not answer."};
-  return {"The notification service did not take the notification (" + busErrorMessage(error) +
-          ")."};
+  return {"The notification service rejected the notification (" + busErrorMessage(error) + ")."};
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
-// Notifications through the desktop's notification service, org.freedesktop.Notifications,
-// whichever program provides it. Main thread; nothing waits for the service.
+// Notifications through the desktop's notification service, org.freedesktop.Notifications. Main
+// thread; calls to the service never block.
 //
-// Whether the service takes bodies for markup is asked once for each program that provides it,
-// before the first notification; requests that come meanwhile wait in line.
+// Whether the service parses bodies as markup is asked once for each program that owns its name,
+// before the first notification; requests are queued meanwhile.
 
 #pragma once
 
@@ -22,10 +22,10 @@ class DesktopNotifications final : public UserNotificationCenter {
  public:
   explicit DesktopNotifications(GDBusConnection* sessionBus);
 
-  /// Completions that have not come yet never do.
+  /// Pending completions are never called.
   ~DesktopNotifications() override;
 
-  /// Granted when a service runs or can be started.
+  /// Granted if a service is running or can be started.
   void requestAuthorization(AuthorizationOptions options,
                             std::function<void(bool granted)> completion) override;
 
@@ -48,11 +48,10 @@ class DesktopNotifications final : public UserNotificationCenter {
 
   BusCalls calls_;
   guint ownerWatch_ = 0;
-  /// Known for the present provider of the service.
+  /// Absent until the current owner of the name has answered.
   std::optional<bool> bodyIsMarkup_;
   bool asking_ = false;
-  /// Sent and not answered yet. Buses refuse a program that has too many such calls, so a burst
-  /// waits in line.
+  /// Calls without a reply yet. Buses limit these, so a burst of notifications is queued.
   std::size_t unanswered_ = 0;
   std::deque<Request> waiting_;
 };
