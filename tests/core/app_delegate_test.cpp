@@ -14,6 +14,7 @@
 
 #include "about/updater_manager.h"
 #include "commands/command_runner.h"
+#include "commands/prompt_panel.h"
 #include "config/settings_manager.h"
 #include "platform/memory/memory_platform.h"
 #include "platform/widgets/button.h"
@@ -36,6 +37,11 @@ class AppDelegateTest : public testing::Test {
   AppDelegateTest() {
     memory.userDatabase.shell = "/bin/shell";
     memory.files.addFile("/bin/shell", "", 0755);
+  }
+  ~AppDelegateTest() override {
+    // Panels on the screen outlive the window system of the test otherwise.
+    const auto stillOpen = PromptPanel::live();
+    for (const auto& panel : stillOpen) panel->cancelPressed();
   }
 
   void launch() {
