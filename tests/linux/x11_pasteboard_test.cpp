@@ -145,8 +145,10 @@ TEST_F(X11PasteboardTest, PropertyEventsThatItDidNotAskForDoNotStopTheClipboard)
                       nullptr);
   // The reply to another request says that the server has processed this one.
   other.owner("CLIPBOARD");
-  pasteboard_->setString("after");
-  EXPECT_EQ(pasteWithXclip(display()), "after");
+  for (const std::string text : {"after", "and later"}) {
+    pasteboard_->setString(text);
+    EXPECT_EQ(pasteWithXclip(display()), text);
+  }
 }
 
 TEST_F(X11PasteboardTest, RequestsFromBeforeTheOwnershipAreRefused) {
