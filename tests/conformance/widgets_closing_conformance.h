@@ -234,8 +234,8 @@ TYPED_TEST_P(WidgetClosingConformance, ASheetThatClosesMayBeFollowedByAnotherOne
   first.template setContent<Label>("First");
   auto& done = second.template setContent<Button>("Done");
   done.setOnPress([&] { second.close(); });
-  ClosingDelegate delegate([&] { ASSERT_TRUE(this->window->beginSheet(second, {}).ok()); });
-  first.setDelegate(&delegate);
+  ClosingDelegate closing([&] { ASSERT_TRUE(this->window->beginSheet(second, {}).ok()); });
+  first.setDelegate(&closing);
   ASSERT_TRUE(this->window->beginSheet(first, {}).ok());
   this->harness.settle();
 
@@ -255,8 +255,8 @@ TYPED_TEST_P(WidgetClosingConformance, ASheetThatClosesMayBeFollowedByAnotherOne
 
 TYPED_TEST_P(WidgetClosingConformance, ADelegateMayShowItsWindowAgain) {
   Button& button = this->addButton("Save");
-  ClosingDelegate delegate([&] { EXPECT_TRUE(this->window->show({}).ok()); });
-  this->window->setDelegate(&delegate);
+  ClosingDelegate closing([&] { EXPECT_TRUE(this->window->show({}).ok()); });
+  this->window->setDelegate(&closing);
   this->show();
   this->harness.closeByTitleBar(*this->window);
   this->harness.settle();
@@ -269,11 +269,11 @@ TYPED_TEST_P(WidgetClosingConformance, AParentThatClosesClosesItsSheetFirst) {
   this->show();
   Window sheet(this->harness.windows());
   int closes = 0;
-  ClosingDelegate delegate([&] {
+  ClosingDelegate closing([&] {
     ++closes;
     EXPECT_TRUE(this->window->visible());
   });
-  sheet.setDelegate(&delegate);
+  sheet.setDelegate(&closing);
   ASSERT_TRUE(this->window->beginSheet(sheet, {}).ok());
   this->harness.settle();
   this->window->close();
@@ -287,8 +287,8 @@ TYPED_TEST_P(WidgetClosingConformance, AParentThatIsDestroyedClosesItsSheet) {
   this->show();
   Window sheet(this->harness.windows());
   int closes = 0;
-  ClosingDelegate delegate([&] { ++closes; });
-  sheet.setDelegate(&delegate);
+  ClosingDelegate closing([&] { ++closes; });
+  sheet.setDelegate(&closing);
   ASSERT_TRUE(this->window->beginSheet(sheet, {}).ok());
   this->harness.settle();
   this->window.reset();
