@@ -10,20 +10,21 @@
 
 namespace quillmar {
 
-/// What the interpreter says of a script that failed.
+/// The error of a script that failed.
 struct AppleScriptError {
-  /// The error's message entry, when it has one that is a text.
+  /// The error's message; absent if it has none or it is not text.
   std::optional<std::string> message;
-  /// The whole error in words.
+  /// Text form of the whole error.
   std::string description;
 };
 
-/// A source text made ready to run.
+/// A script that is ready to run.
 class AppleScript {
  public:
   virtual ~AppleScript() = default;
 
-  /// Runs the script to its end, blocking. The value is the result's text, if it has one.
+  /// Runs the script and blocks until it ends. Returns the text of its result; absent if the result
+  /// is not text.
   virtual Result<std::optional<std::string>, AppleScriptError> execute() = 0;
 };
 
@@ -31,8 +32,8 @@ class AppleScriptEngine {
  public:
   virtual ~AppleScriptEngine() = default;
 
-  /// The script object for the source, or nullptr when none can be made. Errors of the script's own
-  /// language come from execute().
+  /// Creates the script object for the source; nullptr if that fails. Syntax errors and run-time
+  /// errors of the script are reported by execute().
   virtual std::unique_ptr<AppleScript> makeScript(const std::string& source) = 0;
 };
 

@@ -9,11 +9,11 @@
 
 namespace quillmar {
 
-/// The time of the event that a startup id was made for, which ends it; 0 for an id without one.
+/// The X server time at the end of a startup id ("..._TIME12345"); 0 if it has none.
 std::uint32_t timeOfStartupId(std::string_view startupId);
 
-/// The leave to come to the front that an event of the user carries. Empty for an event that
-/// carries none, which desktops take for a window that nobody asked for.
+/// Permission to raise a window, taken from the user action that requested it. Empty if the action
+/// carries none; desktops then treat the window as unsolicited.
 struct Activation {
   /// Time of the event in milliseconds of the X server's clock; 0 when unknown.
   std::uint32_t timestamp = 0;
@@ -27,12 +27,12 @@ class Application {
  public:
   virtual ~Application() = default;
 
-  /// Ends the program, with exit status 0, once the current turn of the main queue is over.
+  /// Exits with status 0 after the current task of the main queue.
   virtual void terminate() = 0;
 
-  /// What the user did last outside of the program's own windows: a click on an entry of the status
-  /// menu, a hot key, a second start. Whoever shows a window in answer takes it along: a leave
-  /// holds for one window. What comes next is the answer to something in that window.
+  /// The activation of the last user action outside the program's own windows: a click on an entry
+  /// of the status menu, a hot key, a second launch. Code that shows a window in response takes it.
+  /// An activation is valid for one window, so it is empty afterwards.
   Activation takeActivation() { return std::exchange(activation_, {}); }
   void setActivation(Activation activation) { activation_ = std::move(activation); }
 

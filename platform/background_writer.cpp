@@ -12,7 +12,7 @@ namespace quillmar {
 
 namespace {
 
-/// Whatever cannot be written is discarded.
+/// Discards bytes that cannot be written.
 void writeAll(int descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
@@ -26,7 +26,8 @@ void writeAll(int descriptor, std::string_view bytes) {
 
 }  // namespace
 
-/// What the writer shares with its thread, which exists only while there is something to write.
+/// State shared by the writer and its thread. The thread exists only while there is something to
+/// write.
 class BackgroundWriter::Queue : public std::enable_shared_from_this<Queue> {
  public:
   Queue(int descriptor, std::size_t mostWaitingBytes, StartThread startThread)
@@ -53,7 +54,7 @@ class BackgroundWriter::Queue : public std::enable_shared_from_this<Queue> {
  private:
   bool isEmpty() const { return waiting_.empty() && droppedLines_ == 0; }
 
-  /// Without a thread, the next line tries again.
+  /// If no thread can be started, the next line tries again.
   void startThread() {
     if (hasThread_ || isEmpty()) return;
     hasThread_ = startThread_([queue = shared_from_this()] { queue->writeWaiting(); });
@@ -82,7 +83,7 @@ class BackgroundWriter::Queue : public std::enable_shared_from_this<Queue> {
   std::mutex mutex_;
   std::condition_variable idle_;
   std::string waiting_;
-  /// These follow what waits.
+  /// Lines dropped since the last write; reported after the waiting bytes.
   std::size_t droppedLines_ = 0;
   bool hasThread_ = false;
 };

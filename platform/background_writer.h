@@ -17,24 +17,24 @@ namespace quillmar {
 class BackgroundWriter {
  public:
   /// Writes to `descriptor`, which must stay open until the end of the process. At most
-  /// `mostWaitingBytes` wait for a stream that is blocked.
+  /// `mostWaitingBytes` are buffered while the stream is blocked.
   explicit BackgroundWriter(
       int descriptor, std::size_t mostWaitingBytes = 1 << 20,
       StartThread startThread = [](std::function<void()> task) {
         return startDetachedThread(std::move(task), "log");
       });
 
-  /// Threads that are blocked in the stream stay behind.
+  /// Does not wait for a thread that is blocked in a write.
   ~BackgroundWriter();
   BackgroundWriter(const BackgroundWriter&) = delete;
   BackgroundWriter& operator=(const BackgroundWriter&) = delete;
 
-  /// Writes the line and a line feed soon, on another thread; lines keep their order. A line for
-  /// which there is no room is dropped; how many were is written as soon as the stream is writable
-  /// again.
+  /// Writes the line and a line feed soon, on another thread; lines keep their order. If the buffer
+  /// is full, the line is dropped. The number of dropped lines is written when the stream becomes
+  /// writable again.
   void writeLine(std::string_view line);
 
-  /// Waits until everything has been written, at most for `timeout`; false if it has not.
+  /// Waits until everything is written, at most for `timeout`. Returns false on a timeout.
   bool flush(std::chrono::milliseconds timeout);
 
  private:

@@ -1,4 +1,4 @@
-// The files that ship with the application, and what it knows about its own build.
+// The application's resource files and information about its build.
 
 #pragma once
 
@@ -14,18 +14,18 @@ class Bundle {
  public:
   virtual ~Bundle() = default;
 
-  /// Path of the resource `name`.`extension` in the subfolder (empty for the top one); absent when
+  /// Path of the resource `name`.`extension` in the subfolder (empty for the top folder); absent if
   /// there is no such file. Any thread.
   virtual std::optional<std::string> pathForResource(const std::string& name,
                                                      const std::string& extension,
                                                      const std::string& subfolder) const = 0;
 
-  /// The information dictionary's string under the key, see information_key; absent when there is
+  /// The string for a key of the information dictionary (see information_key); absent if there is
   /// none. Main thread.
   std::optional<std::string> informationString(std::string_view key) const;
 
  private:
-  /// The same dictionary at every call; empty when the bundle has none. Main thread.
+  /// Returns the same dictionary at every call; empty if the bundle has none. Main thread.
   virtual const BundleInformation& informationDictionary() const = 0;
 };
 

@@ -17,11 +17,11 @@ namespace quillmar {
 
 enum class CallFailure {
   timedOut,
-  /// The system has no thread to make the call on.
+  /// The system cannot create a thread for the call.
   noThread,
 };
 
-/// Makes its calls on another thread, one at a time. All members are called on one thread.
+/// Makes the calls on another thread, one at a time. Use each object from one thread only.
 template <class T>
 class CallWithTimeout {
  public:
@@ -31,10 +31,10 @@ class CallWithTimeout {
                                })
       : startThread_(std::move(startThread)) {}
 
-  /// Calls `call` and waits for its result, at most for `timeout`. While a call for the same
-  /// `server` is still blocked, no further one is made and this function does not wait: it returns
-  /// the result of the blocked call as soon as that has one. A blocked call continues when this
-  /// object or the program ends, so `call` must own what it uses.
+  /// Calls `call` and waits for its result, at most for `timeout`. While a call to the same
+  /// `server` is still blocked, this function makes no further call and does not wait: it returns
+  /// `timedOut`, or the result of the earlier call once that is available. A blocked call continues
+  /// when this object or the program ends, so `call` must own what it uses.
   Result<T, CallFailure> operator()(const std::string& server, std::function<T()> call,
                                     std::chrono::milliseconds timeout) {
     if (!pending_ || pending_->server != server) {

@@ -2,7 +2,7 @@
 
 namespace quillmar {
 
-/// What a toggle shows: nothing, a check mark, or the mark for "some of them".
+/// State of a toggle. `mixed` means that it is on for a part of what it covers.
 enum class ControlState { off, on, mixed };
 
 }  // namespace quillmar

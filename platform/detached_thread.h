@@ -1,4 +1,4 @@
-// Threads that nothing waits for: neither their creator nor the end of the program.
+// Threads that are never joined. The program does not wait for them at exit.
 
 #pragma once
 
@@ -8,8 +8,8 @@
 namespace quillmar {
 
 /// Starts a thread that calls `task` once, with every signal blocked: signals belong to the main
-/// thread. `name`, of at most 15 bytes, is what debuggers show. False if the system has no thread
-/// to spare; the task never runs then. Any thread.
+/// thread. `name`, of at most 15 bytes, is shown by debuggers. Returns false if the system cannot
+/// create a thread; the task then never runs. Any thread.
 bool startDetachedThread(std::function<void()> task, const std::string& name = {});
 
 /// A replacement for startDetachedThread(), for tests.

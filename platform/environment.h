@@ -1,5 +1,5 @@
-// The environment variables of this process, as they stood when it started. The platform takes the
-// snapshot before any library has had a chance to change them.
+// The environment variables of this process at start. The platform takes the snapshot before any
+// library can change them.
 
 #pragma once
 
@@ -12,7 +12,7 @@ namespace quillmar {
 struct Environment {
   std::map<std::string, std::string> variables;
 
-  /// The variable's value; absent when it is not set. An empty value is a value.
+  /// The variable's value; absent if it is not set. A variable can be set to an empty value.
   std::optional<std::string> value(const std::string& name) const {
     const auto found = variables.find(name);
     if (found == variables.end()) return std::nullopt;

@@ -1,4 +1,4 @@
-// Error messages for files and programs, the same from every backend. Any thread.
+// Error messages for files and programs, shared by all backends. Any thread.
 
 #pragma once
 
@@ -9,8 +9,8 @@
 
 namespace quillmar {
 
-/// The path in typographic quotes, on one line and in UTF-8 whatever its bytes are: control
-/// characters are escaped.
+/// The path in typographic quotes, as one line of valid UTF-8. Control characters are escaped and
+/// invalid bytes replaced.
 std::string quotedPath(std::string_view path);
 
 /// "The file “PATH” could not be DONE: REASON.", with "read" or "written" for DONE, for example.

@@ -12,7 +12,7 @@ void FileDescriptor::close() {
 }
 
 int FileDescriptor::finish() {
-  // After EINTR the descriptor is closed all the same.
+  // On Linux the descriptor is closed even after EINTR.
   return ::close(std::exchange(number_, -1)) < 0 && errno != EINTR ? errno : 0;
 }
 

@@ -19,17 +19,17 @@ class FileDescriptor {
   }
   ~FileDescriptor() { close(); }
 
-  /// -1 if it owns none.
+  /// -1 if there is none.
   int number() const { return number_; }
   explicit operator bool() const { return number_ >= 0; }
 
-  /// Transfers the ownership to the caller.
+  /// Transfers ownership to the caller.
   int release() { return std::exchange(number_, -1); }
 
-  /// Closes it now and preserves errno.
+  /// Closes the descriptor. Preserves errno.
   void close();
 
-  /// Closes it now. Returns 0, or the error number if written data could not be stored.
+  /// Closes the descriptor. Returns 0, or the error number if written data could not be stored.
   int finish();
 
  private:

@@ -1,5 +1,5 @@
-// Files and folders. Paths are byte strings as the system takes them; relative ones resolve against
-// the working directory. Symbolic links are followed everywhere. Any thread.
+// Files and folders. Paths are the system's byte strings; relative ones resolve against the working
+// directory. Symbolic links are followed everywhere. Any thread.
 
 #pragma once
 
@@ -13,24 +13,24 @@
 
 namespace quillmar {
 
-/// A file that is being overwritten in place, so that its identity, mode and owner stay. The
+/// A file that is overwritten in place, so that its inode, mode and owner do not change. The
 /// destructor closes it.
 class FileOverwrite {
  public:
   virtual ~FileOverwrite() = default;
 
   /// Reserves disk space for a file of `size` bytes without changing its bytes or its length. Fails
-  /// only for lack of space or quota; succeeds where the file system cannot reserve.
+  /// only if space or quota is exceeded; succeeds on file systems that cannot reserve space.
   virtual Result<void> reserve(std::uint64_t size) = 0;
 
   /// Writes all of `bytes` at the offset. On failure some of them may have been written.
   virtual Result<void> write(std::uint64_t offset, std::string_view bytes) = 0;
 
-  /// Makes the file `size` bytes long.
+  /// Truncates or extends the file to `size` bytes.
   virtual Result<void> setLength(std::uint64_t size) = 0;
 
-  /// Closes the file and returns whether all data was accepted: network file systems may report a
-  /// lack of space only now. The last call.
+  /// Closes the file. Fails if data could not be stored: network file systems may report a full
+  /// disk only now. Must be the last call.
   virtual Result<void> finish() = 0;
 };
 
@@ -41,29 +41,29 @@ class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
-  /// True if a file or folder is at the path, or if the system does not allow a look: opening the
-  /// path then reports why. False if nothing can be there, so also for a path below a regular file,
-  /// a path that is too long, and a symbolic link that leads to itself.
+  /// True if a file or folder exists at the path, or if the system denies access to it: opening the
+  /// path then reports the reason. False if nothing can exist there, such as below a regular file,
+  /// for a path that is too long, or for a symbolic link to itself.
   virtual bool exists(const std::string& path) const = 0;
 
-  /// True when the path is a regular file that this user may execute.
+  /// True if the path is a regular file that this user may execute.
   virtual bool isExecutableFile(const std::string& path) const = 0;
 
-  /// Creates the folder and every missing one above it; an existing folder is fine.
+  /// Creates the folder and all missing parents. Succeeds if the folder exists.
   virtual Result<void> createDirectories(const std::string& path) = 0;
 
-  /// The whole file. Fails with ErrorKind::tooLarge if it is larger than maximumFileSize. The
-  /// string has spare capacity of at least 64 bytes behind its end, so that a parser that reads
-  /// ahead needs no copy.
+  /// Reads the whole file. Fails with ErrorKind::tooLarge if it is larger than maximumFileSize. The
+  /// string has a spare capacity of at least 64 bytes, so that a parser that reads beyond the end
+  /// needs no copy.
   virtual Result<std::string> read(const std::string& path) const = 0;
 
   /// The permission bits of the file (07777).
   virtual Result<std::uint32_t> permissions(const std::string& path) const = 0;
 
-  /// Creates or replaces the file in one step: a temporary file beside it, with these permission
-  /// bits (the default ones of new files when absent), is written, flushed to the disk and renamed
-  /// over it. The folder is flushed too, so that the file survives a power failure. On failure the
-  /// old file is untouched and no temporary file stays.
+  /// Creates or replaces the file atomically: writes a temporary file in the same folder, flushes
+  /// it to the disk and renames it. The folder is flushed too, so that the file survives a power
+  /// failure. Absent permissions mean those of a new file. On failure the old file is unchanged and
+  /// no temporary file is left.
   virtual Result<void> replace(const std::string& path, std::string_view bytes,
                                std::optional<std::uint32_t> permissions) = 0;
 

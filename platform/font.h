@@ -6,8 +6,8 @@ namespace quillmar {
 
 enum class FontWeight { regular, semibold, bold };
 
-/// A font of the desktop. Sizes are in points of a scale on which 13 is the desktop's own default
-/// size; others stand in proportion to it.
+/// A font of the desktop. Sizes are relative: 13 is the desktop's default size, and other sizes
+/// scale in proportion.
 struct Font {
   static constexpr double defaultSize = 13;
 

@@ -1,4 +1,5 @@
-// Images by name. The core only names them; whoever shows a menu or a window loads and draws them.
+// Images by name. The core uses only names; the code that shows a menu or window loads and draws
+// them.
 
 #pragma once
 
@@ -9,12 +10,12 @@
 
 namespace quillmar {
 
-/// An image that exists under a name known to the platform.
+/// An image that the platform can load by its name.
 struct Image {
   std::string name;
-  /// Drawn in the colour of its surroundings, so that it shows on light and dark alike.
+  /// Drawn in the text colour, so that it is visible on light and dark backgrounds.
   bool isTemplate = false;
-  /// For symbols: the text size that the symbol goes with, in points, and its stroke weight.
+  /// For symbols: the size of the text beside it, in points, and the stroke weight.
   std::optional<double> pointSize;
   std::optional<FontWeight> weight;
 
@@ -25,12 +26,12 @@ class Images {
  public:
   virtual ~Images() = default;
 
-  /// An image of the application's resources ("applicationIcon", "statusIcon"); absent when it is
+  /// An image of the application's resources ("applicationIcon", "statusIcon"); absent if it is
   /// missing.
   virtual std::optional<Image> named(const std::string& name) = 0;
 
-  /// The system symbol of that name ("bolt.fill", "terminal"); absent when there is none. Called
-  /// for every entry of every menu, so answers are remembered.
+  /// The system symbol of that name ("bolt.fill", "terminal"); absent if there is none. Called for
+  /// every menu entry, so implementations cache the results.
   virtual std::optional<Image> symbol(const std::string& name) = 0;
 };
 

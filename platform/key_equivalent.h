@@ -1,4 +1,4 @@
-// Keys as menus and buttons name them.
+// Keys and modifiers of menu entries and buttons.
 
 #pragma once
 
@@ -15,8 +15,9 @@ inline constexpr std::uint64_t option = 0x80000;
 inline constexpr std::uint64_t command = 0x100000;
 }  // namespace modifiers
 
-/// The key that stands beside a menu's entry or presses a button. `character` is what the key
-/// produces, function keys included (U+F704 is F1 and so on); empty means none.
+/// The key shown beside a menu entry, or the key that presses a button. `character` is the
+/// character that the key produces, including function keys (U+F704 is F1 and so on); empty means
+/// none.
 struct KeyEquivalent {
   std::string character;
   std::uint64_t modifierMask = modifiers::command;
@@ -24,7 +25,7 @@ struct KeyEquivalent {
   bool operator==(const KeyEquivalent&) const = default;
 };
 
-/// Keys that have a character of their own kind.
+/// Keys that do not produce a printable character, and space.
 namespace keys {
 inline const KeyEquivalent returnKey{"\r", 0};
 inline const KeyEquivalent escape{"\x1b", 0};

@@ -11,16 +11,16 @@
 namespace quillmar {
 
 struct KeyPress {
-  /// Virtual key code (platform/virtual_key_codes.h): which key it was, in any layout. Absent for
-  /// keys that have none.
+  /// Virtual key code (platform/virtual_key_codes.h), independent of the layout. Absent for keys
+  /// that have none.
   std::optional<std::uint16_t> keyCode;
-  /// What the key writes in the user's layout, in lower case and whatever modifiers are held; keys
-  /// like F1 have characters that stand for them. Empty for none.
+  /// The character that the key produces in the user's layout, in lower case, ignoring modifiers.
+  /// Function keys have private-use characters (U+F704 is F1). Empty if there is none.
   std::string character;
-  /// Bits as in quillmar::modifiers.
+  /// Bits of quillmar::modifiers.
   std::uint64_t modifiers = 0;
 
-  /// True when the press is one of that key equivalent.
+  /// True if the press matches the key equivalent.
   bool is(const KeyEquivalent& key) const {
     return character == key.character && modifiers == key.modifierMask;
   }

@@ -15,7 +15,7 @@ namespace {
 constexpr auto flushTimeout = std::chrono::seconds(1);
 
 BackgroundWriter& standardOutput() {
-  // Never destroyed: other threads may log until the process ends.
+  // Never destroyed, because other threads may log until the process ends.
   static auto* writer = [] {
     std::atexit(flushStandardOutputLog);
     return new BackgroundWriter(STDOUT_FILENO);

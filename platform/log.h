@@ -1,4 +1,4 @@
-// Log lines: problems that are not worth a notification.
+// Log lines, for problems that do not need a notification.
 
 #pragma once
 
@@ -7,15 +7,15 @@
 
 namespace quillmar {
 
-/// Writes one line; the line feed is added.
+/// Writes one line and a line feed.
 using LogLine = std::function<void(std::string_view line)>;
 
-/// Writes the line to standard output, soon and on another thread: a stopped terminal or a full
-/// pipe must not block the menu. Errors are ignored. A regular end of the process waits a moment
-/// for lines that have not been written.
+/// Writes the line to standard output asynchronously, on another thread: a stopped terminal or a
+/// full pipe must not block the menu. Errors are ignored. At exit, the process waits up to one
+/// second for lines that are not written yet.
 void logToStandardOutput(std::string_view line);
 
-/// Does what a regular end of the process does, for an end by _exit().
+/// Waits for unwritten lines as a normal exit does. Call it before _exit().
 void flushStandardOutputLog();
 
 /// Writes the line to standard error at once. Errors are ignored.

@@ -1,9 +1,8 @@
-// A menu as plain data: what it shows and what its entries do. It serves status items, pop-up menus
-// and menus of widgets. A menu is built completely and then replaced by the next one; nothing edits
-// a menu in place.
+// A menu as plain data: what it shows and what its entries do. Used for status items and pop-up
+// menus. A menu is built as a whole and replaced as a whole, never edited in place.
 //
-// An entry either has an action of its own, or an id that tells the owner of the menu what to do.
-// Use ids where menus are compared or rebuilt often, because two actions cannot be compared.
+// An entry has either an action or an id. The owner of the menu maps the id to what it does. Use
+// ids if menus are compared or rebuilt often, because actions cannot be compared.
 
 #pragma once
 
@@ -26,21 +25,21 @@ struct SeparatorEntry {
 
 struct ActionEntry {
   std::string title;
-  /// Names the entry to the owner of the menu. Nothing shows it.
+  /// Identifies the entry for the owner of the menu. Not shown.
   std::string id;
   /// Runs when the entry is chosen, instead of the handler of the menu's owner; may be empty.
-  /// `activation` is what the choice brought along.
+  /// `activation` comes from the user's click.
   std::function<void(const Activation& activation)> action;
-  /// False: shown greyed, cannot be chosen.
+  /// If false, the entry is greyed out and cannot be chosen.
   bool enabled = true;
-  /// Set for a toggle. Choosing the entry does not change it; the owner of the menu does, with the
+  /// Present for a toggle. Choosing the entry does not change the state; the owner sets it in the
   /// next menu.
   std::optional<ControlState> state;
   std::optional<Image> image;
-  /// Shown beside the title. The menu does not listen for the key.
+  /// Shown beside the title. Pressing the key does not choose the entry.
   std::optional<KeyEquivalent> keyEquivalent;
 
-  /// Compares everything but the actions.
+  /// Compares everything except the actions.
   bool operator==(const ActionEntry& other) const;
 };
 
@@ -52,13 +51,13 @@ struct Menu {
   std::string title;
   std::vector<MenuEntry> entries;
 
-  /// True when both show the same and their entries have the same ids. Actions are not compared.
+  /// True if both show the same and their entries have the same ids. Actions are not compared.
   bool operator==(const Menu& other) const;
 };
 
 struct SubmenuEntry {
   std::string title;
-  /// False: shown greyed, does not open.
+  /// If false, the entry is greyed out and does not open.
   bool enabled = true;
   std::optional<Image> image;
   Menu submenu;
@@ -75,10 +74,10 @@ inline bool Menu::operator==(const Menu& other) const {
   return title == other.title && entries == other.entries;
 }
 
-/// Called with a chosen entry that has no action of its own. May be empty.
+/// Called when an entry without an action is chosen. May be empty.
 using MenuHandler = std::function<void(const ActionEntry& entry, const Activation& activation)>;
 
-/// Does what the chosen entry asks for: its own action, or else the handler.
+/// Runs the action of the chosen entry, or the handler if it has none.
 inline void performEntry(const ActionEntry& entry, const Activation& activation,
                          const MenuHandler& handler) {
   if (entry.action) {

@@ -21,7 +21,7 @@ std::string menuLabel(std::string_view title, std::size_t mostBytes) {
   const std::size_t most = std::min(mostLabelCharacters, mostBytes);
   if (title.size() <= most && isPrintableAscii(title)) return std::string(title);
 
-  // What lies beyond the limit is not looked at: a title may have megabytes.
+  // Text beyond the limit is not processed: a title may have megabytes.
   const std::string_view head = text::firstCharacters(title, mostLabelCharacters, mostBytes);
   std::string line = text::onOneLine(text::replacingUnsendable(head));
   std::ranges::replace(line, '\t', ' ');

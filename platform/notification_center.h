@@ -1,4 +1,5 @@
-// Announcements inside the process: whoever posts a name needs not know who listens. Main thread.
+// Notifications inside the process: observers register for a name, and posting the name calls them.
+// Main thread.
 
 #pragma once
 
@@ -12,7 +13,7 @@ namespace quillmar {
 
 class NotificationCenter {
  public:
-  /// Keeps an observer registered for as long as it lives; it may outlive the centre.
+  /// Keeps an observer registered until destroyed. It may outlive the centre.
   class [[nodiscard]] Observation {
    public:
     Observation() = default;
@@ -22,14 +23,14 @@ class NotificationCenter {
     std::shared_ptr<void> registration_;
   };
 
-  /// The centre that the application's parts share.
+  /// The centre that all parts of the application share.
   static NotificationCenter& defaultCenter();
 
-  /// Has `observer` called at every post of `name`, after the observers registered before it.
+  /// Registers `observer` for `name`. Observers are called in the order of registration.
   Observation addObserver(std::string_view name, std::function<void()> observer);
 
-  /// Calls the observers of the name, one after another, before it returns. They may post, register
-  /// and end observations, their own included; one that is registered meanwhile is not called.
+  /// Calls the observers of the name synchronously. An observer may post, register others and end
+  /// observations, including its own. Observers registered during the post are not called.
   void post(std::string_view name);
 
  private:

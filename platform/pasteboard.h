@@ -10,7 +10,7 @@ class Pasteboard {
  public:
   virtual ~Pasteboard() = default;
 
-  /// Clears the pasteboard and puts the text, valid UTF-8, on it as plain text.
+  /// Replaces the contents of the pasteboard with plain text. Precondition: valid UTF-8.
   virtual void setString(std::string text) = 0;
 };
 

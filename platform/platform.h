@@ -1,6 +1,6 @@
-// Every service of the desktop that the application uses, in one place. The program builds one from
-// the real services, a test from those in memory; parts of the application take from it only what
-// they need. The services are not owned and must outlive every user.
+// All services of the desktop that the application uses. The program passes the real services,
+// tests pass the in-memory ones (platform/memory). Each part of the application takes only what it
+// needs. The services are not owned and must outlive all their users.
 
 #pragma once
 
@@ -45,7 +45,7 @@ struct Platform {
   /// has been called.
   static Platform& shared();
 
-  /// Makes `platform` the process-wide one; it must live to the end of the process. Called once, at
+  /// Makes `platform` the process-wide one. It must live until the process ends. Called once at
   /// start, before any `shared()`.
   static void install(Platform& platform);
 };

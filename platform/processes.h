@@ -1,5 +1,5 @@
-// Child processes: launched with arguments, an environment and a working directory. This program
-// reads their standard output and standard error.
+// Child processes, launched with arguments, an environment and a working directory. Standard output
+// and standard error are captured.
 
 #pragma once
 
@@ -18,30 +18,30 @@ namespace quillmar {
 /// or captured separately.
 enum class StandardError { merged, separate };
 
-/// Output beyond this size is an error.
+/// Maximum size of a child's output. Larger output is an error.
 inline constexpr std::size_t mostOutputBytes = std::size_t{256} << 20;
 
 /// A configured child process, not launched yet.
 struct Process {
-  /// Path of the program; it is not searched for in PATH. A relative one resolves against this
-  /// program's working directory, not the child's.
+  /// Path of the program. PATH is not searched. A relative path resolves against this program's
+  /// working directory, not the child's.
   std::string executable;
-  /// The arguments after the program's own name.
+  /// The arguments, without the program name (argv[0]).
   std::vector<std::string> arguments;
-  /// The whole environment of the child; nothing is inherited beside it.
+  /// The complete environment of the child. Nothing is inherited.
   std::map<std::string, std::string> environment;
-  /// Empty for this program's own.
+  /// Empty for this program's working directory.
   std::string workingDirectory;
   StandardError standardError = StandardError::merged;
 
   bool operator==(const Process&) const = default;
 };
 
-/// The launch error of a process whose path, arguments or environment contain a U+0000, which
-/// cannot be passed to a program; absent otherwise. For backends.
+/// The launch error if a path, argument or environment variable contains U+0000, which cannot be
+/// passed to a program; absent otherwise. For backends.
 std::optional<Error> unusableTextIn(const Process& process);
 
-/// All bytes that a child wrote.
+/// The bytes that a child wrote.
 struct ProcessOutput {
   /// Includes standard error if that is merged.
   std::string standardOutput;
@@ -56,14 +56,14 @@ class RunningProcess {
  public:
   virtual ~RunningProcess() = default;
 
-  /// Blocks until every process that holds the write ends of the pipes has closed them. Reads both
-  /// pipes side by side, so the child never blocks on one of them. Fails when the output exceeds
-  /// `mostOutputBytes` or the memory; the pipes are closed then, so that the child is not left
-  /// blocked: its next write fails, which ends most programs (SIGPIPE).
+  /// Blocks until the child and its descendants have closed the write ends of the pipes. Reads both
+  /// pipes at the same time, so the child never blocks on one of them. Fails if the output exceeds
+  /// `mostOutputBytes` or the available memory. The pipes are then closed, so that the child does
+  /// not stay blocked: its next write fails, which ends most programs (SIGPIPE).
   virtual Result<ProcessOutput> readToEnd() = 0;
 
-  /// Blocks until the child has ended. Returns its exit status, or 128 plus the number of the
-  /// signal that ended it. Leaves no zombie behind.
+  /// Blocks until the child exits, and reaps it. Returns its exit status, or 128 plus the number of
+  /// the signal that ended it.
   virtual int waitForExit() = 0;
 };
 
@@ -72,9 +72,9 @@ class Processes {
   virtual ~Processes() = default;
 
   /// Starts the child. It inherits no descriptor except the standard ones, and has the default
-  /// signal handlers and mask. Fails when the program or the working directory is missing or
-  /// unusable, when a text contains a U+0000, or when the system has no process or descriptor to
-  /// spare; the error says which. Any thread.
+  /// signal handlers and mask. Fails if the program or the working directory is missing or
+  /// unusable, if a text contains U+0000, or if the system is out of processes or descriptors. The
+  /// error says which. Any thread.
   virtual Result<std::unique_ptr<RunningProcess>> launch(const Process& process) = 0;
 };
 

@@ -1,5 +1,5 @@
-// The outcome of an operation that can fail for a reason outside this program: a value or an error.
-// Failures cross the platform's interfaces as such values; exceptions never do.
+// The outcome of an operation that can fail for external reasons: a value or an error. Platform
+// interfaces report failures as results and never throw exceptions.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace quillmar {
 
-/// What went wrong, as far as callers handle it differently.
+/// The kinds of errors that callers handle differently.
 enum class ErrorKind {
   other,
   /// The user lacks a permission, or the file system is read-only.
@@ -22,8 +22,8 @@ enum class ErrorKind {
   tooLarge,
 };
 
-/// Why an operation failed. `description` is UTF-8 text for the user: full sentences that name the
-/// file, program or place.
+/// Why an operation failed. `description` is UTF-8 text for the user, in full sentences that name
+/// the file, program or place.
 struct Error {
   std::string description;
   ErrorKind kind = ErrorKind::other;

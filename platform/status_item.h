@@ -1,4 +1,4 @@
-// The one icon in the desktop's panel and the menu behind it. Main thread.
+// The icon in the desktop's panel and its menu. Main thread.
 
 #pragma once
 
@@ -13,9 +13,9 @@ namespace quillmar {
 
 class StatusItem {
  public:
-  /// Called for a chosen entry without an action of its own. Actions and the handler run on the
-  /// main thread, in their own turn of the main queue, after the panel has received its reply.
-  /// `activation` belongs to this choice only: a token is handed on once.
+  /// Called when an entry without an action is chosen. Actions and the handler run on the main
+  /// thread, as a task of the main queue, after the panel has received its reply. `activation`
+  /// belongs to this choice only.
   using ActionHandler = MenuHandler;
 
   virtual ~StatusItem() = default;
@@ -25,7 +25,7 @@ class StatusItem {
   virtual void setImage(std::optional<Image> image) = 0;
 
   /// Replaces the menu. The entries of the previous menu stay valid until the next replacement, so
-  /// a click on a menu that is open meanwhile still does what it showed.
+  /// a click in a menu that is still open does what that menu showed.
   virtual void setMenu(Menu menu) = 0;
 
   // Events from the user.

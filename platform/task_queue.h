@@ -1,5 +1,5 @@
-// Work queues: the main queue, whose tasks run one after another on the main thread, and concurrent
-// queues, whose tasks run in parallel on threads of their own.
+// Work queues. The main queue runs tasks one after another on the main thread; concurrent queues
+// run each task on its own thread.
 
 #pragma once
 
@@ -26,9 +26,8 @@ class ConcurrentQueue {
  public:
   virtual ~ConcurrentQueue() = default;
 
-  /// Starts a task and returns at once; the task never runs inside this call. Every task starts at
-  /// once, however many others are blocked. Fails if the system has no thread for it; the task then
-  /// never runs. Any thread.
+  /// Starts a task and returns at once; the task never runs inside this call. Tasks do not wait for
+  /// each other. Fails if the system cannot create a thread; the task then never runs. Any thread.
   virtual Result<void> async(TaskQueue::Task task) = 0;
 };
 
@@ -39,14 +38,15 @@ struct ConcurrentQueueAttributes {
   QualityOfService qualityOfService = QualityOfService::userInitiated;
 };
 
-/// Provides the queues. Main thread.
+/// Factory of the queues. Main thread.
 class TaskQueues {
  public:
   virtual ~TaskQueues() = default;
 
   virtual TaskQueue& mainQueue() = 0;
 
-  /// A new concurrent queue. Neither its destructor nor the end of the program waits for its tasks.
+  /// Creates a concurrent queue. Neither its destructor nor the end of the program waits for its
+  /// tasks.
   virtual std::unique_ptr<ConcurrentQueue> makeConcurrentQueue(
       ConcurrentQueueAttributes attributes) = 0;
 };

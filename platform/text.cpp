@@ -35,7 +35,7 @@ bool isAscii(std::string_view text) {
 }
 
 bool isWhitespace(UChar32 character) {
-  // The tables of categories are part of ICU's code: asking for one loads nothing.
+  // The category tables are compiled into ICU, so this loads no data.
   return character == '\t' || u_charType(character) == U_SPACE_SEPARATOR;
 }
 
@@ -48,7 +48,7 @@ bool isWhitespaceOrNewline(UChar32 character) {
   return isWhitespace(character) || isNewline(character);
 }
 
-/// The bytes of the character at the front of a text that is not empty.
+/// Decodes the first code point of a non-empty text; returns its length in bytes.
 std::size_t firstCharacter(std::string_view text, UChar32& character) {
   const std::string_view head = text.substr(0, U8_MAX_LENGTH);
   std::int32_t length = 0;
@@ -56,7 +56,7 @@ std::size_t firstCharacter(std::string_view text, UChar32& character) {
   return static_cast<std::size_t>(length);
 }
 
-/// The bytes of the character at the back of a text that is not empty.
+/// Decodes the last code point of a non-empty text; returns its length in bytes.
 std::size_t lastCharacter(std::string_view text, UChar32& character) {
   const std::string_view tail =
       text.substr(text.size() - std::min<std::size_t>(text.size(), U8_MAX_LENGTH));
@@ -86,8 +86,8 @@ struct OpenedBreaks {
   std::unique_ptr<UBreakIterator, CloseBreaks> breaks;
 };
 
-/// The boundaries between the characters of a text of at most mostBytes. `breaks` is null when
-/// ICU's data is missing.
+/// The character boundaries of a text of at most mostBytes. `breaks` is null if ICU's data is
+/// missing.
 OpenedBreaks characterBreaks(std::string_view text) {
   UErrorCode status = U_ZERO_ERROR;
   OpenedBreaks opened;
@@ -99,7 +99,7 @@ OpenedBreaks characterBreaks(std::string_view text) {
   return opened;
 }
 
-/// The nearest to lastCharacters() without the tables for characters.
+/// Approximates lastCharacters() by code points, for when ICU's data is missing.
 std::string_view lastCodePoints(std::string_view text, std::size_t count) {
   std::string_view before = text;
   UChar32 character = 0;
@@ -115,7 +115,7 @@ bool needsEscape(UChar32 character) {
          u_hasBinaryProperty(character, UCHAR_BIDI_CONTROL) != 0;
 }
 
-/// The escape that JSON has for the character, which is in the basic plane.
+/// The JSON escape of the character. Precondition: it is in the basic multilingual plane.
 std::string jsonEscape(UChar32 character) {
   switch (character) {
     case '\b':
@@ -215,7 +215,7 @@ std::string_view firstCharacters(std::string_view text, std::size_t count, std::
     return asciiHead.substr(0, sureEnd);
   }
 
-  // One code point more than may be returned shows whether a boundary is before it.
+  // The code point after the limit shows whether a boundary precedes it.
   const std::size_t looked = std::min(most, mostBytes - U8_MAX_LENGTH) + U8_MAX_LENGTH;
   const std::string_view head = firstBytes(text, looked);
   const std::string_view fitting = firstBytes(text, most);

@@ -1,5 +1,4 @@
-// Questions about text. All text is UTF-8. Any thread; the first question about characters loads
-// Unicode's tables for them.
+// Functions for UTF-8 text. Any thread. The first function that counts characters loads ICU's data.
 
 #pragma once
 
@@ -10,48 +9,48 @@
 
 namespace quillmar::text {
 
-/// True when the bytes are well-formed UTF-8 (U+0000 is a character like any other).
+/// True if the bytes are well-formed UTF-8. U+0000 is allowed.
 bool isValidUtf8(std::string_view bytes);
 
-/// Without the white space (general category Zs, and TAB) at both ends. Precondition: valid UTF-8.
+/// Removes white space (general category Zs, and TAB) at both ends. Precondition: valid UTF-8.
 std::string_view trimWhitespace(std::string_view text);
 
-/// Without the white space and newlines (U+000A to U+000D, U+0085, U+2028, U+2029) at both ends.
+/// Removes white space and newlines (U+000A to U+000D, U+0085, U+2028, U+2029) at both ends.
 /// Precondition: valid UTF-8.
 std::string_view trimWhitespaceAndNewlines(std::string_view text);
 
-/// True when the text holds a newline, as above.
+/// True if the text contains a newline, as defined above.
 bool containsNewline(std::string_view text);
 
-/// The text with a space in place of each newline, as above; CR LF is one. Precondition: valid
+/// Replaces each newline, as defined above, with a space; CR LF counts as one. Precondition: valid
 /// UTF-8.
 std::string onOneLine(std::string_view text);
 
-/// The parts between separators, which are ASCII; empty parts are left out.
+/// Splits the text at an ASCII separator and drops empty parts.
 std::vector<std::string> split(std::string_view text, char separator);
 
-/// The last `count` characters as a reader counts them (extended grapheme clusters); the whole text
-/// when it has no more.
+/// The last `count` user-perceived characters (extended grapheme clusters), or the whole text if it
+/// is shorter.
 std::string_view lastCharacters(std::string_view text, std::size_t count);
 
-/// The first `count` characters as above, or as many as fit into `mostBytes`. A character that has
-/// more bytes by itself is cut between its code points.
+/// The first `count` user-perceived characters, or as many as fit into `mostBytes`. A first
+/// character that does not fit is cut between code points.
 std::string_view firstCharacters(std::string_view text, std::size_t count, std::size_t mostBytes);
 
-/// The beginning or the end of the text, of at most `count` bytes and without a part of a code
-/// point. Takes the same time for texts of any length. Precondition: valid UTF-8.
+/// The longest beginning or end of the text that has at most `count` bytes and does not split a
+/// code point. Constant time. Precondition: valid UTF-8.
 std::string_view firstBytes(std::string_view text, std::size_t count);
 std::string_view lastBytes(std::string_view text, std::size_t count);
 
-/// Lower case by Unicode's rules, without any locale's own.
+/// Converts to lower case by the locale-independent rules of Unicode.
 std::string lowercased(std::string_view text);
 
-/// The text with control characters, line and paragraph separators and characters that change the
-/// direction of text as their JSON escapes, such as \n and \u001b. Ill-formed UTF-8 becomes U+FFFD.
+/// Replaces control characters, line and paragraph separators and bidirectional controls with their
+/// JSON escapes, such as \n and \u001b, and ill-formed UTF-8 with U+FFFD.
 std::string escapingControlCharacters(std::string_view text);
 
-/// The text with every ill-formed sequence and, as buses and windowing systems take no U+0000,
-/// every U+0000 replaced by U+FFFD.
+/// Replaces ill-formed sequences and U+0000, which D-Bus and windowing systems do not accept, with
+/// U+FFFD.
 std::string replacingUnsendable(std::string_view text);
 
 }  // namespace quillmar::text

@@ -10,22 +10,22 @@ class Updater {
  public:
   virtual ~Updater() = default;
 
-  /// Whether a started updater looks for updates by itself from time to time. The user's choice: it
-  /// is kept for later runs.
+  /// Whether a started updater checks for updates periodically. A user setting that persists across
+  /// launches.
   virtual bool automaticallyChecksForUpdates() const = 0;
   virtual void setAutomaticallyChecksForUpdates(bool automatically) = 0;
 
-  /// Looks for an update now and tells the user what came of it. Returns at once. Precondition: the
+  /// Checks for an update now and shows the result to the user. Returns at once. Precondition: the
   /// updater was started.
   virtual void checkForUpdates() = 0;
 };
 
-/// Makes updaters. Not owned by them, and outlives them.
+/// Factory of updaters. Must outlive them.
 class Updaters {
  public:
   virtual ~Updaters() = default;
 
-  /// One that is not started does nothing by itself.
+  /// An updater that is not started does nothing.
   virtual std::unique_ptr<Updater> makeUpdater(bool startingUpdater) = 0;
 };
 

@@ -1,4 +1,4 @@
-// What the system's user database says of the person who runs this program. Any thread.
+// The current user's entry in the system's user database. Any thread.
 
 #pragma once
 
@@ -11,7 +11,8 @@ class UserDatabase {
  public:
   virtual ~UserDatabase() = default;
 
-  /// The shell field of the real user's entry; absent without an entry or when the field is empty.
+  /// The shell field of the entry; absent if there is no entry or the field is empty. Uses the real
+  /// user id.
   virtual std::optional<std::string> loginShell() const = 0;
 };
 

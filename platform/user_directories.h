@@ -1,4 +1,4 @@
-// Where the user's own files lie.
+// Locations of the user's files.
 
 #pragma once
 
@@ -13,7 +13,7 @@ class UserDirectories {
 
   virtual std::string homeDirectory() const = 0;
 
-  /// The folders for programs' own files, the preferred one first.
+  /// Folders for application data, the preferred one first.
   virtual std::vector<std::string> applicationSupportDirectories() const = 0;
 };
 

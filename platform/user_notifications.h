@@ -1,5 +1,5 @@
-// Notifications to the user, shown by the desktop's notification service. Main thread; completions
-// come on the main thread, later.
+// Notifications to the user, shown by the desktop's notification service. Main thread. Completions
+// run later, on the main thread.
 
 #pragma once
 
@@ -24,7 +24,7 @@ struct UserNotification {
   bool operator==(const UserNotification&) const = default;
 };
 
-/// What the application may do with notifications.
+/// The permissions that the application requests.
 struct AuthorizationOptions {
   bool alert = false;
   bool sound = false;
@@ -53,20 +53,20 @@ class UserNotificationCenter {
  public:
   virtual ~UserNotificationCenter() = default;
 
-  /// The delegate is not owned and must outlive the centre or be taken away with nullptr.
+  /// The delegate is not owned. It must outlive the centre or be removed with nullptr.
   void setDelegate(UserNotificationCenterDelegate* delegate) { delegate_ = delegate; }
 
-  /// Asks whether notifications can be shown, without starting anything or waiting.
+  /// Requests permission to show notifications. Does not block and does not start the service.
   virtual void requestAuthorization(AuthorizationOptions options,
                                     std::function<void(bool granted)> completion) = 0;
 
   /// Shows the notification. Requests are shown in the order in which they were added. The
-  /// completion gets the service's error, or nothing when it took the request.
+  /// completion receives the service's error, or nothing if the service accepted the request.
   virtual void add(UserNotification notification,
                    std::function<void(std::optional<Error>)> completion) = 0;
 
  protected:
-  /// How to present the notification: as the delegate says, in full without one.
+  /// How to present the notification: decided by the delegate; in full if there is none.
   PresentationOptions presentation(const UserNotification& notification) const {
     if (delegate_) return delegate_->willPresent(notification);
     return {.banner = true, .list = true, .sound = true};

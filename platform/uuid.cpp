@@ -10,13 +10,12 @@
 namespace quillmar {
 
 std::string makeUuid() {
-  // The system's generator is asked for many identifiers at once: a hand-written document of ten
-  // thousand items needs as many.
+  // One getentropy() call serves many identifiers: a hand-written document may need ten thousand.
   thread_local std::array<std::uint32_t, 64> pool;
   thread_local std::size_t used = pool.size();
   if (used == pool.size()) {
     if (getentropy(pool.data(), sizeof pool) != 0) {
-      // Good as well, but some processors take 20 microseconds a word.
+      // As random, but some processors need 20 microseconds per word.
       std::random_device device;
       for (std::uint32_t& word : pool) word = device();
     }

@@ -117,7 +117,7 @@ constexpr auto keyTable = std::to_array<VirtualKey>({
     {111, 88, "FK12", 0xf70f, "F12"},
     {113, 185, "FK15", 0xf712, "F15"},
     {114, 138, "HELP", 0xf746, "Help"},
-    // In the place of Help, PC keyboards have Insert.
+    // PC keyboards have Insert in the position of Help.
     {114, 110, "INS", 0xf727, "Insert"},
     {115, 102, "HOME", 0xf729, "Home"},
     {116, 104, "PGUP", 0xf72c, "Prior"},
@@ -149,7 +149,7 @@ std::span<const VirtualKey> virtualKeys() {
 }
 
 const VirtualKey* virtualKeyForEvdevCode(std::uint32_t evdevCode) {
-  // Larger codes are those of other devices.
+  // Larger codes do not belong to keyboards.
   if (evdevCode > UINT16_MAX) return nullptr;
   return keyWith(&VirtualKey::evdevCode, static_cast<std::uint16_t>(evdevCode));
 }

@@ -1,9 +1,8 @@
-// The keys of a keyboard by their virtual key codes, the numbers by which the settings document
-// stores shortcuts.
+// Virtual key codes, the numbers that identify keys in stored shortcuts.
 //
-// The codes are those of macOS (the constants kVK_... of its header HIToolbox/Events.h). They stand
-// for places on the keyboard: code 0 is the key that writes an A on a US keyboard, whatever it
-// writes in another layout. Evdev codes are in linux/input-event-codes.h, names of keys in
+// The codes are those of macOS (the constants kVK_... of its header HIToolbox/Events.h). They
+// identify positions on the keyboard: code 0 is the key that types A on a US keyboard, whatever it
+// types in another layout. Evdev codes are in linux/input-event-codes.h, names of keys in
 // /usr/share/X11/xkb/keycodes/evdev, names of key symbols in X11/keysymdef.h.
 
 #pragma once
@@ -16,21 +15,21 @@ namespace quillmar {
 
 struct VirtualKey {
   std::uint16_t code;
-  /// The code in Linux; that of X and of Wayland is larger by 8.
+  /// The evdev code of Linux. X11 and Wayland key codes are larger by 8.
   std::uint16_t evdevCode;
   /// Name of the key in XKB.
   std::string_view xkbName;
-  /// What the key writes on a US keyboard; for keys like F1 (U+F704) and Home (U+F729) the
-  /// character that stands for the key; 0 for none.
+  /// The character that the key types on a US keyboard; a private-use character for keys like F1
+  /// (U+F704) and Home (U+F729); 0 if there is none.
   char32_t character;
   /// Name of the key symbol on a US keyboard; empty for none.
   std::string_view keysym;
 };
 
-/// In ascending order of the codes. Several keys may have one code.
+/// All keys, in ascending order of their codes. Several keys may share a code.
 std::span<const VirtualKey> virtualKeys();
 
-// The first key with a property; null when there is none.
+// The first key with the given property; null if there is none.
 
 const VirtualKey* virtualKeyForEvdevCode(std::uint32_t evdevCode);
 const VirtualKey* virtualKeyForCharacter(char32_t character);

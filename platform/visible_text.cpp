@@ -12,7 +12,7 @@ namespace quillmar::text {
 
 namespace {
 
-/// Letters that are drawn as nothing: Unicode has Hangul "fillers".
+/// Letters without a glyph: the Hangul fillers.
 constexpr std::array<UChar32, 4> fillers = {0x115F, 0x1160, 0x3164, 0xFFA0};
 
 constexpr UChar32 endOfAscii = 0x80;
@@ -25,7 +25,7 @@ bool isUnseen(UChar32 character, UChar32 before) {
       return character != '\n' && character != '\t';
     case U_FORMAT_CHAR:
       if (character == joiner || character == nonJoiner) return before < endOfAscii;
-      // The signs that some scripts write before or around a number are drawn.
+      // Number signs of some scripts are format characters, but visible.
       return !u_hasBinaryProperty(character, UCHAR_PREPENDED_CONCATENATION_MARK);
     case U_LINE_SEPARATOR:
     case U_PARAGRAPH_SEPARATOR:

@@ -1,4 +1,4 @@
-// Text in which nothing is hidden from the reader. Any thread.
+// Makes invisible characters visible. Any thread.
 
 #pragma once
 
@@ -7,11 +7,11 @@
 
 namespace quillmar::text {
 
-/// The text with the number of each character that a reader would not see, as "‹U+202E›": those
-/// that change the direction of writing, that mean nothing by themselves or are drawn as nothing,
-/// and controls and line separators other than the line feed and the tab. Without it, one command
-/// could look like another. Joiners stay where emoji and scripts other than Latin need them.
-/// Precondition: valid UTF-8.
+/// Replaces each invisible character with its code point, such as "‹U+202E›": bidirectional
+/// controls, other format characters, characters without a glyph, and control characters and line
+/// separators other than line feed and tab. Otherwise one command could look like another. Joiners
+/// are kept after non-ASCII characters, because emoji and many scripts need them. Precondition:
+/// valid UTF-8.
 std::string withVisibleCharacters(std::string_view text);
 
 }  // namespace quillmar::text

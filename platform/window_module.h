@@ -1,5 +1,5 @@
-// What the program and the module that shows its windows know of each other. The module is a shared
-// library, loaded with the first window; it is built together with the program. Main thread.
+// The interface between the program and its window module, a shared library that is built with the
+// program and loaded when the first window is shown. Main thread.
 
 #pragma once
 
@@ -14,47 +14,47 @@ namespace quillmar {
 class TaskQueue;
 class WindowSystem;
 
-/// What the module gets from the program. All of it lives to the end of the process.
+/// What the program provides to the module. All of it lives until the process ends.
 struct WindowModuleHost {
-  /// Runs tasks in the program's main loop, and goes on doing so in the module's.
+  /// Runs tasks in the current main loop, first the program's, later the module's.
   TaskQueue& mainQueue;
   /// The environment that the program was started with.
   const Environment& environment;
-  /// The program's name in reverse-DNS form, which is also that of its desktop entry and its icon.
+  /// Reverse-DNS name of the program. The desktop entry and the icon have the same name.
   std::string applicationId;
-  /// Its name as people know it.
+  /// Display name of the program.
   std::string applicationName;
   std::string applicationVersion;
-  /// A folder with icon themes besides the system's: what Images gives are names of icons in it or
-  /// in those.
+  /// A folder with icon themes, in addition to the system's. The images of Images are icons in
+  /// these themes.
   std::string iconThemePath;
-  /// For what is not worth a notification.
+  /// For problems that do not need a notification.
   LogLine log;
 };
 
-/// The module once it is at work. It is never destroyed.
+/// The started module. Never destroyed.
 class WindowModule {
  public:
   virtual WindowSystem& windows() = 0;
 
-  /// The module's main loop, which serves GLib's default main context. The program leaves its own
-  /// for it as soon as the module is at work. Returns after quit(). When the display goes
-  /// away the process ends.
+  /// Runs the module's main loop, which also dispatches GLib's default main context. The program
+  /// switches from its own loop to this one once the module has started. Returns after quit(). If
+  /// the connection to the display is lost, the process ends.
   virtual void run() = 0;
 
-  /// Has run() return once the current turn is over. Called inside run() only.
+  /// Makes run() return after the current iteration. Called only inside run().
   virtual void quit() = 0;
 
  protected:
   ~WindowModule() = default;
 };
 
-/// The module's one entry point: sets it to work, in a turn of the main loop. Null when that is not
-/// possible, for want of a display for example; `error` then says why, and the entry point may be
-/// called again. Not called again after it succeeded.
+/// The entry point of the module. Starts it; called from the main loop. Returns null and sets
+/// `error` on failure, for example without a display; a later call may succeed. Not called again
+/// after a success.
 using StartWindowModule = WindowModule*(const WindowModuleHost& host, Error& error);
 
-/// The name under which it is exported, with C linkage.
+/// The exported name of the entry point, with C linkage.
 inline constexpr const char* windowModuleEntryPoint = "quillmar_start_window_module";
 
 }  // namespace quillmar

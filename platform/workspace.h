@@ -1,4 +1,4 @@
-// Opening things with the desktop's other programs. Main thread.
+// Opens URLs and terminals with other programs of the desktop. Main thread.
 
 #pragma once
 
@@ -13,12 +13,12 @@ class Workspace {
  public:
   virtual ~Workspace() = default;
 
-  /// Opens a terminal window in which the user sees the command line run.
+  /// Opens a terminal window and runs the command line in it.
   virtual Result<void> openInTerminal(const std::string& title, const std::string& commandLine) = 0;
 
-  /// Opens the address with the desktop's program for its scheme: the browser, the mail program.
-  /// Never waits. The completion runs once, perhaps before this call returns, with the error when
-  /// there is no such program or when it could not be started.
+  /// Opens the URL with the default program for its scheme, such as the browser or the mail
+  /// program. Does not block. The completion runs once, possibly before this call returns. It
+  /// receives the error if there is no such program or it cannot be started.
   virtual void openURL(const std::string& url,
                        std::function<void(const Result<void>& opened)> completion) = 0;
 };
