@@ -1,13 +1,13 @@
 # shellcheck shell=bash
-# Builds and tests with a preset; sourced by the scripts. The output is short: the whole of it is in
-# build/PRESET.*.log, and its end is shown if something fails.
+# Functions that build and test a preset; sourced by other scripts. They write the full output to
+# build/PRESET.*.log, and show the end of it if something fails.
 
 jobs=$(nproc)
-# Many tests wait for other processes.
+# More than one for each processor: many tests wait for other processes.
 test_jobs=$((2 * jobs))
 mkdir -p build
 
-# quietly LOG COMMAND...: runs the command and shows the end of its output only if it fails.
+# quietly LOG COMMAND...: runs the command with its output in LOG; shows the end of it on failure.
 quietly() {
   local log=$1
   shift
@@ -25,7 +25,7 @@ build() {
   quietly "build/$1.build.log" cmake --build --preset "$1" --parallel "$jobs"
 }
 
-# run_tests PRESET [CTEST_OPTION...]: runs the tests, prints what failed, and ctest's closing lines.
+# run_tests PRESET [CTEST_OPTION...]: runs the tests; prints the failures and the summary of ctest.
 run_tests() {
   local preset=$1 log=build/$1.test.log
   shift
