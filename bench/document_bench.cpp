@@ -1,4 +1,4 @@
-// Reading and writing a document of 10,000 items, beside libraries that do no more than parse or
+// Decoding and encoding a document of 10,000 items, compared with libraries that only parse or
 // print the same JSON.
 
 #include <optional>
@@ -21,7 +21,7 @@ const QuillmarConfig& sample() {
   return config;
 }
 
-/// The sample's text, with the room behind it that files are read with.
+/// The encoded sample, with spare capacity for the parser's padding, as files are read.
 const std::string& sampleText() {
   static const std::string text = [] {
     std::string encoded = encodeDocument(sample());
@@ -39,7 +39,7 @@ void decodeDocument(benchmark::State& state) {
   for (auto _ : state) {
     std::optional<Result<QuillmarConfig>> result = quillmar::decodeDocument(sampleText());
     benchmark::DoNotOptimize(result);
-    // The parser alone has nothing to throw away.
+    // The parser alone has no result to destroy.
     state.PauseTiming();
     result.reset();
     state.ResumeTiming();
@@ -75,7 +75,7 @@ void dumpWithNlohmann(benchmark::State& state) {
 }
 BENCHMARK(dumpWithNlohmann)->Unit(benchmark::kMicrosecond);
 
-/// Two documents of one folder with 10,000 items each, none of them with an id of the other's.
+/// Two documents of one folder with 10,000 items each, without common item ids.
 struct ToMerge {
   QuillmarConfig config = makeSampleDocument(1, 10000);
   QuillmarConfig pack = config;

@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-"""Measures how long the menu does not answer while a command's output of 200 MB is reported.
+"""Measures how long the menu does not respond while 200 MB of command output are reported.
 
 Usage: scripts/virtual-desktop bench/large_output.py QUILLMAR
 
-Prints the longest time that one call of the menu took, without a report and with each kind.
+Prints the longest duration of a menu call, without a report and with each kind of report.
 """
 
 import argparse

@@ -1,4 +1,4 @@
-// From a document to the model of its menu.
+// Building the menu model of a document.
 
 #include <benchmark/benchmark.h>
 

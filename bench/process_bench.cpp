@@ -1,4 +1,4 @@
-// What the program's child processes and background threads cost beside the bare system calls.
+// The cost of child processes and background threads, compared with plain system calls.
 
 #include <array>
 #include <cstdlib>
@@ -23,7 +23,7 @@ namespace {
 
 constexpr int commandCount = 1000;
 
-/// An environment of the usual size.
+/// An environment of typical size.
 const std::map<std::string, std::string>& environment() {
   static const auto* const variables = [] {
     auto* made = new std::map<std::string, std::string>;
@@ -44,7 +44,7 @@ struct BareChild {
   int output = -1;
 };
 
-/// As little as a program can do to get a child's output.
+/// The minimum that a program needs to read a child's output.
 BareChild spawnBare() {
   static char** const variables = [] {
     auto* texts = new std::vector<std::string>;
@@ -73,7 +73,7 @@ BareChild spawnBare() {
   return child;
 }
 
-/// Reads once; false at the end, when the child has been reaped too.
+/// Reads once. At the end of the output, reaps the child and returns false.
 bool readBare(BareChild& child) {
   std::array<char, 65536> buffer;
   if (read(child.output, buffer.data(), buffer.size()) > 0) return true;
@@ -124,7 +124,7 @@ BENCHMARK(bareThousandCommands)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 void thousandBackgroundCommands(benchmark::State& state) {
   PosixProcesses processes(PosixProcesses::Terminal::detach);
-  // Threads may still be ending when the benchmark is over.
+  // Never destroyed: threads may still be ending when the benchmark is over.
   auto& main = *new MemoryTaskQueue;
   LinuxTaskQueues queues(main);
   const std::unique_ptr<ConcurrentQueue> queue = queues.makeConcurrentQueue({"bench"});

@@ -1,10 +1,10 @@
 #!/usr/bin/python3
-"""Measures the whole program against a minimal Qt tray program, on the virtual desktop.
+"""Compares the program with a minimal Qt tray program, on the virtual desktop.
 
 Usage: scripts/virtual-desktop bench/programs.py QUILLMAR QT_TRAY [--starts N]
 
-Prints, as medians of ratios taken in one run: PSS when idle with a document of 50 items, the time
-from exec to the registered icon, and how often the program woke up in ten idle seconds.
+With a document of 50 items, prints the ratio of the idle PSS, the median ratio of the times from exec
+to the registered icon, and how often the program woke up in ten idle seconds.
 """
 
 import argparse
@@ -29,7 +29,7 @@ IDLE_SECONDS = 10
 
 
 class Watcher:
-    """Hears of icons that are registered."""
+    """Starts programs and waits for their status icons."""
 
     def __init__(self):
         self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
@@ -49,9 +49,9 @@ class Watcher:
         context = GLib.MainContext.default()
         while self.registered_at is None:
             if process.poll() is not None:
-                sys.exit(f"{command[0]} ended with {process.returncode} before it had an icon.")
+                sys.exit(f"{command[0]} ended with {process.returncode} before it registered an icon.")
             if time.monotonic() - started_at > 20:
-                sys.exit(f"{command[0]} has no icon after 20 seconds.")
+                sys.exit(f"{command[0]} registered no icon within 20 seconds.")
             context.iteration(True)
         return process, self.registered_at - started_at
 
@@ -69,11 +69,11 @@ def pss_kilobytes(pid):
     for line in pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines():
         if line.startswith("Pss:"):
             return int(line.split()[1])
-    sys.exit("The kernel does not tell the PSS.")
+    sys.exit("The kernel does not report the PSS.")
 
 
 def wake_ups(pid):
-    """How often all threads of the process have given up the processor to wait."""
+    """The number of voluntary context switches of all threads of the process."""
     total = 0
     for task in pathlib.Path(f"/proc/{pid}/task").iterdir():
         for line in (task / "status").read_text().splitlines():
@@ -95,7 +95,7 @@ def main():
     arguments = parser.parse_args()
 
     watcher = Watcher()
-    # A ticking source, so that waiting for the icon notices a program that ends without one.
+    # Wakes up the wait for the icon, which then notices if the program has ended.
     GLib.timeout_add(100, lambda: True)
     with tempfile.TemporaryDirectory() as directory:
         settings_of_50_items(pathlib.Path(directory))

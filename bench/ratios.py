@@ -1,14 +1,13 @@
 #!/usr/bin/env python3
 """Runs the benchmarks of functions and compares them with their alternatives.
 
-Absolute times differ from machine to machine and from hour to hour; how often a benchmark's time
-goes into that of its alternative, measured in the same run, hardly does. Each limit is the most
-that benchmark / alternative may be. The repetitions of all benchmarks are interleaved, and the
-median of the repetitions' ratios counts.
+Absolute times depend on the machine and its load. The ratio of a benchmark to its alternative,
+measured in the same run, hardly does. Each limit is the maximum of this ratio. The repetitions of all
+benchmarks are interleaved; the result is the median of the ratios of the repetitions.
 
     ratios.py FOLDER-OF-BENCHMARK-PROGRAMS [REPETITIONS]
 
-Exits with 1 when a limit is exceeded or a benchmark is missing.
+Exits with status 1 if a limit is exceeded or a benchmark is missing.
 """
 
 import json
@@ -18,7 +17,7 @@ import statistics
 import subprocess
 import sys
 
-# program: (which time counts, [(name, alternative, limit)])
+# program: (kind of time, [(name, alternative, limit)])
 LIMITS = {
     "document_bench": ("cpu_time", [
         ("decodeDocument", "parseWithSimdjson", 3.0),
@@ -26,7 +25,7 @@ LIMITS = {
         ("encodeDocument", "dumpWithNlohmann", 0.2),
         ("mergeFolders", "copyFolders", 10.0),
     ]),
-    # Twice the items in twice the time. Both outgrow the processor's nearer caches.
+    # Time must grow linearly with the items. Both documents exceed the processor's smaller caches.
     "menu_bench": ("cpu_time", [("menuModelOf20000Items", "menuModelOf10000Items", 2.6)]),
     "process_bench": ("real_time", [
         ("command", "bareCommand", 1.25),
@@ -34,8 +33,7 @@ LIMITS = {
     ]),
 }
 
-# A time that a user would notice on any machine, in the unit of the benchmark: the most that the
-# median may be.
+# Absolute limits of the median, in the unit of the benchmark, for what a user would notice.
 CEILINGS = {"menuModelOf10000Items": 5000.0}
 
 
@@ -63,7 +61,7 @@ def measure(program, time_kind, names, repetitions):
 
 
 def compare(times, rows):
-    """Prints each row's ratio; true when all keep their limits."""
+    """Prints the ratio of each row; true if none exceeds its limit."""
     kept = True
     for name, alternative, limit in rows:
         if name not in times or alternative not in times:

@@ -26,7 +26,7 @@ constexpr std::string_view nouns[] = {"today's notes", "the web server", "all pi
                                       "disk usage",    "the build",      "Überblick"};
 constexpr std::string_view icons[] = {"terminal", "folder", "gear", "star"};
 
-/// Numbers and choices, the same in every run and with every standard library.
+/// Pseudo-random choices, the same in every run and with every standard library.
 class Choices {
  public:
   std::size_t below(std::size_t limit) { return random_() % limit; }

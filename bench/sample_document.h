@@ -1,4 +1,4 @@
-// The document that the benchmarks measure with. Every run makes the same one.
+// The document that the benchmarks use. It is the same in every run.
 
 #pragma once
 

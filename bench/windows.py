@@ -3,11 +3,11 @@
 
 Usage: scripts/virtual-desktop bench/windows.py QUILLMAR QT_WINDOW [--rounds N]
 
-Prints the time from a click on a menu entry until the panel that it opens is painted: for the first
-panel of a process, which loads the toolkit, and for later ones. The first panel is compared with
-QT_WINDOW, a minimal Qt program with the same window, from exec until its window is painted; the two
-take turns, and all their files are in the page cache. Also prints the program's PSS before the first
-panel, with one open, and after closing it.
+Prints the time from a click on a menu entry until its panel is painted, for the first panel of a
+process, which loads Qt, and for later panels. Compares the first panel with QT_WINDOW, a minimal Qt
+program with the same window, from exec until the window is painted. The two programs alternate, with
+all their files in the page cache. Also prints the program's PSS before the first panel, with a panel
+open, and after closing it.
 """
 
 import argparse
@@ -31,7 +31,7 @@ from programs import Watcher, end, pss_kilobytes  # noqa: E402
 NAME = "com.tovenworks.quillmar"
 MENU = "com.canonical.dbusmenu"
 SETTLE_SECONDS = 1
-PATIENCE_SECONDS = 20
+TIMEOUT_SECONDS = 20
 FIRST_LIMIT = 150
 FIRST_RATIO_LIMIT = 2.0
 LATER_LIMIT = 30
@@ -47,7 +47,7 @@ class Screen:
         self.middle = (screen.width_in_pixels // 2, screen.height_in_pixels // 2)
 
     def colours(self):
-        """How many colours the middle shows: one for the bare desktop, more with text on it."""
+        """The number of colours in the middle: one for the empty desktop, more for a window."""
         x, y = self.middle
         pixels = self.root.get_image(x - 60, y - 40, 120, 80, X.ZPixmap, 0xFFFFFF).data
         return len({pixels[at:at + 4] for at in range(0, len(pixels), 4)})
@@ -55,8 +55,8 @@ class Screen:
     def wait_for(self, condition, what):
         began = time.monotonic()
         while not condition():
-            if time.monotonic() - began > PATIENCE_SECONDS:
-                sys.exit(f"Not so after {PATIENCE_SECONDS} seconds: {what}.")
+            if time.monotonic() - began > TIMEOUT_SECONDS:
+                sys.exit(f"Timeout after {TIMEOUT_SECONDS} seconds; expected: {what}.")
 
     def wait_for_panel(self):
         self.wait_for(lambda: self.colours() > 4, "a window is on the screen")
@@ -70,7 +70,7 @@ class Screen:
 
 
 class Menu:
-    """The program's menu, as a panel clicks it."""
+    """The program's menu, used as a panel does."""
 
     def __init__(self, bus):
         self.bus = bus
@@ -94,7 +94,7 @@ def milliseconds_until_panel(menu, screen):
 
 
 def milliseconds_until_qt_window(program, screen):
-    """Starts the minimal Qt program, and ends it when its window is painted."""
+    """Starts the minimal Qt program, and ends it once its window is painted."""
     began = time.monotonic()
     process = subprocess.Popen([program], stdout=subprocess.DEVNULL)
     screen.wait_for_panel()

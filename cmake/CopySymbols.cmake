@@ -1,7 +1,7 @@
-# Copies the symbols of an icon set, one weight of each, in the form that panels recolour: NAME.svg
-# becomes quillmar-NAME-symbolic.svg. A solid symbol ("-fill") is left out where there is an outlined
-# one. GTK and GNOME recolour icons by the end of their names, Plasma by the style sheet
-# (RecolourableSvg.cmake).
+# Copies the symbols of an icon set in a form that panels can recolour: NAME.svg becomes
+# quillmar-NAME-symbolic.svg. Skips a solid symbol ("-fill") if there is an outlined one, so that all
+# symbols have the same weight. GTK and GNOME recolour icons whose name ends in "-symbolic"; Plasma
+# recolours those with its style sheet (RecolourableSvg.cmake).
 #
 #   cmake -DFROM=FOLDER -DTO=FOLDER -P CopySymbols.cmake
 

@@ -1,5 +1,5 @@
-# quillmar_write_json_object(FILE [KEY VALUE]...) writes an object of strings; keys with an empty
-# value are left out. The file is touched only when it changes.
+# quillmar_write_json_object(FILE [KEY VALUE]...) writes a JSON object of strings; skips keys
+# with an empty value. Writes the file only if its contents change.
 function(quillmar_write_json_object file)
   set(object "{}")
   set(i 1)

@@ -1,11 +1,11 @@
-# What every target of the tree is compiled with; link quillmar_compiler privately to get it.
+# Compiler settings of all targets. Link quillmar_compiler privately to use them.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-# Programs and libraries are found beside each other in the build tree as they are when installed.
+# The build tree has the layout of an installation, so programs find libraries in the same way.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
@@ -13,7 +13,7 @@ set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  # Without this ccache compiles everything anew that uses a precompiled header.
+  # Without this, ccache never has a hit for a file that uses a precompiled header.
   set(CMAKE_CXX_COMPILER_LAUNCHER
       ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
 endif()
@@ -21,7 +21,7 @@ endif()
 add_library(quillmar_compiler INTERFACE)
 target_compile_options(quillmar_compiler INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-  -Wno-missing-field-initializers  # of designated ones: what is left out has its default
+  -Wno-missing-field-initializers  # omitted designated initializers have defaults
   -fno-semantic-interposition)
 target_link_options(quillmar_compiler INTERFACE -Wl,--as-needed -Wl,-z,relro)
 

@@ -1,9 +1,8 @@
-# quillmar_write_recolourable_svg(FROM TO) copies a monochrome SVG icon and gives it the style sheet
-# that Plasma replaces by one with the colours of the place where it draws the icon.
+# quillmar_write_recolourable_svg(FROM TO) copies a monochrome SVG icon and adds the style sheet
+# that Plasma replaces to recolour the icon.
 #
-# Panels that recolour nothing draw the icon in the colour that is written here. This grey has a
-# contrast of at least 3:1 on every background that is lighter than #e0e0e0 or darker than #373737,
-# white and black included.
+# Panels that do not recolour icons draw it in this colour. This grey has a contrast of at least 3:1 on
+# every background that is lighter than #e0e0e0 or darker than #373737, white and black included.
 set(QUILLMAR_NEUTRAL_COLOUR "#808080")
 
 function(quillmar_write_recolourable_svg from to)

@@ -1,5 +1,5 @@
-// The alternative that the whole program is measured against: a tray icon with a menu of 50
-// entries, made the usual way with a toolkit.
+// The program that Quillmar is compared with: a tray icon with a menu of 50 entries, the usual way
+// in Qt.
 
 #include <QApplication>
 #include <QMenu>

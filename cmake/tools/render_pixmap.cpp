@@ -1,9 +1,8 @@
-// Renders a monochrome SVG icon to pixels, for panels that take no icon names.
+// Renders a monochrome SVG icon to pixels, for panels that do not support icon names. A build tool.
 //
 //     render_pixmap ICON.svg SIZE OUTPUT
 //
-// The output is the alpha channel: SIZE rows of SIZE bytes. The program adds the colour. Runs when
-// the program is built.
+// The output is the alpha channel: SIZE rows of SIZE bytes. The program adds the colour.
 
 #include <cstdint>
 #include <cstdio>

@@ -1,10 +1,10 @@
-// Renders a folder of monochrome SVG icons to PNG pictures for menus, one for light menus and one
-// for dark ones.
+// Renders a folder of monochrome SVG icons to PNG images, for light and for dark menus. A build
+// tool.
 //
 //     render_symbols FOLDER OUTPUT
 //
 // NAME.svg becomes OUTPUT/light/NAME.png and OUTPUT/dark/NAME.png. OUTPUT/symbols.gresource.xml
-// names them all for glib-compile-resources. Runs when the program is built.
+// lists them for glib-compile-resources.
 
 #include <array>
 #include <cstdio>
@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The side that menus have room for, in pixels.
+/// The size of icons in menus, in pixels.
 constexpr int side = 16;
 
 struct Kind {
@@ -25,7 +25,7 @@ struct Kind {
   /// The symbol's grey, from 0 to 1.
   double tone;
 };
-// Both have a contrast of 3:1 to the blue that marks the selected entry, too.
+// Both also have a contrast of 3:1 to the blue of the selected entry.
 constexpr std::array<Kind, 2> kinds = {{{"light", 0.1}, {"dark", 0.99}}};
 
 bool writePicture(cairo_surface_t* surface, const Kind& kind, const fs::path& file) {

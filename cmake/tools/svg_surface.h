@@ -1,4 +1,4 @@
-// Draws SVG files, for the tools of the build.
+// Draws SVG files, for the build tools.
 
 #pragma once
 
@@ -20,7 +20,7 @@ struct Releasing {
 using Surface = std::unique_ptr<cairo_surface_t, Releasing<cairo_surface_destroy>>;
 using Context = std::unique_ptr<cairo_t, Releasing<cairo_destroy>>;
 
-/// The icon, `size` pixels wide and high; null after a failure, which is reported.
+/// The icon, `size` pixels wide and high. On failure, prints an error and returns null.
 inline Surface drawSvg(const std::string& icon, int size) {
   GError* error = nullptr;
   const std::unique_ptr<RsvgHandle, Releasing<g_object_unref>> handle(
