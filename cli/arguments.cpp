@@ -13,7 +13,7 @@ namespace quillmar {
 
 namespace {
 
-/// The arguments of a sub-command: options, their values, and operands.
+/// The arguments of a sub-command, parsed into options and operands.
 struct Words {
   std::vector<std::string> operands;
   std::optional<std::string> input;

@@ -17,7 +17,7 @@ namespace quillmar {
 
 namespace {
 
-/// What stands in the place of an id that is missing.
+/// Shown instead of a missing id.
 constexpr std::string_view noId = "-";
 
 std::string shownId(const MenuItem& item) {
@@ -29,7 +29,7 @@ std::size_t characterCount(std::string_view text) {
       std::ranges::count_if(text, [](char byte) { return (byte & 0xC0) != 0x80; }));
 }
 
-/// The characters in the longest id that is shown.
+/// The length of the longest id in the list, in characters.
 std::size_t idColumnWidth(const QuillmarConfig& config) {
   std::size_t width = 0;
   for (const MenuCategory& category : config.categories) {
@@ -92,7 +92,7 @@ std::string jsonListing(const SettingsManager& settings) {
   return json.take() + "\n";
 }
 
-/// Says how the user can tell the items with the title apart: by the ids that they have.
+/// The error that lists the ids of the items with this title, so that the user can choose one.
 Error ambiguousTitle(const std::string& title, const std::vector<const MenuItem*>& items) {
   std::string ids;
   bool someHaveNone = false;

@@ -9,16 +9,17 @@
 
 namespace quillmar {
 
-/// Prints the folders and their items, or a JSON array of the items. What has no id, or an empty
-/// one, is shown without.
+/// Prints the folders and their items, or a JSON array of the items. Omits empty ids; the list
+/// shows
+/// "-" instead.
 ExitStatus listItems(const ListInvocation& invocation, const SettingsManager& settings,
                      Console& console);
 
-/// Says of each file that does not decode why; "-" is standard input.
+/// Prints an error for each file that cannot be decoded; "-" is standard input.
 ExitStatus checkFiles(const CheckInvocation& invocation, const FileSystem& files, Console& console);
 
-/// The item that `name` means: the one with that id, else the only one with that title. The error
-/// says that there is none, or which ids the title could mean. Precondition: `name` is not empty.
+/// The item with the id `name`, or else the only item with that title. The error says that there is
+/// none, or lists the ids of several. Precondition: `name` is not empty.
 Result<MenuItem> itemNamed(const std::string& name, const SettingsManager& settings);
 
 }  // namespace quillmar

@@ -16,7 +16,8 @@ namespace quillmar {
 StandardConsole::StandardConsole() {
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (fcntl(stream, F_GETFD) >= 0) continue;
-    // The lowest free number is this stream's. It is for reading only, so that writes fail.
+    // open() returns the lowest free number, which is this stream's. Read-only, so that writes
+    // fail.
     open("/dev/null", O_RDONLY | O_NOCTTY);
   }
 }
@@ -67,9 +68,8 @@ Result<std::string> StandardConsole::readToEnd() {
 
 namespace {
 
-/// Bytes of a character at the front of the text that a terminal would obey instead of showing it:
-/// a control character, or one that turns the direction of writing or breaks the line; 0 for any
-/// other.
+/// The length in bytes of a control character, line break or bidirectional formatting character at
+/// the start of the text; 0 for any other character.
 std::size_t lengthOfControl(std::string_view text) {
   const auto byte = [&](std::size_t i) {
     return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
@@ -82,7 +82,7 @@ std::size_t lengthOfControl(std::string_view text) {
   return byte(0) == 0xE2 && (isDirection || isBreak || isIsolate) ? 3 : 0;
 }
 
-/// The text with such characters, but for those `kept`, shown as U+FFFD.
+/// The text with these characters, except those in `kept`, replaced by U+FFFD.
 std::string withoutControls(std::string_view text, std::string_view kept) {
   std::string result;
   while (!text.empty()) {

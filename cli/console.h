@@ -23,24 +23,24 @@ class Console {
   /// Prints the text to standard error, unchanged.
   virtual void printError(std::string_view text) = 0;
 
-  /// True if the user can be asked on a terminal.
+  /// True if standard input is a terminal, so that the user can answer questions.
   virtual bool isInteractive() const = 0;
 
-  /// Reads the next line, without its line feed; absent at the end of the input.
+  /// Reads the next line, without its line feed; absent at the end of standard input.
   virtual std::optional<std::string> readLine() = 0;
 
-  /// Reads the rest of standard input.
+  /// Reads the rest of standard input. Fails if that is larger than maximumFileSize.
   virtual Result<std::string> readToEnd() = 0;
 };
 
 /// The process's standard streams. Create it before any file or connection is opened.
 class StandardConsole : public Console {
  public:
-  /// Opens /dev/null for each stream that is closed, so that no file opened later takes its number.
-  /// Writing to such a stream still fails.
+  /// Opens /dev/null for each closed stream, so that no file opened later gets its number. Writing
+  /// to such a stream still fails.
   StandardConsole();
 
-  /// The error that lost a part of the output; absent if all of it was written.
+  /// The error of the last failed write to standard output; absent if all output was written.
   const std::optional<Error>& lostOutput() const { return lostOutput_; }
 
   void print(std::string_view text) override;

@@ -19,8 +19,8 @@ bool asksForValue(const MenuItem& item) {
   return item.command.value.find(inputPlaceholder) != std::string::npos;
 }
 
-/// The error that names the options missing for the item's questions, if there is no terminal to
-/// ask on; absent if none is missing.
+/// Without a terminal, the item's questions must be answered by options. Returns an error that
+/// names the missing options; absent if none is missing.
 std::optional<Error> missingOptions(const MenuItem& item, const RunInvocation& invocation,
                                     const Console& console) {
   const bool needsYes = item.confirmBeforeRunning && !invocation.yes;
@@ -57,7 +57,7 @@ ExitStatus runItem(const RunInvocation& invocation, const SettingsManager& setti
   runner.run(item.value(), [&](std::optional<CommandRunner::RunResult> reported) {
     result = std::move(reported);
   });
-  // The command runs on this thread, too: a terminal has no menu that must answer meanwhile.
+  // Runs background commands on this thread, too: there is no menu to keep responsive.
   queues.runAll();
 
   if (!result) return ExitStatus::failure;  // Cancelled.

@@ -11,10 +11,10 @@ class CommandRunner;
 class MemoryTaskQueues;
 class SettingsManager;
 
-/// Runs the item and waits for its report. The command's output goes to standard output, messages
-/// of this program go to standard error. `queues` must be the ones of the runner, and its prompts
-/// must use the invocation's options and the console. If neither can answer a prompt of the item,
-/// prints the missing options and runs nothing.
+/// Runs the item and waits for its report. Prints the command's output to standard output and the
+/// program's own messages to standard error. If the item asks a question that neither an option nor
+/// a terminal can answer, prints the missing options and runs nothing. Preconditions: `queues` are
+/// the runner's, and the runner's prompts use the options of `invocation` and `console`.
 ExitStatus runItem(const RunInvocation& invocation, const SettingsManager& settings,
                    CommandRunner& runner, MemoryTaskQueues& queues, Console& console);
 

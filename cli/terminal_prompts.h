@@ -13,11 +13,12 @@ namespace quillmar {
 
 class TerminalPrompts : public Prompts {
  public:
-  /// `assumeYes` answers confirmations, `input` the question for a value. The console is not owned.
+  /// `assumeYes` answers confirmations, `input` the question for a value. `console` must outlive
+  /// the object.
   TerminalPrompts(Console& console, bool assumeYes, std::optional<std::string> input);
 
-  /// Asks and waits for the answer. Cancels the prompt if there is neither a terminal nor an option
-  /// that answers it.
+  /// Asks and waits for the answer. Cancels the prompt if neither an option nor a terminal can
+  /// answer it.
   Result<void> show(PromptRequest request, PromptCompletion completion) override;
 
  private:

@@ -15,7 +15,7 @@
 namespace quillmar {
 namespace {
 
-/// Calls the handler for the alternative that the variant holds.
+/// A visitor for std::visit, made of one lambda for each alternative.
 template <class... Handlers>
 struct Overloaded : Handlers... {
   using Handlers::operator()...;

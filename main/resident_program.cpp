@@ -61,7 +61,7 @@ ExitStatus runResidentProgram(const Environment& environment, Console& console) 
     return ExitStatus::failure;
   }
   if (start.value() == ApplicationInstance::Start::alreadyRunning) {
-    // A failure does not matter to the user, who sees the icon or the menu.
+    // The result is ignored: the message below tells the user enough.
     (void)RunningInstance(environment).activate();
     console.print("Quillmar is already running.\n");
     return ExitStatus::success;

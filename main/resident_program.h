@@ -1,4 +1,4 @@
-// The program that stays in the panel.
+// The resident program, which shows the icon in the panel.
 
 #pragma once
 
@@ -7,9 +7,9 @@
 
 namespace quillmar {
 
-/// Runs the program until it is told to quit, then ends the process; background commands keep
-/// running. Returns only if the program cannot start, after printing the reason, or if another
-/// instance is running; that instance then shows its menu if its icon is not visible anywhere.
+/// Runs the program until it quits, then ends the process; background commands keep running.
+/// Returns only if the program cannot start, after printing the reason, or if another instance is
+/// running. That instance then shows its menu if no panel shows its icon.
 ExitStatus runResidentProgram(const Environment& environment, Console& console);
 
 }  // namespace quillmar

@@ -37,7 +37,7 @@ struct SettingsServices {
 template <class SubCommand>
 ExitStatus withSettings(const Environment& environment, SubCommand subCommand) {
   SettingsServices services(environment);
-  // A generated id would differ in the next call, so the user could not refer to it.
+  // Generated ids would be different in each call, so they are useless to the user.
   SettingsManager settings({.environment = environment,
                             .userDirectories = services.directories,
                             .files = services.files,

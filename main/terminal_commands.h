@@ -19,8 +19,8 @@ ExitStatus checkFilesFromTerminal(const CheckInvocation& invocation, Console& co
 /// Makes the running instance show its menu; prints the reason if that fails.
 ExitStatus showMenu(const Environment& environment, Console& console);
 
-/// Runs one item in this process. Clipboard and notifications go through the running instance, if
-/// there is one.
+/// Runs one item in this process. Uses the running instance, if there is one, to set the clipboard
+/// and to show notifications.
 ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environment& environment,
                                Console& console);
 
