@@ -8,8 +8,8 @@ from pop_up_test_case import PopUpTestCase
 from quillmar_desktop import Panel, StatusIcon, wait_until
 from Xlib import X, display
 
-# What the icon is drawn in, on whatever colour the tray has.
-ICON_COLOUR = b"\x9a\x9a\x9a"
+# The grey of the icon, which has a contrast of 3:1 to light and to dark trays.
+ICON_COLOUR = b"\x80\x80\x80"
 
 
 class OlderTray:
