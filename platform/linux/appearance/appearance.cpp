@@ -22,8 +22,8 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
 }
 
-/// The value of a key in a group of an INI file; absent when it is not there. (GLib's reader
-/// refuses the group names of kdeglobals.)
+/// Value of a key in a group of an INI file; absent if the key is missing. (GLib's parser rejects
+/// the group names of kdeglobals.)
 std::optional<std::string_view> iniValue(std::string_view text, std::string_view group,
                                          std::string_view key) {
   bool isInGroup = false;
@@ -65,7 +65,7 @@ bool readNumber(std::string_view digits, int base, int& number) {
   return error == std::errc() && end == digits.data() + digits.size();
 }
 
-/// "239,240,241" or "#eff0f1".
+/// Parses a colour such as "239,240,241" or "#eff0f1".
 std::optional<Color> colorOf(std::string_view value) {
   Color color{};
   if (value.starts_with('#')) {

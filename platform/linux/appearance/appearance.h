@@ -1,4 +1,4 @@
-// Whether the desktop is light or dark, as its settings files say. Any thread.
+// Light or dark appearance of the desktop, read from its settings files. Any thread.
 
 #pragma once
 
@@ -10,7 +10,7 @@
 namespace quillmar {
 
 enum class Appearance {
-  /// Nothing says which.
+  /// No setting decides.
   unknown,
   light,
   dark,
@@ -18,18 +18,19 @@ enum class Appearance {
 
 class AppearanceSettings {
  public:
-  /// Those of the desktop that the environment names come first, then those of GTK, which most
-  /// desktops keep.
+  /// Lists the settings files of the environment's desktop, then those of GTK, which most desktops
+  /// maintain.
   AppearanceSettings(const Environment& environment, const std::string& homeDirectory);
 
-  /// Reads the files. The first that decides counts; the variable GTK_THEME comes before all.
+  /// Reads the files. The first one with a preference decides. The variable GTK_THEME overrides
+  /// them.
   Appearance read() const;
 
-  /// The files that decide, whether they exist or not.
+  /// The files to read, whether they exist or not.
   const std::vector<std::string>& files() const { return files_; }
 
-  /// Of the settings file of KDE ("kdeglobals"), LXQt ("lxqt.conf") or GTK ("settings.ini") with
-  /// this text.
+  /// Parses the text of a settings file of KDE ("kdeglobals"), LXQt ("lxqt.conf") or GTK
+  /// ("settings.ini").
   static Appearance ofText(const std::string& text);
 
  private:

@@ -33,7 +33,7 @@ AppearanceWatch::AppearanceWatch(GDBusConnection* connection, AppearanceSettings
     g_signal_connect(monitor, "changed", G_CALLBACK(fileChanged), this);
     monitors_.emplace_back(monitor);
   }
-  // Asking a portal that does not run would start it.
+  // A call to a portal that is not running would start it.
   nameWatch_ = g_bus_watch_name_on_connection(connection, service, G_BUS_NAME_WATCHER_FLAGS_NONE,
                                               portalAppeared, portalVanished, this, nullptr);
 }
@@ -81,7 +81,7 @@ void AppearanceWatch::fileChanged(GFileMonitor*, GFile*, GFile*, GFileMonitorEve
 }
 
 void AppearanceWatch::takeFromPortal(GVariant* value) {
-  // Variants lie in variants here.
+  // The portal nests variants.
   GVariantPtr inner(g_variant_ref(value));
   while (g_variant_is_of_type(inner.get(), G_VARIANT_TYPE_VARIANT)) {
     inner.reset(g_variant_get_variant(inner.get()));

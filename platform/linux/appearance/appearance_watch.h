@@ -1,5 +1,5 @@
-// Whether the desktop is light or dark, kept up to date while the program runs: the desktop's
-// settings portal says it, or else the settings files. Nothing here blocks. Main thread.
+// Tracks whether the desktop is light or dark. The desktop's settings portal decides; without one,
+// the settings files do. Nothing here blocks. Main thread.
 
 #pragma once
 
@@ -17,7 +17,7 @@ namespace quillmar {
 
 class AppearanceWatch {
  public:
-  /// `changed` is called when current() has changed.
+  /// `changed` is called after current() changes.
   AppearanceWatch(GDBusConnection* connection, AppearanceSettings settings,
                   std::function<void(Appearance appearance)> changed);
   ~AppearanceWatch();

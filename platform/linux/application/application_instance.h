@@ -1,6 +1,5 @@
-// This process as the one running Quillmar of its session: it owns the program's name on the
-// session bus, where other processes reach it as an org.freedesktop.Application, and runs the main
-// loop. Main thread.
+// The only running Quillmar of the session. It owns the program's name on the session bus, where
+// other processes reach it as an org.freedesktop.Application, and runs the main loop. Main thread.
 
 #pragma once
 
@@ -21,10 +20,10 @@
 
 namespace quillmar {
 
-/// The program's name on the bus, of its desktop entry and of its icon.
+/// The application id: bus name, name of the desktop entry and of the icon.
 inline constexpr const char* applicationId = "com.tovenworks.quillmar";
 
-/// Where the instance is found under that name.
+/// Object path of the instance.
 inline constexpr const char* applicationPath = "/com/tovenworks/quillmar";
 inline constexpr const char* applicationInterface = "org.freedesktop.Application";
 
@@ -33,23 +32,24 @@ inline constexpr const char* showMenuAction = "menu";
 
 class ApplicationInstance final : public Application {
  public:
-  /// What other processes ask for. Each may be empty.
+  /// Requests from other processes. Each handler may be empty.
   struct Handlers {
-    /// The program was started again, or by way of its desktop entry. The caller's activation is
-    /// this application's by then.
+    /// The program was started again, or through its desktop entry. The caller's activation is
+    /// already this application's.
     std::function<void()> activate;
-    /// Show the menu. The same holds for the activation; an error, a full sentence, goes back.
+    /// Shows the menu; the caller's activation is already set. An error, a full sentence, is
+    /// returned to the caller.
     std::function<Result<void>()> showMenu;
-    /// Put the text on the clipboard.
+    /// Puts the text on the clipboard.
     std::function<void(std::string text)> setClipboard;
-    /// Show a notification.
+    /// Shows a notification.
     std::function<void(std::string title, std::string body)> notify;
   };
 
   enum class Start {
-    /// This process is the one.
+    /// This process is the instance.
     running,
-    /// Another process is; this one should end.
+    /// Another process is the instance; this one should exit.
     alreadyRunning,
   };
 
@@ -59,17 +59,17 @@ class ApplicationInstance final : public Application {
   ApplicationInstance(const ApplicationInstance&) = delete;
   ApplicationInstance& operator=(const ApplicationInstance&) = delete;
 
-  /// Takes the name, for as long as there is a connection. Fails, and the program cannot run, when
-  /// there is no session bus or it is of no use. Waits for the bus, which answers also for an
-  /// instance that is busy, for some seconds at most. Called once.
+  /// Acquires the name, for as long as the connection lasts. Fails if there is no usable session
+  /// bus; the program then cannot run. Waits a few seconds at most for the bus, which replies even
+  /// if a running instance is busy. Called once.
   Result<Start> start(const Environment& environment);
 
-  /// The session bus. Precondition for this and for run(): this process is the one.
+  /// The session bus. Precondition of this and of run(): this process is the instance.
   GDBusConnection* connection() const { return connection_.get(); }
 
-  /// Runs the main loop until terminate(), which may have been called already, or the end of the
-  /// session bus. Called once; returns the exit status. The process should end now; unless this
-  /// object is destroyed, it does when TerminationSignals::graceSeconds are over.
+  /// Runs the main loop until terminate(), which may have been called already, or until the session
+  /// bus closes. Called once. Returns the exit status. The process should then exit: it is ended
+  /// after TerminationSignals::graceSeconds unless this object is destroyed before.
   int run();
 
   void terminate() override;

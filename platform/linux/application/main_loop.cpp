@@ -6,7 +6,7 @@ namespace quillmar {
 
 void MainLoop::run() {
   if (!isOver_ && !successor_) g_main_loop_run(first_.get());
-  // A loop that has not begun cannot be told to end.
+  // A loop cannot be told to quit before it runs.
   if (isOver_ || !successor_) return;
   isInSuccessor_ = true;
   successor_->run();

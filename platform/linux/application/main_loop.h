@@ -1,5 +1,5 @@
-// The program's main loop. It begins as one of GLib's; a module that brings a loop of its own,
-// which must serve the same default main context, takes over in the middle of the run. Main thread.
+// The program's main loop. It starts as a GLib loop. A module with its own loop, which must serve
+// the same default main context, can take over during the run. Main thread.
 
 #pragma once
 
@@ -14,20 +14,21 @@ class MainLoop {
  public:
   /// A loop that takes over.
   struct Successor {
-    /// Serves the default main context until `quit`, or until it ends for a reason of its own,
-    /// which is the end of the program too.
+    /// Serves the default main context until `quit`. If it returns for another reason, the program
+    /// ends too.
     std::function<void()> run;
-    /// Called inside `run` only: has it return when the current turn is over.
+    /// Called inside `run` only. Makes it return after the current iteration.
     std::function<void()> quit;
   };
 
   /// Runs until quit(), which may have been called already. Called once.
   void run();
 
-  /// Ends the run once the current turn is over, whichever loop it is in.
+  /// Ends the run after the current iteration of whichever loop is running.
   void quit();
 
-  /// Has the run go on in the successor once the current turn is over, or begin in it. Called once.
+  /// Continues the run in the successor after the current iteration, or starts the run there.
+  /// Called once.
   void handOver(Successor successor);
 
  private:

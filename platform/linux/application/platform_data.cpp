@@ -14,7 +14,7 @@ constexpr const char* tokenVariable = "XDG_ACTIVATION_TOKEN";
 constexpr const char* startupIdVariable = "DESKTOP_STARTUP_ID";
 constexpr const char* tokenKey = "activation-token";
 constexpr const char* startupIdKey = "desktop-startup-id";
-/// The end of the wish, in microseconds of the monotonic clock, which all processes share.
+/// Expiry time in microseconds of the monotonic clock, which all processes share.
 constexpr const char* expiryKey = "com.tovenworks.quillmar.expires";
 
 void add(GVariantBuilder& data, const char* key, const Environment& environment,

@@ -1,5 +1,5 @@
-// The "platform data" that a call of org.freedesktop.Application carries: the caller's leave to
-// come to the front, and how long its wish holds.
+// The "platform data" of an org.freedesktop.Application call: the caller's activation, and the time
+// at which its request expires.
 
 #pragma once
 
@@ -12,24 +12,25 @@
 
 namespace quillmar {
 
-/// A vardict, floating, that hands on what the environment holds from whoever started this process,
-/// XDG_ACTIVATION_TOKEN and DESKTOP_STARTUP_ID.
+/// A floating vardict with the activation that this process was started with: XDG_ACTIVATION_TOKEN
+/// and DESKTOP_STARTUP_ID.
 GVariant* platformData(const Environment& environment);
 
 /// The same, for a request that expires after `timeout`.
 GVariant* platformData(const Environment& environment, std::chrono::milliseconds timeout);
 
-/// What this process was started with.
+/// The activation that this process was started with.
 Activation activationOf(const Environment& environment);
 
-/// The environment without it, in this process as well: one leave is for one program, not for the
-/// commands and helpers that it starts. Before other threads run.
+/// Returns the environment without the activation, and unsets its variables in this process too. A
+/// token is for one program, not for the commands and helpers that it starts. Call before other
+/// threads run.
 Environment withoutActivation(Environment environment);
 
-/// The activation in a vardict; empty when there is none. Entries of other types are ignored.
+/// The activation in a vardict; empty if there is none. Entries of other types are ignored.
 Activation activationIn(GVariant* platformData);
 
-/// True when the caller no longer wants what it asked for.
+/// True if the caller's request has expired.
 bool hasExpired(GVariant* platformData);
 
 }  // namespace quillmar

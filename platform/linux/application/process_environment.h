@@ -6,8 +6,8 @@
 
 namespace quillmar {
 
-/// Copies the environment as it stands. Called first thing in main(): toolkits change it later. An
-/// entry without "=" is left out; of two entries with one name the first holds, as for getenv.
+/// Copies the current environment. Call it first in main(): toolkits change it later. An entry
+/// without "=" is skipped. If a name occurs twice, the first entry counts, as for getenv.
 Environment snapshotProcessEnvironment();
 
 }  // namespace quillmar

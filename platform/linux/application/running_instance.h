@@ -25,11 +25,11 @@ namespace quillmar {
 
 class RunningInstance {
  public:
-  /// For a menu that has to be loaded first, from a slow disk.
+  /// Long enough to load the window module from a slow disk.
   static constexpr std::chrono::milliseconds defaultMenuTimeout = std::chrono::seconds(30);
 
-  /// Connects to the environment's session bus when it is first needed. Waits for `timeout` at
-  /// most for each answer of the bus. `environment` must outlive it.
+  /// Connects to the environment's session bus on first use. Waits at most `timeout` for each reply
+  /// of the bus. `environment` must outlive it.
   explicit RunningInstance(const Environment& environment,
                            std::chrono::milliseconds timeout = busTimeout,
                            std::chrono::milliseconds menuTimeout = defaultMenuTimeout)
@@ -37,17 +37,17 @@ class RunningInstance {
 
   bool isRunning() { return find().ok(); }
 
-  /// Tells the instance that the program was started again. One that does not hear it within the
-  /// timeout forgets it. The error begins a sentence.
+  /// Tells the instance that the program was started again. The request expires after the timeout.
+  /// The error begins a sentence.
   Result<void> activate();
 
-  /// Has the instance show its menu. Waits for the timeout at most until it listens, and from then
-  /// on as long as a menu may take; an instance that hears of it late shows nothing. The error is a
-  /// full sentence.
+  /// Makes the instance show its menu. Waits at most the timeout until the instance replies, and
+  /// then as long as a menu may take to open. The request expires if the instance receives it late.
+  /// The error is a full sentence.
   Result<void> showMenu();
 
-  /// The largest parameter of an action. A bus without other settings limits messages to 32 MiB,
-  /// and ends the connection of a program that exceeds this.
+  /// The largest parameter of an action. By default a bus limits messages to 32 MiB, and
+  /// disconnects a program that exceeds the limit.
   static constexpr std::size_t mostParameterBytes = std::size_t{30} << 20;
 
   /// Sends an action, which the instance executes as soon as it can; actions keep their order.
@@ -56,21 +56,21 @@ class RunningInstance {
   Result<void> activateAction(const char* action, GVariant* parameter);
 
  private:
-  /// Asks the bus whether there is an instance; the error says why not.
+  /// Asks the bus whether an instance is running. If not, the error says why.
   Result<void> find();
 
-  /// Calls a method of the instance's object on the way to its menu, and waits for the answer. The
+  /// Calls a method of the instance that is needed to show the menu, and waits for the reply. The
   /// error is a full sentence.
   Result<void> call(const char* interface, const char* method, GVariant* arguments,
                     std::chrono::milliseconds timeout);
 
-  /// Calls a method of the instance and waits until the bus has taken the call.
+  /// Calls a method of the instance and waits until the bus has received the call.
   Result<void> send(const char* method, GVariant* arguments);
 
   const Environment& environment_;
   std::chrono::milliseconds timeout_;
   std::chrono::milliseconds menuTimeout_;
-  /// Absent until it is needed. A bus that did not answer is not asked again.
+  /// Absent until first used. A bus that did not reply is not tried again.
   std::optional<Result<GObjectPtr<GDBusConnection>>> bus_;
 };
 
@@ -78,7 +78,7 @@ class RunningInstance {
 struct DeliveryFailures {
   bool clipboard = false;
   bool notification = false;
-  /// Why the first of them failed: a sentence without its full stop.
+  /// Cause of the first failure: a sentence without its full stop.
   std::string cause;
 
   /// One sentence about all of them; absent if there are none.
@@ -91,7 +91,7 @@ class RemotePasteboard final : public Pasteboard {
   RemotePasteboard(RunningInstance& instance, DeliveryFailures& failures)
       : instance_(instance), failures_(failures) {}
 
-  /// What a bus cannot carry, U+0000, is replaced by U+FFFD.
+  /// Replaces U+0000, which a bus cannot carry, by U+FFFD.
   void setString(std::string text) override;
 
  private:
@@ -106,7 +106,7 @@ class RemoteNotifications final : public UserNotificationCenter {
   RemoteNotifications(RunningInstance& instance, DeliveryFailures& failures, TaskQueue& mainQueue)
       : instance_(instance), failures_(failures), mainQueue_(mainQueue) {}
 
-  /// Granted when there is an instance.
+  /// Granted if an instance is running.
   void requestAuthorization(AuthorizationOptions options,
                             std::function<void(bool granted)> completion) override;
 

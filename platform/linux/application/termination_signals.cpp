@@ -17,17 +17,17 @@ namespace {
 
 constexpr int orders[] = {SIGTERM, SIGINT};
 
-// What the handlers, which may run at any moment, know.
+// State of the signal handlers, which may run at any time.
 std::atomic<int> wakeupDescriptor = -1;
 std::atomic<bool> isOrdered = false;
 
 extern "C" void takeOrder(int) {
-  // Orders that are repeated do not prolong the grace.
+  // Repeated signals do not extend the grace period.
   if (isOrdered.exchange(true)) return;
   const int errorBefore = errno;
   alarm(TerminationSignals::graceSeconds);
   const std::uint64_t one = 1;
-  // Should it fail, the alarm remains.
+  // If this fails, the alarm still ends the process.
   [[maybe_unused]] const ssize_t written = write(wakeupDescriptor, &one, sizeof one);
   errno = errorBefore;
 }

@@ -1,10 +1,9 @@
-// SIGTERM and SIGINT as orders to end the program with status 0, whatever it is doing.
+// SIGTERM and SIGINT end the program with status 0, whatever it is doing.
 //
-// The order comes to the main loop, which ends things properly. A command in the foreground holds
-// the main thread, so when the loop has not got to the order within the grace, the process ends
-// there and then: what the clipboard holds is not saved for after the program, and output that
-// would still come is not reported. The command itself lives on, as at every end. Main thread; one
-// object at a time.
+// The main loop receives the request and shuts down in order. A foreground command blocks the main
+// thread; if the main loop has not received the request within the grace period, the process exits
+// at once: the clipboard's contents are lost, and pending output is not reported. The command
+// itself keeps running, as at every exit. Main thread; one object at a time.
 
 #pragma once
 
@@ -20,15 +19,15 @@ class TerminationSignals {
  public:
   static constexpr unsigned graceSeconds = 3;
 
-  /// Calls `terminate` in the main loop, before anything else that waits there.
+  /// Calls `terminate` in the main loop, before all other pending events.
   explicit TerminationSignals(std::function<void()> terminate);
 
-  /// The signals do what they do in a new process.
+  /// Restores the default actions of the signals.
   ~TerminationSignals();
   TerminationSignals(const TerminationSignals&) = delete;
   TerminationSignals& operator=(const TerminationSignals&) = delete;
 
-  /// The main loop has ended: the grace begins anew, for whatever is left to do at the end.
+  /// Call when the main loop has ended: restarts the grace period for the rest of the shutdown.
   void loopHasEnded();
 
  private:

@@ -1,5 +1,5 @@
-// An object that this program shows on a bus: it answers calls and property reads for as long as it
-// lives. One interface per DbusObject. Main thread.
+// An object exported on a bus. It answers method calls and property reads as long as it lives. One
+// interface per DbusObject. Main thread.
 
 #pragma once
 
@@ -15,11 +15,11 @@ namespace quillmar {
 class DbusObject {
  public:
   struct Handlers {
-    /// A call of a method of the interface, its arguments already of the declared types. Must end
-    /// the invocation, now or later.
+    /// Handles a method call. The arguments have the declared types. Must finish the invocation,
+    /// now or later.
     std::function<void(const char* method, GVariant* arguments, GDBusMethodInvocation* invocation)>
         call;
-    /// The value of a property of the interface, floating.
+    /// Returns the value of a property, floating.
     std::function<GVariant*(const char* property)> property;
   };
 
@@ -31,8 +31,8 @@ class DbusObject {
   DbusObject& operator=(const DbusObject&) = delete;
   ~DbusObject();
 
-  /// Sends a signal of the interface to everybody. Takes a floating tuple, null for none. A closed
-  /// connection is ignored.
+  /// Broadcasts a signal of the interface. `parameters` is a floating tuple, or null for none. Does
+  /// nothing on a closed connection.
   void emit(const char* signal, GVariant* parameters) const;
 
  private:

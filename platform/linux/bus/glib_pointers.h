@@ -1,4 +1,4 @@
-// Owners for GLib's objects, so that nothing in the platform calls an unref by hand.
+// Smart pointers for GLib objects.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Plain text for those readers on a bus who take what they get for markup.
+// Escapes plain text for D-Bus peers that parse it as markup.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Waiting for something to happen on the bus.
+// A timer that runs after pending messages from the bus.
 
 #pragma once
 
@@ -10,9 +10,9 @@
 
 namespace quillmar {
 
-/// Runs the task in the main loop when the delay is over and all that the bus had sent by then has
-/// been handled. A main loop that was held up for the whole delay would otherwise find it over
-/// before it looks at the message that was waited for. Main thread.
+/// Runs the task in the main loop after the delay, when all messages that the bus sent until then
+/// have been handled. A plain timer is not enough: if the main loop was blocked, the timer may fire
+/// before the expected message is read. Main thread.
 MainLoopTaskQueue::Cancel runLater(GDBusConnection* connection, std::chrono::milliseconds delay,
                                    TaskQueue::Task task);
 

@@ -1,5 +1,5 @@
-// The application's files under a "share" folder: beside the program in the build tree, and where
-// it is installed. Any thread, but for the information dictionary.
+// The application's files under a "share" folder: beside the program in the build tree, or in the
+// installation. Any thread, except for the information dictionary.
 
 #pragma once
 
@@ -15,20 +15,20 @@ class BundleDirectory final : public Bundle {
   /// `shareDirectory` holds quillmar/ (the resources) and icons/ (icon themes).
   explicit BundleDirectory(std::string shareDirectory);
 
-  /// The bundle of this program: ../share beside the folder that it was started from.
+  /// The bundle of this program: the folder ../share, relative to the folder of the executable.
   static BundleDirectory ofThisProgram();
 
   std::optional<std::string> pathForResource(const std::string& name, const std::string& extension,
                                              const std::string& subfolder) const override;
 
-  /// The folder with icon themes, for panels and for IconThemeImages.
+  /// Folder with icon themes, for panels and for IconThemeImages.
   std::string iconThemePath() const { return shareDirectory_ + "/icons"; }
 
-  /// The folder with icons as pixels, for StatusNotifierItem.
+  /// Folder with icons as pixels, for StatusNotifierItem.
   std::string pixmapDirectory() const { return shareDirectory_ + "/quillmar/pixmaps"; }
 
  private:
-  /// Read when it is first asked for.
+  /// Read on first use.
   const BundleInformation& informationDictionary() const override;
 
   std::string shareDirectory_;

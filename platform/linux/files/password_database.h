@@ -1,5 +1,5 @@
-// The entry of the person who runs this program (the real user id) in the system's password
-// database, read afresh each time: it may change while the program runs.
+// The entry of the real user id in the system's password database. Read on each call, because it
+// may change while the program runs.
 
 #pragma once
 

@@ -29,8 +29,8 @@ constexpr mode_t newFilePermissions = 0666;
 constexpr mode_t privateFilePermissions = 0600;
 constexpr int mostLinks = 40;
 
-/// A path for the system's calls; one that holds a U+0000 names nothing and becomes the empty path,
-/// which the system does not find.
+/// The path as a C string for system calls. A path with a U+0000 names no file; it becomes the
+/// empty path, which never exists.
 const char* systemPath(const std::string& path) {
   return path.find('\0') == std::string::npos ? path.c_str() : "";
 }
@@ -45,14 +45,15 @@ Error systemFileError(std::string_view path, std::string_view done, int number) 
   return fileError(path, done, systemErrorText(number), systemErrorKind(number));
 }
 
-/// Why a file of this type is neither read nor written; empty for a regular file.
+/// Why a file of this type cannot be read or written; empty for a regular file.
 std::string obstacleInType(mode_t mode) {
   if (S_ISREG(mode)) return "";
   return S_ISDIR(mode) ? systemErrorText(EISDIR) : "It is not a regular file";
 }
 
-/// Opens a regular file. Its type is checked before, because opening alone can wake a device or the
-/// other end of a pipe, and again once it is open. `done` is the verb of the error message.
+/// Opens a regular file. Its type is checked before opening, because opening alone can wake a
+/// device or the other end of a pipe, and again afterwards. `done` is the verb of the error
+/// message.
 Result<FileDescriptor> openRegularFile(const std::string& path, int flags, std::string_view done) {
   if (const auto status = statusOf(path)) {
     const std::string obstacle = obstacleInType(status->st_mode);
@@ -92,7 +93,7 @@ int writeFully(int file, std::uint64_t offset, std::string_view bytes) {
   return 0;
 }
 
-/// The path of the file that the path leads to: the end of a chain of links, which need not exist.
+/// Follows a chain of symbolic links to its end, which need not exist.
 std::string followLinks(std::string path) {
   for (int links = 0; links < mostLinks; ++links) {
     std::error_code notALink;
@@ -143,8 +144,8 @@ class PosixFileOverwrite final : public FileOverwrite {
   FileDescriptor file_;
 };
 
-/// Brings a new entry for the path to the disk. The entry is already valid for all running
-/// programs, and some file systems cannot flush folders, so a failure is ignored.
+/// Flushes the folder of the path, so that a new entry reaches the disk. The entry is already
+/// visible to all programs, and some file systems cannot flush folders, so a failure is ignored.
 void flushFolderOf(const std::string& path) {
   const std::filesystem::path parent = std::filesystem::path(path).parent_path();
   const FileDescriptor folder(
@@ -154,11 +155,11 @@ void flushFolderOf(const std::string& path) {
   }
 }
 
-/// A file that is deleted unless it is renamed to its final name. Its own name is always the same
-/// for one path, so a killed program leaves at most one behind, until the next write.
+/// A file that is deleted unless it is renamed to its final name. The temporary name depends only
+/// on the path, so a killed program leaves at most one such file, until the next write.
 class TemporaryFile {
  public:
-  /// Beside `path`. Without a descriptor, errno says why it could not be created.
+  /// Creates the file beside `path`. Without a descriptor, errno says why it could not be created.
   TemporaryFile(const std::string& path, mode_t permissions) : path_(path + ".tmp") {
     unlink(path_.c_str());
     file_ =
@@ -172,7 +173,7 @@ class TemporaryFile {
 
   explicit operator bool() const { return static_cast<bool>(file_); }
 
-  /// Fills it and puts it in the place of `path`; 0 or the error number.
+  /// Writes the bytes, then renames the file to `path`. Returns 0 or the error number.
   int become(const std::string& path, std::string_view bytes,
              std::optional<std::uint32_t> permissions) {
     if (permissions && fchmod(file_.number(), *permissions & permissionBits) < 0) return errno;
@@ -225,7 +226,7 @@ Result<std::string> PosixFileSystem::read(const std::string& path) const {
   bytes.resize(expected);
   ssize_t count = readFully(file, bytes.data(), expected);
   bytes.resize(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-  // The size is a hint: files of the kernel have size 0, and other files may grow meanwhile.
+  // The size is a hint: files in /proc have size 0, and other files may grow meanwhile.
   std::array<char, 4096> rest;
   while (count >= 0 && bytes.size() <= maximumFileSize) {
     count = readFully(file, rest.data(), rest.size());
@@ -253,7 +254,7 @@ Result<void> PosixFileSystem::replace(const std::string& path, std::string_view 
   if (!status && errno != ENOENT) return systemFileError(path, "written", errno);
   const std::string target = followLinks(systemPath(path));
   if (target.empty()) return systemFileError(path, "written", ENOENT);
-  // Nobody else may read it before it has the permissions that it is to have.
+  // Other users must not read the file before it has its final permissions.
   TemporaryFile temporary(target, permissions ? privateFilePermissions : newFilePermissions);
   if (!temporary) return systemFileError(path, "written", errno);
   if (const int error = temporary.become(target, bytes, permissions)) {

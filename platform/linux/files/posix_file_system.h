@@ -1,5 +1,5 @@
-// The files of the system. Only regular files are read and written: a pipe or a device could block
-// its reader for ever.
+// Files on disk. Only regular files are read and written: a pipe or a device could block its reader
+// for ever.
 
 #pragma once
 

@@ -1,5 +1,5 @@
-// The user's folders after the XDG base directory rules, by which a path that is not absolute
-// counts as not set. Decided once, when the object is made. Any thread.
+// The user's folders according to the XDG base directory rules: a path that is not absolute is
+// ignored. Determined once, by the constructor. Any thread.
 
 #pragma once
 

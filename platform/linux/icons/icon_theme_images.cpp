@@ -15,7 +15,7 @@ constexpr const char* applicationPrefix = "com.tovenworks.quillmar-";
 constexpr const char* applicationIcon = "applicationIcon";
 constexpr const char* applicationIconFile = "com.tovenworks.quillmar";
 constexpr const char* symbolPrefix = "quillmar-";
-/// Panels give icons of such names the colour of their text.
+/// Panels draw icons with such names in the colour of their text.
 constexpr const char* symbolicSuffix = "-symbolic";
 
 }  // namespace
@@ -33,7 +33,7 @@ std::optional<Image> IconThemeImages::symbol(const std::string& name) {
   auto known = symbols_.find(name);
   if (known == symbols_.end()) known = symbols_.emplace(name, findSymbol(name)).first;
   if (!known->second) return std::nullopt;
-  // A theme of the user's may have a coloured icon of that name.
+  // A user's theme may have a coloured icon of that name.
   const bool isTemplate = known->second->ends_with(symbolicSuffix);
   return Image{.name = *known->second, .isTemplate = isTemplate, .pointSize = {}, .weight = {}};
 }

@@ -21,7 +21,8 @@ class IconThemeImages final : public Images {
   /// True when the desktop finds the icons that ship with the application by their names.
   bool areRegistered() const;
 
-  /// A symbol that ships with the application, else an icon of the user's themes of that very name.
+  /// A symbol that ships with the application, otherwise an icon of the user's themes with exactly
+  /// that name.
   std::optional<Image> symbol(const std::string& name) override;
 
  private:

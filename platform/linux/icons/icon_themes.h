@@ -1,6 +1,5 @@
-// Which icons the user's own icon themes have. Read lazily: the themes' folders are listed with the
-// first question; a name that stands in none of them, however many such names there are, costs no
-// further look at the disk. Main thread.
+// Looks up icons in the user's icon themes. The themes' folders are listed on the first query.
+// Later queries for names that no theme contains need no disk access. Main thread.
 
 #pragma once
 
@@ -15,11 +14,11 @@ namespace quillmar {
 
 class IconThemes {
  public:
-  /// Looks for the themes, and for those that they inherit from, in the folders. Missing ones are
-  /// passed over.
+  /// Searches the themes, and those that they inherit from, in the folders. Missing ones are
+  /// ignored.
   IconThemes(std::vector<std::string> directories, std::vector<std::string> themes);
 
-  /// The folders and the theme that the environment and the user's toolkit settings name, then the
+  /// Uses the folders and the theme of the environment and the user's toolkit settings, then the
   /// themes that every desktop falls back to.
   static IconThemes ofUser(const Environment& environment, const std::string& homeDirectory);
 
@@ -30,9 +29,9 @@ class IconThemes {
 
  private:
   struct Listing {
-    /// The folders that hold the themes' files.
+    /// Folders with the themes' files.
     std::vector<std::string> leaves;
-    /// Hashes of the names of all icons in them, sorted: tens of thousands of names would weigh
+    /// Sorted hashes of the names of all icons in them: tens of thousands of names would take
     /// megabytes.
     std::vector<std::size_t> nameHashes;
   };
@@ -42,7 +41,7 @@ class IconThemes {
 
   std::vector<std::string> directories_;
   std::vector<std::string> themes_;
-  /// Absent until the first question.
+  /// Absent until the first query.
   std::optional<Listing> listing_;
 };
 

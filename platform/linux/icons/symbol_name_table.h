@@ -1,4 +1,4 @@
-// Which of our icons stands for a symbol whose name does not follow their naming by rule.
+// Icons for symbols whose names do not follow the general rule.
 
 #pragma once
 

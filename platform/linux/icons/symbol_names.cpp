@@ -17,7 +17,7 @@ constexpr std::array<std::string_view, 8> variants = {"fill",     "circle",  "sq
 
 using Parts = std::span<const std::string_view>;
 
-/// A file name has at most so many bytes, so no icon has a longer name.
+/// Longest file name in bytes; no icon has a longer name.
 constexpr std::size_t longestName = 255;
 
 bool isSymbolName(std::string_view symbol) {
@@ -49,7 +49,7 @@ std::string join(Parts parts, char separator) {
   return joined;
 }
 
-/// Empty when the table does not name the symbol.
+/// Empty if the table does not contain the symbol.
 std::string_view iconInTable(std::string_view symbol) {
   const std::string lineStart = std::string("\n").append(symbol).append(" ");
   const std::size_t found = symbolNameTable.find(lineStart);
@@ -58,7 +58,7 @@ std::string_view iconInTable(std::string_view symbol) {
   return rest.substr(0, rest.find('\n'));
 }
 
-/// True when leaving the parts out still shows the same thing: all are variants, or belong to a
+/// True if the symbol shows the same thing without the parts: all are variants, or belong to a
 /// badge.
 bool canDrop(Parts parts) {
   for (const std::string_view part : parts) {

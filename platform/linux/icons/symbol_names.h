@@ -9,10 +9,10 @@
 
 namespace quillmar {
 
-/// Names of icons that could stand for the symbol, the best first; not all of them exist. A table
-/// knows the odd names, a rule the others: dots become hyphens, and variants that the set lacks are
-/// dropped ("bolt.circle.fill" may be "lightning-fill"). Empty for what is no symbol name, such as
-/// a text that is longer than a file name can be.
+/// Names of icons that could show the symbol, the best first; not all of them exist. Irregular
+/// names are in a table. Others follow a rule: dots become hyphens, and variants that the set lacks
+/// are dropped ("bolt.circle.fill" may be "lightning-fill"). Empty for a text that is not a symbol
+/// name, for example because it is too long for a file name.
 std::vector<std::string> iconNamesForSymbol(std::string_view symbol);
 
 }  // namespace quillmar

@@ -14,7 +14,7 @@ namespace quillmar {
 
 class SymbolPictures {
  public:
-  /// Reads the file of pictures that the build makes. Without it there are no pictures.
+  /// Reads the picture file that the build makes. Without the file there are no pictures.
   explicit SymbolPictures(const std::string& file);
 
   /// The picture of the icon, in a dark colour for light menus or in a light colour for dark ones;

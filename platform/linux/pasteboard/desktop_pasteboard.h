@@ -1,5 +1,4 @@
-// The clipboard of whichever display the session has: Wayland's before X11's, which under Wayland
-// is a guest. Main thread.
+// The clipboard of the session's display: Wayland's if there is one, otherwise X11's. Main thread.
 
 #pragma once
 
@@ -17,19 +16,20 @@ class X11Pasteboard;
 
 class DesktopPasteboard final : public Pasteboard {
  public:
-  /// Chooses by WAYLAND_DISPLAY and DISPLAY; connects to nothing yet. `log` gets a line for each
-  /// text that could not be put on the clipboard, also when there is no display.
+  /// Chooses by WAYLAND_DISPLAY and DISPLAY; does not connect yet. `log` receives a line for each
+  /// text that could not be copied to the clipboard, also if there is no display.
   DesktopPasteboard(const Environment& environment, LogLine log);
   ~DesktopPasteboard() override;
 
   void setString(std::string text) override;
 
-  /// Sees to it, where possible, that the text outlives this program; blocks for `timeout` at most.
+  /// Hands the text over, where possible, so that it outlives this program. Blocks for at most
+  /// `timeout`.
   void saveForQuit(std::chrono::milliseconds timeout = std::chrono::seconds(1));
 
  private:
   LogLine log_;
-  /// One of them at most.
+  /// At most one is not null.
   std::unique_ptr<WaylandPasteboard> wayland_;
   std::unique_ptr<X11Pasteboard> x11_;
 };

@@ -9,8 +9,8 @@ namespace quillmar {
 
 namespace {
 
-/// Latin-1 is U+0000 to U+00FF: what UTF-8 writes as one byte, or as two with this much in the
-/// first.
+/// Latin-1 is U+0000 to U+00FF. UTF-8 encodes these in one byte, or in two with a first byte up to
+/// this value.
 constexpr unsigned char lastLatin1Lead = 0xC3;
 
 bool isLatin1(std::string_view utf8) {
@@ -68,7 +68,7 @@ SelectionContents::SelectionContents(const SelectionAtoms& atoms,
 std::optional<SelectionValue> SelectionContents::value(xcb_atom_t target) const {
   if (target == atoms_.targets) return atomList(targets());
   if (target == atoms_.timestamp) return SelectionValue{XCB_ATOM_INTEGER, 32, bytesOf(&since_, 1)};
-  // Only a clipboard manager is asked this; an owner has nothing to do.
+  // Only clipboard managers act on this target; an owner has nothing to do.
   if (target == atoms_.saveTargets) {
     return SelectionValue{.type = XCB_ATOM_NONE, .format = 32};
   }

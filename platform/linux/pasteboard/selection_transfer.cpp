@@ -6,7 +6,7 @@ namespace quillmar {
 
 namespace {
 
-/// Small enough to leave the server to others between two pieces.
+/// Small enough for the server to handle other clients between two pieces.
 constexpr std::size_t preferredPieceBytes = 0x40000;
 /// More than the fixed part of a ChangeProperty request.
 constexpr std::size_t requestOverheadBytes = 64;
@@ -30,7 +30,8 @@ void SelectionTransfers::send(xcb_window_t requestor, xcb_atom_t property,
                         value.elementCount(), value.bytes->data());
     return;
   }
-  // Before the announcement, so that neither its deletion nor the window's end is missed.
+  // Before the announcement, so that neither the property's deletion nor the window's destruction
+  // is missed.
   const std::uint32_t firstSequence =
       selectEvents(requestor, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
   const auto atLeast = static_cast<std::uint32_t>(value.bytes->size());

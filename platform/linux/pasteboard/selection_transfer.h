@@ -1,6 +1,6 @@
-// Values too large for one request go to their requestors piece by piece (the INCR mechanism of the
-// window system's conventions): the owner announces the size, and each time the requestor deletes
-// the property it writes the next piece, the last one being empty. Main thread.
+// Sends values that are too large for one request in pieces (the INCR mechanism of the ICCCM). The
+// owner announces the size. Each time the requestor deletes the property, the owner writes the next
+// piece. An empty piece ends the value. Main thread.
 
 #pragma once
 
@@ -19,16 +19,16 @@ class SelectionTransfers {
   /// The connection must outlive this.
   SelectionTransfers(xcb_connection_t* xcb, xcb_atom_t incr);
 
-  /// Puts the value on the requestor's window at once, or begins to send it in pieces. A transfer
-  /// under way to the same property is given up.
+  /// Writes the value to the requestor's window at once, or begins to send it in pieces. Aborts a
+  /// transfer under way to the same property.
   void send(xcb_window_t requestor, xcb_atom_t property, const SelectionValue& value);
 
-  /// The requestor has taken what the property held.
+  /// The requestor has deleted the property, so the next piece can be written.
   void propertyDeleted(xcb_window_t requestor, xcb_atom_t property);
 
-  /// The window did not exist, or no longer, when the server had come to the request of that
-  /// number: nothing more is sent to it. Transfers begun later go to another window that has got
-  /// its name.
+  /// The request with that number failed because the window no longer exists: nothing more is sent
+  /// to the window. Later transfers continue, because they go to another window that got the same
+  /// id.
   void windowGone(xcb_window_t requestor, std::uint32_t sequence);
 
   std::size_t underWay() const { return transfers_.size(); }
@@ -38,14 +38,14 @@ class SelectionTransfers {
     xcb_window_t requestor;
     xcb_atom_t property;
     SelectionValue value;
-    /// The number of its first request.
+    /// Sequence number of the first request.
     std::uint32_t firstSequence;
     std::size_t sent = 0;
   };
 
-  /// Returns the request's number.
+  /// Returns the sequence number of the request.
   std::uint32_t selectEvents(xcb_window_t requestor, std::uint32_t mask);
-  /// Writes the next piece; false when it was the empty one that ends the value.
+  /// Writes the next piece. False if it was the empty one that ends the value.
   bool sendPiece(Transfer& transfer);
   void forget(xcb_window_t requestor, xcb_atom_t property);
   bool sendsTo(xcb_window_t requestor) const;

@@ -75,7 +75,7 @@ void WaylandPasteboard::launch() {
     startNext();
     return;
   }
-  // The part of wl-copy that stays behind would keep a pipe open, so its outputs get none.
+  // The background process of wl-copy would keep a pipe open, so it gets no output pipes.
   const GObjectPtr<GSubprocessLauncher> launcher(
       g_subprocess_launcher_new(static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_SILENCE |
                                                               G_SUBPROCESS_FLAGS_STDERR_SILENCE)));

@@ -23,15 +23,15 @@ namespace quillmar {
 
 class WaylandPasteboard final : public Pasteboard {
  public:
-  /// `environment` is wl-copy's. `log` gets a line when a text could not be put on the clipboard.
-  /// `program` stands in for wl-copy: a path, or a name that is searched for in PATH.
+  /// `environment` is wl-copy's. `log` receives a line when a text could not be copied to the
+  /// clipboard. `program` replaces wl-copy: a path, or a name that is searched for in PATH.
   WaylandPasteboard(Environment environment, LogLine log, std::string program = "wl-copy");
 
-  /// A running wl-copy continues; it has its text.
+  /// A running wl-copy continues to serve its text.
   ~WaylandPasteboard() override;
 
-  /// Starts wl-copy with the text. If one is running already, the last of the texts set meanwhile
-  /// follows when the main loop has noticed its end. A long text is stored on another thread first.
+  /// Starts wl-copy with the text. If one is running already, the last text set meanwhile follows
+  /// when the main loop has noticed its end. A long text is stored on another thread first.
   void setString(std::string text) override;
 
   /// True until wl-copy has received every text, as far as the main loop knows.
@@ -41,7 +41,7 @@ class WaylandPasteboard final : public Pasteboard {
   void saveForQuit(std::chrono::milliseconds timeout);
 
  private:
-  /// A nameless file that holds a text and is read from its start, or the error number.
+  /// An unnamed file that holds a text and is read from its start, or the error number.
   struct StoredText {
     FileDescriptor file;
     int error = 0;
@@ -61,7 +61,7 @@ class WaylandPasteboard final : public Pasteboard {
   GObjectPtr<GCancellable> cancellable_{g_cancellable_new()};
   GObjectPtr<GSubprocess> running_;
   std::optional<std::string> next_;
-  /// The text whose wl-copy has not been started yet.
+  /// The text that waits for the next wl-copy.
   std::future<StoredText> stored_;
   /// Tells tasks in the main loop whether this object still exists.
   std::shared_ptr<const bool> alive_ = std::make_shared<bool>(true);

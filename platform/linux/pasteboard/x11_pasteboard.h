@@ -1,8 +1,8 @@
-// The clipboard of an X server: this program owns the selection CLIPBOARD and gives its text to
+// The clipboard of an X server: this program owns the selection CLIPBOARD and sends its text to
 // every program that asks. Main thread; requests are answered while the main loop runs.
 //
-// Nothing is connected before the first text. A server that goes away takes the text with it; the
-// next text connects again.
+// Connects on the first text. If the server goes away, the text is lost; the next text connects
+// again.
 
 #pragma once
 
@@ -25,24 +25,24 @@ namespace quillmar {
 
 class X11Pasteboard final : public Pasteboard {
  public:
-  /// `display` as the variable DISPLAY names it. `log` gets a line when a text could not be put on
-  /// the clipboard.
+  /// `display` is named as in the variable DISPLAY. `log` receives a line when a text could not be
+  /// copied to the clipboard.
   X11Pasteboard(std::string display, LogLine log);
 
-  /// Gives the selection up.
+  /// Gives up the selection.
   ~X11Pasteboard() override;
 
-  /// Waits for the server, so that the text is on the clipboard when this returns; behind a server
-  /// that is too busy it follows later.
+  /// Waits for the server, so that the text is on the clipboard on return. If the server is too
+  /// busy, the text follows later.
   void setString(std::string text) override;
 
   /// Hands the text to the clipboard manager, so that it outlives this program. Blocks until the
-  /// manager has it, at most for `timeout`; returns at once when there is no manager or the
-  /// clipboard is not ours.
+  /// manager has it, for at most `timeout`. Returns at once if there is no manager or another
+  /// program owns the clipboard.
   void saveForQuit(std::chrono::milliseconds timeout);
 
  private:
-  /// All that lives as long as one connection.
+  /// State that lives as long as one connection.
   struct Session;
 
   /// Connects unless connected. The error is a sentence without its full stop.

@@ -7,8 +7,8 @@
 
 namespace quillmar {
 
-/// Runs the work on a thread of its own. False if it has not ended after `timeout`, or if the
-/// system has no thread to spare. Late work continues, so it must own what it uses.
+/// Runs the work on its own thread. False if it has not ended after `timeout`, or if the system
+/// cannot create a thread. Late work continues, so it must own what it uses.
 bool endsWithin(std::chrono::milliseconds timeout, std::function<void()> work);
 
 }  // namespace quillmar

@@ -1,5 +1,5 @@
-// The main queue on GLib's default main context: tasks run, in order, in whichever loop the main
-// thread runs on it, between the events of the same priority.
+// The main queue, on GLib's default main context. Tasks run in order in any loop that the main
+// thread runs on that context, between events of the same priority.
 
 #pragma once
 
@@ -10,15 +10,15 @@
 
 namespace quillmar {
 
-/// Holds nothing: tasks belong to the context and run although the queue is gone.
+/// Has no state: tasks belong to the main context and run even if the queue is destroyed first.
 class MainLoopTaskQueue final : public TaskQueue {
  public:
   void async(Task task) override;
 
-  /// Drops a task, which has no effect when it runs or has run already. Main thread.
+  /// Cancels a task. Has no effect on a task that is running or has run. Main thread.
   using Cancel = std::function<void()>;
 
-  /// Returns at once; the task runs in the main loop when the delay is over. Any thread.
+  /// Returns at once. The task runs in the main loop after the delay. Any thread.
   static Cancel asyncAfter(std::chrono::milliseconds delay, Task task);
 };
 

@@ -78,15 +78,15 @@ class PosixRunningProcess final : public RunningProcess {
     return output;
   }
 
-  /// What the child writes from now on fails, as to any closed pipe.
+  /// Further writes by the child fail, as on any closed pipe.
   void closePipes() {
     standardOutput_.close();
     standardError_.close();
   }
 
-  /// Appends what the pipe has, blocking while that is nothing, and closes it at its end.
+  /// Appends what the pipe holds, blocking while it is empty. Closes the pipe at its end.
   static void readSome(FileDescriptor& pipe, std::string& bytes) {
-    // As much as a pipe holds, so that one call empties it.
+    // The capacity of a pipe, so that one call empties it.
     std::array<char, 65536> buffer;
     const ssize_t count = ::read(pipe.number(), buffer.data(), buffer.size());
     if (count > 0) {
@@ -128,7 +128,7 @@ class ChildSteps {
   posix_spawn_file_actions_t actions_;
 };
 
-/// Pointers to the texts, terminated by a nullptr. Valid while the texts are unchanged.
+/// Pointers to the strings, terminated by a nullptr. Valid while the strings are unchanged.
 std::vector<char*> addressesOf(const std::vector<std::string>& texts) {
   std::vector<char*> addresses;
   addresses.reserve(texts.size() + 1);
@@ -166,8 +166,9 @@ struct Pipe {
   FileDescriptor writeEnd;
 };
 
-/// A pipe that does not use the reserved descriptors, or the reason why there is none. The system
-/// allocates the lowest free number, so a high number means that all lower ones are in use.
+/// A pipe that does not use the reserved descriptors, or the reason why it could not be created.
+/// The system allocates the lowest free number, so a high number means that all lower ones are in
+/// use.
 Result<Pipe, std::string> makePipe() {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) < 0) {

@@ -1,5 +1,5 @@
-// Child processes of the system, started with posix_spawn(), which costs the same however large
-// this program is.
+// Child processes, started with posix_spawn(): its cost does not depend on the size of this
+// program.
 
 #pragma once
 
@@ -15,7 +15,8 @@ namespace quillmar {
 class PosixProcesses final : public Processes {
  public:
   enum class Terminal {
-    /// Children use this program's terminal: Ctrl-C ends them with it, and they read what is typed.
+    /// Children share this program's terminal: Ctrl-C ends them too, and they read the user's
+    /// input.
     inherit,
     /// Each child leads a session of its own, without a terminal, and reads from /dev/null.
     detach,
@@ -28,8 +29,8 @@ class PosixProcesses final : public Processes {
   PosixProcesses(const PosixProcesses&) = delete;
   PosixProcesses& operator=(const PosixProcesses&) = delete;
 
-  /// Also fails when the child's pipes would take one of the last 32 descriptors that this program
-  /// may have: those are reserved for its own files and connections.
+  /// Also fails if the child's pipes would use one of the last 32 descriptors that this program may
+  /// open: those are reserved for its own files and connections.
   Result<std::unique_ptr<RunningProcess>> launch(const Process& process) override;
 
  private:

@@ -1,5 +1,6 @@
-// AppleScript on a system that has no interpreter for it: scripts that consist of "do shell script"
-// statements run, each command in /bin/sh; all others fail and say which word stopped them.
+// AppleScript on a system without an interpreter for it. Scripts that consist of "do shell script"
+// statements run, each command in /bin/sh. All others fail; the error names the first word that is
+// not supported.
 
 #pragma once
 
@@ -24,10 +25,11 @@ class ShellAppleScriptEngine final : public AppleScriptEngine {
   ShellAppleScriptEngine(Processes& processes, MakeEnvironment makeEnvironment)
       : processes_(processes), makeEnvironment_(std::move(makeEnvironment)) {}
 
-  /// Never nullptr. Nothing runs unless the whole source is understood. The commands run one after
-  /// another, in the root folder as under the real interpreter, until one fails. The value is what
-  /// the last one wrote to standard output, without one trailing line feed; none when that is not
-  /// UTF-8. What it wrote to standard error is the message when it failed, and nothing otherwise.
+  /// Never nullptr. Nothing runs unless the whole source can be parsed. The commands run one after
+  /// another, in the root folder as under the real interpreter, until one fails. The value is the
+  /// standard output of the last command, without one trailing line feed; absent if it is not
+  /// UTF-8. The standard error of a failed command is the message; that of other commands is
+  /// ignored.
   std::unique_ptr<AppleScript> makeScript(const std::string& source) override;
 
  private:

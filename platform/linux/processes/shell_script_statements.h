@@ -12,9 +12,9 @@
 
 namespace quillmar {
 
-/// The shell commands of the source, in order. Keywords are recognised in upper and lower case;
-/// strings may run over several lines and know the escapes \" \\ \n \r \t. The error names the
-/// first word that is not part of such a statement, or what is wrong with a string, and its line.
+/// Parses the source and returns its shell commands in order. Keywords are case-insensitive.
+/// Strings may span several lines and support the escapes \" \\ \n \r \t. The error names the first
+/// word that is not part of such a statement, or the problem in a string, and the line.
 /// Precondition: the source is UTF-8.
 Result<std::vector<std::string>> parseShellScriptStatements(std::string_view source);
 

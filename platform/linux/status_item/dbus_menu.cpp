@@ -193,7 +193,7 @@ void DbusMenu::event(GVariant* arguments, GDBusMethodInvocation* invocation) con
   g_variant_get(arguments, "(i&s@vu)", &id, &name, nullptr, &timestamp);
 
   if (!tree_.find(id)) return refuseUnknownId(invocation, id);
-  // The arguments go with the invocation.
+  // The arguments are freed with the invocation.
   const Event event{id, name, timestamp};
   g_dbus_method_invocation_return_value(invocation, nullptr);
   if (const ActionEntry* entry = clickedEntry(event)) onClick_(*entry, event.timestamp);
@@ -217,7 +217,7 @@ void DbusMenu::eventGroup(GVariant* arguments, GDBusMethodInvocation* invocation
       continue;
     }
     anyKnown = true;
-    // A menu closes with the first choice: people make no second one.
+    // A menu closes after the first choice, so there is no second one.
     if (clicked) continue;
     clicked = clickedEntry({id, name, timestamp});
     clickTimestamp = timestamp;

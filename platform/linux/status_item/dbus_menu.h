@@ -1,7 +1,7 @@
 // The menu behind the icon, as panels read it from the bus (com.canonical.dbusmenu).
 //
-// It is filled eagerly: a panel that finds an empty menu shows one of its own instead. Only
-// properties that differ from the protocol's defaults are sent. Main thread.
+// The whole menu is present before a panel asks for it: a panel that finds an empty menu shows its
+// own instead. Only properties that differ from the protocol's defaults are sent. Main thread.
 
 #pragma once
 
@@ -23,24 +23,24 @@ class DbusMenu {
  public:
   static constexpr const char* objectPath = "/MenuBar";
 
-  /// Called for a clicked entry, inside the panel's call but after its answer has been sent off.
-  /// `timestamp` is the click's as the panel gives it, 0 for none.
+  /// Called for a clicked entry, during the panel's call but after the reply has been sent.
+  /// `timestamp` is the click's as the panel reports it, 0 for none.
   using ClickHandler = std::function<void(const ActionEntry& entry, std::uint32_t timestamp)>;
 
   struct Options {
-    /// A folder with icon themes that panels look for the entries' icons in, besides the system's.
+    /// Folder with icon themes that panels search for the entries' icons, besides the system's.
     std::string iconThemePath;
     DbusMenuStyle style;
   };
 
-  /// An empty menu at /MenuBar.
+  /// Exports an empty menu at /MenuBar.
   DbusMenu(GDBusConnection* connection, const Options& options, ClickHandler onClick);
 
-  /// Shows the menu. Panels are told of it, with one LayoutUpdated, only if it differs from the
+  /// Replaces the menu. Panels are notified, with one LayoutUpdated, only if it differs from the
   /// current one.
   void setMenu(Menu menu);
 
-  /// Has panels read the menu again, whose icons have other pictures now.
+  /// Makes panels read the menu again after the pictures of its icons have changed.
   void picturesChanged();
 
  private:
@@ -54,7 +54,7 @@ class DbusMenu {
   void aboutToShowGroup(GVariant* arguments, GDBusMethodInvocation* invocation) const;
   GVariant* property(const char* name) const;
 
-  /// What a panel reports about an entry.
+  /// An event that a panel reports for an entry.
   struct Event {
     DbusMenuTree::Id id = DbusMenuTree::rootId;
     std::string name;

@@ -1,10 +1,10 @@
-// The entries of a menu under the ids that panels know them by.
+// The entries of a menu by the ids that panels use for them.
 //
-// Every menu that differs from the one before is a generation. Its entries get new ids, siblings
-// consecutive ones. The previous generation can still be found until the next one, so that a click
-// on a menu that was open while it was replaced still finds what it showed. No id is used twice
-// (they start over only after two thousand million entries). The tree owns the menus. What it
-// returns points into them and is valid until the next replacement. Main thread.
+// Every changed menu starts a new generation. Its entries get new ids; siblings have consecutive
+// ids. The previous generation can be found until the next one starts, so a click on a menu that
+// was replaced while it was open still finds its entry. Ids are not reused (they wrap around after
+// two thousand million entries). The tree owns the menus. What it returns points into them and is
+// valid until the next replacement. Main thread.
 
 #pragma once
 
@@ -21,11 +21,11 @@ class DbusMenuTree {
  public:
   using Id = std::int32_t;
 
-  /// The menu itself, in every generation.
+  /// Id of the menu itself, in every generation.
   static constexpr Id rootId = 0;
 
-  /// A menu with more entries loses some: an array in a bus message has at most 64 MiB. Those of
-  /// the top level are kept before those of submenus.
+  /// Largest number of entries; further ones are dropped, because an array in a bus message has at
+  /// most 64 MiB. Entries of the top level are kept before those of submenus.
   static constexpr std::size_t mostEntries = 16'384;
 
   struct Node {
@@ -40,21 +40,20 @@ class DbusMenuTree {
   /// An empty menu. `firstId` is the id of the first entry ever shown.
   explicit DbusMenuTree(Id firstId = 1);
 
-  /// Starts a generation and returns true. A menu that is equal to the current one only takes its
-  /// place, so that its actions are the ones that run: ids and revision stay, and the result is
-  /// false.
+  /// Starts a generation and returns true. If the menu equals the current one, ids and revision
+  /// stay and the result is false; from then on the new menu's actions run.
   bool replace(Menu menu);
 
-  /// Grows with each generation.
+  /// Increases with each generation.
   std::uint32_t revision() const { return revision_; }
 
-  /// For a change of what panels are sent of the same entries.
+  /// Call when the same entries are sent in a different form.
   void raiseRevision() { ++revision_; }
 
   /// Entries of the current generation by ascending id, without the root.
   const std::vector<Node>& nodes() const { return current_.nodes; }
 
-  /// The root, or an entry of this generation or of the one before.
+  /// The root, or an entry of the current or the previous generation.
   std::optional<Node> find(Id id) const;
 
  private:

@@ -17,7 +17,7 @@ GVariant* stringVariant(std::string_view text) {
   return g_variant_new_string(text::replacingUnsendable(text).c_str());
 }
 
-/// What all labels of a menu may have together. A panel asks for all of them in one message.
+/// Limit on the total size of a menu's labels. A panel requests all of them in one message.
 constexpr std::size_t mostBytesOfLabels = std::size_t{8} * 1024 * 1024;
 
 /// A shortcut is a list of key presses; ours have one.
@@ -129,7 +129,7 @@ void DbusMenuWriter::addAppearance(Values& values, const std::string& title, boo
 
 void DbusMenuWriter::addState(Values& values, ControlState state) {
   if (wants(toggleType)) values.add(togglePair_.get());
-  // The default means that some of what the toggle stands for is on.
+  // The default of the protocol means mixed.
   if (state == ControlState::mixed || !wants(toggleState)) return;
   values.add(state == ControlState::on ? onPair_.get() : offPair_.get());
 }
@@ -138,8 +138,8 @@ GVariant* DbusMenuWriter::pair(Property property, GVariant* value) const {
   return g_variant_new_dict_entry(keys_.at(property).get(), g_variant_new_variant(value));
 }
 
-// A single underscore marks the letter to press in a label; two show as one. Panels put a text of
-// their own where a label is missing or empty, but show a space as it is.
+// A single underscore marks the mnemonic of a label; two show as one. Panels replace a missing or
+// empty label by a text of their own, but show a space as it is.
 GVariant* DbusMenuWriter::labelVariant(const std::string& title) const {
   if (title.empty()) return g_variant_new_string(" ");
   std::string escaped;

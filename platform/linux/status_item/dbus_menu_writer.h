@@ -1,7 +1,7 @@
-// Puts a menu into the variants of the menu protocol.
+// Serializes a menu into the variants of the menu protocol.
 //
-// A menu has thousands of entries and few different icons and keys, so the variants of these are
-// made once and shared. A writer serves one answer: it keeps what it has made. Main thread.
+// A menu has thousands of entries but few different icons and keys, so their variants are made once
+// and shared. A writer serves one reply: it caches what it has made. Main thread.
 
 #pragma once
 
@@ -25,27 +25,28 @@ namespace quillmar {
 /// How the entries are written for the desktop's panel.
 struct DbusMenuStyle {
   ShortcutKeyNames keyNames = ShortcutKeyNames::keysyms;
-  /// The PNG picture that is sent in place of an icon's name; null to send the name. May be empty.
+  /// Returns the PNG picture to send instead of an icon's name; null to send the name. May be
+  /// empty.
   std::function<GBytesPtr(const std::string& iconName)> pictureOf;
 };
 
 class DbusMenuWriter {
  public:
-  /// Writes the properties that are named in the `as`, all for an empty one. The tree
-  /// and the style must outlive the writer.
+  /// Writes the properties named in the `as`; an empty one means all. The tree and the style must
+  /// outlive the writer.
   DbusMenuWriter(const DbusMenuTree& tree, const DbusMenuStyle& style, GVariant* propertyNames);
 
   /// Writes one property.
   DbusMenuWriter(const DbusMenuTree& tree, const DbusMenuStyle& style, const char* propertyName);
 
-  /// The entry with its descendants down to `depth` levels, all of them for a negative one:
-  /// `(ia{sv}av)`, floating.
+  /// The entry with `depth` levels of descendants, or all of them if negative: `(ia{sv}av)`,
+  /// floating.
   GVariant* layout(const DbusMenuTree::Node& node, int depth);
 
   /// The entry's properties that differ from their defaults: `a{sv}`, floating or shared.
   GVariant* properties(const DbusMenuTree::Node& node);
 
-  /// The default of a property of the protocol, floating; null when it has no such property.
+  /// Default of a property of the protocol, floating; null for an unknown property.
   static GVariant* defaultOf(const char* propertyName);
 
  private:
@@ -63,7 +64,7 @@ class DbusMenuWriter {
   static constexpr std::size_t propertyCount = 9;
   static const std::array<const char*, propertyCount> names;
 
-  /// The `{sv}` of an entry, as many as there are.
+  /// The `{sv}` pairs of an entry.
   struct Values {
     std::array<GVariant*, propertyCount> values{};
     std::size_t count = 0;
@@ -84,7 +85,7 @@ class DbusMenuWriter {
   void addState(Values& values, ControlState state);
   GVariant* pair(Property property, GVariant* value) const;
   GVariant* labelVariant(const std::string& title) const;
-  /// The icon by its name or as a picture; null when that property is not wanted.
+  /// The icon by its name or as a picture; null if that property is not requested.
   GVariant* iconPair(const std::string& icon);
   /// Null for a key without a name.
   GVariant* shortcutPair(const KeyEquivalent& keyEquivalent);

@@ -40,7 +40,7 @@ void DesktopStatusItem::setHost(StatusNotifierHost host) {
   if (host == StatusNotifierHost::present) embedded_.reset();
   if (host != StatusNotifierHost::missing) return;
   stopWaiting_ = collaborators_.runLater(patience, [this] {
-    // The tray may have gone while nobody watched.
+    // The tray may have gone while it was not watched.
     embedded_.reset();
     collaborators_.trays.start([this](bool hasTray) { trayChanged(hasTray); });
   });
@@ -55,7 +55,7 @@ void DesktopStatusItem::trayChanged(bool hasTray) {
   embedded_.reset();
   if (!hasTray) return;
   auto made = collaborators_.windows.makeEmbeddedStatusItem();
-  // The window system has said why.
+  // The window system has logged why.
   if (!made) return;
   embedded_ = std::move(made).value();
   embedded_->setImage(image_);

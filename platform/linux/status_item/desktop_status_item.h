@@ -1,9 +1,8 @@
-// The program's status icon on whatever the desktop has for it.
+// Shows the program's status icon in whatever the desktop provides.
 //
-// As long as some panel shows icons by way of the session bus (StatusNotifierItem), that is all.
-// When there has been none for a while, it may be that the desktop has a tray of the older kind
-// only: then, if there is one, the window system shows the icon in it, until a panel of the newer
-// kind appears. Without any of these the menu can still be popped up. Main thread.
+// While a panel shows icons through the session bus (StatusNotifierItem), only that is used. If
+// there is no such panel for a while, the window system shows the icon in an XEmbed tray, if there
+// is one, until such a panel appears. Without either, the menu can still be popped up. Main thread.
 
 #pragma once
 
@@ -26,17 +25,17 @@ namespace quillmar {
 
 class DesktopStatusItem final : public StatusItem {
  public:
-  /// A panel that starts together with this program, or again, gets this long to appear.
+  /// Time for a panel to appear that starts together with this program, or restarts.
   static constexpr std::chrono::milliseconds patience = std::chrono::seconds(5);
 
-  /// Runs the task in the main loop once the delay is over and setHost() has been told all that
-  /// has happened meanwhile, unless what it returned is called before.
+  /// Runs the task in the main loop after the delay, when setHost() has received all changes of
+  /// that time. The returned function cancels it.
   using RunLater =
       std::function<std::function<void()>(std::chrono::milliseconds delay, TaskQueue::Task task)>;
 
   /// Not owned; all must outlive the item.
   struct Collaborators {
-    /// The icon for panels, and what becomes of its actions.
+    /// The icon for panels. Its handlers perform the actions.
     StatusItem& notifier;
     WindowSystem& windows;
     TrayWatch& trays;
@@ -51,12 +50,12 @@ class DesktopStatusItem final : public StatusItem {
   void setImage(std::optional<Image> image) override;
   void setMenu(Menu menu) override;
 
-  /// Whether some panel shows the notifier; unknown at first. Patience begins when there is none.
-  /// One that does not say is left the time it takes: it would be asked again by an icon of the
-  /// older kind, and make that wait.
+  /// Whether a panel shows the notifier; unknown at first. The wait for a panel begins when there
+  /// is none. It does not begin while a watcher has not replied: an XEmbed icon would query that
+  /// watcher again, and block until it replies.
   void setHost(StatusNotifierHost host);
 
-  /// True while the icon is to be seen somewhere, as far as is known.
+  /// True while the icon is visible somewhere, as far as is known.
   bool isShown() const { return host_ == StatusNotifierHost::present || embedded_; }
 
   /// Opens the menu as WindowSystem::popUpMenu does. Its entries do the same as those of the icon's
@@ -72,11 +71,11 @@ class DesktopStatusItem final : public StatusItem {
   std::optional<Image> image_;
   Menu menu_;
   StatusNotifierHost host_ = StatusNotifierHost::unknown;
-  /// Ends the wait for a panel; empty before the first.
+  /// Cancels the wait for a panel; empty before the first wait.
   std::function<void()> stopWaiting_;
-  /// The icon in a tray of the older kind; null when it is not shown there.
+  /// The icon in an XEmbed tray; null if it is not shown there.
   std::unique_ptr<StatusItem> embedded_;
-  /// What tasks that wait in a queue look back through: gone when this object is.
+  /// Tells queued tasks whether this object still exists.
   std::shared_ptr<DesktopStatusItem*> self_;
 };
 

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::array<int, 5> sizes = {16, 22, 24, 32, 48};
 
-/// The grey level of icons on a panel of that appearance.
+/// Grey level of icons on a panel of this appearance.
 char greyOn(Appearance appearance) {
   switch (appearance) {
     case Appearance::light:

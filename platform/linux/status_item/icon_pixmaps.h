@@ -1,4 +1,4 @@
-// Icons as pixels, for panels that find none under an icon's name.
+// Icons as pixels, for panels that do not find an icon by its name.
 
 #pragma once
 
@@ -10,11 +10,11 @@
 
 namespace quillmar {
 
-/// The pixmaps of the icon in the folder, smallest first: `a(iiay)`, floating, of width, height and
-/// rows of ARGB32 in network byte order. Nobody recolours a pixmap, so the colour is one for a
-/// panel of this appearance; without one it is a grey with a contrast of 3:1 to both. The alpha
-/// channels are read from files `iconName`-`size`.alpha each time; a missing or misshapen file is
-/// left out.
+/// Loads the pixmaps of the icon from the folder, smallest first: `a(iiay)`, floating, with width,
+/// height and rows of ARGB32 in network byte order. Panels do not recolour pixmaps, so the colour
+/// suits a panel of this appearance. If that is unknown, it is a grey with a contrast of 3:1 to
+/// both. The alpha channels are read from files `iconName`-`size`.alpha each time. A missing or
+/// malformed file is skipped.
 GVariant* loadIconPixmaps(const std::string& directory, const std::string& iconName,
                           Appearance appearance);
 

@@ -15,8 +15,8 @@ constexpr gunichar firstFunctionKey = 0xF704;
 constexpr gunichar lastFunctionKey = 0xF726;
 constexpr gunichar backTab = 0x19;
 
-/// A key that produces no printable character. Key equivalents have a character for it all the
-/// same, a control character or one of Unicode's private ones.
+/// A key that produces no printable character. Key equivalents encode it as a control or
+/// private-use character.
 struct SpecialKey {
   gunichar character;
   xkb_keysym_t keysym;

@@ -11,8 +11,8 @@
 namespace quillmar {
 
 /// The modifiers that are set, in the order "Control", "Alt", "Shift", "Super" (Command is Super,
-/// Option is Alt), and the name of the first character's key. An upper-case letter is Shift with
-/// the lower-case one. Empty when there is no character or no key produces it.
+/// Option is Alt), then the name of the first character's key. An upper-case letter is Shift and
+/// the lower-case letter. Empty if there is no character or no key for it.
 std::vector<std::string> shortcutForKeyEquivalent(
     const KeyEquivalent& keyEquivalent, ShortcutKeyNames names = ShortcutKeyNames::keysyms);
 

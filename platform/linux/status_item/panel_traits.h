@@ -1,4 +1,4 @@
-// What the protocols leave open and panels do differently.
+// Differences between panels that the protocols permit.
 
 #pragma once
 
@@ -6,8 +6,8 @@
 
 namespace quillmar {
 
-/// How panels want the keys of shortcuts to be named. They show no shortcut whose key they cannot
-/// parse. They differ in keys other than letters and digits.
+/// How panels expect the keys of shortcuts to be named. A panel shows no shortcut whose key it
+/// cannot parse. They differ in keys other than letters and digits.
 enum class ShortcutKeyNames {
   /// GTK panels look up the name of a keysym: "comma", "Prior".
   keysyms,
@@ -33,7 +33,7 @@ struct PanelTraits {
   bool operator==(const PanelTraits&) const = default;
 };
 
-/// Of the panel that belongs to the desktop (XDG_CURRENT_DESKTOP); the defaults for others.
+/// The traits of the desktop's panel (XDG_CURRENT_DESKTOP); the defaults for other desktops.
 PanelTraits panelTraitsOf(const Environment& environment);
 
 }  // namespace quillmar

@@ -4,7 +4,7 @@ namespace quillmar {
 
 /// Whether something on the session bus shows status icons.
 enum class StatusNotifierHost {
-  /// Not known yet: nobody was asked, or who collects icons has not answered.
+  /// Not known yet: the watcher was not asked, or has not replied.
   unknown,
   missing,
   present,

@@ -11,7 +11,7 @@ namespace quillmar {
 
 namespace {
 
-// Scroll is missing: turning the wheel over the icon does nothing.
+// There is no Scroll method: turning the wheel over the icon does nothing.
 constexpr const char* introspection = R"xml(<node>
   <interface name="org.kde.StatusNotifierItem">
     <property name="Category" type="s" access="read"/>
@@ -160,7 +160,7 @@ GVariant* StatusNotifierItem::property(const char* name) const {
   const std::string_view wanted = name;
   if (wanted == "Category") return g_variant_new_string("ApplicationStatus");
   if (wanted == "Id") return g_variant_new_string(options_.id.c_str());
-  // Some panels take titles for markup.
+  // Some panels parse titles as markup.
   if (wanted == "Title") return g_variant_new_string(escapedMarkup(options_.title).c_str());
   if (wanted == "Status") return g_variant_new_string("Active");
   if (wanted == "WindowId") return g_variant_new_int32(0);

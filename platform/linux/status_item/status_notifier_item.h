@@ -1,7 +1,7 @@
 // The icon in the desktop's panel, as panels read it from the session bus
 // (org.kde.StatusNotifierItem), with its menu (com.canonical.dbusmenu).
 //
-// A panel that starts late or again finds it as well, and no panel at all is no error. Main thread;
+// Panels that start late or restart find it as well. Without a panel nothing fails. Main thread;
 // nothing here blocks.
 
 #pragma once
@@ -27,19 +27,19 @@
 
 namespace quillmar {
 
-/// Who the icon belongs to and where its pictures are.
+/// Identifies the icon's program and the location of its pictures.
 struct StatusNotifierItemOptions {
   /// The application's id in reverse-DNS form.
   std::string id;
-  /// The application's name as people know it.
+  /// The application's name as shown to users.
   std::string title;
-  /// A folder with icon themes that panels look into besides the system's.
+  /// Folder with icon themes that panels search besides the system's.
   std::string iconThemePath;
-  /// A folder with icons as pixels; see loadIconPixmaps.
+  /// Folder with icons as pixels; see loadIconPixmaps.
   std::string pixmapDirectory;
-  /// False when the icons are only in a folder that no desktop looks into by itself.
+  /// False if the icons are only in a folder that desktops do not search by themselves.
   bool areIconsRegistered = true;
-  /// What is known about the desktop's panel.
+  /// Traits of the desktop's panel.
   PanelTraits panel;
 };
 
@@ -47,7 +47,7 @@ class StatusNotifierItem final : public StatusItem {
  public:
   static constexpr const char* objectPath = "/StatusNotifierItem";
 
-  /// Shows itself on the connection, which must be a bus's, at once. Actions run in turns of
+  /// Exports the item at once on the connection, which must be a bus's. Actions run as tasks of
   /// `mainQueue`.
   StatusNotifierItem(GDBusConnection* connection, TaskQueue& mainQueue,
                      StatusNotifierItemOptions options);
@@ -55,18 +55,18 @@ class StatusNotifierItem final : public StatusItem {
   void setImage(std::optional<Image> image) override;
   void setMenu(Menu menu) override { menu_.setMenu(std::move(menu)); }
 
-  /// Of the desktop; unknown at first. Colours what is sent as pixels.
+  /// Appearance of the desktop; unknown at first. Determines the colour of icons sent as pixels.
   void setAppearance(Appearance appearance);
 
   /// Whether a panel shows icons of this kind; unknown at first.
   StatusNotifierHost host() const { return registration_.host(); }
 
-  /// Opens the menu at the point, in the program's own window; runs in its own turn of the main
-  /// queue. Without a point the panel did not say where.
+  /// Opens the menu at the point, in a window of this program; runs as a task of the main queue.
+  /// Absent if the panel did not report the point.
   using OpenHandler =
       std::function<void(std::optional<ScreenPoint> position, const Activation& activation)>;
 
-  /// Called when a panel that does not open menus itself asks for the menu. May be empty.
+  /// Called when a panel that does not open menus itself requests the menu. May be empty.
   void setOpenHandler(OpenHandler handler) { openHandler_ = std::move(handler); }
 
   /// Called when host() has changed. May be empty.
@@ -76,8 +76,7 @@ class StatusNotifierItem final : public StatusItem {
 
  private:
   DbusMenuStyle menuStyle() const;
-  /// True when the panel cannot show the menu's icons by their names, or not so that they stand
-  /// out.
+  /// True if the panel cannot show the menu's icons by name, or not with enough contrast.
   bool sendsPictures() const;
   void answer(const char* method, GVariant* arguments, GDBusMethodInvocation* invocation);
   GVariant* property(const char* name) const;
@@ -90,11 +89,11 @@ class StatusNotifierItem final : public StatusItem {
   std::string iconName_;
   Appearance appearance_ = Appearance::unknown;
   SymbolPictures pictures_;
-  /// What a panel has announced the next click with; empty for none.
+  /// The activation token that a panel sent for the next click; empty for none.
   std::string activationToken_;
   OpenHandler openHandler_;
   StatusNotifierRegistration::HostHandler hostHandler_;
-  /// What tasks that wait in the queue look back through: gone when this object is.
+  /// Tells queued tasks whether this object still exists.
   std::shared_ptr<StatusNotifierItem*> self_;
   DbusMenu menu_;
   DbusObject object_;

@@ -1,8 +1,8 @@
-// Keeps this program's status icon registered with whatever collects them on the session bus.
+// Keeps this program's status icon registered with the StatusNotifierWatcher on the session bus.
 //
-// Panels come and go, and some claim the collector's name before they can show anything: every new
-// owner of the name is told, and told again when it first reports a host. Nothing here blocks. Main
-// thread.
+// Panels start and stop, and some own the watcher's name before they can show anything. So the item
+// is registered with every new owner of the name, and again when that owner first reports a host.
+// Nothing here blocks. Main thread.
 
 #pragma once
 
@@ -18,16 +18,17 @@ namespace quillmar {
 
 class StatusNotifierRegistration {
  public:
-  /// Called when host() has changed.
+  /// Called after host() changes.
   using HostHandler = std::function<void(StatusNotifierHost host)>;
 
-  /// Registers the connection's unique name, which must show an object /StatusNotifierItem already.
+  /// Registers the connection's unique name, which must already export an object
+  /// /StatusNotifierItem.
   StatusNotifierRegistration(GDBusConnection* connection, HostHandler hostChanged);
   StatusNotifierRegistration(const StatusNotifierRegistration&) = delete;
   StatusNotifierRegistration& operator=(const StatusNotifierRegistration&) = delete;
   ~StatusNotifierRegistration();
 
-  /// Unknown at first, and of a watcher that has not said.
+  /// Unknown at first, and for a watcher that has not replied.
   StatusNotifierHost host() const { return host_; }
 
  private:
@@ -46,7 +47,7 @@ class StatusNotifierRegistration {
 
   GObjectPtr<GDBusConnection> connection_;
   HostHandler hostChanged_;
-  /// Of the calls to this owner.
+  /// Pending calls to this owner.
   GObjectPtr<GCancellable> cancellable_;
   /// Unique name of the watcher's owner; empty when there is none.
   std::string owner_;

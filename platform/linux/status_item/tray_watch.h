@@ -1,4 +1,4 @@
-// Whether there is a tray of the older kind, which takes windows in (XEmbed). Main thread.
+// Detects an XEmbed tray, the older kind, which embeds windows. Main thread.
 
 #pragma once
 
@@ -10,12 +10,12 @@ class TrayWatch {
  public:
   virtual ~TrayWatch() = default;
 
-  /// Watches until stop(). `changed` is called whenever there is a tray after there was none, and
-  /// the other way round, beginning with none; perhaps before this call returns. It must not call
-  /// stop(). Precondition: not started.
+  /// Watches until stop(). `changed` is called whenever a tray appears or disappears; at first
+  /// there is none. The call may come before start() returns. It must not call stop().
+  /// Precondition: not started.
   virtual void start(std::function<void(bool hasTray)> changed) = 0;
 
-  /// Watches no longer. Does nothing when it was not started.
+  /// Stops watching. Does nothing if not started.
   virtual void stop() = 0;
 };
 

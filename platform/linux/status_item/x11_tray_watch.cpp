@@ -53,7 +53,7 @@ void X11TrayWatch::handle(const xcb_generic_event_t& event) {
 }
 
 void X11TrayWatch::lookForTray() {
-  // A tray may go away before its end can be heard of.
+  // A tray may go away before its end can be observed.
   xcb_window_t owner = connection_->selectionOwner(selection_);
   while (owner != XCB_WINDOW_NONE && !connection_->selectStructureEvents(owner)) {
     owner = connection_->selectionOwner(selection_);

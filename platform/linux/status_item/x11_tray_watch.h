@@ -1,8 +1,8 @@
-// Watches for the tray of an X display's screen: whoever owns the selection _NET_SYSTEM_TRAY_S<n>.
+// Watches for the tray of an X screen: the owner of the selection _NET_SYSTEM_TRAY_S<n>.
 //
-// It is connected to the display only between start() and stop(), and only events wake it. Under
-// Wayland there is nothing to watch: its X server, a guest, has no tray that the user sees, and may
-// be started by the first connection. Main thread.
+// Connected to the display only between start() and stop(), and only events wake it. Under Wayland
+// there is nothing to watch: Xwayland has no tray that the user sees, and connecting may start it.
+// Main thread.
 
 #pragma once
 
@@ -23,7 +23,7 @@ class X11TrayWatch final : public TrayWatch {
   /// Watches the display that DISPLAY names, unless WAYLAND_DISPLAY is set.
   explicit X11TrayWatch(const Environment& environment);
 
-  /// A display that cannot be reached has no tray until the next start.
+  /// If the display cannot be reached, there is no tray until the next start.
   void start(std::function<void(bool hasTray)> changed) override;
   void stop() override;
 
@@ -34,7 +34,7 @@ class X11TrayWatch final : public TrayWatch {
 
   std::string display_;
   std::function<void(bool hasTray)> changed_;
-  /// Null while it is not connected.
+  /// Null while not connected.
   std::unique_ptr<X11Connection> connection_;
   xcb_atom_t selection_ = XCB_ATOM_NONE;
   xcb_atom_t manager_ = XCB_ATOM_NONE;

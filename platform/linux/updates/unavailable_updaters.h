@@ -1,5 +1,5 @@
-// The updater of a program that cannot update itself yet: it says so when it is asked to look for
-// an update. Main thread.
+// The updater of a program that cannot update itself yet: when the user checks for updates, a
+// notification says so. Main thread.
 
 #pragma once
 
@@ -18,7 +18,7 @@ class UnavailableUpdaters final : public Updaters {
 
   explicit UnavailableUpdaters(Notify notify);
 
-  /// One that never looks for updates by itself, whatever the user chooses.
+  /// Returns an updater that never checks for updates, whatever the user's setting is.
   std::unique_ptr<Updater> makeUpdater(bool startingUpdater) override;
 
  private:

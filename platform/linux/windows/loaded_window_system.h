@@ -1,9 +1,8 @@
-// The program's window system: a module that is loaded with the first call that needs it, because
-// it costs several times the memory of the rest, and stays loaded. Main thread.
+// The program's window system: a module loaded on the first call that needs it, because it takes
+// several times the memory of the rest. It stays loaded. Main thread.
 //
-// A module that is missing or cannot start is an error of the call, and is tried again with the
-// next one; the rest of the program goes on. Each error that is another than the one before is also
-// written to the log.
+// If the module is missing or cannot start, the call fails and the next call tries again. The rest
+// of the program continues. An error is logged unless it equals the previous one.
 
 #pragma once
 
@@ -20,12 +19,12 @@ namespace quillmar {
 
 class LoadedWindowSystem final : public WindowSystem {
  public:
-  /// `modulePath` is the module's file. `mainLoop` is handed over to the module's once that is at
-  /// work.
+  /// `modulePath` is the module's file. `mainLoop` is handed over to the module's loop once that
+  /// has started.
   LoadedWindowSystem(std::string modulePath, WindowModuleHost host, MainLoop& mainLoop);
 
-  /// The file of the module that belongs to this program: in the folder of libraries beside the
-  /// folder that the program was started from, whether it exists or not.
+  /// Path of this program's module: in the library folder beside the folder of the executable,
+  /// whether it exists or not.
   static std::string moduleOfThisProgram();
 
   Result<std::unique_ptr<WindowPeer>> makeWindowPeer(Window& window) override;
@@ -46,10 +45,10 @@ class LoadedWindowSystem final : public WindowSystem {
   std::string modulePath_;
   WindowModuleHost host_;
   MainLoop& mainLoop_;
-  /// Null until it has been loaded, and it has started.
+  /// Null until the module has been loaded and started.
   StartWindowModule* start_ = nullptr;
   WindowModule* module_ = nullptr;
-  /// The error that was written last.
+  /// The last logged error.
   std::string reported_;
 };
 

@@ -18,7 +18,7 @@ struct Opening {
   Completion completion;
 };
 
-/// Of the leave with which this program itself was started nothing is left for others.
+/// Launched programs must not inherit the activation token that this program was started with.
 GObjectPtr<GAppLaunchContext> makeContext() {
   GObjectPtr<GAppLaunchContext> context(g_app_launch_context_new());
   for (const char* variable : {"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN"}) {

@@ -1,4 +1,4 @@
-// Opening things with the desktop's other programs.
+// Opens URLs with other programs of the desktop.
 
 #pragma once
 
@@ -8,11 +8,11 @@ namespace quillmar {
 
 class DesktopWorkspace final : public Workspace {
  public:
-  /// Says that it is not available yet.
+  /// Always fails: not available yet.
   Result<void> openInTerminal(const std::string& title, const std::string& commandLine) override;
 
-  /// By the user's choice of programs (mimeapps.list) and what desktop files offer. The completion
-  /// comes from the main loop, and not at all once that has ended.
+  /// Uses the user's default applications (mimeapps.list) and the installed desktop files. The
+  /// completion is called from the main loop, and never after the loop has ended.
   void openURL(const std::string& url,
                std::function<void(const Result<void>& opened)> completion) override;
 };

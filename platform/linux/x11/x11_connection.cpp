@@ -10,7 +10,7 @@
 
 namespace quillmar {
 
-// The part of a GSource that GLib does not know. GLib allocates and frees the whole.
+// Our data in the GSource. GLib allocates and frees the whole struct.
 struct X11Connection::Source {
   GSource base;
   X11Connection* connection;

@@ -1,5 +1,5 @@
-// A connection to an X server whose events arrive on the default main context. A server that goes
-// away ends the connection, but not the program. Main thread.
+// A connection to an X server. Its events arrive on the default main context. If the server goes
+// away, the connection breaks but the program continues. Main thread.
 
 #pragma once
 
@@ -25,15 +25,15 @@ inline bool comesBefore(std::uint32_t a, std::uint32_t b) {
   return static_cast<std::int32_t>(a - b) < 0;
 }
 
-/// The event's code, without the flag for events that a program sent.
+/// The event's code without the SendEvent flag.
 inline std::uint8_t eventKind(const xcb_generic_event_t& event) {
   return event.response_type & 0x7F;
 }
 
-/// The code of "events" that are errors of requests.
+/// Code of request errors, which arrive in the event queue.
 inline constexpr std::uint8_t errorEventKind = 0;
 
-/// The event as the type of its code.
+/// The event, cast to the type of its code.
 template <class Event>
 const Event& as(const xcb_generic_event_t& event) {
   return reinterpret_cast<const Event&>(event);
@@ -42,15 +42,15 @@ const Event& as(const xcb_generic_event_t& event) {
 class X11Connection {
  public:
   struct Handlers {
-    /// Gets each event and each error of a request. Must not destroy the connection.
+    /// Called for each event and each request error. Must not destroy the connection.
     std::function<void(const xcb_generic_event_t&)> event;
-    /// Called once when the connection has broken; may destroy it.
+    /// Called once when the connection breaks. May destroy the connection.
     std::function<void()> closed;
   };
 
-  /// Connects to the display, as the variable DISPLAY names it, and waits for the server, at most
-  /// for `timeout`; a server that timed out before is not waited for again. The error is a sentence
-  /// without its full stop: "the X display “:0” cannot be reached", for example.
+  /// Connects to the display, named as in the variable DISPLAY. Waits at most `timeout` for the
+  /// server; a server that timed out before is not waited for again. The error is a sentence
+  /// without its full stop, such as "the X display “:0” cannot be reached".
   static Result<std::unique_ptr<X11Connection>> open(
       const std::string& display, Handlers handlers,
       std::chrono::milliseconds timeout = std::chrono::seconds(3));
@@ -63,23 +63,22 @@ class X11Connection {
   xcb_window_t root() const { return root_; }
   int screenNumber() const { return screenNumber_; }
 
-  /// The atoms of the names, in their order; XCB_ATOM_NONE where the server did not reply.
+  /// The atoms of the names, in the same order; XCB_ATOM_NONE if the server did not reply.
   std::vector<xcb_atom_t> internAtoms(const std::vector<std::string_view>& names);
 
-  /// The selection's owner; XCB_WINDOW_NONE if there is none or the server does not reply.
+  /// Owner of the selection; XCB_WINDOW_NONE if there is none or the server does not reply.
   xcb_window_t selectionOwner(xcb_atom_t selection);
 
-  /// Asks for the events about the window's own changes, its end among them, and for none else.
-  /// Waits for the server; false when there is no such window any more, though not when the
-  /// connection has broken.
+  /// Selects the structure events of the window, such as DestroyNotify, and no others. Waits for
+  /// the server. False if the window no longer exists; true if the connection is broken.
   bool selectStructureEvents(xcb_window_t window);
 
-  /// A new window that is never shown, to own selections and hold properties. Its PropertyNotify
-  /// events are selected.
+  /// Creates a window that is never mapped, to own selections and hold properties. Its
+  /// PropertyNotify events are selected.
   xcb_window_t createHiddenWindow();
 
-  /// Handles events, without the main loop, until `done` says true. False when the deadline passed
-  /// first or the connection broke, in which case it may have been destroyed.
+  /// Handles events without the main loop until `done` returns true. False if the deadline passes
+  /// first or the connection breaks; a broken connection may have been destroyed.
   bool handleEventsUntil(const std::function<bool()>& done,
                          std::chrono::steady_clock::time_point deadline);
 
@@ -89,8 +88,8 @@ class X11Connection {
   /// True when handlePending() has something to do without reading from the server.
   bool hasPending();
   XcbPointer<xcb_generic_event_t> nextEvent();
-  /// Handles all events that are there and sends the requests that came of them. False when the
-  /// connection broke, in which case it may have been destroyed.
+  /// Handles all queued events and flushes the resulting requests. False if the connection breaks;
+  /// it may then have been destroyed.
   bool handlePending();
 
   struct Source;
@@ -104,7 +103,7 @@ class X11Connection {
   xcb_window_t root_ = XCB_WINDOW_NONE;
   int screenNumber_ = 0;
   Source* source_ = nullptr;
-  // Events that xcb had read while it waited for a reply.
+  // Events that xcb read while it waited for a reply.
   std::deque<XcbPointer<xcb_generic_event_t>> queued_;
 };
 

@@ -17,7 +17,7 @@ QIcon iconOf(const std::optional<Image>& image);
 /// Gives what is drawn in the pixmap one colour, as templates want it.
 void tint(QPixmap& pixmap, const QColor& color);
 
-/// What a template takes the colours of: texts that are not selected, and those that are.
+/// The colours for a template image: of normal text, and of selected text.
 struct TemplateColors {
   QColor text;
   QColor selectedText;

@@ -1,4 +1,4 @@
-// The status icon in a tray of the older kind (XEmbed). Main thread.
+// The status icon in an XEmbed tray. Main thread.
 
 #pragma once
 
@@ -25,7 +25,7 @@ class EmbeddedStatusItem final : public StatusItem {
   void setImage(std::optional<Image> image) override;
   void setMenu(Menu menu) override;
 
-  /// What the toolkit shows in the tray, and tells of clicks there.
+  /// The toolkit's tray icon, which reports clicks.
   QSystemTrayIcon& trayIcon() { return icon_; }
 
  private:
@@ -34,7 +34,7 @@ class EmbeddedStatusItem final : public StatusItem {
   /// The menu before: where it is open, it stays so and does what it shows.
   std::unique_ptr<QMenu> previous_;
   QSystemTrayIcon icon_;
-  /// What tasks that wait in the queue look back through: gone when this object is.
+  /// Tells queued tasks whether this object still exists.
   std::shared_ptr<EmbeddedStatusItem*> self_;
 };
 

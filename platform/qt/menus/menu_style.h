@@ -1,5 +1,4 @@
-// How the program's menus look and behave where the desktop's style leaves something to wish for.
-// Main thread.
+// Adapts the desktop's style to the program's menus. Main thread.
 
 #pragma once
 

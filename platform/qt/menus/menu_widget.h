@@ -1,4 +1,4 @@
-// Makes the toolkit's menus from menus of the model. Main thread.
+// Creates the toolkit's menus from menus of the model. Main thread.
 
 #pragma once
 
@@ -12,7 +12,7 @@
 
 namespace quillmar {
 
-/// Where chosen entries go.
+/// Handlers for chosen entries.
 struct MenuChoice {
   TaskQueue& mainQueue;
   /// Called with every chosen entry, in its own turn of the main queue.

@@ -1,4 +1,4 @@
-// Colours for windows where neither the toolkit nor the desktop has any.
+// Colours for windows if neither the toolkit nor the desktop provides any.
 
 #pragma once
 

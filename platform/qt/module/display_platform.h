@@ -12,8 +12,8 @@
 
 namespace quillmar {
 
-/// The platforms that the environment asks for, in the toolkit's order, and behind them the other
-/// display that there is. Options behind a colon belong to the name. Empty without a display.
+/// The platforms that the environment asks for, in the toolkit's order, followed by the other
+/// available display. Options after a colon belong to the name. Empty without a display.
 std::vector<std::string> wantedPlatforms(const Environment& environment);
 
 struct UsablePlatform {

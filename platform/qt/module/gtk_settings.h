@@ -1,6 +1,6 @@
-// The user's settings of the GTK toolkit, which most desktops keep. They are looked for in the
-// desktop's settings service of X11 displays, then in the toolkit's settings files; the first that
-// has one decides.
+// The user's settings of the GTK toolkit, which most desktops maintain. They are read from the
+// settings daemon of X11 displays, then from the toolkit's settings files. The first source with a
+// value decides.
 
 #pragma once
 

@@ -1,5 +1,5 @@
-// The colours of the Plasma desktop. The toolkit reads them, too, but takes those of a desktop of
-// long ago where the user has never chosen a colour scheme.
+// The colours of the Plasma desktop. The toolkit reads them too, but falls back to outdated
+// defaults if the user has never chosen a colour scheme.
 
 #pragma once
 
@@ -16,7 +16,7 @@ bool isKde(const Environment& environment);
 /// The user's settings file for all programs of the desktop.
 QString kdeSettingsFile(const Environment& environment);
 
-/// The colours in that file. What it lacks is as in the desktop's light default.
+/// The colours in that file. Missing ones are those of the desktop's light default.
 QPalette kdePalette(const QString& settingsFile);
 
 }  // namespace quillmar

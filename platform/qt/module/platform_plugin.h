@@ -7,8 +7,8 @@
 
 namespace quillmar {
 
-/// What keeps the plugin of that name from being used, as the end of a sentence; nothing when it is
-/// there. It is loaded then, and stays so.
+/// Why the plugin of that name cannot be used, as the end of a sentence; absent if it can. A usable
+/// plugin is loaded and stays loaded.
 std::optional<std::string> problemWithPlugin(const std::string& name);
 
 }  // namespace quillmar

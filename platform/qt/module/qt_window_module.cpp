@@ -11,8 +11,8 @@ namespace quillmar {
 
 namespace {
 
-/// Keeps the toolkit from what would change the program as a whole. The variables are this
-/// process's; commands get the environment that the program was started with.
+/// Disables toolkit features that affect the whole program. The variables are set in this process
+/// only; commands get the environment that the program was started with.
 void restrainToolkit() {
   // Its loop must serve GLib's main context.
   qunsetenv("QT_NO_GLIB");
@@ -21,8 +21,8 @@ void restrainToolkit() {
   qunsetenv("SESSION_MANAGER");
 }
 
-/// The toolkit takes the user's locale for everything in the process. It needs that of characters,
-/// for dead keys; numbers and messages stay as they were.
+/// The toolkit applies the user's locale to the whole process. Only its character type is needed,
+/// for dead keys; numbers and messages keep the previous locale.
 class LocaleKeeper {
  public:
   LocaleKeeper() : before_(std::setlocale(LC_ALL, nullptr)) {}

@@ -1,5 +1,5 @@
-// The module's life: the application object of the toolkit, its main loop and its screen. There is
-// one in a process, and it stays to the end.
+// Owns the toolkit's application object, its main loop and its screen. There is one in a process,
+// and it lives until the end.
 
 #pragma once
 
@@ -16,7 +16,7 @@ namespace quillmar {
 
 class QtWindowModule final : public WindowModule {
  public:
-  /// Fails, and has changed nothing, when no window could be shown.
+  /// Fails, without side effects, if no window could be shown.
   static Result<QtWindowModule*> start(const WindowModuleHost& host);
 
   WindowSystem& windows() override { return windows_; }
@@ -24,7 +24,7 @@ class QtWindowModule final : public WindowModule {
   void quit() override;
 
  private:
-  /// `platform` is one that can be used.
+  /// `platform` must be usable.
   QtWindowModule(const WindowModuleHost& host, std::string platform);
 
   /// The toolkit keeps pointers into these.

@@ -1,6 +1,5 @@
-// The end of the program that comes about when its display goes away. The toolkit calls exit() in
-// the middle of whatever is going on, which would destroy objects that other threads use; the
-// desktop's own theme in it ends the process without a word.
+// Handles the loss of the display. The toolkit would call exit() at any point, which destroys
+// objects that other threads use; the desktop's theme plugin ends the process without a message.
 
 #pragma once
 
@@ -8,11 +7,11 @@
 
 namespace quillmar {
 
-/// From now on a call of exit(), and an X server that is gone, write a line and end the process at
-/// once, with status 1, until expectEnd(). Called after the toolkit has set up handlers of its own.
+/// From now on a call of exit(), or the loss of the X server, writes a line and ends the process at
+/// once with status 1, until expectEnd(). Call it after the toolkit has installed its own handlers.
 void watchForUnexpectedEnd(LogLine log);
 
-/// From now on exit() does what it usually does.
+/// From now on exit() works as usual.
 void expectEnd();
 
 }  // namespace quillmar

@@ -7,11 +7,11 @@
 
 namespace quillmar {
 
-/// The text setting of that name on the toolkit's display; empty when there is none, and where the
+/// The string setting of that name on the toolkit's display; empty if there is none, or if the
 /// display is not an X server.
 std::string x11StringSetting(const std::string& name);
 
-/// The same in the bytes that a settings daemon publishes; empty in damaged ones.
+/// The same, parsed from the bytes of the settings property; empty if they are damaged.
 std::string stringSetting(std::string_view published, const std::string& name);
 
 }  // namespace quillmar

@@ -1,5 +1,5 @@
-// What screen readers are told of the widgets that the toolkit doesn't know, and of views with a
-// role of their own.
+// Accessibility information for the widgets that the toolkit does not know, and for views with
+// their own role.
 
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace quillmar {
 
-/// Once for the process.
+/// Called once in a process.
 void makeWidgetsAccessible();
 
 /// Absent for the role of the widget's kind.

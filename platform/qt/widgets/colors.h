@@ -1,4 +1,4 @@
-// Colours between others, and colours that can be told from what they stand on.
+// Mixed colours, and colours with enough contrast to their background.
 
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace quillmar {
 
-/// Of `other` the share, from 0 to 1, the rest of `color`.
+/// Mixes the colours: `share`, from 0 to 1, of `other`, the rest of `color`.
 QColor mixed(const QColor& color, const QColor& other, float share);
 
 /// The colour, or, where it is too close to the background, as little of `text` mixed in as makes

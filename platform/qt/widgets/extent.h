@@ -1,4 +1,4 @@
-// How long views want to be along one axis, and how views in a row share a length. In
+// Size limits of views along one axis, and the distribution of a length to views in a row. In
 // device-independent pixels.
 
 #pragma once

@@ -10,7 +10,7 @@ class QWidget;
 
 namespace quillmar {
 
-/// The desktop's font for such a widget in the size and weight that are meant.
+/// The desktop's font for such a widget, in the given size and weight.
 QFont desktopFont(const Font& font, const QWidget& widget);
 
 }  // namespace quillmar

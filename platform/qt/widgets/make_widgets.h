@@ -1,4 +1,4 @@
-// From views to widgets.
+// Creates the widgets of views.
 
 #pragma once
 

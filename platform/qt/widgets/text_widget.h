@@ -1,9 +1,8 @@
-// Plain text, in one line or wrapped. Words that are longer than a line are broken; what has no
-// room ends in an ellipsis. The text can be selected with the pointer, if that is wished, and
-// copied.
+// Plain text, in one line or wrapped. Words longer than a line are broken; text that does not fit
+// ends in an ellipsis. If enabled, the text can be selected with the pointer and copied.
 //
-// Characters that a reader would not see, or that turn the direction of writing, are shown by their
-// numbers and not obeyed: a command could otherwise pass for another.
+// Invisible characters, and those that change the direction of writing, are shown as their numbers.
+// Otherwise a command could look like another one.
 
 #pragma once
 
@@ -58,7 +57,7 @@ class TextWidget final : public QWidget {
   void textChanged();
   QColor textColor() const;
   void paintWhole(QPainter& painter);
-  /// Draws what there is room for.
+  /// Draws as much as fits.
   void paintCut(QPainter& painter);
   int positionAt(const QPointF& point) const;
   void select(int anchor, int cursor);

@@ -1,4 +1,4 @@
-// Texts of which nothing stays unseen.
+// Makes invisible characters of a text visible.
 
 #pragma once
 
@@ -6,10 +6,10 @@
 
 namespace quillmar {
 
-/// The text with the number of each character, as "‹U+202E›", that a reader would not see: those
-/// that turn the direction of writing, that mean nothing by themselves or are drawn as nothing, and
-/// controls and line separators other than the line feed and the tab. A command could look like
-/// another without it. Joiners stay where emoji and scripts other than Latin need them.
+/// Replaces each character that a reader would not see by its number, such as "‹U+202E›":
+/// characters that change the direction of writing, that have no meaning by themselves or no shape,
+/// and controls and line separators other than the line feed and the tab. Otherwise a command could
+/// look like another one. Joiners stay where emoji and scripts other than Latin need them.
 QString withVisibleCharacters(const QString& text);
 
 }  // namespace quillmar

@@ -1,6 +1,6 @@
-// What shows one view: a widget of the toolkit and how much room it wants. A peer reads its view,
-// and calls the view's user verbs from the widget's signals. Such a verb may destroy the peer, so
-// nothing is touched after it. Main thread.
+// A peer shows one view: it owns a widget of the toolkit and reports its size limits. It reads its
+// view, and calls the view's user verbs from the widget's signals. Such a verb may destroy the
+// peer, so no member may be used after the call. Main thread.
 
 #pragma once
 
