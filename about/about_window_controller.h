@@ -1,4 +1,4 @@
-// The About window: what the program is, which version, and where its makers are. Main thread.
+// The About window: name, version, links and updates. Main thread.
 
 #pragma once
 
@@ -18,19 +18,19 @@ class UpdaterManager;
 class AboutWindowController {
  public:
   /// Creates the window and its contents; the window stays empty if the application icon is
-  /// missing. `openURL` opens an address in the desktop's default program for it. `windows` and
-  /// `updaterManager` are not owned and must outlive the controller.
+  /// missing. `openURL` opens a URL with the default program for it. `windows` and `updaterManager`
+  /// are not owned and must outlive the controller.
   AboutWindowController(WindowSystem& windows, Images& images, const Bundle& bundle,
                         const UpdaterManager& updaterManager,
                         std::function<void(const std::string& url)> openURL);
 
   Window& window() { return window_; }
 
-  /// "Check for Updates…"; null in an empty window.
+  /// "Check for Updates…"; null if the window is empty.
   Button* updateButton() const { return updateButton_; }
 
-  /// The https address of the web site, and the mailto address of the support; empty where the
-  /// bundle has none.
+  /// The https URL of the web site and the mailto URL of the support address; empty if the bundle
+  /// has none.
   const std::string& siteURL() const { return siteURL_; }
   const std::string& supportURL() const { return supportURL_; }
 
@@ -44,7 +44,7 @@ class AboutWindowController {
  private:
   void build(Images& images, const Bundle& bundle);
   void addCopyright(StackView& column, const Bundle& bundle);
-  /// A button that looks like a link; hidden when there is nothing to link to.
+  /// Adds a link button; hidden if the title is empty.
   static Button& linkButton(StackView& stack, const std::string& title,
                             std::function<void()> action);
 

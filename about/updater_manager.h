@@ -12,21 +12,21 @@ class Updaters;
 
 class UpdaterManager {
  public:
-  /// Makes the updater and starts it when updates are configured. The updaters are not owned and
-  /// must outlive the manager.
+  /// Creates the updater and starts it if updates are configured. `updaters` is not owned and must
+  /// outlive the manager.
   UpdaterManager(const Bundle& bundle, Updaters& updaters);
   ~UpdaterManager();
 
   UpdaterManager(const UpdaterManager&) = delete;
   UpdaterManager& operator=(const UpdaterManager&) = delete;
 
-  /// The process's one manager, made on first use from the installed platform.
+  /// The process-wide manager, created on first use from the installed platform.
   static UpdaterManager& shared();
 
-  /// True when the bundle names both a feed of updates and the key that signs them.
+  /// True if the bundle has both the URL of an appcast and the public key of updates.
   const bool isConfigured;
 
-  /// Never null; started exactly when updates are configured.
+  /// Never null. Started if and only if updates are configured.
   const std::unique_ptr<Updater> controller;
 };
 

@@ -47,7 +47,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   rebuildMenu();
   settingsObservation_ = collaborators_.notificationCenter.addObserver(
       menuItemSettingsChanged, [this] { menuSettingsChanged(); });
-  // The updater lives from the launch on, whoever may have needed it before.
+  // Create the updater at launch even if no menu entry needs it yet.
   collaborators_.updaterManager();
 }
 

@@ -1,5 +1,5 @@
-// The application's own part in its life: the launch sequence, the status item with its menu, the
-// actions of the menu's entries and the windows that they open. Main thread.
+// The application's controller: the launch sequence, the status item and its menu, the actions of
+// the menu entries, and the windows that they open. Main thread.
 
 #pragma once
 
@@ -51,36 +51,37 @@ class AppDelegate : public UserNotificationCenterDelegate {
   /// The launch sequence. Called once.
   void applicationDidFinishLaunching();
 
-  /// Banner, list and sound, always: results show also while a window of the program is in front.
+  /// Always banner, list and sound, so that results are shown even while a window of the program is
+  /// active.
   PresentationOptions willPresent(const UserNotification& notification) override;
 
   /// On the first launch, merges the starter pack into the document and shows the welcome window.
   void installStarterPackIfFirstLaunch();
 
-  /// Builds the menu anew from the document and hands it to the status item.
+  /// Rebuilds the menu from the document and sets it on the status item.
   void rebuildMenu();
 
-  /// The document has changed.
+  /// Called when the document has changed.
   void menuSettingsChanged();
 
   // Actions of menu entries.
 
-  /// Runs the item with this id, as the document has it now. An unknown id does nothing.
+  /// Runs the item with this id from the current document. Does nothing if the id is unknown.
   void runCommand(const std::string& itemId);
   void openSettings();
   void showAbout();
-  /// Does nothing when updates are not configured.
+  /// Does nothing if updates are not configured.
   void checkForUpdates();
   void quitApp();
 
  private:
   void perform(const StatusMenuAction& action);
-  /// Opens the address with the desktop's program for it; says in a notification why it can't.
+  /// Opens the URL with the default program for it. Shows a notification if that fails.
   void openURL(const std::string& url);
 
   Collaborators collaborators_;
   NotificationCenter::Observation settingsObservation_;
-  // Made when they are first needed, and kept: a closed window opens again as it was.
+  // Created on first use and kept, so that a closed window opens again in the same state.
   std::unique_ptr<WelcomeWindowController> welcomeWindowController_;
   std::unique_ptr<AboutWindowController> aboutWindowController_;
 };

@@ -1,4 +1,4 @@
-// The ready-made commands that ship with the application and make its first menu. Main thread.
+// The ready-made commands that ship with the application and form the first menu. Main thread.
 
 #pragma once
 
@@ -12,10 +12,10 @@ class Bundle;
 class FileSystem;
 class SettingsManager;
 
-/// Merges the starter pack into the document and saves that. Returns how many commands the pack
-/// holds, separators not counted. Without a pack that can be read (one line is logged when there is
-/// a broken one) the document is saved as it is and the answer is 0: in every case the next launch
-/// is not the first one.
+/// Merges the starter pack into the document and saves it. Returns the number of commands in the
+/// pack, not counting separators. If the pack cannot be read, logs one line, saves the document
+/// unchanged and returns 0. The document is saved in every case, so that the next launch is not a
+/// first launch.
 std::size_t installStarterPack(const Bundle& bundle, const FileSystem& files,
                                SettingsManager& settings, const LogLine& log);
 

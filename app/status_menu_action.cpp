@@ -10,7 +10,7 @@ namespace {
 
 using Kind = StatusMenuAction::Kind;
 
-/// An item's id follows it and may be any text.
+/// Followed by the item's id, which may be any text.
 constexpr std::string_view runPrefix = "run:";
 
 constexpr std::array<std::pair<Kind, std::string_view>, 4> fixedIds = {{

@@ -1,4 +1,4 @@
-// What the entries of the status menu do, as ids of menu entries.
+// The actions of the status menu, and their encoding as ids of menu entries.
 
 #pragma once
 
@@ -12,7 +12,7 @@ struct StatusMenuAction {
   enum class Kind { runCommand, showAbout, openSettings, checkForUpdates, quit };
 
   Kind kind = Kind::runCommand;
-  /// Id of the item that runCommand runs.
+  /// For runCommand: id of the item to run.
   std::string itemId;
 
   bool operator==(const StatusMenuAction&) const = default;
@@ -21,7 +21,7 @@ struct StatusMenuAction {
 /// The id of the menu entry that performs the action.
 std::string entryId(const StatusMenuAction& action);
 
-/// The action of the entry with this id; absent when entryId() never returns it.
+/// The action of the entry with this id; absent if entryId() cannot return this id.
 std::optional<StatusMenuAction> statusMenuAction(std::string_view entryId);
 
 }  // namespace quillmar

@@ -53,7 +53,7 @@ class StatusMenuBuilder {
   }
 
  private:
-  /// A separator line, unless it would stand first or behind another one.
+  /// Adds a separator line, unless it would be first or follow another separator.
   void addSeparatorAfterEntry() {
     if (!menu_.entries.empty() && !endsWithSeparator(menu_)) {
       menu_.entries.emplace_back(SeparatorEntry{});

@@ -1,4 +1,4 @@
-// From the document to the status menu: a pure function of its arguments.
+// Builds the status menu from the document. A pure function of its arguments.
 
 #pragma once
 
@@ -8,9 +8,9 @@
 
 namespace quillmar {
 
-/// The whole menu: visible folders in display order, then the fixed entries. The ids of its entries
-/// are those of status_menu_action.h. `images` answers which symbols exist; `updatesConfigured`
-/// adds the entry that checks for updates.
+/// The complete menu: visible folders in display order, then the fixed entries. Entry ids are
+/// encoded by status_menu_action.h. `images` provides the symbols; `updatesConfigured` adds the
+/// entry "Check for Updates...".
 Menu buildStatusMenu(const QuillmarConfig& config, Images& images, bool updatesConfigured);
 
 }  // namespace quillmar

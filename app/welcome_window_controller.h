@@ -1,4 +1,4 @@
-// The window that greets the user on the first launch. Main thread.
+// The welcome window of the first launch. Main thread.
 
 #pragma once
 
@@ -16,17 +16,17 @@ class StackView;
 
 class WelcomeWindowController {
  public:
-  /// Creates an empty window. `openURL` opens an address in the user's browser. The services are
-  /// not owned and must outlive the controller.
+  /// Creates an empty window. `openURL` opens a URL in the user's browser. The services are not
+  /// owned and must outlive the controller.
   WelcomeWindowController(WindowSystem& windows, Images& images, const Bundle& bundle,
                           std::function<void(const std::string& url)> openURL);
 
-  /// Fills the window, which says how many commands were installed. Called once.
+  /// Fills the window. The text names the number of installed commands. Called once.
   void buildUI(std::size_t installedItemCount);
 
   Window& window() { return window_; }
 
-  /// What "Open Settings" calls once the window is closed; may be empty.
+  /// Called by "Open Settings" after the window is closed; may be empty.
   std::function<void()> openSettings;
 
  private:

@@ -1,4 +1,4 @@
-// What counts as AppleScript. An item's text may also be a plain shell command.
+// Distinguishes AppleScript from plain shell commands in an item's text.
 
 #pragma once
 
@@ -7,8 +7,9 @@
 
 namespace quillmar {
 
-/// The trimmed text itself when it is AppleScript by its beginning or by having several lines;
-/// otherwise a `do shell script` statement around it. Quotes and backslashes stay as they are.
+/// Returns the trimmed text if it is AppleScript, judged by its first words or by having several
+/// lines. Otherwise returns a `do shell script` statement with the text as its argument. Quotes and
+/// backslashes are not escaped.
 std::string appleScriptSource(std::string_view text);
 
 }  // namespace quillmar

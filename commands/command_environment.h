@@ -1,5 +1,4 @@
-// The environment that commands run in: this program's own, with a PATH that also finds what users
-// install beside the system.
+// The environment of commands: this program's environment, with additional directories in PATH.
 
 #pragma once
 
@@ -13,13 +12,13 @@
 
 namespace quillmar {
 
-/// Directories put in front of PATH when they exist and are not in it yet, in this order.
+/// Directories that are prepended to PATH, in this order, if they exist and are not in it yet.
 inline constexpr std::array<std::string_view, 6> extraPathDirectories = {
     "/opt/homebrew/bin", "/opt/homebrew/sbin", "/usr/local/bin",
     "/usr/local/sbin",   "~/.local/bin",       "~/bin"};
 
-/// The variables for a child process. Looks at the file system, so a directory that appears later
-/// is found by the next command.
+/// The environment variables for a child process. Checks the file system at every call, so the next
+/// command finds directories that were created later.
 std::map<std::string, std::string> augmentedEnvironment(const Environment& environment,
                                                         const std::string& homeDirectory,
                                                         const FileSystem& files);

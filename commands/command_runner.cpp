@@ -137,7 +137,7 @@ void CommandRunner::execute(const MenuItem& item, const std::optional<std::strin
 
   const Preferences preferences = collaborators_.settings.config.preferences;
   const auto finish = [this, item, command, preferences, completion](RunResult result) {
-    // Shared, because copies of the task would copy an output of any size.
+    // Shared, so that copies of the task do not copy the output, which may be large.
     auto shared = std::make_shared<RunResult>(std::move(result));
     collaborators_.queues.mainQueue().async([this, item, command, preferences, completion, shared] {
       report(item, command, completion ? *shared : std::move(*shared), preferences);

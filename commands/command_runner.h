@@ -1,7 +1,7 @@
-// The one place where an item is run: asks what the item wants asked, runs its command as a child
-// process or a script in this process, and reports the result through the pasteboard and
-// notifications. Everything starts and reports on the main thread; commands marked to run in the
-// background run on threads of `queue`, others hold the main thread until they end.
+// Runs items: shows the item's prompts, runs its command as a child process or as a script in this
+// process, and reports the result through the pasteboard and notifications. Runs start and report
+// on the main thread. Background commands run on a concurrent queue; other commands block the main
+// thread until they end.
 
 #pragma once
 
@@ -24,14 +24,14 @@
 
 namespace quillmar {
 
-/// Stands in a command for the value that the user is asked for.
+/// Placeholder in a command for the value that the user enters.
 inline constexpr std::string_view inputPlaceholder = "{{input}}";
 
 class CommandRunner {
  public:
   struct RunResult {
-    /// What the command printed, without white space and newlines at both ends; absent if that is
-    /// not UTF-8, or if a script returned no text.
+    /// The command's output, without white space and newlines at both ends; absent if it is not
+    /// UTF-8, or if a script returned no text.
     std::optional<std::string> output;
     bool success = false;
     /// True if `output` is an error message about the command instead of its output.
@@ -41,7 +41,7 @@ class CommandRunner {
   };
 
   /// Receives the result of a run after it was reported, or nothing if the user cancelled the run
-  /// or could not be asked. Never called for separators. Main thread.
+  /// or the prompt could not be shown. Not called for separators. Main thread.
   using Completion = std::function<void(std::optional<RunResult> result)>;
 
   /// Not owned; all must outlive the runner.
@@ -67,21 +67,21 @@ class CommandRunner {
   CommandRunner(const CommandRunner&) = delete;
   CommandRunner& operator=(const CommandRunner&) = delete;
 
-  /// The process's one runner, made on first use from the installed platform.
+  /// The process-wide runner, created on first use from the installed platform.
   static CommandRunner& shared();
 
   /// Runs an item: confirmation, input, command, report. A separator does nothing.
   void run(const MenuItem& item, Completion completion = nullptr);
 
-  /// Asks for the value of "{{input}}" when the command has the placeholder, then executes.
+  /// Asks for the value of "{{input}}" if the command contains it, then executes the item.
   void askForInputIfNeeded(const MenuItem& item, Completion completion = nullptr);
 
-  /// Puts the input, as plain text and unquoted, in place of every placeholder, and runs the
-  /// command or opens it in a terminal.
+  /// Replaces every placeholder with the input, without quoting, and runs the command or opens it
+  /// in a terminal.
   void execute(const MenuItem& item, const std::optional<std::string>& input,
                Completion completion = nullptr);
 
-  // The ways to run. Each blocks until the command has ended; any thread.
+  // Command types. Each function blocks until the command ends. Any thread.
 
   RunResult runShell(const std::string& commandText, bool loginShell);
   RunResult runScriptFile(const std::string& path);
@@ -90,18 +90,19 @@ class CommandRunner {
   /// Launches the process, reads its output to the end, then waits for it.
   RunResult capture(const Process& process);
 
-  /// The environment for every child process, made afresh at each call. Any thread.
+  /// The environment for a child process, computed at each call. Any thread.
   std::map<std::string, std::string> augmentedEnvironment() const;
 
-  /// Posts one notification with the last 400 characters of the body. Texts that are too long for a
-  /// message of the bus are cut. Takes the same time for bodies of any length.
+  /// Posts a notification with the last 400 characters of the body. Texts too long for a D-Bus
+  /// message are truncated. Constant time for bodies of any length.
   void notify(std::string_view title, std::string_view body);
 
-  /// Shows the command running in a terminal window.
+  /// Opens a terminal window and runs the command in it.
   Result<void> openInTerminal(const MenuCommand& command, const std::string& title);
 
  private:
-  /// Asks, and goes on with what was typed, if anything, when the user confirms.
+  /// Shows the prompt. If the user confirms, calls `goOn` with the text of the field, if there
+  /// is one.
   void ask(PromptRequest request, const MenuItem& item, const Completion& completion,
            std::function<void(const std::optional<std::string>& text)> goOn);
   RunResult runByType(const MenuCommand& command, bool loginShell);

@@ -25,7 +25,7 @@ constexpr double buttonSpacing = 8;
 constexpr double titleFontSize = 13;
 constexpr double messageFontSize = 11;
 
-/// Not destroyed with the process: who could still own a window then?
+/// Never destroyed, so that no window is destroyed at exit.
 std::set<std::shared_ptr<PromptPanel>>& livePanels() {
   static auto* panels = new std::set<std::shared_ptr<PromptPanel>>;
   return *panels;
@@ -80,7 +80,7 @@ void PromptPanel::build(const PromptRequest& request) {
   panel_.setDelegate(this);
 }
 
-/// A command may have more lines than the screen, and the buttons must stay on it.
+/// Limited in height: a long command must not push the buttons off the screen.
 void PromptPanel::addTexts(StackView& column, const PromptRequest& request) {
   auto texts = std::make_unique<StackView>(Orientation::vertical);
   texts->setAlignment(StackAlignment::leading);
@@ -135,7 +135,7 @@ void PromptPanel::finish(bool confirmed) {
   panel_.setDelegate(nullptr);
   panel_.close();
 
-  // Leaving the set may destroy this panel.
+  // Removing the panel from the set may destroy it.
   const PromptCompletion onFinish = std::move(onFinish_);
   livePanels().erase(weak_from_this().lock());
   if (onFinish) onFinish(confirmed, std::move(text));

@@ -1,6 +1,6 @@
-// The small floating dialog that asks the user to confirm a command, or to type a value for it. It
-// is modeless: the answer comes through a closure, and the panel lives on by itself while it is on
-// the screen. A panel is shown once. Main thread.
+// A small floating dialog that asks the user to confirm a command or to enter a value for it. It is
+// modeless: it reports through a completion and keeps itself alive while it is visible. A panel is
+// shown once. Main thread.
 
 #pragma once
 
@@ -33,20 +33,20 @@ class PromptPanel final : public WindowDelegate, public std::enable_shared_from_
   /// Create panels with std::make_shared.
   PromptPanel(Collaborators collaborators, const PromptRequest& request, PromptCompletion onFinish);
 
-  /// The panels that are shown now. The set owns them, so that nobody else has to.
+  /// The visible panels. The set owns them.
   static const std::set<std::shared_ptr<PromptPanel>>& live();
 
-  /// Shows the panel in the middle of the screen, in front and with the focus. Fails, and reports
-  /// nothing, when there is no screen to show it on or when the panel has finished before.
+  /// Shows the panel in the centre of the screen, raised and with the focus. Fails, without calling
+  /// the completion, if there is no display or the panel has already finished.
   Result<void> show();
 
   Window& panel() { return panel_; }
-  /// Null in a confirmation.
+  /// Null for a confirmation.
   TextField* textField() const { return textField_; }
-  /// True from the moment the panel reports.
+  /// True once the panel has reported.
   bool finished() const { return finished_; }
 
-  // The user. What comes first reports, the rest does nothing.
+  // Events from the user. The first one reports; later ones do nothing.
 
   void okPressed();
   void cancelPressed();
@@ -76,7 +76,7 @@ class PromptPanel final : public WindowDelegate, public std::enable_shared_from_
   PromptCompletion onFinish_;
 };
 
-/// Asks each question in a panel of its own.
+/// Shows each prompt in its own panel.
 class PanelPrompts final : public Prompts {
  public:
   explicit PanelPrompts(PromptPanel::Collaborators collaborators) : collaborators_(collaborators) {}

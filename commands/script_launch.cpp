@@ -11,7 +11,7 @@ namespace {
 struct Interpreter {
   std::string_view extension;
   std::string_view executable;
-  /// What env is to find in PATH; empty when the executable takes the script itself.
+  /// The interpreter that env finds in PATH; empty if the executable is the interpreter.
   std::string_view program;
 };
 
@@ -26,7 +26,8 @@ constexpr Interpreter interpreters[] = {
     {"applescript", "/usr/bin/osascript", ""},
 };
 
-/// What follows the last dot of the last component; empty for none, and for a name like ".profile".
+/// The text after the last dot of the last path component; empty if there is none, and for names
+/// like ".profile".
 std::string pathExtension(const std::string& path) {
   const std::size_t slash = path.rfind('/');
   const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);

@@ -1,4 +1,4 @@
-// How a script file is started: by the interpreter that its extension names, else by itself.
+// How a script file is started: with the interpreter for its extension, or directly.
 
 #pragma once
 
@@ -14,14 +14,14 @@ struct ScriptLaunch {
   bool operator==(const ScriptLaunch&) const = default;
 };
 
-/// The launch for the script at `path`, chosen by the lower-cased extension of its last component.
+/// The launch for the script at `path`, selected by its extension, ignoring case.
 ScriptLaunch scriptLaunch(const std::string& path);
 
-/// The path with a leading "~" (alone or before a slash) replaced by the home directory, without
-/// slashes at the end of that: "/" and "~/bin" give "/bin".
+/// Replaces a leading "~" (alone or before a slash) with the home directory. Slashes at the end of
+/// the home directory are removed: "/" and "~/bin" give "/bin".
 std::string expandingTilde(const std::string& path, const std::string& homeDirectory);
 
-/// The directory part of a path; empty when it has none.
+/// The directory part of a path; empty if it has none.
 std::string deletingLastPathComponent(const std::string& path);
 
 }  // namespace quillmar

@@ -11,10 +11,10 @@ namespace quillmar {
 
 namespace {
 
-// Ordered rather than hashed: a pack comes from anywhere, and its author may have picked ids whose
-// hashes collide. The texts stay in the documents.
+// Ordered maps instead of hash maps: packs are untrusted, and their ids may be chosen so that
+// hashes collide. The keys refer to strings in the documents.
 
-/// Folders by their ids; of several with the same id, the first.
+/// Folders by id; of duplicate ids, the first.
 using FolderPositions = std::map<std::string_view, std::size_t>;
 using ItemIds = std::set<std::string_view>;
 
@@ -24,12 +24,12 @@ FolderPositions positionsById(const std::vector<MenuCategory>& folders) {
   return positions;
 }
 
-/// The item ids of folders that a pack adds to, collected at the first question for a folder: a
-/// pack may name the same folder any number of times.
+/// The item ids of folders that a pack adds to. Collected once per folder, because a pack may
+/// contain the same folder many times.
 class ItemIdsOfFolders {
  public:
-  /// The ids in the folder at `position`, to be added to when the folder grows. At the first call
-  /// for a position they are taken from `folder`.
+  /// The ids in the folder at `position`, which the caller updates when the folder grows. The first
+  /// call for a position collects them from `folder`.
   ItemIds& at(std::size_t position, const MenuCategory& folder) {
     const auto [entry, isNew] = idsByPosition_.try_emplace(position);
     if (isNew) {
@@ -49,7 +49,7 @@ QuillmarConfig QuillmarConfig::merging(const QuillmarConfig& other) const {
   merged.version = QuillmarConfig().version;
   std::int64_t nextOrder = nextSortOrder(*this);
 
-  // Where each folder of the result came from. The result's own strings move when it grows.
+  // The source of each folder of the result. The strings of the result move when it grows.
   std::vector<const MenuCategory*> origins;
   origins.reserve(categories.size() + other.categories.size());
   for (const MenuCategory& folder : categories) origins.push_back(&folder);
@@ -73,7 +73,8 @@ QuillmarConfig QuillmarConfig::merging(const QuillmarConfig& other) const {
       merged.categories[position].items.push_back(item);
       added.emplace_back(item.id);
     }
-    // Only now: a pack's folder may hold several items with the same new id, and all of them count.
+    // Updated only now: a pack's folder may contain several items with the same new id, and all of
+    // them are added.
     known.insert(added.begin(), added.end());
   }
   return merged;

@@ -21,19 +21,19 @@ namespace {
 
 namespace dom = simdjson::dom;
 
-/// A value of the parsed text and the way to it. A missing one has no element.
+/// A value of the parsed text and the path to it. A missing value has no element.
 struct Value {
   const Value* parent = nullptr;
   /// Empty for the root and for the elements of arrays.
   std::string_view key{};
-  /// Which child of its parent it is, duplicate keys counted.
+  /// Index in its parent, counting duplicate keys.
   std::size_t ordinal = 0;
   std::optional<dom::element> element{};
 };
 
 class DocumentReader;
 
-/// A key of the objects that T is read from, and what reads its value.
+/// A key of the objects that are decoded to T, and the function that reads its value.
 template <class T>
 struct Field {
   std::string_view key;
@@ -47,9 +47,8 @@ std::string integerFrom() {
          std::to_string(std::numeric_limits<T>::max());
 }
 
-/// Reads the values of one document into its types. `read` leaves the target as it is, which is its
-/// default, when the value is missing; it returns false, and error() tells why, when the value is
-/// not what is expected.
+/// Reads the values of one document into their types. If the value is missing, `read` leaves the
+/// target at its default. If the value is invalid, it returns false and sets error().
 class DocumentReader {
  public:
   /// Both must outlive the reader.
@@ -236,7 +235,7 @@ bool DocumentReader::read(const Value& value, std::vector<T>& target) {
   if (value.element->get_array().get(elements) != simdjson::SUCCESS) {
     return fail(value, "an array");
   }
-  // An array of millions of wrong values is not worth the room for as many right ones.
+  // Grows step by step: an array of millions of invalid values must not reserve memory for all.
   constexpr std::size_t mostReserved = 4096;
   target.reserve(std::min(elements.size(), mostReserved));
   Value child{.parent = &value};
@@ -255,8 +254,7 @@ struct Found {
   bool isPresent = false;
 };
 
-/// Reads the last value of every field's key; a field without one, or with null, is read as
-/// missing.
+/// Reads the last value of each field's key. A missing key or null counts as a missing value.
 template <class T, std::size_t count>
 bool DocumentReader::readObject(const Value& value, T& target,
                                 const std::array<Field<T>, count>& fields) {
@@ -268,8 +266,8 @@ bool DocumentReader::readObject(const Value& value, T& target,
 
   std::array<Found, count> found;
   std::size_t ordinal = 0;
-  // Most documents have their keys in the order of the fields, so the search begins after the last
-  // one found.
+  // Most documents have their keys in the order of the fields, so the search starts after the last
+  // match.
   std::size_t next = 0;
   for (auto child = object.begin(); child != object.end(); ++child) {
     const std::string_view key = child.key();
@@ -309,7 +307,7 @@ std::vector<std::size_t> ordinalsOf(const Value& value) {
   return ordinals;
 }
 
-/// What people see of a value; `source` is its text.
+/// Describes a value for an error message; `source` is its text.
 std::string described(dom::element element, std::string_view source) {
   switch (element.type()) {
     case dom::element_type::OBJECT:
@@ -346,9 +344,9 @@ simdjson::simdjson_result<dom::element> parse(dom::parser& parser, const std::st
   return parser.parse(json.data(), json.size(), !isPadded);
 }
 
-/// Replaces a number that the parser refuses as too large by one that it accepts, of the same
-/// length so that all places in the text stay what they are. The new number is no integer, so it is
-/// an error for every known key; the message quotes the original text.
+/// Replaces a number that is too large for the parser with a valid one of the same length, so that
+/// all positions stay valid. The new number is not an integer, so it is an error for every known
+/// key; the message quotes the original text.
 void replaceNumber(std::string& json, std::size_t offset, std::size_t length) {
   constexpr std::string_view number = "0.0";
   json.replace(offset, length, std::string(number) + std::string(length - number.size(), ' '));
@@ -377,9 +375,9 @@ Result<QuillmarConfig> decodeDocument(const std::string& json,
     const std::string& text = smallerNumbers.empty() ? json : smallerNumbers;
     status = parse(parser, text).get(root);
     if (status == simdjson::DEPTH_ERROR) {
-      // The parser counts an empty object or array as one level less than one with content.
-      // At its usual limit it refuses content at the deepest level allowed; one level more would
-      // let an empty one through below it.
+      // The parser counts an empty object or array as one level less than one with content. At its
+      // usual limit it rejects content at the deepest allowed level; with one level more it accepts
+      // an empty container below that.
       status = deeperParser.allocate(text.size(), maximumJsonDepth + 1);
       if (status == simdjson::SUCCESS) status = parse(deeperParser, text).get(root);
     }

@@ -15,8 +15,8 @@
 namespace quillmar {
 
 /// Decodes UTF-8 JSON. A string whose capacity exceeds its size by 64 bytes or more, as
-/// FileSystem::read() returns it, is parsed without a copy. `makeIdentifier` gives each folder and
-/// item without an id its own. The error names the place
+/// FileSystem::read() returns it, is parsed without a copy. `makeIdentifier` creates an id for each
+/// folder and item without one. The error names the place
 /// ("categories[3].items[0].shortcut.keyCode", or line and column of a syntax error, counted from
 /// 1, columns in characters), what was expected and what was found. Time and memory are linear in
 /// the size of the input.

@@ -1,5 +1,5 @@
-// Writes a document in its one JSON form: keys in ascending order, two blanks of indentation a
-// level, "key" : value, slashes escaped, absent optional fields left out, no line feed at the end.
+// Writes a document in canonical JSON: keys in ascending order, two spaces of indentation per
+// level, "key" : value, escaped slashes, no absent optional fields, no line feed at the end.
 
 #pragma once
 
@@ -9,8 +9,8 @@
 
 namespace quillmar {
 
-/// The bytes of the document. Equal documents give equal bytes. Precondition: every string in it is
-/// valid UTF-8, which every decoded one is.
+/// Encodes the document. Equal documents give equal bytes. Precondition: all strings are valid
+/// UTF-8; those of decoded documents are.
 std::string encodeDocument(const QuillmarConfig& config);
 
 }  // namespace quillmar

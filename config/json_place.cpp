@@ -17,7 +17,7 @@ std::size_t afterBlanks(std::string_view json, std::size_t offset) {
   return json.find_first_not_of(blanks, offset);
 }
 
-/// The end of the string whose opening quote stands at `offset`.
+/// The end of the string whose opening quote is at `offset`.
 std::size_t afterString(std::string_view json, std::size_t offset) {
   ++offset;
   while (json[offset] != '"') offset += json[offset] == '\\' ? 2 : 1;
@@ -43,7 +43,7 @@ std::size_t afterValue(std::string_view json, std::size_t offset) {
   return offset;
 }
 
-/// Where the child's value begins in the object or array at `offset`.
+/// The offset of the child's value in the object or array at `offset`.
 std::size_t childAt(std::string_view json, std::size_t offset, std::size_t ordinal) {
   const bool isObject = json[offset] == '{';
   for (std::size_t i = 0;; ++i) {
@@ -74,7 +74,7 @@ std::string description(TextPosition position) {
 }
 
 std::string excerpt(std::string_view text) {
-  // No character is longer than four bytes, so the rest does not matter.
+  // A character has at most four bytes, so the rest is not needed.
   const std::string_view head = text.substr(0, 4 * longestExcerpt + 4);
   const auto length = static_cast<std::int32_t>(head.size());
   std::int32_t end = 0;

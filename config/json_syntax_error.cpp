@@ -21,7 +21,7 @@ bool isHexDigit(char c) {
   return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
-/// What people read as one word: names, numbers, and what was meant as such.
+/// Characters of a word: a name, a number, or a misspelt one.
 bool isWordCharacter(char c) {
   return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '+' ||
          c == '-' || c == '.';
@@ -34,8 +34,7 @@ bool isLowSurrogate(unsigned unit) {
   return unit >= 0xDC00 && unit < 0xE000;
 }
 
-/// One walk over one text. The functions that take a piece of it return false once there is an
-/// error.
+/// Scans one text once. Functions that consume input return false after an error.
 class SyntaxScanner {
  public:
   SyntaxScanner(std::string_view json, const NumberHandler& oversizedNumber)
@@ -77,14 +76,14 @@ class SyntaxScanner {
   const NumberHandler& oversizedNumber_;
   std::size_t offset_ = 0;
   Expected expected_ = Expected::value;
-  /// Of the open containers, outermost first.
+  /// One element per open container, outermost first.
   std::bitset<maximumJsonDepth> isObject_;
   std::size_t depth_ = 0;
   simdjson::dom::parser numberParser_;
   std::optional<Error> error_;
 };
 
-/// Takes one token. False at the end of the document and after an error.
+/// Consumes one token. Returns false at the end of the document and after an error.
 bool SyntaxScanner::step() {
   offset_ = std::min(json_.find_first_not_of(" \t\n\r", offset_), json_.size());
   switch (expected_) {
@@ -205,7 +204,7 @@ std::optional<unsigned> SyntaxScanner::unicodeEscapeAt(std::size_t offset) const
   return unit;
 }
 
-/// A character of a string that stands for itself.
+/// Consumes an unescaped character of a string.
 bool SyntaxScanner::takeCharacter() {
   const std::string_view character = json_.substr(offset_, 4);
   std::int32_t length = 0;
@@ -244,8 +243,8 @@ bool SyntaxScanner::takeNumber() {
   return true;
 }
 
-/// Whether the parser accepts the well-formed number. It is only asked about numbers that have an
-/// exponent or many digits; the others fit.
+/// Whether the parser accepts the well-formed number. The parser is only tried for numbers with an
+/// exponent or many digits; all others fit.
 bool SyntaxScanner::isInRange(std::string_view number) {
   constexpr std::size_t digitsThatFit = 18;
   if (number.size() <= digitsThatFit && number.find_first_of("eE") == std::string_view::npos) {
@@ -267,7 +266,7 @@ std::string_view SyntaxScanner::word() const {
   return json_.substr(offset_, end - offset_);
 }
 
-/// What stands at the offset.
+/// Describes the input at the offset.
 std::string SyntaxScanner::found() const {
   if (atEnd()) return "the end of the document";
   const std::string_view rest = json_.substr(offset_, 4);

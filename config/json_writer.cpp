@@ -17,16 +17,16 @@ constexpr Word everyByte(unsigned char byte) {
 Word load(const char* bytes) {
   Word word = 0;
   std::memcpy(&word, bytes, sizeof word);
-  // The first byte of the text is the lowest of the word.
+  // The first byte of the text is the least significant byte of the word.
   if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
   return word;
 }
 
-/// How many of the word's first bytes stand for themselves in a string: up to a control character,
+/// The number of leading bytes of the word that need no escape, that is, up to a control character,
 /// quote, backslash or slash.
 std::size_t plainBytes(Word word) {
-  // Subtracting borrows from the top bit of a byte that is less; a borrow can spoil the bytes above
-  // it, but never hides the first one.
+  // The subtraction sets the top bit of a byte that is less. Its borrow can corrupt the bytes
+  // above, but never hides the first match.
   const auto less = [](Word bytes, unsigned char limit) {
     return (bytes - everyByte(limit)) & ~bytes;
   };
@@ -41,7 +41,7 @@ constexpr bool isPlain(char c) {
 
 constexpr std::size_t longestEscape = 6;
 
-/// Writes the escape of a character that is not plain; returns where it ends.
+/// Writes the escape of a character that needs one; returns the end of the output.
 char* writeEscape(char* target, char c) {
   *target++ = '\\';
   switch (c) {
@@ -73,8 +73,8 @@ char* writeEscape(char* target, char c) {
   return target;
 }
 
-/// Writes the characters escaped where they need it; returns where they end. What it writes past
-/// that is less than a word.
+/// Writes the characters, escaped as needed; returns the end of the output. May write up to one
+/// word beyond it.
 char* writeEscaped(char* target, std::string_view text) {
   const char* source = text.data();
   const char* const end = source + text.size();
@@ -115,7 +115,7 @@ void JsonWriter::number(Number value) {
 }
 
 void JsonWriter::value(std::string_view text) {
-  // In pieces, so that the room for a piece all of whose bytes need an escape is never much.
+  // In chunks, to bound the memory reserved for the case that every byte needs an escape.
   constexpr std::size_t longestPiece = 4096;
   reserve(1);
   text_[size_++] = '"';

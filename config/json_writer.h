@@ -1,6 +1,6 @@
-// Writes pretty-printed JSON: two blanks of indentation a level, "key" : value, an empty line in an
-// empty array, slashes escaped, no line feed at the end. Whoever writes an object gives its keys in
-// their order.
+// Writes pretty-printed JSON: two spaces of indentation per level, "key" : value, an empty line in
+// an empty array, escaped slashes, no line feed at the end. Keys are written in the order of the
+// calls.
 
 #pragma once
 
@@ -14,7 +14,7 @@ namespace quillmar {
 
 class JsonWriter {
  public:
-  /// A text that gets longer than estimated is copied as it grows.
+  /// A text longer than the estimate is reallocated as it grows.
   explicit JsonWriter(std::size_t estimatedSize);
 
   void beginObject() { begin('{'); }
@@ -22,10 +22,10 @@ class JsonWriter {
   void beginArray() { begin('['); }
   void endArray();
 
-  /// Comes before each value of an array.
+  /// Call before each value of an array.
   void element() { startLine(0); }
 
-  /// Comes before each value of an object. Precondition: no character of the key needs an escape.
+  /// Call before each value of an object. Precondition: no character of the key needs an escape.
   template <std::size_t size>
   void key(const char (&key)[size]);
 
@@ -35,7 +35,7 @@ class JsonWriter {
   /// Precondition: valid UTF-8.
   void value(std::string_view text);
 
-  /// The text. Nothing may be written any more.
+  /// Returns the text. Must be the last call.
   std::string take();
 
  private:
@@ -49,23 +49,23 @@ class JsonWriter {
   void grow(std::size_t size);
 
   std::string text_;
-  /// How much of `text_` is written.
+  /// Number of bytes of `text_` that are written.
   std::size_t size_ = 0;
   std::size_t depth_ = 0;
-  /// Nothing has been written into the innermost object or array.
+  /// True if nothing has been written into the innermost object or array.
   bool isEmpty_ = true;
 };
 
-// What is written for every field of a document is inline: with sizes that the compiler knows, a
-// key is a few moves.
+// Functions that are called for every field of a document are inline: with sizes known at compile
+// time, writing a key takes a few instructions.
 
-/// Makes room for that many bytes more.
+/// Makes room for `size` more bytes.
 inline void JsonWriter::reserve(std::size_t size) {
   if (text_.size() - size_ < size) grow(size);
 }
 
-/// Begins the line of the next key, element or bracket, after a comma when one of them came before.
-/// Leaves room for that many bytes more.
+/// Begins the line of the next key, element or bracket, after a comma if there was a previous one.
+/// Reserves `room` more bytes.
 inline void JsonWriter::startLine(std::size_t room) {
   constexpr std::size_t blanksAtOnce = 16;
   const std::size_t indentation = 2 * depth_;

@@ -1,5 +1,5 @@
-// The configuration document: the user's folders, their items, and the preferences. The same value
-// is the settings file and a shareable pack. Plain values; copying one copies everything it holds.
+// The configuration document: the user's folders, their items, and the preferences. Settings files
+// and shareable packs have the same form. Plain value types; copies are deep.
 
 #pragma once
 
@@ -11,23 +11,23 @@
 
 namespace quillmar {
 
-/// What kind of text a command's value is.
+/// How a command's value is interpreted.
 enum class CommandType { shellCommand, scriptFile, appleScript };
 
-/// Every case, in the order in which editors offer them.
+/// All types, in the order in which editors show them.
 inline constexpr CommandType allCommandTypes[] = {
     CommandType::shellCommand, CommandType::scriptFile, CommandType::appleScript};
 
-/// The type's text in documents, which is also its label in editors.
+/// The type's name in documents and its label in editors.
 std::string_view rawValue(CommandType type);
 
-/// The type with exactly that raw value; absent when there is none.
+/// The type with this raw value; absent if there is none.
 std::optional<CommandType> commandTypeFromRawValue(std::string_view rawValue);
 
-/// What an item runs. A default value is what stands for a missing one.
+/// What an item runs. A missing command decodes to the default value.
 struct MenuCommand {
   CommandType type = CommandType::shellCommand;
-  /// The command line, the script's path, or the script's source, by type.
+  /// Depending on the type: the command line, the path of the script, or the source of the script.
   std::string value;
   bool runInBackground = true;
   bool showNotification = false;
@@ -38,20 +38,20 @@ struct MenuCommand {
 };
 
 struct KeyboardShortcut {
-  /// The hardware's virtual key code (Apple's numbering).
+  /// Virtual key code (platform/virtual_key_codes.h).
   std::uint16_t keyCode = 0;
-  /// What the key produced when it was recorded.
+  /// The character that the key produced when it was recorded.
   std::string character;
-  /// Bits as in quillmar::modifiers.
+  /// Bits of quillmar::modifiers.
   std::uint64_t modifiers = 0;
-  /// Works from any program, not only in the open menu.
+  /// Whether the shortcut works in all programs, not only in the open menu.
   bool isGlobal = true;
 
   bool operator==(const KeyboardShortcut&) const = default;
 };
 
-/// A runnable entry of a folder, or a separator line inside one. Items are ordered by their
-/// position in the folder.
+/// A runnable entry of a folder, or a separator line in it. Items are shown in the order of the
+/// folder.
 struct MenuItem {
   std::string id;
   std::string title;
@@ -77,7 +77,7 @@ struct MenuCategory {
   std::int64_t sortOrder = 0;
   std::vector<MenuItem> items;
   std::optional<std::string> iconSymbolName;
-  /// The items stand in the top-level menu instead of in a submenu.
+  /// Shows the items in the top-level menu instead of a submenu.
   bool showAtTopLevel = false;
   bool isSeparator = false;
 
@@ -92,11 +92,11 @@ struct Preferences {
   bool operator==(const Preferences&) const = default;
 };
 
-/// How an imported document is brought into the current one: by QuillmarConfig::merging(), or by
+/// How a document is imported: with QuillmarConfig::merging() or
 /// QuillmarConfig::replacingFolders().
 enum class ImportMode { merge, replace };
 
-/// What a merge would add, separators not counted.
+/// The number of folders and items that a merge would add, not counting separators.
 struct MergePreview {
   std::int64_t categories = 0;
   std::int64_t items = 0;
@@ -104,9 +104,9 @@ struct MergePreview {
   bool operator==(const MergePreview&) const = default;
 };
 
-/// The document. A default value is the empty document that the program makes itself.
+/// The document. The default value is the empty document of a first launch.
 struct QuillmarConfig {
-  /// Carried and written back as it stands. A document without one decodes as version 1.
+  /// Preserved, not interpreted. A document without a version decodes as version 1.
   std::int64_t version = 2;
   /// Name and description of a pack; settings usually have neither.
   std::optional<std::string> name;
@@ -114,14 +114,14 @@ struct QuillmarConfig {
   std::vector<MenuCategory> categories;
   Preferences preferences;
 
-  /// This document with what is new in the pack `other`: folders whose id is unknown come after all
-  /// others, in the pack's display order; a folder with the id of a known one only gives it the
-  /// items whose ids that one lacks. All that is here stays as it is. Takes n log n, whatever the
-  /// pack holds. Fatal when a sort order would overflow, even one that no folder gets.
+  /// This document plus the new contents of the pack `other`. Folders with an unknown id are
+  /// appended in the pack's display order. Of a folder with a known id, only items with unknown ids
+  /// are added. Existing contents do not change. O(n log n) for any pack. Aborts if a sort order
+  /// overflows, even one that no folder gets.
   QuillmarConfig merging(const QuillmarConfig& other) const;
 
-  /// How many folders and items merging(other) would add, for display. Ids are looked up in this
-  /// document alone, so a pack that repeats the id of a new folder counts it each time.
+  /// What merging(other) would add, for display. Ids are looked up only in this document, so a new
+  /// folder id that the pack repeats counts each time.
   MergePreview mergePreview(const QuillmarConfig& other) const;
 
   /// The pack's folders and version in place of this document's, with this document's preferences.
@@ -130,12 +130,11 @@ struct QuillmarConfig {
   bool operator==(const QuillmarConfig&) const = default;
 };
 
-/// The folders, separators included, in display order: ascending by `sortOrder`, equal ones as they
-/// stand in the document. The pointers go into `config` and are valid until it changes.
+/// The folders, including separators, in display order: ascending by `sortOrder`; equal ones in
+/// document order. The pointers refer to `config` and are valid until it changes.
 std::vector<const MenuCategory*> categoriesInDisplayOrder(const QuillmarConfig& config);
 
-/// The sort order that puts a folder behind all others: 0 in a document without folders. Fatal when
-/// there is none beyond the largest.
+/// A sort order greater than all others; 0 in a document without folders. Aborts on overflow.
 std::int64_t nextSortOrder(const QuillmarConfig& config);
 
 }  // namespace quillmar

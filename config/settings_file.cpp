@@ -17,11 +17,11 @@ namespace {
 /// Permissions of a copy if those of the original cannot be read.
 constexpr std::uint32_t privatePermissions = 0600;
 
-/// Stands in place of the first byte of a file that is only partly written. No document begins with
-/// it, so such a file never decodes, not even as a mixture of two documents.
+/// Replaces the first byte of a partly written file. No document begins with it, so such a file
+/// never decodes, not even as a mixture of two documents.
 constexpr std::string_view unfinishedMark = "!";
 
-/// "settings" and `suffix` in place of the path's "settings.json".
+/// Inserts `suffix` before the extension ".json" of the path.
 std::string siblingPath(const std::string& path, const std::string& suffix) {
   constexpr std::string_view extension = ".json";
   std::string stem = path;
@@ -54,8 +54,8 @@ Result<void> putBack(FileSystem& files, const std::string& path, std::string_vie
   return writeMarked(*opened.value(), bytes);
 }
 
-/// Whether a copy that failed in this way must stop the save: the disk may fail the save as well. A
-/// folder where the user may not create files does not stop it.
+/// Whether a failure to create the copy must stop the save, because the save may fail as well. A
+/// missing permission to create files does not.
 bool stopsSave(const Error& error) {
   return error.kind == ErrorKind::noSpace || error.kind == ErrorKind::deviceFailure;
 }
@@ -93,7 +93,7 @@ Result<void> SettingsFile::overwrite(const std::string& path, std::string_view b
 Result<void> SettingsFile::overwriteExisting(const std::string& path, std::string_view bytes) {
   const Result<std::string> oldBytes = files_.read(path);
   if (!oldBytes) {
-    // A file that may be written but not read: nothing of it can be kept.
+    // The file is writable but not readable, so no copy is possible.
     if (oldBytes.error().kind != ErrorKind::notPermitted) return oldBytes.error();
     return writeInPlace(path, bytes, std::nullopt, std::nullopt);
   }
@@ -135,7 +135,7 @@ Result<std::string> SettingsFile::keepCopy(const std::string& path, const std::s
   return copyTo(freePath(path, ".damaged-" + time), path, bytes);
 }
 
-/// Keeps bytes that another program wrote, and logs where.
+/// Copies the contents that another program wrote, and logs the path of the copy.
 Result<std::string> SettingsFile::keepEdited(const std::string& path, const std::string& bytes) {
   Result<std::string> kept = copyTo(freePath(path, ".edited-" + timeStamp(now_())), path, bytes);
   log_("The settings file " + quotedPath(path) + " was changed while Quillmar was running. " +
@@ -155,7 +155,7 @@ Result<std::string> SettingsFile::copyTo(const std::string& copyPath, const std:
   return copyPath;
 }
 
-/// The sibling with the suffix, with a number after it if that one exists.
+/// The sibling path with the suffix, followed by a number if that file exists.
 std::string SettingsFile::freePath(const std::string& path, const std::string& suffix) const {
   std::string candidate = siblingPath(path, suffix);
   for (int number = 2; files_.exists(candidate); ++number) {

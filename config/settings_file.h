@@ -1,11 +1,12 @@
 // Loads and saves the settings file so that nothing is lost. A save overwrites an existing file in
-// place: a symbolic link stays one and the mode stays what it is. What makes that safe:
+// place, which preserves symbolic links and the mode. What makes that safe:
 //
-// - What the file held before is copied beside it first. What this program loaded or wrote becomes
-//   "settings.previous.json". Bytes that could not be decoded when they were loaded become
-//   "settings.damaged-<time>.json"; the copy "settings.previous.json", which may then be all that
-//   is left of the user's menu, is copied to "settings.previous-<time>.json" before later saves
-//   replace it. Bytes that another program wrote since then become "settings.edited-<time>.json".
+// - The old contents are first copied to a file in the same folder. Contents that this program
+//   loaded or wrote are copied to "settings.previous.json". Contents that could not be decoded are
+//   copied to "settings.damaged-<time>.json"; the existing "settings.previous.json", which may then
+//   be the only valid copy of the user's menu, is copied to "settings.previous-<time>.json" before
+//   later saves replace it. Contents that another program wrote in the meantime are copied to
+//   "settings.edited-<time>.json".
 // - If the disk has no space for the copy or fails, nothing is overwritten. If the user may not
 //   create files in the folder, the save continues without a copy.
 // - Space for the new bytes is reserved before the first old one is overwritten.
@@ -13,9 +14,9 @@
 // - A write that fails midway restores the old bytes.
 // - A file that does not exist yet is created complete or not at all.
 //
-// So at any moment either the file or its copy is complete. The exceptions are files that can be
-// written but not read and folders without the permission to create files: there is no copy then.
-// Nothing here reads the copies to load them.
+// So at any time the file or its copy is complete. Exceptions: if the file is not readable, or the
+// user may not create files in the folder, there is no copy. The copies are never loaded
+// automatically.
 
 #pragma once
 
@@ -42,13 +43,13 @@ class SettingsFile {
   /// The file system is not owned and must outlive this object.
   SettingsFile(FileSystem& files, LogLine log, Clock now = std::chrono::system_clock::now);
 
-  /// Reads and decodes the file, and remembers what it held. The error names the file.
+  /// Reads and decodes the file, and remembers its contents. The error names the file.
   Result<QuillmarConfig> load(const std::string& path,
                               std::function<std::string()> makeIdentifier = makeUuid);
 
-  /// Replaces the contents of the file at `path`, or creates the file. After a failure the file is
-  /// what it was; if even that is impossible, the error names the copy. Logs one line if another
-  /// program changed the file.
+  /// Replaces the contents of the file at `path`, or creates the file. On failure the old contents
+  /// are restored; if that fails too, the error names the copy. Logs one line if another program
+  /// changed the file.
   Result<void> overwrite(const std::string& path, std::string_view bytes);
 
  private:
@@ -75,9 +76,9 @@ class SettingsFile {
   FileSystem& files_;
   LogLine log_;
   Clock now_;
-  /// What this object last loaded or wrote.
+  /// The contents that were last loaded or written.
   std::optional<Contents> known_;
-  /// What was loaded did not decode.
+  /// True if the loaded contents could not be decoded.
   bool isDamaged_ = false;
 };
 

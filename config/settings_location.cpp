@@ -25,7 +25,7 @@ std::string settingsFilePath(const Environment& environment, const UserDirectori
     }
     directory = appendingPathComponent(supportDirectories.front(), "Quillmar");
   }
-  // A folder that cannot be made shows when the file is read or written.
+  // If the folder cannot be created, reading or writing the file reports the error.
   (void)files.createDirectories(directory);
   return appendingPathComponent(std::move(directory), "settings.json");
 }

@@ -14,9 +14,9 @@ namespace quillmar {
 /// Names the directory of the settings file; empty counts as not set.
 inline constexpr std::string_view settingsDirectoryVariable = "QUILLMAR_SETTINGS_DIR";
 
-/// Path of the settings file: in the directory that the variable names, as it stands, else in the
-/// folder "Quillmar" of the first application support directory; having none of those is fatal. The
-/// directory is created; a failure to do so is ignored.
+/// Path of the settings file: in the directory named by the variable, used unchanged, or else in
+/// the folder "Quillmar" of the first application support directory. Aborts if there is neither.
+/// Creates the directory and ignores a failure to do so.
 std::string settingsFilePath(const Environment& environment, const UserDirectories& userDirectories,
                              FileSystem& files);
 

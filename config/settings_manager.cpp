@@ -18,15 +18,14 @@ auto findItem(std::vector<MenuItem>& items, std::string_view id) {
   return std::ranges::find(items, id, &MenuItem::id);
 }
 
-/// The index `offset` places on from `index`, when it is one of `count`.
+/// `index + offset`; absent if it is not less than `count` or is negative.
 std::optional<std::size_t> movedIndex(std::size_t index, std::int64_t offset, std::size_t count) {
   const std::int64_t target = checkedAdd(static_cast<std::int64_t>(index), offset);
   if (target < 0 || target >= static_cast<std::int64_t>(count)) return std::nullopt;
   return static_cast<std::size_t>(target);
 }
 
-/// The index of every folder in the document, in display order. Two folders may have the same id,
-/// so an index is all that identifies one.
+/// The folder indexes in display order. Indexes, because ids may not be unique.
 std::vector<std::size_t> indexesInDisplayOrder(const QuillmarConfig& config) {
   std::vector<std::size_t> indexes(config.categories.size());
   std::iota(indexes.begin(), indexes.end(), std::size_t{0});
@@ -194,7 +193,7 @@ void SettingsManager::updateItem(const MenuItem& item, std::string_view category
 void SettingsManager::deleteItem(std::string_view id, std::string_view categoryId) {
   MenuCategory* category = findCategory(categoryId);
   if (!category) return;
-  // The id may be a view into one of the items that go.
+  // The id may be a view into one of the removed items.
   std::erase_if(category->items,
                 [id = std::string(id)](const MenuItem& item) { return item.id == id; });
   save();

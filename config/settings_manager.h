@@ -1,5 +1,5 @@
-// The one owner of the live document: loads it once, answers questions about folders and items,
-// performs every edit, writes the whole document after each and announces it. Main thread only.
+// Owns the live document: loads it, answers queries, performs edits, and after each edit saves the
+// document and posts a notification. Main thread.
 
 #pragma once
 
@@ -43,7 +43,7 @@ class SettingsManager {
     NotificationCenter& notificationCenter = NotificationCenter::defaultCenter();
     LogLine log = logToStandardOutput;
     SettingsFile::Clock now = std::chrono::system_clock::now;
-    /// What a folder or an item without an id gets as its own when it is loaded.
+    /// Creates ids for loaded folders and items without one.
     std::function<std::string()> makeIdentifier = makeUuid;
   };
 
@@ -53,85 +53,85 @@ class SettingsManager {
   SettingsManager(const SettingsManager&) = delete;
   SettingsManager& operator=(const SettingsManager&) = delete;
 
-  /// The process's one manager, made on first use from the installed platform.
+  /// The process-wide manager, created on first use from the installed platform.
   static SettingsManager& shared();
 
-  /// The live document. Whoever changes it directly calls save() afterwards.
+  /// The live document. Call save() after changing it directly.
   QuillmarConfig config;
 
-  /// True when there was no settings file to load.
+  /// True if there was no settings file to load.
   bool isFirstLaunch() const { return isFirstLaunch_; }
 
-  /// Why the settings file could not be loaded; absent when it was, or when there was none.
+  /// The error of the last load; absent if it succeeded or there was no file.
   const std::optional<Error>& loadError() const { return loadError_; }
 
   // Location and persistence.
 
-  /// Path of the settings file, worked out anew at every call; see settingsFilePath().
+  /// Path of the settings file, determined at every call; see settingsFilePath().
   std::string settingsFileURL() const;
 
-  /// Replaces the document by the file's: by the empty one when there is no file (a first launch)
-  /// or when it cannot be read or decoded (one line is logged). Writes nothing.
+  /// Replaces the document with the contents of the file. Uses an empty document if there is no
+  /// file (a first launch) or if it cannot be read or decoded (logs one line). Writes nothing.
   void loadFromFile();
 
-  /// Writes the document to the settings file, logging a failure, and posts menuItemSettingsChanged
-  /// in every case.
+  /// Writes the document to the settings file and posts menuItemSettingsChanged. Logs a failure to
+  /// write.
   void save();
 
-  /// The bytes of a document as every writer of one writes it.
+  /// Encodes a document as save() does.
   static std::string encode(const QuillmarConfig& config);
 
   // Queries.
 
-  /// The folders in display order, separators included.
+  /// The folders in display order, including separators.
   std::vector<MenuCategory> categories() const;
 
   /// The first folder with the id.
   std::optional<MenuCategory> getCategory(std::string_view id) const;
 
-  /// The first item with the id, folders and items as they stand in the document.
+  /// The first item with the id, in document order.
   std::optional<ItemInCategory> getItem(std::string_view id) const;
 
-  /// The enabled items of all folders in display order; separators of both kinds left out.
+  /// The enabled items of all folders in display order, without separators of either kind.
   std::vector<ItemInCategory> allRunnableItems() const;
 
-  // Edits. Each that changes anything ends with save(); an unknown id changes nothing.
+  // Edits. Each edit that changes the document calls save(). An unknown id changes nothing.
 
   /// Appends a new folder that sorts last, and returns it.
   MenuCategory addCategory(std::string name, std::optional<std::string> iconSymbolName,
                            bool showAtTopLevel);
 
-  /// Replaces the folder with the same id as a whole.
+  /// Replaces the folder that has the same id.
   void updateCategory(const MenuCategory& category);
 
-  /// Swaps the first folder with the id and the one `offset` places on in display order, and
-  /// numbers all folders anew: 0, 1, 2, ... in display order. Does nothing when there is no such
-  /// place.
+  /// Swaps the first folder with the id and the folder `offset` positions after it in display
+  /// order, and renumbers all sort orders: 0, 1, 2, ... Does nothing if there is no such position.
   void moveCategory(std::string_view id, std::int64_t offset);
 
-  /// Puts a separator behind the folder (last, when there is none with the id), numbers all folders
-  /// anew, and returns the separator.
+  /// Inserts a separator after the folder (at the end if the id is unknown), renumbers all sort
+  /// orders, and returns the separator.
   MenuCategory addCategorySeparator(std::optional<std::string_view> afterId);
 
-  /// Stores the item behind the other one (last, when there is none with that id).
+  /// Inserts the item after the other one (at the end if that id is unknown).
   void addItem(const MenuItem& item, std::string_view categoryId,
                std::optional<std::string_view> afterItemId);
 
-  /// Replaces the folder's first item with the same id as a whole.
+  /// Replaces the folder's first item that has the same id.
   void updateItem(const MenuItem& item, std::string_view categoryId);
 
-  /// Removes every item with the id from the folder; saves also when there was none.
+  /// Removes all items with the id from the folder. Saves even if there was none.
   void deleteItem(std::string_view id, std::string_view categoryId);
 
-  /// Swaps the item with the one `offset` places on. Does nothing when there is no such place.
+  /// Swaps the item with the one `offset` positions after it. Does nothing if there is no such
+  /// position.
   void moveItem(std::string_view id, std::string_view categoryId, std::int64_t offset);
 
-  /// Sets the flag; saves also when it was so already.
+  /// Sets the flag. Saves even if it does not change.
   void setItemEnabled(std::string_view id, std::string_view categoryId, bool enabled);
 
  private:
   MenuCategory* findCategory(std::string_view id);
-  /// The first entry of `order`, which holds indexes of folders, whose folder has the id.
+  /// The first entry of `order`, a list of folder indexes, whose folder has the id.
   std::vector<std::size_t>::iterator findInOrder(std::vector<std::size_t>& order,
                                                  std::string_view id) const;
   /// Sets the `sortOrder` of every folder to the position of its index in `order`.

@@ -6,7 +6,7 @@
 
 namespace quillmar {
 
-/// An opened file; without `file` it was opened after the kill.
+/// An open file; `file` is null if it was opened after the kill.
 class FaultyFileSystem::Overwrite final : public FileOverwrite {
  public:
   Overwrite(FaultyFileSystem& owner, std::string path, std::unique_ptr<FileOverwrite> file)
@@ -63,7 +63,7 @@ void FaultyFileSystem::dieAfterSteps(std::uint64_t steps, std::uint64_t bytesOfN
   isDead_ = false;
 }
 
-/// Counts a call of the operation; its error when it is to fail.
+/// Counts a call of the operation; returns its error if it must fail.
 std::optional<Error> FaultyFileSystem::nextFailure(FileOperation operation) const {
   const auto found = failures_.find(operation);
   if (found == failures_.end()) return std::nullopt;
@@ -75,7 +75,7 @@ std::optional<Error> FaultyFileSystem::nextFailure(FileOperation operation) cons
   return error;
 }
 
-/// Counts a step; false when the program has been killed before it.
+/// Counts a step; returns false if the kill came before it.
 bool FaultyFileSystem::isAlive() {
   ++stepCount_;
   if (!stepsToLive_) return true;

@@ -1,5 +1,5 @@
-// A file system that forwards to another one and fails when told to: single calls, a disk that
-// fills up, and a program that is killed half-way. For one thread.
+// A forwarding file system with fault injection: failing calls, a full disk, and a program that is
+// killed midway. One thread.
 
 #pragma once
 
@@ -26,33 +26,32 @@ enum class FileOperation {
   finish,
 };
 
-/// The faults that are set apply together. The wrapped file system must outlive this one, and this
-/// one the files opened through it.
+/// All injected faults apply together. The wrapped file system must outlive this object, and this
+/// object must outlive the files opened through it.
 class FaultyFileSystem final : public FileSystem {
  public:
   static constexpr std::string_view noSpaceLeft = "No space left on device";
 
   explicit FaultyFileSystem(FileSystem& files) : files_(files) {}
 
-  /// Lets the `nth` call of the operation from now on (1 is the next one) fail without an effect.
+  /// Makes the `nth` next call of the operation (1 is the next one) fail without an effect.
   void failCall(FileOperation operation, int nth = 1, Error error = {"The call was made to fail."});
 
-  /// Lets every call of the operation fail without an effect; a refused `reserve` is a full disk
-  /// that says so beforehand.
+  /// Makes every call of the operation fail without an effect. A failing `reserve` is a full disk
+  /// that is detected in advance.
   void failEveryCall(FileOperation operation, Error error = {"The call was made to fail."});
 
-  /// Lets `write` and `replace` find room for this many more bytes: a `write` puts down those that
-  /// fit and fails, a `replace` that does not fit has no effect.
+  /// Limits the space for `write` and `replace` to this many more bytes: a `write` that does not
+  /// fit writes a part and fails; a `replace` that does not fit has no effect.
   void limitRoom(std::uint64_t bytes) { room_ = bytes; }
 
-  /// Kills the program after this many more steps. A step is one call of createDirectories,
-  /// replace, openForOverwriting, reserve, write or setLength. Of the step after those, if
-  /// it is a write, the first `bytesOfNextWrite` bytes still land. From then on steps have no
-  /// effect but claim success, so that the caller runs to its end and what lies in the wrapped file
-  /// system is what the kill would have left.
+  /// Simulates a kill after this many more steps. A step is one call of createDirectories, replace,
+  /// openForOverwriting, reserve, write or setLength. If the next step is a write, its first
+  /// `bytesOfNextWrite` bytes are still written. Later steps have no effect but report success, so
+  /// that the caller runs to its end and the wrapped file system holds what a kill would have left.
   void dieAfterSteps(std::uint64_t steps, std::uint64_t bytesOfNextWrite = 0);
 
-  /// How many steps have been called so far.
+  /// Number of steps so far.
   std::uint64_t stepCount() const { return stepCount_; }
 
   bool exists(const std::string& path) const override { return files_.exists(path); }
@@ -69,7 +68,7 @@ class FaultyFileSystem final : public FileSystem {
  private:
   class Overwrite;
 
-  /// A failure that waits for its call; 0 is every call.
+  /// A pending failure. `callsLeft` counts down to the call that fails; 0 for every call.
   struct Failure {
     int callsLeft = 0;
     Error error;

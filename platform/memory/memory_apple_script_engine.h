@@ -1,4 +1,4 @@
-// An interpreter that only remembers the scripts and ends them as it is told.
+// A fake interpreter that records scripts and returns a preset outcome.
 
 #pragma once
 
@@ -15,7 +15,7 @@ namespace quillmar {
 struct MemoryAppleScriptEngine final : AppleScriptEngine {
   using Outcome = Result<std::optional<std::string>, AppleScriptError>;
 
-  /// Absent: no script can be made.
+  /// If absent, makeScript() fails.
   std::optional<Outcome> outcome = Outcome(std::optional<std::string>("done"));
   std::vector<std::string> executed;
 

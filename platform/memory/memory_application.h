@@ -1,4 +1,4 @@
-// An application that only remembers that it was to end.
+// A fake application that records calls of terminate().
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// A bundle of made-up files.
+// A fake bundle.
 
 #pragma once
 

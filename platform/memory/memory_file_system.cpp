@@ -34,7 +34,7 @@ Error failure(std::string_view path, std::string_view done, std::string_view rea
   return fileError(path, done, reason, kindOf(reason));
 }
 
-/// The components of the path, the last one first, before those that are in `rest` already.
+/// Appends the components of the path to `rest`, the last one first.
 void pushComponents(std::vector<std::string>& rest, std::string_view path) {
   while (!path.empty()) {
     const std::size_t slash = path.rfind('/');
@@ -44,7 +44,7 @@ void pushComponents(std::vector<std::string>& rest, std::string_view path) {
   }
 }
 
-/// The folder of the entry with this key; the root's is the root.
+/// The parent folder of the entry with this key; the root is its own parent.
 std::string parentOf(const std::string& key) {
   const std::size_t slash = key.rfind('/');
   return slash == 0 || slash == std::string::npos ? "/" : key.substr(0, slash);
@@ -126,14 +126,14 @@ const MemoryFileSystem::Node* MemoryFileSystem::find(const Place& place) const {
   return found == nodes_.end() ? nullptr : &found->second;
 }
 
-/// The file at the place; nullptr when none is.
+/// The file at the place; nullptr if there is none.
 std::shared_ptr<MemoryFileSystem::File> MemoryFileSystem::fileAt(const Place& place) const {
   const Node* node = find(place);
   const auto* file = node ? std::get_if<std::shared_ptr<File>>(node) : nullptr;
   return file ? *file : nullptr;
 }
 
-/// Why the user cannot make or rename an entry there; empty when it is possible.
+/// Why the user cannot create or rename an entry there; empty if it is possible.
 std::string_view MemoryFileSystem::reasonAgainstNewEntryAt(const Place& place) const {
   if (!place.reason.empty()) return place.reason;
   const auto parent = nodes_.find(parentOf(place.key));
@@ -238,7 +238,7 @@ void MemoryFileSystem::addSymbolicLink(const std::string& path, std::string targ
   add(path, Link{std::move(target)});
 }
 
-/// Puts the node at the path, permissions or not.
+/// Puts the node at the path, ignoring permissions.
 void MemoryFileSystem::add(const std::string& path, Node node) {
   const std::lock_guard lock(*mutex_);
   std::string key;

@@ -1,5 +1,5 @@
-// A tree of folders, files and symbolic links in memory, owned by one user who is bound by the
-// permissions (the owner's bits count). Relative paths resolve against the root. Any thread.
+// A file system in memory with folders, files and symbolic links. One user owns all entries; the
+// owner's permission bits apply. Relative paths resolve against the root. Any thread.
 
 #pragma once
 
@@ -21,20 +21,20 @@ class MemoryFileSystem final : public FileSystem {
  public:
   MemoryFileSystem();
 
-  // Making the scene. Missing folders above the path are made; what is at the path is replaced.
+  // Set-up. Missing parent folders are created; an existing entry is replaced.
 
   void addFile(const std::string& path, std::string bytes, std::uint32_t permissions = 0644);
   void addFolder(const std::string& path, std::uint32_t permissions = 0755);
-  /// A relative target resolves against the link's folder; it need not exist.
+  /// A relative target resolves against the link's folder. The target need not exist.
   void addSymbolicLink(const std::string& path, std::string target);
-  /// Takes the entry away, with everything below it; a link goes itself.
+  /// Removes the entry and everything below it. Links are not followed.
   void removeEntry(const std::string& path);
 
-  // Looking at the outcome.
+  // Inspection.
 
-  /// The file's bytes, whatever its permissions; absent when no file is there.
+  /// The file's bytes, ignoring permissions; absent if there is no file.
   std::optional<std::string> contents(const std::string& path) const;
-  /// True when the entry itself is a link.
+  /// True if the entry itself is a link.
   bool isSymbolicLink(const std::string& path) const;
   /// The path of every entry except the root, sorted.
   std::vector<std::string> paths() const;
@@ -48,7 +48,7 @@ class MemoryFileSystem final : public FileSystem {
                        std::optional<std::uint32_t> permissions) override;
   Result<std::unique_ptr<FileOverwrite>> openForOverwriting(const std::string& path) override;
 
-  /// A file's identity, which outlives its name while somebody has it open.
+  /// Like an inode: an open file lives on after its name is removed.
   struct File {
     std::string bytes;
     std::uint32_t permissions = 0;
@@ -63,8 +63,8 @@ class MemoryFileSystem final : public FileSystem {
   };
   using Node = std::variant<Folder, std::shared_ptr<File>, Link>;
 
-  /// Where a path leads once its links are followed: a key of `nodes_`, or what could become one.
-  /// With a reason it leads nowhere.
+  /// A resolved path: a key of `nodes_` that exists or could be created, or the reason why it does
+  /// not resolve.
   struct Place {
     std::string key;
     std::string_view reason = {};
@@ -78,7 +78,7 @@ class MemoryFileSystem final : public FileSystem {
   static void erase(std::map<std::string, Node>& nodes, const std::string& key);
 
   std::shared_ptr<std::mutex> mutex_ = std::make_shared<std::mutex>();
-  /// By absolute path without "." or "..", the root's being "/".
+  /// By absolute path without "." or ".."; the root is "/".
   std::map<std::string, Node> nodes_;
 };
 

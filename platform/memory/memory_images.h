@@ -1,4 +1,4 @@
-// Images of a made-up desktop.
+// Fake images.
 
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace quillmar {
 
-/// Has the images whose names it holds, under those very names.
+/// Provides images under the names in these sets.
 struct MemoryImages final : Images {
   std::set<std::string> images = {"applicationIcon", "statusIcon"};
   std::set<std::string> symbols = {"bolt.fill", "doc.on.clipboard", "folder", "star", "terminal"};

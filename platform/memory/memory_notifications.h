@@ -1,4 +1,4 @@
-// A notification centre that remembers what it would have shown. Main thread.
+// A fake notification centre that records notifications. Main thread.
 
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace quillmar {
 
-/// A notification as the user would have seen it.
+/// A notification as presented to the user.
 struct ShownNotification {
   UserNotification notification;
   PresentationOptions presentation;
@@ -21,13 +21,13 @@ struct ShownNotification {
 
 class MemoryNotifications final : public UserNotificationCenter {
  public:
-  /// Completions run on the main queue, which must outlive this.
+  /// Completions run on the main queue, which must outlive this object.
   explicit MemoryNotifications(TaskQueue& mainQueue) : mainQueue_(mainQueue) {}
 
-  /// What later questions for permission are answered; granted at first.
+  /// The answer to later authorization requests; initially granted.
   void setPermission(bool granted) { permission_ = granted; }
 
-  /// What becomes of later notifications: with an error none is shown.
+  /// If set, later notifications are not shown and fail with this error.
   void setError(std::optional<Error> error) { error_ = std::move(error); }
 
   void requestAuthorization(AuthorizationOptions options,
@@ -36,10 +36,10 @@ class MemoryNotifications final : public UserNotificationCenter {
   void add(UserNotification notification,
            std::function<void(std::optional<Error>)> completion) override;
 
-  /// Everything shown, in order.
+  /// All notifications shown, in order.
   const std::vector<ShownNotification>& shown() const { return shown_; }
 
-  /// The options of every request for permission, in order.
+  /// The options of all authorization requests, in order.
   const std::vector<AuthorizationOptions>& authorizationRequests() const {
     return authorizationRequests_;
   }

@@ -1,4 +1,4 @@
-// A pasteboard that only this program sees.
+// A fake pasteboard that records its contents.
 
 #pragma once
 
@@ -15,13 +15,13 @@ class MemoryPasteboard final : public Pasteboard {
  public:
   void setString(std::string text) override { history_.push_back(std::move(text)); }
 
-  /// What the pasteboard holds; nothing before the first text.
+  /// The current contents; absent before the first text.
   std::optional<std::string> string() const {
     if (history_.empty()) return std::nullopt;
     return history_.back();
   }
 
-  /// Every text that has been put on it, in order.
+  /// All texts that were set, in order.
   const std::vector<std::string>& history() const { return history_; }
 
  private:

@@ -1,4 +1,4 @@
-// The whole platform in memory. Nothing happens before its owner drains the queues.
+// The complete in-memory platform. Tasks run only when the owner drains the queues.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Child processes that only pretend to run: a handler says what each prints and how it ends.
+// Fake child processes: a handler provides the output and exit status of each.
 
 #pragma once
 
@@ -16,15 +16,15 @@
 
 namespace quillmar {
 
-/// What becomes of a launched process.
+/// The outcome of a process.
 struct ScriptedRun {
   std::string standardOutput;
   int exitStatus = 0;
-  /// When set, the launch fails with it and nothing runs.
+  /// If set, the launch fails with this error.
   std::optional<Error> launchError = std::nullopt;
-  /// When set, reading the output fails with it.
+  /// If set, reading the output fails with this error.
   std::optional<Error> readError = std::nullopt;
-  /// Follows the standard output when the process joins them.
+  /// Appended to the standard output if the process merges them.
   std::string standardError = {};
 };
 
@@ -33,18 +33,18 @@ class MemoryProcesses final : public Processes {
  public:
   using Handler = std::function<ScriptedRun(const Process&)>;
 
-  /// Without a handler every process prints nothing and succeeds.
+  /// Without a handler, every process succeeds without output.
   explicit MemoryProcesses(Handler handler = {});
 
-  /// Replaces the handler; not while another thread launches.
+  /// Replaces the handler. Must not be called while another thread launches a process.
   void setHandler(Handler handler) { handler_ = std::move(handler); }
 
   Result<std::unique_ptr<RunningProcess>> launch(const Process& process) override;
 
-  /// Every process for which a launch was tried, in order, failed ones too.
+  /// All processes passed to launch(), in order, including failed launches.
   std::vector<Process> launched() const;
 
-  /// How many launched processes nobody has waited for: zombies, if they were real.
+  /// Number of launched processes without a call of waitForExit(): zombies on a real system.
   std::size_t unreapedCount() const { return *unreaped_; }
 
  private:

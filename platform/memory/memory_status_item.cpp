@@ -8,7 +8,7 @@ namespace quillmar {
 
 namespace {
 
-/// Null when no entry that can be chosen has this path.
+/// Null if no enabled entry has this path.
 const ActionEntry* findAction(const Menu& menu, std::span<const std::string> path) {
   if (path.empty()) return nullptr;
   for (const MenuEntry& entry : menu.entries) {

@@ -1,5 +1,5 @@
-// A status item that nobody sees: it keeps what it is given, and tests and the command line choose
-// entries from it as a user would. Main thread.
+// A status item in memory. Tests and the command line choose its entries as a user would. Main
+// thread.
 
 #pragma once
 
@@ -19,30 +19,30 @@ class MemoryStatusItem final : public StatusItem {
   /// Titles from the menu's top down to the entry.
   using Path = std::vector<std::string>;
 
-  /// The menu as it was when somebody opened it.
+  /// The menu at the time it was opened.
   struct OpenMenu {
     std::size_t generation = 0;
   };
 
-  /// Actions run in turns of `mainQueue`.
+  /// Actions run as tasks of `mainQueue`.
   explicit MemoryStatusItem(TaskQueue& mainQueue);
 
   void setImage(std::optional<Image> image) override { image_ = std::move(image); }
   void setMenu(Menu menu) override;
 
-  // What is shown.
+  // State shown.
 
   const std::optional<Image>& image() const { return image_; }
   const Menu& menu() const { return current_; }
-  /// How many menus have been set.
+  /// Number of menus set so far.
   std::size_t menuCount() const { return generation_; }
 
-  // The user's hand.
+  // Events from the user.
 
   OpenMenu open() const { return {generation_}; }
 
-  /// Chooses the first enabled entry at the path. False when there is none, or when the menu has
-  /// been replaced more than once since it was opened.
+  /// Chooses the first enabled entry at the path. Returns false if there is none, or if the menu
+  /// was replaced more than once since it was opened.
   bool click(OpenMenu opened, const Path& path, Activation activation = {});
   bool click(const Path& path) { return click(open(), path); }
 
@@ -52,7 +52,7 @@ class MemoryStatusItem final : public StatusItem {
   Menu current_;
   Menu previous_;
   std::size_t generation_ = 0;
-  /// What tasks that wait in the queue look back through: gone when this object is.
+  /// Lets queued tasks detect that this object was destroyed.
   std::shared_ptr<MemoryStatusItem*> self_;
 };
 

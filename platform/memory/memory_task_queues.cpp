@@ -6,7 +6,7 @@ namespace quillmar {
 
 namespace {
 
-/// Appends its tasks to the queue that all concurrent queues share.
+/// Appends its tasks to the queue shared by all concurrent queues.
 class MemoryConcurrentQueue final : public ConcurrentQueue {
  public:
   MemoryConcurrentQueue(std::shared_ptr<MemoryTaskQueue> tasks,
@@ -55,7 +55,7 @@ void MemoryTaskQueue::runUntil(const std::function<bool()>& done) {
   }
 }
 
-/// The oldest task; releases the lock, so that the task can hand over others.
+/// Removes and returns the oldest task. Releases the lock, so that the task can append others.
 TaskQueue::Task MemoryTaskQueue::take(std::unique_lock<std::mutex>& lock) {
   Task task = std::move(tasks_.front());
   tasks_.pop_front();

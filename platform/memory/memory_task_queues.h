@@ -1,5 +1,4 @@
-// Task queues that run their tasks when they are told to: the command line's main loop, and queues
-// for tests in which nothing happens before the test says so.
+// Manually driven task queues, for the main loop of the command line and for tests.
 
 #pragma once
 
@@ -17,19 +16,19 @@
 
 namespace quillmar {
 
-/// A queue that its owner drains. Tasks come from any thread; they run, in the order in which they
-/// were handed over, on whichever thread calls one of the run functions. A task may call these too.
+/// A queue that its owner drains. Tasks are appended from any thread and run in order on the thread
+/// that calls a run function. A task may call the run functions too.
 class MemoryTaskQueue final : public TaskQueue {
  public:
   void async(Task task) override;
 
   std::size_t pendingCount() const;
 
-  /// Runs the tasks that wait and those handed over meanwhile until none is left; returns how many
-  /// have run.
+  /// Runs tasks until the queue is empty, including those appended meanwhile. Returns the number of
+  /// tasks run.
   std::size_t runPending();
 
-  /// Runs tasks, sleeping while there are none, until `done` says true. `done` is asked at the
+  /// Runs tasks, and waits while there are none, until `done` returns true. `done` is called at the
   /// start and after each task, on the calling thread.
   void runUntil(const std::function<bool()>& done);
 
@@ -41,18 +40,19 @@ class MemoryTaskQueue final : public TaskQueue {
   std::deque<Task> tasks_;
 };
 
-/// A main queue and concurrent queues, all drained by the owner. The tasks of all concurrent queues
-/// wait in one line, so that their order is fixed; they stay there when their queue is destroyed.
+/// A main queue and concurrent queues, all drained by the owner. All concurrent queues share one
+/// queue of tasks, so that the order is deterministic. Tasks remain in it when their concurrent
+/// queue is destroyed.
 class MemoryTaskQueues final : public TaskQueues {
  public:
   MemoryTaskQueue& mainQueue() override { return main_; }
   std::unique_ptr<ConcurrentQueue> makeConcurrentQueue(
       ConcurrentQueueAttributes attributes) override;
 
-  /// Makes all concurrent queues refuse further tasks with this error, or accept them again.
+  /// Makes all concurrent queues reject further tasks with this error, or accept them again.
   void setConcurrentError(std::optional<Error> error) { *concurrentError_ = std::move(error); }
 
-  /// The line of all concurrent queues' tasks.
+  /// The shared queue of all concurrent tasks.
   MemoryTaskQueue& concurrentTasks() { return *concurrent_; }
 
   /// Runs the main queue's tasks, as MemoryTaskQueue::runPending().
@@ -61,10 +61,10 @@ class MemoryTaskQueues final : public TaskQueues {
   /// Runs the main queue's tasks, as MemoryTaskQueue::runUntil().
   void runUntil(const std::function<bool()>& done) { main_.runUntil(done); }
 
-  /// Runs the tasks of all queues, the main queue's first each time, until none is left.
+  /// Runs the tasks of all queues until they are empty, giving priority to the main queue.
   void runAll();
 
-  /// The attributes of every concurrent queue made so far, in order.
+  /// The attributes of all concurrent queues created so far, in order.
   const std::vector<ConcurrentQueueAttributes>& concurrentQueues() const { return attributes_; }
 
  private:

@@ -1,4 +1,4 @@
-// Updaters that only count what is asked of them.
+// Fake updaters that count calls.
 
 #pragma once
 
@@ -10,10 +10,10 @@
 namespace quillmar {
 
 struct MemoryUpdaters final : Updaters {
-  /// For every updater made, whether it was started.
+  /// For each created updater, whether it was started.
   std::vector<bool> made;
   int checks = 0;
-  /// The choice that is kept, whichever updater it was made with.
+  /// The stored setting, shared by all updaters.
   bool automaticallyChecks = false;
 
   std::unique_ptr<Updater> makeUpdater(bool startingUpdater) override {

@@ -1,4 +1,4 @@
-// The entry of a made-up user.
+// A fake user database.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// The folders of a made-up user.
+// Fake user directories.
 
 #pragma once
 

@@ -15,7 +15,7 @@ namespace quillmar {
 
 namespace {
 
-/// Reads from a view what a user sees of it.
+/// Reads the visible state of a view.
 class Painter final : public ViewVisitor {
  public:
   static MemoryWidget paint(View& view) {

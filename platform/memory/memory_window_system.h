@@ -1,4 +1,4 @@
-// A screen in memory. It keeps what each window and widget shows, for tests to look at; tests act
+// A screen in memory. It records what each window and widget shows, for tests to inspect. Tests act
 // as the user through the functions of the widget model. Main thread.
 
 #pragma once
@@ -19,20 +19,20 @@
 
 namespace quillmar {
 
-/// What a user sees of one widget.
+/// The visible state of one widget.
 struct MemoryWidget {
   /// Text of a label or a field, title of a button, name of an image.
   std::string text;
   std::string placeholder;
   bool enabled = true;
   bool hidden = false;
-  /// In a field: what is typed is taken.
+  /// For a field: whether it is editable.
   bool editable = true;
   bool isDefaultButton = false;
-  /// What a screen reader calls it.
+  /// The name reported to screen readers.
   std::string accessibilityLabel;
   AccessibilityRole accessibilityRole = AccessibilityRole::group;
-  /// In a view that scrolls: where it was moved last.
+  /// For a scroll view: the last scroll step.
   std::optional<ScrollStep> scrolledTo;
 
   bool operator==(const MemoryWidget&) const = default;
@@ -46,11 +46,11 @@ class MemoryWindowSystem final : public WindowSystem {
     Activation activation;
   };
 
-  /// Actions of menus run in turns of `mainQueue`.
+  /// Menu actions run as tasks of `mainQueue`.
   explicit MemoryWindowSystem(TaskQueue& mainQueue);
   ~MemoryWindowSystem() override;
 
-  /// Set: every call fails with it.
+  /// If set, every call fails with this error.
   std::optional<Error> failure;
 
   Result<std::unique_ptr<WindowPeer>> makeWindowPeer(Window& window) override;
@@ -59,33 +59,33 @@ class MemoryWindowSystem final : public WindowSystem {
                          std::function<void(const ActionEntry& entry)> choose) override;
   Result<std::unique_ptr<StatusItem>> makeEmbeddedStatusItem() override;
 
-  // What is on the screen.
+  // State on the screen.
 
   /// Back to front.
   const std::vector<Window*>& windows() const { return windows_; }
   Window* frontWindow() const { return windows_.empty() ? nullptr : windows_.back(); }
   /// The activation with which the front window was shown.
   const Activation& lastActivation() const { return lastActivation_; }
-  /// Title of a window that is on the screen.
+  /// Title shown for a visible window.
   const std::string& titleOnScreen(const Window& window) const;
   bool resizableOnScreen(const Window& window) const;
   const Size& minimumSizeOnScreen(const Window& window) const;
   bool placedInMiddle(const Window& window) const;
 
-  /// Absent for a view that has no widget.
+  /// Absent if the view has no peer.
   const MemoryWidget* widget(const View& view) const;
-  /// How many there are in all windows.
+  /// Number of widgets in all windows.
   std::size_t widgetCount() const { return widgets_.size(); }
-  /// What the keyboard goes to: the first responder, as long as its widget can have the focus.
+  /// The view with the keyboard focus: the first responder, if it accepts input.
   View* focused(const Window& window) const;
 
   const std::optional<PopUp>& popUp() const { return popUp_; }
-  /// Those that are shown, oldest first.
+  /// The visible ones, oldest first.
   const std::vector<MemoryStatusItem*>& embeddedStatusItems() const { return embedded_; }
 
-  // The user.
+  // Events from the user.
 
-  /// Chooses the first entry at the path of the menu that is open, and closes the menu; false when
+  /// Chooses the first entry at the path in the open menu and closes the menu. Returns false if
   /// there is none.
   bool chooseFromPopUp(const MemoryStatusItem::Path& path);
 
@@ -110,7 +110,7 @@ class MemoryWindowSystem final : public WindowSystem {
   std::map<const View*, MemoryWidget> widgets_;
   Activation lastActivation_;
   std::optional<PopUp> popUp_;
-  /// The menu that is open, as one that can be clicked.
+  /// The open menu, as a status item that can be clicked.
   std::unique_ptr<MemoryStatusItem> popUpItem_;
   std::vector<MemoryStatusItem*> embedded_;
 };

@@ -1,4 +1,4 @@
-// A workspace that only remembers what it was to open.
+// A fake workspace that records what it opens.
 
 #pragma once
 
@@ -13,9 +13,9 @@
 namespace quillmar {
 
 struct MemoryWorkspace final : Workspace {
-  /// Set: everything fails with it.
+  /// If set, every call fails with this error.
   std::optional<Error> error;
-  /// Title and command line of what was opened in a terminal.
+  /// Title and command line of each opened terminal.
   std::vector<std::pair<std::string, std::string>> opened;
   std::vector<std::string> openedURLs;
 

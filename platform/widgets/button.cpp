@@ -16,7 +16,7 @@ bool Button::key(const KeyPress& press) {
 
 void Button::press() {
   if (!takesInput() || !onPress_) return;
-  // A copy: the handler may destroy this button.
+  // Called on a copy, because the handler may destroy this button.
   const auto onPress = onPress_;
   onPress();
 }

@@ -1,4 +1,4 @@
-// A button that does something when it is pressed.
+// A push button or a link.
 
 #pragma once
 
@@ -14,7 +14,7 @@ namespace quillmar {
 
 enum class ButtonStyle {
   push,
-  /// Without a border, its title in the colour of links.
+  /// Without a border; the title has the link colour.
   link,
 };
 
@@ -31,27 +31,27 @@ class Button final : public View {
   const std::string& title() const { return title_; }
   void setTitle(std::string title) { set(title_, std::move(title)); }
 
-  /// A button keeps its style for life.
+  /// Fixed at construction.
   ButtonStyle style() const { return style_; }
 
   const Font& font() const { return font_; }
   void setFont(const Font& font) { set(font_, font); }
 
-  /// The key that presses the button from anywhere in the window. Return makes it the default
-  /// button, which is drawn as such, Escape the cancel button.
+  /// The key that presses the button from anywhere in the window. A button for Return is the
+  /// default button and drawn as such; a button for Escape is the cancel button.
   const std::optional<KeyEquivalent>& keyEquivalent() const { return keyEquivalent_; }
   void setKeyEquivalent(std::optional<KeyEquivalent> key) { set(keyEquivalent_, std::move(key)); }
 
-  // The user.
+  // Events from the user.
 
   bool acceptsFirstResponder() const override { return takesInput(); }
 
-  /// Return and space press it.
+  /// Return and space press the button.
   bool key(const KeyPress& press) override;
 
   void press();
 
-  // Handlers.
+  // Callbacks.
 
   void setOnPress(std::function<void()> onPress) { onPress_ = std::move(onPress); }
 

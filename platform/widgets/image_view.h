@@ -1,4 +1,4 @@
-// A picture, scaled into the view's stated size.
+// An image, scaled to fit the view's size.
 
 #pragma once
 
@@ -12,7 +12,7 @@ namespace quillmar {
 
 class ImageView final : public View {
  public:
-  /// `image` absent: an empty place.
+  /// If `image` is absent, the view is empty but keeps its size.
   explicit ImageView(std::optional<Image> image) : image_(std::move(image)) {}
 
   void accept(ViewVisitor& visitor) override;

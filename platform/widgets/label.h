@@ -1,4 +1,4 @@
-// A text that the program shows. It is plain text: no markup, no mnemonics.
+// Static text. It is plain text, without markup or mnemonics.
 
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace quillmar {
 
-/// Colours by their meaning; the desktop's palette says what they look like.
+/// Semantic colours; the desktop's palette defines the actual ones.
 enum class TextColor { label, secondaryLabel };
 
 enum class TextAlignment { leading, center };
@@ -33,8 +33,8 @@ class Label final : public View {
   TextAlignment alignment() const { return alignment_; }
   void setAlignment(TextAlignment alignment) { set(alignment_, alignment); }
 
-  /// A wrapping label fills its width with as many lines as the text needs, and breaks words that
-  /// are longer than a line.
+  /// A wrapping label uses its full width and as many lines as needed. It breaks words that are
+  /// longer than a line.
   bool wraps() const { return wraps_; }
   void setWraps(bool wraps) { set(wraps_, wraps); }
 

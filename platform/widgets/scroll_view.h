@@ -1,5 +1,5 @@
-// A view that scrolls its content vertically. It is as tall as the content while there is room on
-// the screen, or has its stated height. It scrolls to the view that gets the focus.
+// A view that scrolls its content vertically. It is as tall as its content, limited by the screen,
+// unless a height is set. It scrolls to the view that gets the focus.
 
 #pragma once
 
@@ -20,9 +20,10 @@ class ScrollView final : public View {
 
   View& content() const { return *content_; }
 
-  // The user.
+  // Events from the user.
 
-  /// The page keys, Home and End scroll. A window passes them on when no other view uses them.
+  /// Page Up, Page Down, Home and End scroll. The window forwards these keys if no other view uses
+  /// them.
   bool key(const KeyPress& press) override;
 
  private:

@@ -1,4 +1,4 @@
-// Views in a row or a column, and the space that pushes them apart.
+// Arranges views in a row or a column, with optional flexible space between them.
 
 #pragma once
 
@@ -14,9 +14,9 @@ namespace quillmar {
 
 enum class Orientation { horizontal, vertical };
 
-/// Where views lie across the direction of the stack. In a column, leading is the side where lines
-/// begin and trailing the other one; in a row they are the top and the bottom. Fill makes each view
-/// as wide as the column, or as high as the row, up to its maximum size.
+/// Alignment of views across the direction of the stack. In a column, leading is the side where
+/// lines of text begin and trailing the opposite side; in a row they are the top and the bottom.
+/// Fill makes each view as wide as the column, or as high as the row, up to its maximum size.
 enum class StackAlignment { leading, center, trailing, fill };
 
 struct EdgeInsets {
@@ -28,7 +28,7 @@ struct EdgeInsets {
   bool operator==(const EdgeInsets&) const = default;
 };
 
-/// An empty view that takes the room that is left in its stack.
+/// An empty view that takes the remaining space of its stack.
 class FlexibleSpace final : public View {
  public:
   void accept(ViewVisitor& visitor) override;
@@ -41,10 +41,10 @@ class StackView final : public View {
   void accept(ViewVisitor& visitor) override;
   std::vector<View*> subviews() const override;
 
-  /// A stack keeps its orientation for life.
+  /// Fixed at construction.
   Orientation orientation() const { return orientation_; }
 
-  /// Appends a new view.
+  /// Creates a view and appends it.
   template <class Kind, class... Arguments>
   Kind& add(Arguments&&... arguments) {
     auto view = std::make_unique<Kind>(std::forward<Arguments>(arguments)...);
@@ -53,14 +53,14 @@ class StackView final : public View {
     return added;
   }
 
-  /// Destroys a view of this stack.
+  /// Removes and destroys a view of this stack.
   void remove(View& view);
 
-  /// Between neighbours.
+  /// Space between adjacent views.
   double spacing() const { return spacing_; }
   void setSpacing(double spacing) { set(spacing_, spacing); }
 
-  /// In place of the spacing after this view of the stack.
+  /// Overrides the spacing after this view of the stack.
   void setCustomSpacing(double spacing, const View& after);
   double spacingAfter(const View& view) const;
 

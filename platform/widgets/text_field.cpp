@@ -11,10 +11,10 @@ void TextField::accept(ViewVisitor& visitor) {
 void TextField::type(const std::string& text) {
   const std::string before = text_;
   if (takesInput() && editable_) setText(text);
-  // The real field may show another text already.
+  // The real field may already show the rejected text.
   if (text != text_ && peer() != nullptr) peer()->viewChanged();
   if (text_ == before || !onEdit_) return;
-  // Copies: the handler may destroy this field.
+  // Copies, because the handler may destroy this field.
   const auto onEdit = onEdit_;
   const std::string edited = text_;
   onEdit(edited);

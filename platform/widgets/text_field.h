@@ -1,4 +1,4 @@
-// One line of text that the user edits. Line breaks in what is set or pasted become spaces.
+// An editable line of text. Line breaks in set or pasted text become spaces.
 
 #pragma once
 
@@ -26,24 +26,24 @@ class TextField final : public View {
   const std::string& placeholder() const { return placeholder_; }
   void setPlaceholder(std::string placeholder) { set(placeholder_, std::move(placeholder)); }
 
-  /// False for a text that one may select and copy but not change.
+  /// If false, the user can select and copy the text but not change it.
   bool editable() const { return editable_; }
   void setEditable(bool editable) { set(editable_, editable); }
 
   const Font& font() const { return font_; }
   void setFont(const Font& font) { set(font_, font); }
 
-  // The user.
+  // Events from the user.
 
   bool acceptsFirstResponder() const override { return takesInput(); }
 
-  /// The user has edited the field, so that it would now hold `text`. Does nothing, and the field
-  /// keeps its text, while the user can't edit it.
+  /// The user edited the field and its text would become `text`. If the field does not accept input
+  /// or is not editable, it keeps its text.
   void type(const std::string& text);
 
-  // Handlers.
+  // Callbacks.
 
-  /// After each edit of the user that changed the text.
+  /// Called after each edit by the user that changed the text.
   void setOnEdit(std::function<void(const std::string& text)> onEdit) {
     onEdit_ = std::move(onEdit);
   }

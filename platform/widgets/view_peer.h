@@ -1,5 +1,5 @@
-// What shows a view or a window on the screen; made by a window system. A peer reads the state of
-// its view and calls the view's functions for what the user does. The view owns the peer; it may
+// Peers show views and windows on the screen. A window system creates them. A peer reads the state
+// of its view and calls the view's functions for user events. The view owns the peer and may
 // destroy it during such a call. Main thread.
 
 #pragma once
@@ -8,20 +8,21 @@
 
 namespace quillmar {
 
-/// How far a view scrolls.
+/// How far to scroll.
 enum class ScrollStep { pageUp, pageDown, beginning, end };
 
 class ViewPeer {
  public:
   virtual ~ViewPeer() = default;
 
-  /// The view's state has changed: show it.
+  /// The view's state has changed.
   virtual void viewChanged() = 0;
 
   /// Subviews were added or removed; new ones have no peers yet.
   virtual void subviewsChanged() {}
 
-  /// The user scrolls. True when the view can scroll, even if it is at its end.
+  /// The user scrolls with the keyboard. Returns true if the view can scroll, even if it is at its
+  /// end.
   virtual bool scroll(ScrollStep /*step*/) { return false; }
 };
 
@@ -32,14 +33,14 @@ class WindowPeer {
   /// The window's state or content view has changed.
   virtual void windowChanged() = 0;
 
-  /// The program made another view the first responder, or none.
+  /// Another view, or none, has become the first responder.
   virtual void firstResponderChanged() = 0;
 
-  /// Brings the window to the screen if it is not there, in front of the others and with the focus;
-  /// centred if the window asks for that.
+  /// Shows the window, raises it and gives it the focus; centres it if Window::takeCenters()
+  /// says so.
   virtual void show(const Activation& activation) = 0;
 
-  /// Takes the window off the screen.
+  /// Hides the window.
   virtual void hide() = 0;
 };
 

@@ -1,4 +1,4 @@
-// One function for each kind of view.
+// A visitor with one function for each type of view.
 
 #pragma once
 

@@ -11,7 +11,7 @@ namespace quillmar {
 
 namespace {
 
-/// Calls `see` for the view and all views in it, in reading order.
+/// Calls `see` for the view and all its descendants, in reading order.
 template <class See>
 void walk(View& view, const See& see) {
   see(view);
@@ -24,7 +24,7 @@ Window::Window(WindowSystem& windowSystem) : windowSystem_(windowSystem) {}
 
 Window::~Window() {
   delegate_ = nullptr;
-  // A sheet's delegate may have begun another one.
+  // The delegate of a sheet may begin another sheet.
   while (sheet_ != nullptr) sheet_->close();
   leaveSheetParent();
   contentView_.reset();
@@ -145,7 +145,8 @@ bool Window::scroll(const KeyPress& press) {
   return isDone;
 }
 
-/// From no first responder to the first or the last one, and round at the ends.
+/// Moves the focus to the next or previous view and wraps around. Without a first responder, starts
+/// at the first or last view.
 bool Window::moveFocus(int step) {
   const std::vector<View*> views = keyViews();
   if (views.empty()) return false;

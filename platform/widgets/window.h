@@ -1,8 +1,8 @@
 // A window: a title and one tree of views.
 //
-// A window is built without a screen and gets a peer, from its window system, when it is first
-// shown. It keeps its content while it is closed and can be shown again. A handler may close its
-// own window, and may destroy it. Main thread.
+// A window is built without a screen. Its window system creates its peer when it is first shown. A
+// closed window keeps its content and can be shown again. A callback may close or destroy its own
+// window. Main thread.
 
 #pragma once
 
@@ -24,7 +24,7 @@ class Button;
 class Window;
 class WindowSystem;
 
-/// In device-independent pixels.
+/// A size in device-independent pixels.
 struct Size {
   double width = 0;
   double height = 0;
@@ -34,7 +34,7 @@ struct Size {
 
 enum class WindowLevel {
   normal,
-  /// In front of the normal windows of all programs.
+  /// Above the normal windows of all programs.
   floating,
 };
 
@@ -42,9 +42,8 @@ class WindowDelegate {
  public:
   virtual ~WindowDelegate() = default;
 
-  /// The user or the program closes the window. It takes no more input, has left the screen, and is
-  /// no longer the sheet of another window. The delegate may show or destroy it, and may begin
-  /// another sheet.
+  /// Called when the user or the program closes the window, after it is hidden and detached from
+  /// its sheet parent. The delegate may show or destroy the window, and may begin another sheet.
   virtual void windowWillClose(Window& window) = 0;
 };
 
@@ -61,34 +60,35 @@ class Window {
   const std::string& title() const { return title_; }
   void setTitle(std::string title) { set(title_, std::move(title)); }
 
-  /// A minimum: a window whose content needs more gets more, as far as the screen goes. A resizable
-  /// window has this size when it is first shown.
+  /// The minimum size of the content. The window grows if its content needs more space, up to the
+  /// size of the screen. For a resizable window, this is the initial size.
   const Size& contentSize() const { return contentSize_; }
   void setContentSize(const Size& size) { set(contentSize_, size); }
 
-  /// The user can change the size of the window, minimize and maximize it.
+  /// If true, the user can resize, minimize and maximize the window.
   bool resizable() const { return resizable_; }
   void setResizable(bool resizable) { set(resizable_, resizable); }
 
-  /// The user cannot make the window smaller than this, or than its content needs.
+  /// The smallest size that the user can choose. The window is never smaller than its content
+  /// needs.
   const Size& minimumContentSize() const { return minimumContentSize_; }
   void setMinimumContentSize(const Size& size) { set(minimumContentSize_, size); }
 
   WindowLevel level() const { return level_; }
   void setLevel(WindowLevel level) { set(level_, level); }
 
-  /// Escape closes a window without a cancel button, if set.
+  /// If true, Escape closes the window, unless it has a cancel button.
   bool closesOnEscape() const { return closesOnEscape_; }
   void setClosesOnEscape(bool closes) { closesOnEscape_ = closes; }
 
-  /// For windows that ask a question: the window ignores clicks that come so soon after it appears
-  /// that the user cannot have read it.
+  /// If true, the window ignores clicks right after it appears, before the user can have read it.
+  /// For windows that ask a question.
   bool ignoresEarlyClicks() const { return ignoresEarlyClicks_; }
   void setIgnoresEarlyClicks(bool ignores) { set(ignoresEarlyClicks_, ignores); }
 
   View* contentView() const { return contentView_.get(); }
 
-  /// Makes a new view the content, in place of the one before.
+  /// Creates a view and makes it the content; destroys the previous content.
   template <class Kind, class... Arguments>
   Kind& setContent(Arguments&&... arguments) {
     auto view = std::make_unique<Kind>(std::forward<Arguments>(arguments)...);
@@ -102,57 +102,56 @@ class Window {
 
   // On the screen.
 
-  /// The next show() puts the window in the middle of the screen, a little lower if it would cover
-  /// another one of the program. Some desktops do not let programs place their windows.
+  /// Makes the next show() centre the window on the screen, a little lower if it would cover
+  /// another window of the program. Some desktops do not let programs place their windows.
   void center() { centers_ = true; }
 
-  /// Shows the window, or brings it forward, with the focus. The first time, a window without a
-  /// first responder makes its default button that. Fails when there is no screen to show it on or
-  /// nothing to show it with.
+  /// Shows the window, raises it and gives it the focus. The first time, the default button becomes
+  /// the first responder if there is none. Fails if there is no display or no window system.
   Result<void> show(const Activation& activation);
 
-  /// Takes the window off the screen, after its sheet. Does nothing when the window is not there.
+  /// Closes the window's sheet, then hides the window. Does nothing if the window is not visible.
   void close();
 
   bool visible() const { return visible_; }
 
-  /// Shows `sheet` on top of this window, which takes no input until the sheet is closed. One at a
-  /// time: precondition: no sheet is open. The sheet is not owned. It closes with this window, and
-  /// when this window is destroyed.
+  /// Shows `sheet` above this window, which accepts no input until the sheet is closed. The sheet
+  /// is not owned. It is closed when this window is closed or destroyed. Precondition: no sheet is
+  /// open.
   Result<void> beginSheet(Window& sheet, const Activation& activation);
   Window* sheet() const { return sheet_; }
-  /// The window that this one is open as a sheet of.
+  /// The window whose sheet this window is; null if it is not an open sheet.
   Window* sheetParent() const { return sheetParent_; }
 
   View* firstResponder() const { return firstResponder_; }
-  /// `view` is one of this window's, or null for none.
+  /// `view` must belong to this window; null for no first responder.
   void makeFirstResponder(View* view);
 
-  /// The first button of the window that Return presses, or Escape, whether or not it takes input
-  /// now; null for none.
+  /// The first button whose key equivalent is Return or Escape, even if it does not accept input
+  /// now; null if there is none.
   Button* defaultButton() const;
   Button* cancelButton() const;
 
-  // The user.
+  // Events from the user.
 
-  /// True while the user can do something to the window: it is open and no sheet covers it.
+  /// True if the window accepts input: it is open and no sheet covers it.
   bool takesInput() const { return visible_ && sheet_ == nullptr; }
 
-  /// The user pressed a key in the window. The first responder has it first; then it moves the
-  /// focus (Tab), presses the button whose key equivalent it is, scrolls, or closes the window.
-  /// True when it did any of that.
+  /// The user pressed a key in the window. The first responder is asked first. Otherwise the key
+  /// moves the focus (Tab), presses the button with that key equivalent, scrolls, or closes the
+  /// window. Returns true if the key was handled.
   bool key(const KeyPress& press);
 
-  /// The user moved the focus to a view of this window, or away from all (null).
+  /// The user moved the focus to a view of this window, or to none (null).
   void focus(View* view);
 
-  /// The user closed the window with its title bar.
+  /// The user clicked the close button of the title bar.
   void performClose();
 
   // For window systems.
 
   WindowPeer* peer() const { return peer_.get(); }
-  /// True once for each center().
+  /// Returns whether center() was called since the last call of this function.
   bool takeCenters() { return std::exchange(centers_, false); }
   /// All views that Tab can stop at now, in reading order.
   std::vector<View*> keyViews() const;
@@ -167,13 +166,13 @@ class Window {
     if (peer_) peer_->windowChanged();
   }
   void setContentView(std::unique_ptr<View> view);
-  /// If this window is a sheet, its parent takes input again.
+  /// Detaches this window from its sheet parent, which then accepts input again.
   void leaveSheetParent();
-  /// The first button whose key equivalent meets the condition.
+  /// The first button whose key equivalent satisfies the condition.
   template <class Condition>
   Button* buttonFor(const Condition& wanted) const;
   bool moveFocus(int step);
-  /// Hands the press to the first view that scrolls with it.
+  /// Forwards the key press to the first scroll view that handles it.
   bool scroll(const KeyPress& press);
   void viewWillBeDestroyed(const View& view);
 
@@ -193,7 +192,7 @@ class Window {
   WindowDelegate* delegate_ = nullptr;
   Window* sheet_ = nullptr;
   Window* sheetParent_ = nullptr;
-  /// Expires with the window.
+  /// Expires when the window is destroyed.
   std::shared_ptr<Window*> self_ = std::make_shared<Window*>(this);
 };
 
