@@ -84,12 +84,18 @@ TEST_F(PopUpMenuTest, FarFromAPositionThatIsWrongItOpensAtThePointer) {
   EXPECT_EQ(allMenus().front()->pos(), QPoint(400, 10));
 }
 
-TEST_F(PopUpMenuTest, AtTheEndOfTheScreenItOpensUpwards) {
+TEST_F(PopUpMenuTest, AMenuThatDoesNotFitBelowThePositionOpensAboveItWhereverThePointerIs) {
   const QRect screen = QGuiApplication::primaryScreen()->geometry();
-  QCursor::setPos(screen.bottomRight());
-  popUp("First", ScreenPoint{screen.right(), screen.bottom()});
-  EXPECT_TRUE(screen.contains(allMenus().front()->frameGeometry()));
-  EXPECT_LT(allMenus().front()->frameGeometry().bottom(), screen.bottom());
+  const QPoint position = screen.bottomRight() - QPoint(0, 10);
+  for (const QPoint pointer : {position, position - QPoint(5, 5), position + QPoint(0, 5)}) {
+    QCursor::setPos(pointer);
+    popUp("First", ScreenPoint{position.x(), position.y()});
+    const QRect menu = allMenus().front()->frameGeometry();
+    EXPECT_TRUE(screen.contains(menu));
+    EXPECT_EQ(menu.bottom(), position.y() - 1);
+    allMenus().front()->close();
+    handleReadyEvents();
+  }
 }
 
 TEST_F(PopUpMenuTest, ASecondRequestForAPositionClosesIt) {

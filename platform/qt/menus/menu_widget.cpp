@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QPalette>
+#include <QScreen>
 #include <variant>
 
 #include "platform/qt/images/image_icons.h"
@@ -97,6 +98,13 @@ void fillMenu(ScrollingMenu& widget, const Menu& menu, const MenuChoice& choice)
 void openAt(QPoint point, QMenu& widget) {
   while (QWidget* const open = QApplication::activePopupWidget()) {
     if (!open->close()) break;
+  }
+  const QScreen* const screen = QGuiApplication::screenAt(point);
+  const int height = widget.sizeHint().height();
+  // The toolkit opens a menu above the point only if the pointer is there, too. Elsewhere it moves
+  // the menu over the point.
+  if (screen != nullptr && point.y() + height > screen->availableGeometry().bottom() + 1) {
+    point.ry() -= height;
   }
   widget.popup(point);
 }

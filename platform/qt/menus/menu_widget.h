@@ -22,7 +22,7 @@ struct MenuChoice {
 /// Fills the toolkit's menu with the entries.
 void fillMenu(ScrollingMenu& widget, const Menu& menu, const MenuChoice& choice);
 
-/// Opens the menu with a corner at the point, so that it is on the screen. Every other menu of the
+/// Opens the menu below the point, or above it where it does not fit below. Every other menu of the
 /// program closes.
 void openAt(QPoint point, QMenu& widget);
 
