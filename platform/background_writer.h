@@ -8,7 +8,6 @@
 #include <functional>
 #include <memory>
 #include <string_view>
-#include <utility>
 
 #include "platform/detached_thread.h"
 
@@ -20,8 +19,8 @@ class BackgroundWriter {
   /// `mostWaitingBytes` are buffered while the stream is blocked.
   explicit BackgroundWriter(
       int descriptor, std::size_t mostWaitingBytes = 1 << 20,
-      StartThread startThread = [](std::function<void()> task) {
-        return startDetachedThread(std::move(task), "log");
+      StartThread startThread = [](const std::function<void()>& task) {
+        return startDetachedThread(task, "log");
       });
 
   /// Does not wait for a thread that is blocked in a write.
