@@ -103,11 +103,12 @@ void CommandRunner::askForInputIfNeeded(const MenuItem& item, Completion complet
 }
 
 void CommandRunner::ask(PromptRequest request, const MenuItem& item, const Completion& completion,
-                        std::function<void(const std::optional<std::string>& text)> goOn) {
+                        std::function<void(const std::optional<std::string>& text)> onConfirm) {
   const Result<void> shown = collaborators_.prompts.show(
-      std::move(request), [completion, goOn = std::move(goOn)](bool confirmed, const auto& text) {
+      std::move(request),
+      [completion, onConfirm = std::move(onConfirm)](bool confirmed, const auto& text) {
         if (confirmed) {
-          goOn(text);
+          onConfirm(text);
         } else if (completion) {
           completion(std::nullopt);
         }

@@ -101,10 +101,10 @@ class CommandRunner {
   Result<void> openInTerminal(const MenuCommand& command, const std::string& title);
 
  private:
-  /// Shows the prompt. If the user confirms, calls `goOn` with the text of the field, if there
+  /// Shows the prompt. If the user confirms, calls `onConfirm` with the text of the field, if there
   /// is one.
   void ask(PromptRequest request, const MenuItem& item, const Completion& completion,
-           std::function<void(const std::optional<std::string>& text)> goOn);
+           std::function<void(const std::optional<std::string>& text)> onConfirm);
   RunResult runByType(const MenuCommand& command, bool loginShell);
   void report(const MenuItem& item, const MenuCommand& command, RunResult result,
               const Preferences& preferences);

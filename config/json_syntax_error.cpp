@@ -151,7 +151,7 @@ bool SyntaxScanner::takeString() {
   const std::size_t start = offset_++;
   while (!at('"')) {
     if (atEnd()) {
-      return fail("the double quote that ends the string begun at " +
+      return fail("a double quote to end the string that starts at " +
                   description(positionAt(json_, start)));
     }
     if (!(at('\\') ? takeEscape() : takeCharacter())) return false;
@@ -211,7 +211,11 @@ bool SyntaxScanner::takeCharacter() {
   UChar32 codePoint = 0;
   U8_NEXT(character.data(), length, static_cast<std::int32_t>(character.size()), codePoint);
   if (codePoint < 0) return fail("UTF-8");
-  if (codePoint < 0x20) return fail("control characters of a string to be escaped");
+  if (codePoint < 0x20) {
+    return fail(
+        "a control character in a string to be written as " + excerpt(json_.substr(offset_, 1)),
+        "the raw character");
+  }
   offset_ += static_cast<std::size_t>(length);
   return true;
 }
@@ -237,7 +241,7 @@ bool SyntaxScanner::takeNumber() {
     if (i < text.size() && (text[i] == '+' || text[i] == '-')) ++i;
     isWellFormed = isWellFormed && takeDigits() > 0;
   }
-  if (!isWellFormed || i < text.size()) return fail("a number as JSON writes it");
+  if (!isWellFormed || i < text.size()) return fail("a valid JSON number");
   if (oversizedNumber_ && !isInRange(text)) oversizedNumber_(text);
   offset_ += text.size();
   return true;

@@ -20,7 +20,7 @@ std::string settingsFilePath(const Environment& environment, const UserDirectori
   if (directory.empty()) {
     const auto supportDirectories = userDirectories.applicationSupportDirectories();
     if (supportDirectories.empty()) {
-      std::fputs("Quillmar stops: there is no folder for programs' own files.\n", stderr);
+      std::fputs("Fatal error: there is no folder for application data.\n", stderr);
       std::abort();
     }
     directory = appendingPathComponent(supportDirectories.front(), "Quillmar");

@@ -66,8 +66,7 @@ class BackgroundWriter::Queue : public std::enable_shared_from_this<Queue> {
       std::string bytes = std::exchange(waiting_, {});
       if (const std::size_t dropped = std::exchange(droppedLines_, 0); dropped > 0) {
         bytes +=
-            "(Lines that were dropped, because the output was blocked: " + std::to_string(dropped) +
-            ")\n";
+            "(Log lines dropped while the output was blocked: " + std::to_string(dropped) + ")\n";
       }
       lock.unlock();
       writeAll(descriptor_, bytes);

@@ -6,23 +6,23 @@ namespace quillmar {
 
 namespace {
 
-bool holdsNull(const std::string& text) {
+bool containsNull(const std::string& text) {
   return text.find('\0') != std::string::npos;
 }
 
 }  // namespace
 
-std::optional<Error> unusableTextIn(const Process& process) {
+std::optional<Error> nullCharacterError(const Process& process) {
   const auto error = [&](const char* where) {
-    return launchError(process.executable, std::string(where) + " holds a U+0000 character");
+    return launchError(process.executable, std::string(where) + " contains a U+0000 character");
   };
-  if (holdsNull(process.executable)) return error("its path");
-  if (holdsNull(process.workingDirectory)) return error("the path of the working directory");
+  if (containsNull(process.executable)) return error("its path");
+  if (containsNull(process.workingDirectory)) return error("the path of the working directory");
   for (const std::string& argument : process.arguments) {
-    if (holdsNull(argument)) return error("an argument");
+    if (containsNull(argument)) return error("an argument");
   }
   for (const auto& [name, value] : process.environment) {
-    if (holdsNull(name) || holdsNull(value)) return error("an environment variable");
+    if (containsNull(name) || containsNull(value)) return error("an environment variable");
   }
   return std::nullopt;
 }

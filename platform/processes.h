@@ -39,7 +39,7 @@ struct Process {
 
 /// The launch error if a path, argument or environment variable contains U+0000, which cannot be
 /// passed to a program; absent otherwise. For backends.
-std::optional<Error> unusableTextIn(const Process& process);
+std::optional<Error> nullCharacterError(const Process& process);
 
 /// The bytes that a child wrote.
 struct ProcessOutput {

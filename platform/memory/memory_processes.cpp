@@ -41,7 +41,7 @@ Result<std::unique_ptr<RunningProcess>> MemoryProcesses::launch(const Process& p
     const std::lock_guard lock(mutex_);
     launched_.push_back(process);
   }
-  if (std::optional<Error> error = unusableTextIn(process)) return *std::move(error);
+  if (std::optional<Error> error = nullCharacterError(process)) return *std::move(error);
   ScriptedRun run = handler_ ? handler_(process) : ScriptedRun{};
   if (run.launchError) return *std::move(run.launchError);
   ProcessOutput output{std::move(run.standardOutput), std::move(run.standardError)};

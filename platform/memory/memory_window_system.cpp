@@ -110,7 +110,7 @@ class MemoryWindowSystem::WindowOnScreen final : public WindowPeer {
     hide();
     screen_.windows_.push_back(&window_);
     screen_.lastActivation_ = activation;
-    if (window_.takeCenters()) screen_.shown_[&window_].inMiddle = true;
+    if (window_.takeCenterRequest()) screen_.shown_[&window_].inMiddle = true;
     firstResponderChanged();
   }
   void hide() override { std::erase(screen_.windows_, &window_); }

@@ -36,7 +36,7 @@ class WindowPeer {
   /// Another view, or none, has become the first responder.
   virtual void firstResponderChanged() = 0;
 
-  /// Shows the window, raises it and gives it the focus; centres it if Window::takeCenters()
+  /// Shows the window, raises it and gives it the focus; centres it if Window::takeCenterRequest()
   /// says so.
   virtual void show(const Activation& activation) = 0;
 

@@ -104,7 +104,7 @@ class Window {
 
   /// Makes the next show() centre the window on the screen, a little lower if it would cover
   /// another window of the program. Some desktops do not let programs place their windows.
-  void center() { centers_ = true; }
+  void center() { centerRequested_ = true; }
 
   /// Shows the window, raises it and gives it the focus. The first time, the default button becomes
   /// the first responder if there is none. Fails if there is no display or no window system.
@@ -152,7 +152,7 @@ class Window {
 
   WindowPeer* peer() const { return peer_.get(); }
   /// Returns whether center() was called since the last call of this function.
-  bool takeCenters() { return std::exchange(centers_, false); }
+  bool takeCenterRequest() { return std::exchange(centerRequested_, false); }
   /// All views that Tab can stop at now, in reading order.
   std::vector<View*> keyViews() const;
 
@@ -184,7 +184,7 @@ class Window {
   Size minimumContentSize_;
   bool resizable_ = false;
   bool ignoresEarlyClicks_ = false;
-  bool centers_ = false;
+  bool centerRequested_ = false;
   bool visible_ = false;
   std::unique_ptr<WindowPeer> peer_;
   std::unique_ptr<View> contentView_;

@@ -150,18 +150,18 @@ TYPED_TEST_P(ProcessesConformance, ANullCharacterInAnyTextIsALaunchErrorThatSays
   const Process good = this->fixture_.printing("", 0);
   Process process = good;
   process.executable += "\0x"s;
-  EXPECT_THAT(this->launchErrorOf(process), HasSubstr("its path holds a U+0000 character."));
+  EXPECT_THAT(this->launchErrorOf(process), HasSubstr("its path contains a U+0000 character."));
   process = good;
   process.arguments.push_back("a\0b"s);
-  EXPECT_THAT(this->launchErrorOf(process), HasSubstr("an argument holds a U+0000 character."));
+  EXPECT_THAT(this->launchErrorOf(process), HasSubstr("an argument contains a U+0000 character."));
   process = good;
   process.environment["NAME"] = "a\0b"s;
   EXPECT_THAT(this->launchErrorOf(process),
-              HasSubstr("an environment variable holds a U+0000 character."));
+              HasSubstr("an environment variable contains a U+0000 character."));
   process = good;
   process.workingDirectory = "/\0"s;
   EXPECT_THAT(this->launchErrorOf(process),
-              HasSubstr("the path of the working directory holds a U+0000 character."));
+              HasSubstr("the path of the working directory contains a U+0000 character."));
 }
 
 REGISTER_TYPED_TEST_SUITE_P(ProcessesConformance, AProgramsOutputAndExitStatusArrive,

@@ -88,9 +88,8 @@ TEST(BackgroundWriter, LinesWithoutRoomAreDroppedAndCounted) {
   writer.writeLine(std::string(80, 'y'));
   writer.writeLine("short");
   thread();
-  EXPECT_EQ(
-      pipe.readUntil(')'),
-      std::string(80, 'x') + "\n(Lines that were dropped, because the output was blocked: 2)");
+  EXPECT_EQ(pipe.readUntil(')'),
+            std::string(80, 'x') + "\n(Log lines dropped while the output was blocked: 2)");
   writer.writeLine("after!");
   thread();
   EXPECT_EQ(pipe.readUntil('!'), "\nafter!");

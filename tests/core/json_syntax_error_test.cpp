@@ -84,9 +84,8 @@ TEST(JsonSyntaxError, TellsWhatOtherNotationsAreNot) {
 TEST(JsonSyntaxError, TellsWhichNumbersAreNone) {
   for (const char* number :
        {"01", "-", "-a", "1.", "1.e5", "1e", "1e+", "0x1F", "1_000", "--1", "1.2.3", "00", "-01"}) {
-    EXPECT_EQ(errorInArray(number),
-              "Line 1, column 2: expected a number as JSON writes it, found \"" +
-                  std::string(number) + "\".");
+    EXPECT_EQ(errorInArray(number), "Line 1, column 2: expected a valid JSON number, found \"" +
+                                        std::string(number) + "\".");
   }
   EXPECT_EQ(errorOf("[+1]"), "Line 1, column 2: expected a value, found \"+1\".");
   EXPECT_EQ(errorOf("[.5]"), "Line 1, column 2: expected a value, found \".5\".");
@@ -103,14 +102,15 @@ TEST(JsonSyntaxError, NumbersThatTheParserRefusesAreNoErrorAndAreHandedOut) {
 
 TEST(JsonSyntaxError, TellsWhatIsWrongInAString) {
   EXPECT_EQ(errorOf("[\n \"abc]"),
-            "Line 2, column 7: expected the double quote that ends the string begun at line 2, "
+            "Line 2, column 7: expected a double quote to end the string that starts at line 2, "
             "column 2, found the end of the document.");
-  EXPECT_EQ(errorOf("[\"a\nb\"]"),
-            "Line 1, column 4: expected control characters of a string to be escaped, found "
-            "\"\\n\".");
+  EXPECT_EQ(
+      errorOf("[\"a\nb\"]"),
+      "Line 1, column 4: expected a control character in a string to be written as \\n, found "
+      "the raw character.");
   EXPECT_EQ(errorOf(std::string("[\"\0\"]", 5)),
-            "Line 1, column 3: expected control characters of a string to be escaped, found "
-            "\"\\u0000\".");
+            "Line 1, column 3: expected a control character in a string to be written as \\u0000, "
+            "found the raw character.");
   EXPECT_EQ(errorOf(R"(["\q"])"),
             "Line 1, column 4: expected one of the characters \" \\ / b f n r t u after the "
             "backslash, found \"q\".");

@@ -134,7 +134,7 @@ using SettingsManagerDeathTest = SettingsManagerTest;
 
 TEST_F(SettingsManagerDeathTest, WithoutAnyApplicationSupportDirectoryTheProgramStops) {
   directories.applicationSupport.clear();
-  EXPECT_DEATH(makeManager(), "there is no folder for programs' own files");
+  EXPECT_DEATH(makeManager(), "there is no folder for application data");
 }
 
 // Loading.

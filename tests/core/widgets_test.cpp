@@ -334,8 +334,8 @@ TEST_F(WidgetsTest, AFieldThatShowsALineBreakIsToldOfItsOneLine) {
 
 TEST_F(WidgetsTest, AWindowIsCentredOncePerRequest) {
   window.center();
-  EXPECT_TRUE(window.takeCenters());
-  EXPECT_FALSE(window.takeCenters());
+  EXPECT_TRUE(window.takeCenterRequest());
+  EXPECT_FALSE(window.takeCenterRequest());
 }
 
 }  // namespace

@@ -143,7 +143,7 @@ TEST_F(CommandRunnerOnLinuxTest, ANullCharacterInAShellCommandIsALaunchError) {
   EXPECT_THAT(notified(),
               ElementsAre(Pair("Title failed",
                                "The program “" + userDatabase.loginShell().value_or("/bin/zsh") +
-                                   "” could not be launched: an argument holds a U+0000 "
+                                   "” could not be launched: an argument contains a U+0000 "
                                    "character.")));
 }
 

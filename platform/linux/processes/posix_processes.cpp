@@ -254,7 +254,7 @@ PosixProcesses::~PosixProcesses() {
 }
 
 Result<std::unique_ptr<RunningProcess>> PosixProcesses::launch(const Process& process) {
-  if (std::optional<Error> error = unusableTextIn(process)) return *std::move(error);
+  if (std::optional<Error> error = nullCharacterError(process)) return *std::move(error);
   const bool isMerged = process.standardError == StandardError::merged;
   Result<Pipe, std::string> output = makePipe();
   if (!output) return launchError(process.executable, output.error());

@@ -205,7 +205,7 @@ void QtWindowPeer::becomeSheet() {
 }
 
 void QtWindowPeer::placeOnScreen() {
-  const bool centers = window_.takeCenters();
+  const bool centers = window_.takeCenterRequest();
   const QRect frame = QRect(QPoint(0, 0), widget_->size()).marginsAdded(frameOf(*widget_));
   const QWindow* const parent = widget_->windowHandle()->transientParent();
   if (!widget_->isVisible() && parent != nullptr) {
