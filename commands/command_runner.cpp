@@ -86,9 +86,9 @@ void CommandRunner::run(const MenuItem& item, Completion completion) {
       [this, item, completion](const auto& /*text*/) { askForInputIfNeeded(item, completion); });
 }
 
-void CommandRunner::askForInputIfNeeded(const MenuItem& item, Completion completion) {
+void CommandRunner::askForInputIfNeeded(const MenuItem& item, const Completion& completion) {
   if (item.command.value.find(inputPlaceholder) == std::string::npos) {
-    execute(item, std::nullopt, std::move(completion));
+    execute(item, std::nullopt, completion);
     return;
   }
 
@@ -121,7 +121,7 @@ void CommandRunner::ask(PromptRequest request, const MenuItem& item, const Compl
 }
 
 void CommandRunner::execute(const MenuItem& item, const std::optional<std::string>& input,
-                            Completion completion) {
+                            const Completion& completion) {
   MenuCommand command = item.command;
   if (input) command.value = replacingEvery(command.value, inputPlaceholder, *input);
 

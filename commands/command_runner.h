@@ -79,7 +79,7 @@ class CommandRunner {
   /// Replaces every placeholder with the input, without quoting, and runs the command or opens it
   /// in a terminal.
   void execute(const MenuItem& item, const std::optional<std::string>& input,
-               Completion completion = nullptr);
+               const Completion& completion = nullptr);
 
   // Command types. Each function blocks until the command ends. Any thread.
 

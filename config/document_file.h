@@ -15,10 +15,10 @@ namespace quillmar {
 /// Decodes the bytes of the file at `path` (config/document_decoder.h). The error names the file.
 /// Main thread.
 Result<QuillmarConfig> decodeFile(const std::string& path, const std::string& bytes,
-                                  std::function<std::string()> makeIdentifier = makeUuid);
+                                  const std::function<std::string()>& makeIdentifier = makeUuid);
 
 /// Reads the file and decodes it.
 Result<QuillmarConfig> readDocument(const FileSystem& files, const std::string& path,
-                                    std::function<std::string()> makeIdentifier = makeUuid);
+                                    const std::function<std::string()>& makeIdentifier = makeUuid);
 
 }  // namespace quillmar

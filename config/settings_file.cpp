@@ -70,11 +70,11 @@ SettingsFile::Contents SettingsFile::contentsOf(std::string_view bytes) {
 }
 
 Result<QuillmarConfig> SettingsFile::load(const std::string& path,
-                                          std::function<std::string()> makeIdentifier) {
+                                          const std::function<std::string()>& makeIdentifier) {
   known_.reset();
   const Result<std::string> bytes = files_.read(path);
   if (!bytes) return bytes.error();
-  Result<QuillmarConfig> decoded = decodeFile(path, bytes.value(), std::move(makeIdentifier));
+  Result<QuillmarConfig> decoded = decodeFile(path, bytes.value(), makeIdentifier);
   known_ = contentsOf(bytes.value());
   isDamaged_ = !decoded.ok();
   return decoded;

@@ -45,7 +45,7 @@ class SettingsFile {
 
   /// Reads and decodes the file, and remembers its contents. The error names the file.
   Result<QuillmarConfig> load(const std::string& path,
-                              std::function<std::string()> makeIdentifier = makeUuid);
+                              const std::function<std::string()>& makeIdentifier = makeUuid);
 
   /// Replaces the contents of the file at `path`, or creates the file. On failure the old contents
   /// are restored; if that fails too, the error names the copy. Logs one line if another program

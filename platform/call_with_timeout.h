@@ -26,8 +26,8 @@ template <class T>
 class CallWithTimeout {
  public:
   explicit CallWithTimeout(StartThread startThread =
-                               [](std::function<void()> task) {
-                                 return startDetachedThread(std::move(task));
+                               [](const std::function<void()>& task) {
+                                 return startDetachedThread(task);
                                })
       : startThread_(std::move(startThread)) {}
 

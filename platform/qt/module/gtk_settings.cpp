@@ -66,13 +66,13 @@ std::optional<QFont> fontNamed(const QString& description) {
 }
 
 std::optional<QFont> fontOfSettings(const Environment& environment) {
-  if (const auto font = fontNamed(QString::fromStdString(x11StringSetting("Gtk/FontName")))) {
+  if (auto font = fontNamed(QString::fromStdString(x11StringSetting("Gtk/FontName")))) {
     return font;
   }
   for (const char* const version : versions) {
     const QSettings file(QString::fromStdString(settingsFile(environment, version)),
                          QSettings::IniFormat);
-    const auto font = fontNamed(file.value(QStringLiteral("Settings/gtk-font-name")).toString());
+    auto font = fontNamed(file.value(QStringLiteral("Settings/gtk-font-name")).toString());
     if (font) return font;
   }
   return std::nullopt;
