@@ -78,7 +78,7 @@ class DisplayTest(WindowsTestCase):
         self.display.end()
         self.icon.choose("Ask")
         body = html.unescape(notifications.wait_for("Ask").body)
-        self.assertEqual(body, "Quillmar can show no windows, because the X server "
+        self.assertEqual(body, "Quillmar cannot show windows, because the X server "
                          f"“{self.display.name}” cannot be reached.")
         self.icon.choose("Plain")
         self.wait_for_file("plain")

@@ -16,7 +16,7 @@ class NoWindowsTest(DesktopTestCase):
         super().setUp()
         installation = Installation(self.scratch / "prefix").use(self)
         installation.module.unlink()
-        self.missing = (f"Quillmar can show no windows, because the file “{installation.module}” "
+        self.missing = (f"Quillmar cannot show windows, because the file “{installation.module}” "
                         "could not be loaded (cannot open shared object file: No such file or "
                         "directory).")
 

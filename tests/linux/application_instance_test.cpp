@@ -399,7 +399,7 @@ TEST_F(InstanceTest, AMenuThatWasAskedForTooLongAgoIsNotShown) {
       call("ActivateAction",
            g_variant_new_parsed("('menu', @av [], {'com.tovenworks.quillmar.expires': <int64 1>})"))
           .errorMessage,
-      "The menu was asked for too long ago.");
+      "The request for the menu has expired.");
   EXPECT_EQ(recorded(), "");
 }
 

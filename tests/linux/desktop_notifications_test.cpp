@@ -233,8 +233,8 @@ TEST_F(DesktopNotificationsTest, TextThatABusCannotCarryIsReplaced) {
 TEST_F(DesktopNotificationsTest, ABusThatEndsFailsTheRequest) {
   bus_.kill();
   EXPECT_THAT(show("Title", "Body"),
-              Optional(Error{"The connection to the session bus, and so to the notification "
-                             "service, has ended."}));
+              Optional(Error{"The connection to the session bus was lost, so no notification can "
+                             "be shown."}));
   EXPECT_FALSE(authorize());
 }
 

@@ -52,7 +52,7 @@ class LoadedWindowSystemTest : public testing::Test {
   }
 
   std::string missing() const {
-    return "Quillmar can show no windows, because the file “" + modulePath_ +
+    return "Quillmar cannot show windows, because the file “" + modulePath_ +
            "” could not be loaded (cannot open shared object file: No such file or directory).";
   }
 
@@ -118,13 +118,13 @@ TEST_F(LoadedWindowSystemTest, AMissingModuleIsLookedForAgain) {
 
 TEST_F(LoadedWindowSystemTest, ABrokenModuleIsToldWithTheReason) {
   std::ofstream(modulePath()) << std::string(4096, 'x');
-  EXPECT_EQ(popUp(), "Quillmar can show no windows, because the file “" + modulePath() +
+  EXPECT_EQ(popUp(), "Quillmar cannot show windows, because the file “" + modulePath() +
                          "” could not be loaded (invalid ELF header).");
 }
 
 TEST_F(LoadedWindowSystemTest, ALibraryThatIsNoModuleIsToldWithTheReason) {
   std::filesystem::copy_file(NO_WINDOW_MODULE, modulePath());
-  EXPECT_EQ(popUp(), "Quillmar can show no windows, because the file “" + modulePath() +
+  EXPECT_EQ(popUp(), "Quillmar cannot show windows, because the file “" + modulePath() +
                          "” could not be loaded (undefined symbol: quillmar_start_window_module).");
 }
 
@@ -157,7 +157,7 @@ TEST_F(LoadedWindowSystemTest, WithTooFewDescriptorsLeftNothingIsStarted) {
   ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &tight), 0);
   const std::string error = popUp();
   setrlimit(RLIMIT_NOFILE, &before);
-  EXPECT_EQ(error, "Quillmar can show no windows, because it has too many files open.");
+  EXPECT_EQ(error, "Quillmar cannot show windows, because it has too many files open.");
   EXPECT_EQ(popUp(), "");
 }
 

@@ -65,7 +65,7 @@ TEST(ShellScriptStatements, TheFirstUnknownWordIsNamed) {
   EXPECT_EQ(errorOf("do shell\nscript \"x\""),
             beginning + "line 1 has the end of the line where “script” is expected.");
   EXPECT_EQ(errorOf("do shell script command"),
-            beginning + "line 1 has “command” where a text in quotes is expected.");
+            beginning + "line 1 has “command” where a quoted string is expected.");
   EXPECT_EQ(errorOf(R"(do shell script "echo "hi"")"),
             beginning + "line 1 has “hi” where the end of the line is expected.");
   EXPECT_EQ(errorOf(R"("text")"), beginning + "line 1 has “\"” where “do” is expected.");
@@ -74,11 +74,12 @@ TEST(ShellScriptStatements, TheFirstUnknownWordIsNamed) {
 
 TEST(ShellScriptStatements, ABrokenStringIsAnErrorThatSaysSo) {
   EXPECT_EQ(errorOf("\ndo shell script \"echo\nhi"),
-            "The text that begins with a quote in line 2 has no closing quote.");
+            "The string that begins in line 2 has no closing quote.");
   EXPECT_EQ(errorOf("do shell script \"echo\\"),
-            "The text that begins with a quote in line 1 has no closing quote.");
-  EXPECT_EQ(errorOf(R"(do shell script "echo \$HOME")"),
-            R"(The text in line 1 holds “\$”, which is not one of the escapes \" \\ \n \r \t.)");
+            "The string that begins in line 1 has no closing quote.");
+  EXPECT_EQ(
+      errorOf(R"(do shell script "echo \$HOME")"),
+      R"(The string in line 1 contains “\$”, which is not one of the escapes \" \\ \n \r \t.)");
   EXPECT_THAT(errorOf(R"(do shell script "\é")"), HasSubstr("“\\é”"));
 }
 

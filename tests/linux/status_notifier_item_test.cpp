@@ -487,7 +487,7 @@ TEST(StatusNotifierItem, APanelThatRefusesItIsToldInAFullSentence) {
   callOnBus(connection.get(), {watcher, "/StatusNotifierWatcher", watcher}, "Unknown", nullptr);
   flushStandardOutputLog();
   EXPECT_THAT(testing::internal::GetCapturedStdout(),
-              testing::MatchesRegex("The panel did not take the status icon "
+              testing::MatchesRegex("The panel rejected the status icon "
                                     "\\([^:]*[^.]\\)\\.\n"));
 }
 

@@ -26,7 +26,7 @@ TEST_F(UnavailableUpdatersTest, ACheckSaysThatItIsNotAvailableYet) {
   const auto updater = updaters.makeUpdater(true);
   EXPECT_THAT(notified, IsEmpty());
   updater->checkForUpdates();
-  EXPECT_THAT(notified, ElementsAre(Pair("Updates", "Looking for updates is not available yet.")));
+  EXPECT_THAT(notified, ElementsAre(Pair("Updates", "Checking for updates is not available yet.")));
 }
 
 TEST_F(UnavailableUpdatersTest, NothingIsCheckedAutomaticallyEvenWhenItIsChosen) {

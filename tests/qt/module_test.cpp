@@ -84,18 +84,18 @@ class QtWindowModuleTest : public testing::Test {
 
 TEST_F(QtWindowModuleTest, WithoutAnyDisplayThereIsAnErrorAndNoEndOfTheProgram) {
   EXPECT_EQ(refusal({}),
-            "Quillmar can show no windows, because there is no display: neither WAYLAND_DISPLAY "
+            "Quillmar cannot show windows, because there is no display: neither WAYLAND_DISPLAY "
             "nor DISPLAY is set.");
 }
 
 TEST_F(QtWindowModuleTest, AnXServerThatIsGoneIsNamed) {
   EXPECT_EQ(refusal({{"DISPLAY", ":7777"}}),
-            "Quillmar can show no windows, because the X server “:7777” cannot be reached.");
+            "Quillmar cannot show windows, because the X server “:7777” cannot be reached.");
 }
 
 TEST_F(QtWindowModuleTest, AWaylandServerThatIsGoneIsNamed) {
   EXPECT_EQ(refusal({{"WAYLAND_DISPLAY", "wayland-9"}, {"XDG_RUNTIME_DIR", "/nowhere"}}),
-            "Quillmar can show no windows, because the Wayland server at “/nowhere/wayland-9” "
+            "Quillmar cannot show windows, because the Wayland server at “/nowhere/wayland-9” "
             "cannot be reached.");
 }
 
@@ -108,7 +108,7 @@ TEST_F(QtWindowModuleTest, AnXServerThatTakesConnectionsAndIsSilentIsNamedEachTi
   std::filesystem::create_directories("/tmp/.X11-unix");
   const SilentServer server("/tmp/.X11-unix/X" + number);
   const std::string silent =
-      "Quillmar can show no windows, because the X server “:" + number + "” does not answer.";
+      "Quillmar cannot show windows, because the X server “:" + number + "” does not answer.";
   EXPECT_EQ(refusal({{"DISPLAY", ":" + number}}), silent);
   EXPECT_EQ(refusal({{"DISPLAY", ":" + number}}), silent);
 }
@@ -117,7 +117,7 @@ TEST_F(QtWindowModuleTest, AWaylandServerThatTakesConnectionsAndIsSilentIsNamedE
   const std::string path = testing::TempDir() + "wayland-" + std::to_string(getpid());
   const SilentServer server(path);
   const std::string silent =
-      "Quillmar can show no windows, because the Wayland server at “" + path + "” does not answer.";
+      "Quillmar cannot show windows, because the Wayland server at “" + path + "” does not answer.";
   EXPECT_EQ(refusal({{"WAYLAND_DISPLAY", path}}), silent);
   EXPECT_EQ(refusal({{"WAYLAND_DISPLAY", path}}), silent);
 }
@@ -131,7 +131,7 @@ TEST_F(QtWindowModuleTest, APlatformWithoutADesktopIsNamed) {
   for (const char* platform : {"papyrus", "eglfs", "linuxfb:fb=/nonexistent"}) {
     const std::string name = std::string(platform).substr(0, std::string_view(platform).find(':'));
     EXPECT_EQ(refusal({{"QT_QPA_PLATFORM", platform}}),
-              "Quillmar can show no windows, because it does not run on “" + name +
+              "Quillmar cannot show windows, because it does not run on “" + name +
                   "”, which QT_QPA_PLATFORM names.");
   }
 }

@@ -53,13 +53,13 @@ Result<ApplicationInstance::Start> ApplicationInstance::start(const Environment&
   auto connection = connectToSessionBus(environment);
   if (!connection) return cannotStart(connection.error());
   connection_ = std::move(connection).value();
-  // The end of the bus is the end of the session.
+  // The session ends when its bus closes the connection.
   const auto closed = +[](GDBusConnection*, gboolean, GError*, gpointer self) {
     static_cast<ApplicationInstance*>(self)->terminate();
   };
   g_signal_connect(connection_.get(), "closed", G_CALLBACK(closed), this);
 
-  // It is there before the name: whoever sees the name may call.
+  // Exported before the name is acquired: peers may call as soon as they see the name.
   object_.emplace(
       connection_.get(), applicationPath, introspection,
       DbusObject::Handlers{
@@ -81,7 +81,7 @@ Result<ApplicationInstance::Start> ApplicationInstance::start(const Environment&
 int ApplicationInstance::run() {
   loop_.run();
   signals_.loopHasEnded();
-  // The call that ended the loop, a click on "Quit Quillmar", still waits for its answer.
+  // The call that ended the loop, a click on "Quit Quillmar", still waits for its reply.
   flush(connection_.get());
   return EXIT_SUCCESS;
 }
@@ -124,13 +124,13 @@ void ApplicationInstance::activateAction(GVariant* arguments, GDBusMethodInvocat
 }
 
 Result<void> ApplicationInstance::showMenu(GVariant* platformData) {
-  // A menu that nobody waits for any more would only be in the way.
-  if (hasExpired(platformData)) return Error{"The menu was asked for too long ago."};
+  // A menu that opens long after the request would only be in the way.
+  if (hasExpired(platformData)) return Error{"The request for the menu has expired."};
   setActivation(activationIn(platformData));
   return handlers_.showMenu ? handlers_.showMenu() : Result<void>();
 }
 
-/// False when there is no such action or its parameter, in a variant, is of another type.
+/// False if there is no such action, or if its parameter, in a variant, has another type.
 bool ApplicationInstance::handOver(std::string_view action, GVariant* parameter) {
   const GVariantPtr value(g_variant_get_variant(parameter));
   const auto isCall = [&](std::string_view wanted, const char* type) {

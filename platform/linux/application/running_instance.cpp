@@ -57,7 +57,7 @@ Result<void> RunningInstance::activateAction(const char* action, GVariant* param
 
 Result<void> RunningInstance::showMenu() {
   if (auto found = find(); !found) return Error{found.error().description + noMenu};
-  // A question that its main loop answers, and that means nothing.
+  // A call that the main loop answers and that has no side effects.
   auto listens = call("org.freedesktop.DBus.Properties", "GetAll",
                       g_variant_new("(s)", applicationInterface), timeout_);
   if (!listens) return listens;
@@ -76,7 +76,7 @@ Result<void> RunningInstance::call(const char* interface, const char* method, GV
   const GErrorPtr failure(error);
   if (!failure) return {};
   if (isMissingService(*failure)) return Error{std::string(notRunning) + noMenu};
-  if (isMissingAnswer(*failure)) {
+  if (isReplyTimeout(*failure)) {
     return Error{
         "Quillmar does not answer in time, so it may show no menu. It is busy, perhaps with a "
         "command that does not run in the background."};
@@ -87,12 +87,12 @@ Result<void> RunningInstance::call(const char* interface, const char* method, GV
 Result<void> RunningInstance::send(const char* method, GVariant* arguments) {
   const GVariantPtr own(g_variant_ref_sink(arguments));
   if (auto found = find(); !found) return found;
-  // Without a callback there is no answer. The instance is not started when it has just ended: the
-  // user has not asked for it.
+  // Without a callback no reply is requested. An instance that has just exited is not started
+  // again: the user did not ask for it.
   g_dbus_connection_call(bus_->value().get(), applicationId, applicationPath, applicationInterface,
                          method, own.get(), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, nullptr,
                          nullptr, nullptr);
-  // With its answer the bus has taken the call, and for an instance that is still there.
+  // The reply means that the bus received the call while the instance was still running.
   return find();
 }
 

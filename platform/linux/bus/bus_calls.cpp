@@ -17,7 +17,7 @@ void BusCalls::call(const BusMethod& method, GVariant* arguments, const char* re
     const GVariantPtr value(
         g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error));
     const GErrorPtr failure(error);
-    // Then whoever wanted the answer is gone.
+    // The BusCalls object has been destroyed.
     if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
     (*own)(value.get(), failure.get());
   };
@@ -36,7 +36,7 @@ bool isMissingService(const GError& error) {
          g_error_matches(&error, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
 }
 
-bool isMissingAnswer(const GError& error) {
+bool isReplyTimeout(const GError& error) {
   return g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT) ||
          g_error_matches(&error, G_DBUS_ERROR, G_DBUS_ERROR_NO_REPLY);
 }

@@ -1,4 +1,5 @@
-// Method calls on a message bus whose answers come later, on the default main context. Main thread.
+// Asynchronous method calls on a message bus. Replies arrive on the default main context. Main
+// thread.
 
 #pragma once
 
@@ -11,7 +12,7 @@
 
 namespace quillmar {
 
-/// Where a method is found.
+/// Address of a method on the bus.
 struct BusMethod {
   const char* destination;
   const char* path;
@@ -21,19 +22,20 @@ struct BusMethod {
 
 class BusCalls {
  public:
-  /// Exactly one of the two is there; both belong to the caller of this function.
+  /// Exactly one argument is not null. The caller of the function owns both.
   using Answer = std::function<void(GVariant* result, const GError* error)>;
 
   explicit BusCalls(GDBusConnection* connection)
       : connection_(G_DBUS_CONNECTION(g_object_ref(connection))) {}
 
-  /// Answers that are still out are never delivered.
+  /// Pending replies are never delivered.
   ~BusCalls();
   BusCalls(const BusCalls&) = delete;
   BusCalls& operator=(const BusCalls&) = delete;
 
-  /// Calls the method; `arguments` is a tuple, taken over when floating, and `resultType` the type
-  /// of a good answer. Calls to one destination arrive in the order in which they were made.
+  /// Calls the method. `arguments` is a tuple; a floating reference is consumed. `resultType` is
+  /// the type of a successful reply. Calls to one destination arrive in the order in which they are
+  /// made.
   void call(const BusMethod& method, GVariant* arguments, const char* resultType, Answer answer);
 
   GDBusConnection* connection() const { return connection_.get(); }
@@ -43,22 +45,22 @@ class BusCalls {
   GObjectPtr<GCancellable> cancellable_{g_cancellable_new()};
 };
 
-/// The bus itself.
-inline constexpr BusMethod busItself(const char* name) {
+/// A method of the bus daemon.
+inline constexpr BusMethod busDaemonMethod(const char* name) {
   return {"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", name};
 }
 
-/// The name of the error on the bus, such as "org.freedesktop.DBus.Error.ServiceUnknown"; empty for
-/// an error of this side.
+/// Name of the error on the bus, such as "org.freedesktop.DBus.Error.ServiceUnknown"; empty for a
+/// local error.
 std::string busErrorName(const GError& error);
 
-/// True when nobody provides the service and nobody can be started for it.
+/// True if no program provides the service and none can be started for it.
 bool isMissingService(const GError& error);
 
-/// True when no answer came in time.
-bool isMissingAnswer(const GError& error);
+/// True if the reply timed out.
+bool isReplyTimeout(const GError& error);
 
-/// The error's message without its name on the bus and without a full stop at its end.
+/// The error's message without its D-Bus name and its final full stop.
 std::string busErrorMessage(const GError& error);
 
 }  // namespace quillmar

@@ -36,7 +36,8 @@ DbusObject::DbusObject(GDBusConnection* connection, const char* path, const char
   const GErrorPtr owned(error);
   if (error) {
     logToStandardError("The object " + path_ + " with the interface " + interface().name +
-                       " could not be shown on the session bus (" + busErrorMessage(*error) + ").");
+                       " could not be exported on the session bus (" + busErrorMessage(*error) +
+                       ").");
   }
 }
 

@@ -12,8 +12,8 @@ MainLoopTaskQueue::Cancel runLater(GDBusConnection* connection, std::chrono::mil
   const auto calls =
       std::make_shared<std::unique_ptr<BusCalls>>(std::make_unique<BusCalls>(connection));
   const auto ask = [calls, task = std::move(task)] {
-    // The bus keeps its messages in order. Who does not answer at all has nothing more to say.
-    (*calls)->call(busItself("GetId"), nullptr, "(s)",
+    // The bus delivers messages in order. If it does not reply, it sends nothing else either.
+    (*calls)->call(busDaemonMethod("GetId"), nullptr, "(s)",
                    [calls, task](GVariant*, const GError*) { task(); });
   };
   return [calls, stopTimer = MainLoopTaskQueue::asyncAfter(delay, ask)] {

@@ -13,7 +13,7 @@ namespace quillmar {
 
 namespace {
 
-/// A socket of somebody else belongs to an environment that was inherited by mistake.
+/// A socket of another user means that the environment was inherited by mistake.
 bool isOwnSocket(const std::string& path) {
   struct stat status {};
   return stat(path.c_str(), &status) == 0 && S_ISSOCK(status.st_mode) && status.st_uid == geteuid();
@@ -36,7 +36,7 @@ void connect(Attempt& attempt) {
 }
 
 Error describe(const GError& error) {
-  if (isMissingAnswer(error)) return {"The session bus does not answer"};
+  if (isReplyTimeout(error)) return {"The session bus does not answer"};
   return {"The session bus cannot be used (" + busErrorMessage(error) + ")"};
 }
 
@@ -56,7 +56,7 @@ Result<GObjectPtr<GDBusConnection>> connectToSessionBus(const Environment& envir
                                                         std::chrono::milliseconds timeout) {
   std::optional<std::string> address = sessionBusAddress(environment);
   if (!address) return Error{"There is no session bus"};
-  // An attempt that is late goes on by itself.
+  // A late attempt continues on its own thread.
   const auto attempt = std::make_shared<Attempt>();
   attempt->address = *std::move(address);
   if (!endsWithin(timeout, [attempt] { connect(*attempt); })) {
@@ -69,7 +69,7 @@ Result<GObjectPtr<GDBusConnection>> connectToSessionBus(const Environment& envir
 Result<GVariantPtr> askSessionBus(GDBusConnection* connection, const char* method,
                                   GVariant* arguments, const char* resultType,
                                   std::chrono::milliseconds timeout) {
-  const BusMethod bus = busItself(method);
+  const BusMethod bus = busDaemonMethod(method);
   GError* error = nullptr;
   GVariantPtr reply(
       g_dbus_connection_call_sync(connection, bus.destination, bus.path, bus.interface, bus.name,

@@ -40,9 +40,9 @@ Error describe(const GError& error) {
     return {"The notification service could not be started (" + busErrorMessage(error) + ")."};
   }
   if (g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_CLOSED)) {
-    return {"The connection to the session bus, and so to the notification service, has ended."};
+    return {"The connection to the session bus was lost, so no notification can be shown."};
   }
-  if (isMissingAnswer(error)) return {"The notification service did not answer."};
+  if (isReplyTimeout(error)) return {"The notification service did not answer."};
   return {"The notification service rejected the notification (" + busErrorMessage(error) + ")."};
 }
 
@@ -64,12 +64,12 @@ DesktopNotifications::~DesktopNotifications() {
 
 void DesktopNotifications::requestAuthorization(AuthorizationOptions,
                                                 std::function<void(bool granted)> completion) {
-  calls_.call(busItself("NameHasOwner"), g_variant_new("(s)", serviceName), "(b)",
+  calls_.call(busDaemonMethod("NameHasOwner"), g_variant_new("(s)", serviceName), "(b)",
               [this, completion = std::move(completion)](GVariant* result, const GError*) {
                 gboolean isOwned = false;
                 if (result) g_variant_get(result, "(b)", &isOwned);
                 if (isOwned) return completion(true);
-                calls_.call(busItself("ListActivatableNames"), nullptr, "(as)",
+                calls_.call(busDaemonMethod("ListActivatableNames"), nullptr, "(as)",
                             [completion](GVariant* names, const GError*) {
                               if (!names) return completion(false);
                               const GVariantPtr list(g_variant_get_child_value(names, 0));
@@ -111,7 +111,7 @@ void DesktopNotifications::capabilitiesArrived(GVariant* result, const GError* e
   } else if (isMissingService(*error)) {
     failWaiting(describe(*error));
   } else {
-    // A service that does not say so has no markup; it is asked again the next time.
+    // After an error, assume no markup. The next notification asks again.
     sendWaiting(false);
   }
 }

@@ -8,9 +8,9 @@ namespace quillmar {
 
 namespace {
 
-/// After this time the main loop waits for a busy server.
+/// After this time the wait for a busy server continues in the main loop.
 constexpr auto serverTimeout = std::chrono::milliseconds(250);
-/// Bound on what one MULTIPLE request may ask for, in elements of 32 bits.
+/// Limit on a MULTIPLE request, in elements of 32 bits.
 constexpr std::uint32_t mostMultipleElements = 2 * 256;
 
 }  // namespace
@@ -31,15 +31,15 @@ struct X11Pasteboard::Session {
   SelectionTransfers transfers;
   xcb_window_t window;
 
-  /// The text that becomes the clipboard's when the server has told its time.
+  /// The text to copy as soon as the server has reported its time.
   std::shared_ptr<const std::string> next;
-  /// The sequence number of the latest request for the server's time. Earlier events of the same
-  /// property are answers to earlier requests, or come from another program's writes.
+  /// Sequence number of the latest request for the server's time. Earlier events of the same
+  /// property reply to earlier requests, or come from another program's writes.
   std::uint32_t timeRequest = 0;
-  /// What we give out while we own the selection.
+  /// The contents that we offer while we own the selection.
   std::optional<SelectionContents> contents;
-  /// The sequence number of the request that made us the owner; events of before it are about an
-  /// older ownership.
+  /// Sequence number of the request that made us the owner. Earlier events are about a previous
+  /// ownership.
   std::uint32_t ownedSince = 0;
 
   Saving saving = Saving::no;
@@ -53,7 +53,7 @@ X11Pasteboard::~X11Pasteboard() = default;
 
 void X11Pasteboard::setString(std::string text) {
   const auto shared = std::make_shared<const std::string>(std::move(text));
-  // A broken connection shows only when it is used; the text then goes to a new one.
+  // A broken connection is noticed only on use; the text then goes to a new one.
   for (int attempt = 0; attempt < 2; ++attempt) {
     if (const Result<void> connected = connect(); !connected) {
       log_("The text was not copied to the clipboard: " + connected.error().description + ".");
@@ -66,11 +66,11 @@ void X11Pasteboard::setString(std::string text) {
     if (session_) return;
   }
   log_("The text was not copied to the clipboard: the connection to the X display “" + display_ +
-       "” breaks again and again.");
+       "” keeps breaking.");
 }
 
 Result<void> X11Pasteboard::connect() {
-  // The server may have gone since the main loop last ran.
+  // The server may have gone away since the main loop last ran.
   if (session_ && !xcb_connection_has_error(session_->xcb())) return {};
   session_.reset();
   auto connection = X11Connection::open(
@@ -88,7 +88,7 @@ void X11Pasteboard::serverGone() {
 void X11Pasteboard::handle(const xcb_generic_event_t& event) {
   switch (eventKind(event)) {
     case errorEventKind:
-      // Only requests about somebody else's window can fail: it has gone.
+      // Only requests about another program's window can fail: the window is gone.
       windowGone(as<xcb_generic_error_t>(event).resource_id, event.full_sequence);
       break;
     case XCB_PROPERTY_NOTIFY:
@@ -130,7 +130,7 @@ void X11Pasteboard::handleProperty(const xcb_property_notify_event_t& event,
 }
 
 void X11Pasteboard::askForTime() {
-  // Appending nothing changes nothing, and yet the server reports it with its time.
+  // Appending nothing leaves the property unchanged, but the server reports a change with its time.
   const auto cookie =
       xcb_change_property(session_->xcb(), XCB_PROP_MODE_APPEND, session_->window,
                           session_->atoms.ownTimestamp, XCB_ATOM_INTEGER, 32, 0, nullptr);
@@ -152,7 +152,7 @@ void X11Pasteboard::takeOwnership(xcb_timestamp_t time) {
   const auto cookie =
       xcb_set_selection_owner(session_->xcb(), session_->window, session_->atoms.clipboard, time);
   session_->ownedSince = cookie.sequence;
-  // Somebody who took it at a later time keeps it.
+  // A program that took the selection at a later time keeps it.
   if (!ownsSelection()) session_->contents.reset();
 }
 

@@ -18,7 +18,7 @@ bool isLineEnd(char c) {
   return c == '\n' || c == '\r';
 }
 
-/// True when the words are equal but for the case of ASCII letters; `keyword` is in lower case.
+/// Compares without regard to the case of ASCII letters. `keyword` is in lower case.
 bool isKeyword(std::string_view word, std::string_view keyword) {
   return std::equal(word.begin(), word.end(), keyword.begin(), keyword.end(), [](char a, char b) {
     return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
@@ -48,7 +48,7 @@ class StatementParser {
   bool atEnd() const { return position_ == source_.size(); }
   std::string_view rest() const { return source_.substr(position_); }
 
-  /// At the end of the line, or at the comment that takes up what is left of it.
+  /// True at the end of the line or at a comment.
   bool atLineEnd() const {
     return atEnd() || isLineEnd(source_[position_]) || source_[position_] == '#' ||
            rest().starts_with("--");
@@ -58,7 +58,7 @@ class StatementParser {
     while (!atEnd() && isBlank(source_[position_])) ++position_;
   }
 
-  /// Goes to the next statement; false when there is none left.
+  /// Moves to the next statement; false at the end of the source.
   bool skipToStatement() {
     for (skipBlanks(); !atEnd() && atLineEnd(); skipBlanks()) {
       while (!atEnd() && !isLineEnd(source_[position_])) ++position_;
@@ -67,7 +67,8 @@ class StatementParser {
     return !atEnd();
   }
 
-  /// What stands here up to the next blank, quote or line end; a quote alone is a word.
+  /// The word at the current position, up to the next blank, quote or line end; a quote alone is a
+  /// word.
   std::string_view word() const {
     if (atLineEnd()) return {};
     const std::size_t length = rest().find_first_of(" \t\r\n\"");
@@ -83,7 +84,7 @@ class StatementParser {
 
   Result<std::string> takeString() {
     skipBlanks();
-    if (atEnd() || source_[position_] != '"') return unknownWord("a text in quotes");
+    if (atEnd() || source_[position_] != '"') return unknownWord("a quoted string");
     const std::size_t start = position_++;
     std::string text;
     while (!atEnd()) {
@@ -100,7 +101,7 @@ class StatementParser {
       ++position_;
     }
     position_ = start;
-    return error("The text that begins with a quote in " + line() + " has no closing quote.");
+    return error("The string that begins in " + line() + " has no closing quote.");
   }
 
   static std::optional<char> escape(char c) {
@@ -120,10 +121,11 @@ class StatementParser {
   }
 
   Error unknownEscape() const {
-    // The whole character, whose further bytes are 10xxxxxx.
+    // The whole character: its continuation bytes are 10xxxxxx.
     std::size_t length = 1;
     while (length < rest().size() && (rest()[length] & 0xC0) == 0x80) ++length;
-    return error("The text in " + line() + " holds “\\" + std::string(rest().substr(0, length)) +
+    return error("The string in " + line() + " contains “\\" +
+                 std::string(rest().substr(0, length)) +
                  "”, which is not one of the escapes \\\" \\\\ \\n \\r \\t.");
   }
 

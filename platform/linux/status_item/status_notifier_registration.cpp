@@ -14,7 +14,7 @@ constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
 constexpr const char* watcherPath = "/StatusNotifierWatcher";
 constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
 constexpr int defaultTimeout = -1;
-// A watcher that is stopped may go on. When it ends instead, the bus says so.
+// A stopped watcher may continue later. If it exits, the bus reports it.
 constexpr int noTimeout = G_MAXINT;
 
 StatusNotifierRegistration* asRegistration(gpointer self) {
@@ -63,7 +63,7 @@ void StatusNotifierRegistration::watcherVanished(GDBusConnection*, const char*, 
 
 void StatusNotifierRegistration::setOwner(std::string owner) {
   owner_ = std::move(owner);
-  // An answer is never taken for that of a successor.
+  // A reply is never attributed to the next owner.
   g_cancellable_cancel(cancellable_.get());
   cancellable_.reset(g_cancellable_new());
 }
@@ -81,7 +81,7 @@ void StatusNotifierRegistration::signalArrived(GDBusConnection*, const char*, co
   }
 }
 
-// Calls go to the owner by its unique name, so that no successor gets them.
+// Calls use the owner's unique name, so that the next owner never receives them.
 void StatusNotifierRegistration::registerItem() {
   g_dbus_connection_call(
       connection_.get(), owner_.c_str(), watcherPath, watcherName, "RegisterStatusNotifierItem",
@@ -95,8 +95,7 @@ void StatusNotifierRegistration::registered(GObject* connection, GAsyncResult* r
       g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error));
   const GErrorPtr owned(error);
   if (error && !g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) {
-    logToStandardOutput("The panel did not take the status icon (" + busErrorMessage(*error) +
-                        ").");
+    logToStandardOutput("The panel rejected the status icon (" + busErrorMessage(*error) + ").");
   }
 }
 

@@ -13,7 +13,7 @@ class UnavailableUpdater final : public Updater {
   bool automaticallyChecksForUpdates() const override { return false; }
   void setAutomaticallyChecksForUpdates(bool /*automatically*/) override {}
   void checkForUpdates() override {
-    notify_("Updates", "Looking for updates is not available yet.");
+    notify_("Updates", "Checking for updates is not available yet.");
   }
 
  private:

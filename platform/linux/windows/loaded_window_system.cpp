@@ -18,8 +18,8 @@ namespace quillmar {
 
 namespace {
 
-/// What a toolkit needs to connect to a display and to its services. With less it would not give an
-/// error but end the program.
+/// File descriptors that a toolkit needs to connect to a display and to its services. With fewer it
+/// would end the program instead of reporting an error.
 constexpr std::size_t descriptorsNeeded = 24;
 
 bool hasDescriptors() {
@@ -30,7 +30,7 @@ bool hasDescriptors() {
   return true;
 }
 
-/// The loader's reason, without the name of the module in front of it.
+/// The loader's reason, without the module's name in front of it.
 std::string loaderReason(const std::string& modulePath) {
   const char* told = dlerror();
   std::string reason = told ? told : "unknown error";
@@ -39,7 +39,7 @@ std::string loaderReason(const std::string& modulePath) {
 }
 
 Error cannotLoad(const std::string& modulePath) {
-  return {"Quillmar can show no windows, because the file " + quotedPath(modulePath) +
+  return {"Quillmar cannot show windows, because the file " + quotedPath(modulePath) +
           " could not be loaded (" + loaderReason(modulePath) + ")."};
 }
 
@@ -83,7 +83,7 @@ Result<std::unique_ptr<StatusItem>> LoadedWindowSystem::makeEmbeddedStatusItem()
 Result<WindowSystem*> LoadedWindowSystem::windows() {
   if (module_) return &module_->windows();
   if (!hasDescriptors()) {
-    return Error{"Quillmar can show no windows, because it has too many files open."};
+    return Error{"Quillmar cannot show windows, because it has too many files open."};
   }
   if (const auto loaded = load(); !loaded) return loaded.error();
   Error error;
@@ -96,7 +96,7 @@ Result<WindowSystem*> LoadedWindowSystem::windows() {
 
 Result<void> LoadedWindowSystem::load() {
   if (start_) return {};
-  // Kept for good: threads and exit handlers of the toolkit may run in it to the end.
+  // Never unloaded: threads and exit handlers of the toolkit may run in it until the process ends.
   void* const library = dlopen(modulePath_.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
   if (!library) return cannotLoad(modulePath_);
   start_ = reinterpret_cast<StartWindowModule*>(dlsym(library, windowModuleEntryPoint));

@@ -72,7 +72,7 @@ Result<UsablePlatform> usablePlatform(const Environment& environment) {
     if (isFirst) reason = found.error().description;
     isFirst = false;
   }
-  return Error{"Quillmar can show no windows, because " + reason + "."};
+  return Error{"Quillmar cannot show windows, because " + reason + "."};
 }
 
 }  // namespace quillmar
