@@ -71,10 +71,10 @@ CommandRunner& CommandRunner::shared() {
   return *runner;
 }
 
-void CommandRunner::run(const MenuItem& item, Completion completion) {
+void CommandRunner::run(const MenuItem& item, const Completion& completion) {
   if (item.isSeparator) return;
   if (!item.confirmBeforeRunning) {
-    askForInputIfNeeded(item, std::move(completion));
+    askForInputIfNeeded(item, completion);
     return;
   }
 

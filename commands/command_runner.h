@@ -71,10 +71,10 @@ class CommandRunner {
   static CommandRunner& shared();
 
   /// Runs an item: confirmation, input, command, report. A separator does nothing.
-  void run(const MenuItem& item, Completion completion = nullptr);
+  void run(const MenuItem& item, const Completion& completion = nullptr);
 
   /// Asks for the value of "{{input}}" if the command contains it, then executes the item.
-  void askForInputIfNeeded(const MenuItem& item, Completion completion = nullptr);
+  void askForInputIfNeeded(const MenuItem& item, const Completion& completion = nullptr);
 
   /// Replaces every placeholder with the input, without quoting, and runs the command or opens it
   /// in a terminal.

@@ -1,4 +1,4 @@
-#include "main/resident_program.h"
+#include "program/resident_program.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,4 +1,4 @@
-#include "main/terminal_commands.h"
+#include "program/terminal_commands.h"
 
 #include <string>
 

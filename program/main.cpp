@@ -6,11 +6,11 @@
 
 #include "cli/arguments.h"
 #include "cli/console.h"
-#include "main/resident_program.h"
-#include "main/terminal_commands.h"
 #include "platform/environment.h"
 #include "platform/linux/application/process_environment.h"
 #include "platform/result.h"
+#include "program/resident_program.h"
+#include "program/terminal_commands.h"
 
 namespace quillmar {
 namespace {
