@@ -38,7 +38,7 @@ QString shortcutText(const KeyEquivalent& keyEquivalent) {
 QIcon entryIcon(const std::optional<Image>& image, const QMenu& widget) {
   if (!image || !image->isTemplate) return iconOf(image);
   constexpr int side = 16;
-  const QPalette palette = widget.palette();
+  const QPalette& palette = widget.palette();
   return tintedIcon(*image,
                     {.text = palette.color(QPalette::WindowText),
                      .selectedText = palette.color(QPalette::HighlightedText)},
