@@ -137,8 +137,7 @@ void CommandRunner::execute(const MenuItem& item, const std::optional<std::strin
   }
 
   const Preferences preferences = collaborators_.settings.config.preferences;
-  const auto finish = [this, item, command, preferences,
-                       completion = std::move(completion)](RunResult result) {
+  const auto finish = [this, item, command, preferences, completion](RunResult result) {
     // Shared, so that copies of the task do not copy the output, which may be large.
     auto shared = std::make_shared<RunResult>(std::move(result));
     collaborators_.queues.mainQueue().async([this, item, command, preferences, completion, shared] {
