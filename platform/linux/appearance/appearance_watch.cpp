@@ -27,6 +27,9 @@ AppearanceWatch::AppearanceWatch(GDBusConnection* connection, AppearanceSettings
       settingChanged, this, nullptr);
   for (const std::string& file : settings_.files()) {
     const GObjectPtr<GFile> watched(g_file_new_for_path(file.c_str()));
+    // GIO polls for a folder that does not exist, which would wake up the idle program.
+    const GObjectPtr<GFile> folder(g_file_get_parent(watched.get()));
+    if (!g_file_query_exists(folder.get(), nullptr)) continue;
     GFileMonitor* const monitor =
         g_file_monitor_file(watched.get(), G_FILE_MONITOR_NONE, nullptr, nullptr);
     if (!monitor) continue;

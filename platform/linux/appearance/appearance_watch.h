@@ -1,5 +1,6 @@
 // Tracks whether the desktop is light or dark. The desktop's settings portal decides; without one,
-// the settings files do. Nothing here blocks. Main thread.
+// the settings files do. Files in folders that do not exist yet are read at the next start. Nothing
+// here blocks. Main thread.
 
 #pragma once
 
