@@ -11,6 +11,7 @@ class Application;
 class Bundle;
 struct Environment;
 class FileSystem;
+class HotKeys;
 class Images;
 class Pasteboard;
 class Processes;
@@ -39,6 +40,7 @@ struct Platform {
   Pasteboard& pasteboard;
   UserNotificationCenter& notifications;
   StatusItem& statusItem;
+  HotKeys& hotKeys;
   Updaters& updaters;
 
   /// The process-wide platform that the `shared()` objects are built on. Precondition: install()

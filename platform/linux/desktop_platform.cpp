@@ -7,6 +7,7 @@
 #include "platform/linux/appearance/appearance.h"
 #include "platform/linux/application/application_instance.h"
 #include "platform/linux/bus/run_later.h"
+#include "platform/linux/hot_keys/desktop_hot_keys.h"
 #include "platform/linux/status_item/panel_traits.h"
 #include "platform/log.h"
 
@@ -48,6 +49,7 @@ DesktopPlatform::DesktopPlatform(const Environment& environment, ApplicationInst
                                                      TaskQueue::Task task) {
                          return runLater(bus, delay, std::move(task));
                        }}),
+      hotKeys_(makeDesktopHotKeys(environment, instance.connection())),
       updaters_(std::move(options.notify)),
       services_{
           .application = instance,
@@ -65,6 +67,7 @@ DesktopPlatform::DesktopPlatform(const Environment& environment, ApplicationInst
           .pasteboard = pasteboard_,
           .notifications = notifications_,
           .statusItem = statusItem_,
+          .hotKeys = *hotKeys_,
           .updaters = updaters_,
       } {
   notifierItem_.setAppearance(appearance_.current());

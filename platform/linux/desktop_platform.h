@@ -4,9 +4,11 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "platform/application.h"
+#include "platform/hot_keys.h"
 #include "platform/linux/appearance/appearance_watch.h"
 #include "platform/linux/icons/icon_theme_images.h"
 #include "platform/linux/notifications/desktop_notifications.h"
@@ -68,6 +70,7 @@ class DesktopPlatform {
   AppearanceWatch appearance_;
   X11TrayWatch trays_;
   DesktopStatusItem statusItem_;
+  std::unique_ptr<HotKeys> hotKeys_;
   UnavailableUpdaters updaters_;
   Platform services_;
 };

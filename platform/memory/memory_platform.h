@@ -7,6 +7,7 @@
 #include "platform/memory/memory_application.h"
 #include "platform/memory/memory_bundle.h"
 #include "platform/memory/memory_file_system.h"
+#include "platform/memory/memory_hot_keys.h"
 #include "platform/memory/memory_images.h"
 #include "platform/memory/memory_notifications.h"
 #include "platform/memory/memory_pasteboard.h"
@@ -38,6 +39,7 @@ struct MemoryPlatform {
   MemoryPasteboard pasteboard;
   MemoryNotifications notifications{queues.mainQueue()};
   MemoryStatusItem statusItem{queues.mainQueue()};
+  MemoryHotKeys hotKeys{queues.mainQueue()};
   MemoryUpdaters updaters;
 
   Platform platform{
@@ -56,6 +58,7 @@ struct MemoryPlatform {
       .pasteboard = pasteboard,
       .notifications = notifications,
       .statusItem = statusItem,
+      .hotKeys = hotKeys,
       .updaters = updaters,
   };
 };

@@ -381,6 +381,7 @@ TEST_F(AppDelegateTest, TheLaunchKeepsItsOrder) {
       .pasteboard = memory.pasteboard,
       .notifications = notifications,
       .statusItem = statusItem,
+      .hotKeys = memory.hotKeys,
       .updaters = memory.updaters,
   };
   const auto updaterManagerInOrder = [&]() -> UpdaterManager& {

@@ -90,6 +90,7 @@ class CommandRunnerOnLinuxTest : public testing::Test {
       .pasteboard = memory.pasteboard,
       .notifications = memory.notifications,
       .statusItem = memory.statusItem,
+      .hotKeys = memory.hotKeys,
       .updaters = memory.updaters,
   };
   NotificationCenter center;
