@@ -1,11 +1,9 @@
 #include "platform/linux/status_item/x11_tray_watch.h"
 
 #include <cstddef>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -13,6 +11,7 @@
 
 #include "tests/linux/child_programs.h"
 #include "tests/linux/main_loop.h"
+#include "tests/linux/open_sockets.h"
 
 namespace quillmar {
 namespace {
@@ -45,16 +44,6 @@ class FakeTray {
  private:
   std::unique_ptr<X11Connection> connection_;
 };
-
-std::size_t openSockets() {
-  std::size_t count = 0;
-  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
-    std::error_code closedMeanwhile;
-    const auto target = std::filesystem::read_symlink(entry.path(), closedMeanwhile);
-    if (target.string().starts_with("socket:")) ++count;
-  }
-  return count;
-}
 
 class X11TrayWatchTest : public testing::Test {
  protected:
