@@ -18,8 +18,13 @@ namespace quillmar {
 AppDelegate::AppDelegate(Collaborators collaborators) : collaborators_(std::move(collaborators)) {}
 
 AppDelegate::~AppDelegate() {
+  collaborators_.hotKeys.handler = nullptr;
   collaborators_.statusItem.setActionHandler(nullptr);
   collaborators_.notifications.setDelegate(nullptr);
+}
+
+void AppDelegate::applicationWillFinishLaunching() {
+  collaborators_.hotKeys.handler = [this](const std::string& itemId) { runCommand(itemId); };
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
@@ -45,6 +50,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 
   installStarterPackIfFirstLaunch();
   rebuildMenu();
+  collaborators_.hotKeys.reloadFromSettings();
   settingsObservation_ = collaborators_.notificationCenter.addObserver(
       menuItemSettingsChanged, [this] { menuSettingsChanged(); });
   // Create the updater at launch even if no menu entry needs it yet.
@@ -80,6 +86,7 @@ void AppDelegate::rebuildMenu() {
 
 void AppDelegate::menuSettingsChanged() {
   rebuildMenu();
+  collaborators_.hotKeys.reloadFromSettings();
 }
 
 void AppDelegate::perform(const StatusMenuAction& action) {

@@ -15,6 +15,7 @@
 #include "platform/platform.h"
 #include "platform/status_item.h"
 #include "platform/user_notifications.h"
+#include "shortcuts/hot_key_manager.h"
 
 namespace quillmar {
 
@@ -28,6 +29,7 @@ class AppDelegate : public UserNotificationCenterDelegate {
   struct Collaborators {
     SettingsManager& settings = SettingsManager::shared();
     CommandRunner& commandRunner = CommandRunner::shared();
+    HotKeyManager& hotKeys = HotKeyManager::shared();
     /// Returns the manager; the first call creates it.
     std::function<UpdaterManager&()> updaterManager = UpdaterManager::shared;
     Application& application = Platform::shared().application;
@@ -48,7 +50,10 @@ class AppDelegate : public UserNotificationCenterDelegate {
   AppDelegate(const AppDelegate&) = delete;
   AppDelegate& operator=(const AppDelegate&) = delete;
 
-  /// The launch sequence. Called once.
+  // The launch sequence. Each is called once, in this order.
+
+  /// Connects the other objects to the delegate.
+  void applicationWillFinishLaunching();
   void applicationDidFinishLaunching();
 
   /// Always banner, list and sound, so that results are shown even while a window of the program is

@@ -75,6 +75,7 @@ ExitStatus runResidentProgram(const Environment& environment, Console& console) 
                                            .notify = notify});
   Platform::install(desktop->services());
   AppDelegate delegate({});
+  delegate.applicationWillFinishLaunching();
   delegate.applicationDidFinishLaunching();
   const int status = instance->run();
   desktop->saveClipboardForQuit();

@@ -10,6 +10,7 @@
 #include "commands/command_runner.h"
 #include "commands/prompt_panel.h"
 #include "platform/platform.h"
+#include "shortcuts/hot_key_manager.h"
 
 namespace quillmar {
 
@@ -38,13 +39,25 @@ inline CommandRunner::Collaborators runnerCollaborators(Platform& platform,
   };
 }
 
+inline HotKeyManager::Collaborators hotKeyCollaborators(Platform& platform,
+                                                        SettingsManager& settings, LogLine log) {
+  return {
+      .settings = settings,
+      .hotKeys = platform.hotKeys,
+      .application = platform.application,
+      .mainQueue = platform.queues.mainQueue(),
+      .log = std::move(log),
+  };
+}
+
 inline AppDelegate::Collaborators delegateCollaborators(
     Platform& platform, SettingsManager& settings, CommandRunner& commandRunner,
-    std::function<UpdaterManager&()> updaterManager, NotificationCenter& notificationCenter,
-    LogLine log) {
+    HotKeyManager& hotKeys, std::function<UpdaterManager&()> updaterManager,
+    NotificationCenter& notificationCenter, LogLine log) {
   return {
       .settings = settings,
       .commandRunner = commandRunner,
+      .hotKeys = hotKeys,
       .updaterManager = std::move(updaterManager),
       .application = platform.application,
       .statusItem = platform.statusItem,

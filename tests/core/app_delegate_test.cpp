@@ -16,6 +16,7 @@
 #include "commands/command_runner.h"
 #include "commands/prompt_panel.h"
 #include "config/settings_manager.h"
+#include "platform/key_equivalent.h"
 #include "platform/memory/memory_platform.h"
 #include "platform/widgets/button.h"
 #include "tests/collaborators.h"
@@ -32,6 +33,9 @@ using testing::IsEmpty;
 using testing::IsSupersetOf;
 using testing::SizeIs;
 
+/// Virtual key code.
+constexpr std::uint16_t keyK = 40;
+
 class AppDelegateTest : public testing::Test {
  protected:
   AppDelegateTest() {
@@ -45,6 +49,7 @@ class AppDelegateTest : public testing::Test {
   }
 
   void launch() {
+    delegate.applicationWillFinishLaunching();
     delegate.applicationDidFinishLaunching();
     memory.queues.runAll();
   }
@@ -57,6 +62,20 @@ class AppDelegateTest : public testing::Test {
     if (settings.config.categories.empty()) settings.addCategory("Folder", std::nullopt, true);
     settings.addItem(item, settings.config.categories[0].id, std::nullopt);
     return item;
+  }
+
+  void addItemWithHotKey(const std::string& title, const std::string& commandText) {
+    addItem(title, commandText);
+    MenuCategory& folder = settings.config.categories[0];
+    folder.items.back().shortcut =
+        KeyboardShortcut{.keyCode = keyK, .character = "k", .modifiers = modifiers::command};
+    settings.updateItem(folder.items.back(), folder.id);
+  }
+
+  /// Presses the hot key of that item.
+  void press(Activation activation = {}) {
+    memory.hotKeys.press(keyK, hotKeyModifiers::command, std::move(activation));
+    memory.queues.runAll();
   }
 
   void configureUpdates() {
@@ -87,7 +106,8 @@ class AppDelegateTest : public testing::Test {
     if (!updaterManager) updaterManager.emplace(memory.bundle, memory.updaters);
     return *updaterManager;
   };
-  AppDelegate delegate{delegateCollaborators(memory.platform, settings, runner,
+  HotKeyManager hotKeys{hotKeyCollaborators(memory.platform, settings, logLine())};
+  AppDelegate delegate{delegateCollaborators(memory.platform, settings, runner, hotKeys,
                                              updaterManagerOnFirstUse, center, logLine())};
 };
 
@@ -174,6 +194,53 @@ TEST_F(AppDelegateTest, AChosenItemThatIsGoneDoesNothing) {
   settings.config.categories.clear();
   memory.statusItem.click({"Greet"});
   memory.queues.runAll();
+  EXPECT_THAT(memory.processes.launched(), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, AHotKeyRunsItsItemAsTheDocumentHasItNow) {
+  addItemWithHotKey("Greet", "echo old");
+  launch();
+  settings.config.categories[0].items[0].command.value = "echo new";
+  press();
+  ASSERT_THAT(memory.processes.launched(), SizeIs(1));
+  EXPECT_EQ(memory.processes.launched()[0].arguments.back(), "echo new");
+}
+
+TEST_F(AppDelegateTest, AHotKeyWhoseItemIsGoneDoesNothing) {
+  addItemWithHotKey("Greet", "echo hello");
+  launch();
+  settings.config.categories.clear();
+  press();
+  EXPECT_THAT(memory.processes.launched(), IsEmpty());
+  EXPECT_THAT(memory.notifications.shown(), IsEmpty());
+}
+
+TEST_F(AppDelegateTest, ASavedChangeRegistersHotKeysAgain) {
+  launch();
+  addItemWithHotKey("Greet", "echo hello");
+  press();
+  EXPECT_THAT(memory.processes.launched(), SizeIs(1));
+  settings.setItemEnabled("id of Greet", settings.config.categories[0].id, false);
+  press();
+  EXPECT_THAT(memory.processes.launched(), SizeIs(1));
+}
+
+TEST_F(AppDelegateTest, APromptOfAHotKeyIsShownWithTheActivationOfThePress) {
+  addItemWithHotKey("Ask", "echo {{input}}");
+  launch();
+  press({70, "token"});
+  EXPECT_EQ(memory.windows.lastActivation(), (Activation{70, "token"}));
+}
+
+TEST_F(AppDelegateTest, AHotKeyDoesNothingAfterTheDelegateIsDestroyed) {
+  addItemWithHotKey("Greet", "echo hello");
+  {
+    AppDelegate other(delegateCollaborators(memory.platform, settings, runner, hotKeys,
+                                            updaterManagerOnFirstUse, center, logLine()));
+    other.applicationWillFinishLaunching();
+    other.applicationDidFinishLaunching();
+  }
+  press();
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
 }
 
@@ -311,7 +378,7 @@ TEST_F(AppDelegateTest, QuitTerminatesTheApplication) {
 
 using Events = std::vector<std::string>;
 
-/// Records the request for permission, and lets a delegate that is there by then record itself.
+/// Records the request for permission, and asks the delegate, if there is one, to record itself.
 class RecordingNotifications final : public UserNotificationCenter {
  public:
   explicit RecordingNotifications(Events& events) : events_(events) {}
@@ -328,8 +395,8 @@ class RecordingNotifications final : public UserNotificationCenter {
   Events& events_;
 };
 
-/// Records what it is given, and announces a change while it gets a menu: whoever observes changes
-/// by then hands over another one at once.
+/// Records what it gets. Posts a change when it gets the first menu, which an observer of changes
+/// would answer with another menu.
 class RecordingStatusItem final : public StatusItem {
  public:
   RecordingStatusItem(Events& events, NotificationCenter& center)
@@ -338,13 +405,33 @@ class RecordingStatusItem final : public StatusItem {
   void setImage(std::optional<Image> /*image*/) override { events_.emplace_back("image"); }
   void setMenu(Menu /*menu*/) override {
     events_.emplace_back("menu");
-    if (!std::exchange(announcing_, true)) center_.post(menuItemSettingsChanged);
+    if (!std::exchange(hasPosted_, true)) center_.post(menuItemSettingsChanged);
   }
 
  private:
   Events& events_;
   NotificationCenter& center_;
-  bool announcing_ = false;
+  bool hasPosted_ = false;
+};
+
+/// Records registrations. Posts a change at the first one, as above.
+class RecordingHotKeys final : public HotKeys {
+ public:
+  RecordingHotKeys(Events& events, NotificationCenter& center) : events_(events), center_(center) {}
+
+  Result<HotKeyReference, HotKeyStatus> registerHotKey(const HotKeyRequest& /*request*/) override {
+    events_.emplace_back("hot key");
+    if (!std::exchange(hasPosted_, true)) center_.post(menuItemSettingsChanged);
+    return HotKeyReference{};
+  }
+  void unregisterHotKey(HotKeyReference /*reference*/) override {
+    events_.emplace_back("no hot key");
+  }
+
+ private:
+  Events& events_;
+  NotificationCenter& center_;
+  bool hasPosted_ = false;
 };
 
 class RecordingAppDelegate final : public AppDelegate {
@@ -365,6 +452,7 @@ TEST_F(AppDelegateTest, TheLaunchKeepsItsOrder) {
   Events events;
   RecordingNotifications notifications(events);
   RecordingStatusItem statusItem(events, center);
+  RecordingHotKeys recordingHotKeys(events, center);
   Platform platform{
       .application = memory.application,
       .queues = memory.queues,
@@ -381,23 +469,33 @@ TEST_F(AppDelegateTest, TheLaunchKeepsItsOrder) {
       .pasteboard = memory.pasteboard,
       .notifications = notifications,
       .statusItem = statusItem,
-      .hotKeys = memory.hotKeys,
+      .hotKeys = recordingHotKeys,
       .updaters = memory.updaters,
   };
   const auto updaterManagerInOrder = [&]() -> UpdaterManager& {
     events.emplace_back("updater");
-    // Asked for the second time, behind the menu: whoever observes changes by then makes another.
+    // The second request is the one at the end of the launch. By then the delegate observes
+    // changes.
     if (std::ranges::count(events, "updater") == 2) center.post(menuItemSettingsChanged);
     return updaterManagerOnFirstUse();
   };
+  MenuItem item;
+  item.id = "1";
+  item.shortcut.emplace();
+  settings.config.categories.emplace_back().items = {item};
+  HotKeyManager manager(hotKeyCollaborators(platform, settings, logLine()));
   RecordingAppDelegate recorded(
-      events,
-      delegateCollaborators(platform, settings, runner, updaterManagerInOrder, center, logLine()));
+      events, delegateCollaborators(platform, settings, runner, manager, updaterManagerInOrder,
+                                    center, logLine()));
+
+  recorded.applicationWillFinishLaunching();
+  EXPECT_TRUE(manager.handler);
+  EXPECT_THAT(events, IsEmpty());
 
   recorded.applicationDidFinishLaunching();
-  // The first menu was announced to nobody, the last request for the updater to the delegate.
-  EXPECT_THAT(events, ElementsAre("delegate", "permission", "image", "updater", "menu", "updater",
-                                  "updater", "menu"));
+  EXPECT_THAT(events, ElementsAre("delegate", "permission", "image", "updater", "menu", "hot key",
+                                  // The updater of the launch, and what its change causes.
+                                  "updater", "updater", "menu", "no hot key", "hot key"));
 }
 
 }  // namespace

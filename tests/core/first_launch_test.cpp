@@ -71,9 +71,11 @@ class FirstLaunchTest : public testing::Test {
   void launch() {
     loadSettings();
     runner.emplace(runnerCollaborators(memory.platform, *settings, prompts, logLine()));
+    hotKeys.emplace(hotKeyCollaborators(memory.platform, *settings, logLine()));
     const auto updaters = [this]() -> UpdaterManager& { return updaterManager; };
-    delegate.emplace(
-        delegateCollaborators(memory.platform, *settings, *runner, updaters, center, logLine()));
+    delegate.emplace(delegateCollaborators(memory.platform, *settings, *runner, *hotKeys, updaters,
+                                           center, logLine()));
+    delegate->applicationWillFinishLaunching();
     delegate->applicationDidFinishLaunching();
     memory.queues.runAll();
   }
@@ -86,6 +88,7 @@ class FirstLaunchTest : public testing::Test {
 
   void quit() {
     delegate.reset();
+    hotKeys.reset();
     runner.reset();
     settings.reset();
     log.clear();
@@ -120,6 +123,7 @@ class FirstLaunchTest : public testing::Test {
   UpdaterManager updaterManager{memory.bundle, memory.updaters};
   std::optional<SettingsManager> settings;
   std::optional<CommandRunner> runner;
+  std::optional<HotKeyManager> hotKeys;
   std::optional<AppDelegate> delegate;
 };
 

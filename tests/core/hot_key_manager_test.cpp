@@ -16,6 +16,7 @@
 #include "config/settings_manager.h"
 #include "platform/key_equivalent.h"
 #include "platform/memory/memory_platform.h"
+#include "tests/collaborators.h"
 
 namespace quillmar {
 namespace {
@@ -80,11 +81,8 @@ class HotKeyManagerTest : public testing::Test {
   NotificationCenter center;
   std::vector<std::string> log;
   SettingsManager settings{{memory.environment, memory.userDirectories, memory.files, center}};
-  HotKeyManager manager{{.settings = settings,
-                         .hotKeys = memory.hotKeys,
-                         .application = memory.application,
-                         .mainQueue = memory.queues.mainQueue(),
-                         .log = [this](std::string_view line) { log.emplace_back(line); }}};
+  HotKeyManager manager{hotKeyCollaborators(
+      memory.platform, settings, [this](std::string_view line) { log.emplace_back(line); })};
   std::vector<std::string> fired;
   std::vector<Activation> activations;
 };
@@ -304,11 +302,7 @@ TEST_F(HotKeyManagerTest, UnregisterAllFreesEveryCombination) {
 TEST_F(HotKeyManagerTest, AManagerThatIsDestroyedFreesItsCombinationsAndGetsNoEvents) {
   addItem("1", keyA);
   {
-    HotKeyManager other({.settings = settings,
-                         .hotKeys = memory.hotKeys,
-                         .application = memory.application,
-                         .mainQueue = memory.queues.mainQueue(),
-                         .log = {}});
+    HotKeyManager other(hotKeyCollaborators(memory.platform, settings, {}));
     handleWith(other);
     other.reloadFromSettings();
     EXPECT_THAT(registered(), SizeIs(1));
