@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +13,7 @@
 #include "config/json_writer.h"
 #include "config/quillmar_config.h"
 #include "platform/result.h"
+#include "platform/text.h"
 
 namespace quillmar {
 
@@ -41,7 +43,20 @@ std::size_t idColumnWidth(const QuillmarConfig& config) {
   return width;
 }
 
-std::string textListing(const SettingsManager& settings) {
+/// Null if the item's hot key works or it has none.
+const UnregisteredHotKey* unregisteredHotKey(const MenuItem& item,
+                                             const std::vector<UnregisteredHotKey>& unregistered) {
+  if (!item.isEnabled || !item.shortcut || !item.shortcut->isGlobal) return nullptr;
+  // The running program gives ids to items that have none in the file.
+  const auto found = std::ranges::find_if(unregistered, [&](const UnregisteredHotKey& hotKey) {
+    return item.id.empty() ? hotKey.itemTitle == text::replacingUnsendable(item.title)
+                           : hotKey.itemId == text::replacingUnsendable(item.id);
+  });
+  return found == unregistered.end() ? nullptr : &*found;
+}
+
+std::string textListing(const SettingsManager& settings,
+                        const std::vector<UnregisteredHotKey>& unregistered) {
   const std::size_t idWidth = idColumnWidth(settings.config);
   std::string listing;
   for (const MenuCategory* category : categoriesInDisplayOrder(settings.config)) {
@@ -53,13 +68,19 @@ std::string textListing(const SettingsManager& settings) {
       listing += "  " + id + std::string(idWidth - characterCount(id), ' ') + "  ";
       listing += printable(item.title);
       if (!item.isEnabled) listing += "  (disabled)";
+      if (const auto* hotKey = unregisteredHotKey(item, unregistered)) {
+        listing += "  (hot key not registered: ";
+        listing += explanation(hotKey->status);
+        listing += ")";
+      }
       listing += "\n";
     }
   }
   return listing;
 }
 
-std::string jsonListing(const SettingsManager& settings) {
+std::string jsonListing(const SettingsManager& settings,
+                        const std::vector<UnregisteredHotKey>& unregistered) {
   constexpr std::size_t estimatedSize = 4096;
   JsonWriter json(estimatedSize);
   json.beginArray();
@@ -74,6 +95,10 @@ std::string jsonListing(const SettingsManager& settings) {
       if (!category->id.empty()) {
         json.key("folderId");
         json.value(std::string_view(category->id));
+      }
+      if (const auto* hotKey = unregisteredHotKey(item, unregistered)) {
+        json.key("hotKeyStatus");
+        json.value(static_cast<std::int64_t>(hotKey->status));
       }
       if (!item.id.empty()) {
         json.key("id");
@@ -116,8 +141,9 @@ Error ambiguousTitle(const std::string& title, const std::vector<const MenuItem*
 }  // namespace
 
 ExitStatus listItems(const ListInvocation& invocation, const SettingsManager& settings,
-                     Console& console) {
-  console.print(invocation.json ? jsonListing(settings) : textListing(settings));
+                     const std::vector<UnregisteredHotKey>& unregistered, Console& console) {
+  console.print(invocation.json ? jsonListing(settings, unregistered)
+                                : textListing(settings, unregistered));
   return ExitStatus::success;
 }
 

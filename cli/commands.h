@@ -2,18 +2,21 @@
 
 #pragma once
 
+#include <vector>
+
 #include "cli/arguments.h"
 #include "cli/console.h"
 #include "config/settings_manager.h"
 #include "platform/file_system.h"
+#include "shortcuts/unregistered_hot_key.h"
 
 namespace quillmar {
 
 /// Prints the folders and their items, or a JSON array of the items. Omits empty ids; the list
-/// shows
-/// "-" instead.
+/// shows "-" instead. Marks the items whose hot key is among `unregistered`, by their ids, or by
+/// their titles if they have none.
 ExitStatus listItems(const ListInvocation& invocation, const SettingsManager& settings,
-                     Console& console);
+                     const std::vector<UnregisteredHotKey>& unregistered, Console& console);
 
 /// Prints an error for each file that cannot be decoded; "-" is standard input.
 ExitStatus checkFiles(const CheckInvocation& invocation, const FileSystem& files, Console& console);

@@ -9,6 +9,7 @@
 #include "app/app_delegate.h"
 #include "commands/command_environment.h"
 #include "commands/command_runner.h"
+#include "config/settings_manager.h"
 #include "platform/linux/application/application_instance.h"
 #include "platform/linux/application/broken_pipes.h"
 #include "platform/linux/application/platform_data.h"
@@ -18,6 +19,7 @@
 #include "platform/pasteboard.h"
 #include "platform/platform.h"
 #include "platform/result.h"
+#include "shortcuts/hot_key_manager.h"
 
 namespace quillmar {
 
@@ -54,6 +56,11 @@ ExitStatus runResidentProgram(const Environment& environment, Console& console) 
       .setClipboard =
           [&](std::string text) { desktop->services().pasteboard.setString(std::move(text)); },
       .notify = notify,
+      .hotKeyReport =
+          [] {
+            return HotKeyReport{SettingsManager::shared().settingsFileURL(),
+                                HotKeyManager::shared().unregisteredHotKeys()};
+          },
   });
   const auto start = instance->start(environment);
   if (!start) {

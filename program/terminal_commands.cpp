@@ -1,6 +1,9 @@
 #include "program/terminal_commands.h"
 
+#include <algorithm>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "cli/commands.h"
 #include "cli/run_command.h"
@@ -18,6 +21,8 @@
 #include "platform/log.h"
 #include "platform/memory/memory_task_queues.h"
 #include "platform/result.h"
+#include "platform/text.h"
+#include "shortcuts/unregistered_hot_key.h"
 
 namespace quillmar {
 
@@ -47,12 +52,35 @@ ExitStatus withSettings(const Environment& environment, SubCommand subCommand) {
   return subCommand(settings);
 }
 
+/// The hot keys that the running instance could not register, if it uses the same settings file.
+/// Asks it only if the settings have hot keys.
+std::vector<UnregisteredHotKey> unregisteredHotKeys(const SettingsManager& settings,
+                                                    const Environment& environment,
+                                                    Console& console) {
+  const auto hasHotKey = [](const ItemInCategory& runnable) {
+    return runnable.item.shortcut && runnable.item.shortcut->isGlobal;
+  };
+  if (!std::ranges::any_of(settings.allRunnableItems(), hasHotKey)) return {};
+  RunningInstance instance(environment);
+  if (!instance.isRunning()) return {};
+  Result<HotKeyReport> report = instance.hotKeyReport();
+  if (!report) {
+    console.printError(report.error().description + "\n");
+    return {};
+  }
+  if (report.value().settingsFile != text::replacingUnsendable(settings.settingsFileURL())) {
+    return {};
+  }
+  return std::move(report).value().unregistered;
+}
+
 }  // namespace
 
 ExitStatus listItemsFromTerminal(const ListInvocation& invocation, const Environment& environment,
                                  Console& console) {
   return withSettings(environment, [&](const SettingsManager& settings) {
-    return listItems(invocation, settings, console);
+    return listItems(invocation, settings, unregisteredHotKeys(settings, environment, console),
+                     console);
   });
 }
 

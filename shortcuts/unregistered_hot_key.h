@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/hot_keys.h"
 
@@ -17,6 +18,15 @@ struct UnregisteredHotKey {
   HotKeyStatus status{};
 
   bool operator==(const UnregisteredHotKey&) const = default;
+};
+
+/// What one running program reports about the hot keys of its settings.
+struct HotKeyReport {
+  /// Path of the settings file. Another program may use another file.
+  std::string settingsFile;
+  std::vector<UnregisteredHotKey> unregistered;
+
+  bool operator==(const HotKeyReport&) const = default;
 };
 
 /// Why the hot key is not registered, as part of a sentence: "the shortcut is already in use".

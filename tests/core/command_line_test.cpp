@@ -155,7 +155,7 @@ TEST_F(CommandLineTest, ListShowsFoldersAndItemsInMenuOrder) {
   add("2", "Two\x1b[2J", "true").isEnabled = false;
   settings.config.categories[0].items.push_back(MenuItem::separator());
   settings.config.categories.push_back({.id = "E", .name = "Earlier", .sortOrder = -1});
-  EXPECT_EQ(listItems({}, settings, console), ExitStatus::success);
+  EXPECT_EQ(listItems({}, settings, {}, console), ExitStatus::success);
   EXPECT_EQ(console.out, "Earlier\nFolder\n  1  One\n  2  Two\uFFFD[2J  (disabled)\n");
 }
 
@@ -163,17 +163,56 @@ TEST_F(CommandLineTest, ListShowsAHyphenInThePlaceOfAMissingId) {
   add("", "None", "true");
   add("ä-2", "Two", "true");
   add("3", "Three", "true");
-  EXPECT_EQ(listItems({}, settings, console), ExitStatus::success);
+  EXPECT_EQ(listItems({}, settings, {}, console), ExitStatus::success);
   EXPECT_EQ(console.out, "Folder\n  -    None\n  ä-2  Two\n  3    Three\n");
 }
 
 TEST_F(CommandLineTest, ListInJsonLeavesOutMissingIds) {
   add("", "None", "true");
   settings.config.categories[0].id = "";
-  EXPECT_EQ(listItems({.json = true}, settings, console), ExitStatus::success);
+  EXPECT_EQ(listItems({.json = true}, settings, {}, console), ExitStatus::success);
   EXPECT_THAT(console.out, HasSubstr("\"title\" : \"None\""));
   EXPECT_THAT(console.out, Not(HasSubstr("\"id\"")));
   EXPECT_THAT(console.out, Not(HasSubstr("\"folderId\"")));
+}
+
+TEST_F(CommandLineTest, ListMarksItemsWhoseHotKeyIsNotRegisteredByIdOrTitle) {
+  for (const char* id : {"1", "2", "3", ""}) {
+    add(id, std::string("Title ") + id, "true").shortcut.emplace();
+  }
+  EXPECT_EQ(listItems({}, settings,
+                      {{"2", "another title", HotKeyStatus::keyTaken},
+                       {"generated", "Title ", HotKeyStatus::noService},
+                       {"unknown", "Title 3", HotKeyStatus::keyTaken}},
+                      console),
+            ExitStatus::success);
+  EXPECT_EQ(console.out,
+            "Folder\n  1  Title 1\n"
+            "  2  Title 2  (hot key not registered: the shortcut is already in use)\n"
+            "  3  Title 3\n"
+            "  -  Title   (hot key not registered: this session has no service for hot keys)\n");
+}
+
+TEST_F(CommandLineTest, ListDoesNotMarkItemsThatHaveNoHotKeyAnyMore) {
+  add("1", "One", "true");
+  add("2", "Two", "true").shortcut = KeyboardShortcut{.character = "", .isGlobal = false};
+  MenuItem& disabled = add("3", "Three", "true");
+  disabled.shortcut.emplace();
+  disabled.isEnabled = false;
+  listItems({}, settings,
+            {{"1", "One", HotKeyStatus::keyTaken},
+             {"2", "Two", HotKeyStatus::keyTaken},
+             {"3", "Three", HotKeyStatus::keyTaken}},
+            console);
+  EXPECT_EQ(console.out, "Folder\n  1  One\n  2  Two\n  3  Three  (disabled)\n");
+}
+
+TEST_F(CommandLineTest, ListInJsonHasTheStatusOfAHotKeyThatIsNotRegistered) {
+  add("1", "One", "true").shortcut.emplace();
+  add("2", "Two", "true").shortcut.emplace();
+  listItems({.json = true}, settings, {{"1", "One", HotKeyStatus::notGranted}}, console);
+  EXPECT_THAT(console.out, HasSubstr("\"hotKeyStatus\" : -3,\n    \"id\" : \"1\""));
+  EXPECT_EQ(console.out.find("hotKeyStatus"), console.out.rfind("hotKeyStatus"));
 }
 
 TEST(PrintableTest, WhatATerminalWouldObeyIsShownAsAReplacement) {
@@ -186,7 +225,7 @@ TEST(PrintableTest, WhatATerminalWouldObeyIsShownAsAReplacement) {
 
 TEST_F(CommandLineTest, ListCanSpeakJson) {
   add("1", "Say \"hi\"", "true");
-  EXPECT_EQ(listItems({.json = true}, settings, console), ExitStatus::success);
+  EXPECT_EQ(listItems({.json = true}, settings, {}, console), ExitStatus::success);
   EXPECT_EQ(console.out,
             "[\n"
             "  {\n"

@@ -433,6 +433,28 @@ TEST_F(InstanceTest, WithoutAnInstanceThereIsNoMenu) {
   EXPECT_FALSE(running_.activate());
 }
 
+TEST_F(InstanceTest, ReportsItsHotKeysThatDoNotWork) {
+  startOther();
+  ASSERT_TRUE(running_.isRunning());
+  const auto report = running_.hotKeyReport();
+  ASSERT_TRUE(report) << report.error().description;
+  EXPECT_EQ(report.value().settingsFile, record());
+  EXPECT_THAT(
+      report.value().unregistered,
+      testing::ElementsAre(UnregisteredHotKey{"id", "ti\uFFFDt\uFFFDle", HotKeyStatus::keyTaken},
+                           UnregisteredHotKey{"second", "", HotKeyStatus::notGranted}));
+}
+
+TEST_F(InstanceTest, AnInstanceThatIsBusyIsNotWaitedForLongToReportItsHotKeys) {
+  startOther();
+  other_->signal(SIGSTOP);
+  RunningInstance impatient(environment_, std::chrono::milliseconds(100));
+  ASSERT_TRUE(impatient.isRunning());
+  EXPECT_EQ(impatient.hotKeyReport().error().description,
+            "Quillmar does not answer in time, so hot keys that do not work are not marked. It is "
+            "busy, perhaps with a command that does not run in the background.");
+}
+
 TEST_F(InstanceTest, AnInstanceIsNotStartedForItsMenu) {
   const PrivateBus bus({applicationId});
   const Environment environment{{{"DBUS_SESSION_BUS_ADDRESS", bus.address()}}};

@@ -1,7 +1,8 @@
-// A running instance for tests: it appends what other processes ask it for to the file that its
-// argument names, a line each. The text "hold" for the clipboard holds its main thread for good, as
-// a command in the foreground would; so does a menu for the activation token "hold". It refuses to
-// show one for the token "refuse". Its exit status is the application's; 3 when it is not the one.
+// A running instance for tests. It appends each request of another process as a line to the file
+// that its argument names, and reports that file as its settings file. The clipboard text "hold"
+// blocks its main thread forever, as a command in the foreground does; so does a menu with the
+// activation token "hold". It refuses a menu with the token "refuse". Exits with the application's
+// status, or 3 if another instance is running.
 
 #include <fstream>
 #include <string>
@@ -14,7 +15,10 @@
 int main(int, char** arguments) {
   using quillmar::ApplicationInstance;
   using quillmar::Error;
+  using quillmar::HotKeyReport;
+  using quillmar::HotKeyStatus;
   using quillmar::Result;
+  using namespace std::string_literals;
   std::ofstream out(arguments[1], std::ios::app);
   ApplicationInstance* running = nullptr;
   ApplicationInstance instance({
@@ -38,6 +42,12 @@ int main(int, char** arguments) {
       .notify =
           [&](const std::string& title, const std::string& body) {
             out << "notify " << title << "|" << body << std::endl;
+          },
+      .hotKeyReport =
+          [&] {
+            return HotKeyReport{arguments[1],
+                                {{"id", "ti\xfft\0le"s, HotKeyStatus::keyTaken},
+                                 {"second", "", HotKeyStatus::notGranted}}};
           },
   });
   running = &instance;

@@ -9,6 +9,7 @@
 #include "platform/linux/application/platform_data.h"
 #include "platform/linux/bus/session_bus.h"
 #include "platform/linux/processes/bounded_wait.h"
+#include "platform/text.h"
 
 namespace quillmar {
 
@@ -26,6 +27,12 @@ constexpr const char* introspection = R"xml(<node>
       <arg type="av" name="parameter" direction="in"/>
       <arg type="a{sv}" name="platform_data" direction="in"/>
     </method>
+  </interface>
+</node>)xml";
+
+constexpr const char* ownIntrospection = R"xml(<node>
+  <interface name="com.tovenworks.quillmar">
+    <property type="(sa(ssi))" name="UnregisteredHotKeys" access="read"/>
   </interface>
 </node>)xml";
 
@@ -67,6 +74,11 @@ Result<ApplicationInstance::Start> ApplicationInstance::start(const Environment&
                       const char* method, GVariant* arguments,
                       GDBusMethodInvocation* invocation) { answer(method, arguments, invocation); },
           .property = [](const char*) -> GVariant* { return nullptr; }});
+  ownInterface_.emplace(
+      connection_.get(), applicationPath, ownIntrospection,
+      DbusObject::Handlers{.call = nullptr, .property = [this](const char*) -> GVariant* {
+                             return hotKeyReport();
+                           }});
 
   constexpr guint32 doNotQueue = 4;
   constexpr guint32 primaryOwner = 1;
@@ -128,6 +140,22 @@ Result<void> ApplicationInstance::showMenu(GVariant* platformData) {
   if (hasExpired(platformData)) return Error{"The request for the menu has expired."};
   setActivation(activationIn(platformData));
   return handlers_.showMenu ? handlers_.showMenu() : Result<void>();
+}
+
+/// The value of hotKeyReportProperty, floating.
+GVariant* ApplicationInstance::hotKeyReport() const {
+  const HotKeyReport report = handlers_.hotKeyReport ? handlers_.hotKeyReport() : HotKeyReport();
+  const auto sendable = [](const std::string& text) { return text::replacingUnsendable(text); };
+  GVariantBuilder builder;
+  g_variant_builder_init(&builder, G_VARIANT_TYPE(hotKeyReportType));
+  g_variant_builder_add(&builder, "s", sendable(report.settingsFile).c_str());
+  g_variant_builder_open(&builder, G_VARIANT_TYPE("a(ssi)"));
+  for (const UnregisteredHotKey& hotKey : report.unregistered) {
+    g_variant_builder_add(&builder, "(ssi)", sendable(hotKey.itemId).c_str(),
+                          sendable(hotKey.itemTitle).c_str(), static_cast<gint32>(hotKey.status));
+  }
+  g_variant_builder_close(&builder);
+  return g_variant_builder_end(&builder);
 }
 
 /// False if there is no such action, or if its parameter, in a variant, has another type.

@@ -17,6 +17,7 @@
 #include "platform/linux/bus/dbus_object.h"
 #include "platform/linux/bus/glib_pointers.h"
 #include "platform/result.h"
+#include "shortcuts/unregistered_hot_key.h"
 
 namespace quillmar {
 
@@ -26,6 +27,13 @@ inline constexpr const char* applicationId = "com.tovenworks.quillmar";
 /// Object path of the instance.
 inline constexpr const char* applicationPath = "/com/tovenworks/quillmar";
 inline constexpr const char* applicationInterface = "org.freedesktop.Application";
+
+/// The interface of the instance with what is not part of the standard one. Its property holds the
+/// path of the settings file, and for each hot key that does not work the item's id and title and
+/// the status.
+inline constexpr const char* instanceInterface = "com.tovenworks.quillmar";
+inline constexpr const char* hotKeyReportProperty = "UnregisteredHotKeys";
+inline constexpr const char* hotKeyReportType = "(sa(ssi))";
 
 /// The action that shows the menu; it takes no parameter.
 inline constexpr const char* showMenuAction = "menu";
@@ -44,6 +52,8 @@ class ApplicationInstance final : public Application {
     std::function<void(std::string text)> setClipboard;
     /// Shows a notification.
     std::function<void(std::string title, std::string body)> notify;
+    /// Returns the hot keys that do not work.
+    std::function<HotKeyReport()> hotKeyReport;
   };
 
   enum class Start {
@@ -80,6 +90,7 @@ class ApplicationInstance final : public Application {
   void answer(const char* method, GVariant* arguments, GDBusMethodInvocation* invocation);
   void activateAction(GVariant* arguments, GDBusMethodInvocation* invocation);
   Result<void> showMenu(GVariant* platformData);
+  GVariant* hotKeyReport() const;
   bool handOver(std::string_view action, GVariant* parameter);
 
   Handlers handlers_;
@@ -87,6 +98,7 @@ class ApplicationInstance final : public Application {
   TerminationSignals signals_;
   GObjectPtr<GDBusConnection> connection_;
   std::optional<DbusObject> object_;
+  std::optional<DbusObject> ownInterface_;
 };
 
 }  // namespace quillmar

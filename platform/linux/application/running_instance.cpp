@@ -12,7 +12,8 @@ namespace quillmar {
 namespace {
 
 constexpr const char* notRunning = "Quillmar is not running";
-constexpr const char* noMenu = ", so there is no menu to show.";
+constexpr const char* noMenu = ", so there is no menu to show";
+constexpr const char* propertiesInterface = "org.freedesktop.DBus.Properties";
 
 /// Records a failure and the cause of the first one.
 void record(DeliveryFailures& failures, bool DeliveryFailures::*what, const Error& error) {
@@ -56,30 +57,61 @@ Result<void> RunningInstance::activateAction(const char* action, GVariant* param
 }
 
 Result<void> RunningInstance::showMenu() {
-  if (auto found = find(); !found) return Error{found.error().description + noMenu};
+  if (auto found = find(); !found) return Error{found.error().description + noMenu + "."};
+  constexpr Consequences consequences{.notRunning = noMenu, .busy = ", so it may show no menu"};
   // A call that the main loop answers and that has no side effects.
-  auto listens = call("org.freedesktop.DBus.Properties", "GetAll",
-                      g_variant_new("(s)", applicationInterface), timeout_);
-  if (!listens) return listens;
-  return call(
+  const auto listens = call(propertiesInterface, "GetAll",
+                            g_variant_new("(s)", applicationInterface), timeout_, consequences);
+  if (!listens) return listens.error();
+  const auto shown = call(
       applicationInterface, "ActivateAction",
       g_variant_new("(sav@a{sv})", showMenuAction, nullptr, platformData(environment_, timeout_)),
-      menuTimeout_);
+      menuTimeout_, consequences);
+  if (!shown) return shown.error();
+  return {};
 }
 
-Result<void> RunningInstance::call(const char* interface, const char* method, GVariant* arguments,
-                                   std::chrono::milliseconds timeout) {
+Result<HotKeyReport> RunningInstance::hotKeyReport() {
+  constexpr const char* unmarked = ", so hot keys that do not work are not marked";
+  const auto reply = call(propertiesInterface, "Get",
+                          g_variant_new("(ss)", instanceInterface, hotKeyReportProperty), timeout_,
+                          {.notRunning = unmarked, .busy = unmarked});
+  if (!reply) return reply.error();
+  GVariant* variant = nullptr;
+  g_variant_get(reply.value().get(), "(v)", &variant);
+  const GVariantPtr value(variant);
+  HotKeyReport report;
+  if (!g_variant_is_of_type(value.get(), G_VARIANT_TYPE(hotKeyReportType))) return report;
+
+  const char* settingsFile = nullptr;
+  GVariantIter* iterator = nullptr;
+  g_variant_get(value.get(), "(&sa(ssi))", &settingsFile, &iterator);
+  const GVariantIterPtr hotKeys(iterator);
+  report.settingsFile = settingsFile;
+  const char* itemId = nullptr;
+  const char* itemTitle = nullptr;
+  gint32 status = 0;
+  while (g_variant_iter_next(hotKeys.get(), "(&s&si)", &itemId, &itemTitle, &status)) {
+    report.unregistered.push_back({itemId, itemTitle, static_cast<HotKeyStatus>(status)});
+  }
+  return report;
+}
+
+Result<GVariantPtr> RunningInstance::call(const char* interface, const char* method,
+                                          GVariant* arguments, std::chrono::milliseconds timeout,
+                                          const Consequences& consequences) {
   GError* error = nullptr;
-  const GVariantPtr reply(g_dbus_connection_call_sync(
+  GVariantPtr reply(g_dbus_connection_call_sync(
       bus_->value().get(), applicationId, applicationPath, interface, method, arguments, nullptr,
       G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(timeout.count()), nullptr, &error));
   const GErrorPtr failure(error);
-  if (!failure) return {};
-  if (isMissingService(*failure)) return Error{std::string(notRunning) + noMenu};
+  if (!failure) return reply;
+  if (isMissingService(*failure)) {
+    return Error{std::string(notRunning) + consequences.notRunning + "."};
+  }
   if (isReplyTimeout(*failure)) {
-    return Error{
-        "Quillmar does not answer in time, so it may show no menu. It is busy, perhaps with a "
-        "command that does not run in the background."};
+    return Error{std::string("Quillmar does not answer in time") + consequences.busy +
+                 ". It is busy, perhaps with a command that does not run in the background."};
   }
   return Error{busErrorMessage(*failure) + "."};
 }

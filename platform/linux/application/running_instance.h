@@ -1,7 +1,7 @@
 // The running Quillmar of the session, as used by a short-lived process such as “quillmar run”: it
 // sets the clipboard and shows notifications, which only a resident process can do. Main thread.
-// Calls wait for the bus, with a timeout. Only showMenu() waits for the other process, which may be
-// busy with a foreground command.
+// Calls wait for the bus, with a timeout. Only showMenu() and hotKeyReport() wait for the other
+// process, which may be busy with a foreground command.
 
 #pragma once
 
@@ -20,6 +20,7 @@
 #include "platform/result.h"
 #include "platform/task_queue.h"
 #include "platform/user_notifications.h"
+#include "shortcuts/unregistered_hot_key.h"
 
 namespace quillmar {
 
@@ -46,6 +47,10 @@ class RunningInstance {
   /// The error is a full sentence.
   Result<void> showMenu();
 
+  /// The hot keys of the instance that do not work. Waits at most the timeout until the instance
+  /// replies. The error is a full sentence. Precondition: isRunning().
+  Result<HotKeyReport> hotKeyReport();
+
   /// The largest parameter of an action. By default a bus limits messages to 32 MiB, and
   /// disconnects a program that exceeds the limit.
   static constexpr std::size_t mostParameterBytes = std::size_t{30} << 20;
@@ -59,10 +64,15 @@ class RunningInstance {
   /// Asks the bus whether an instance is running. If not, the error says why.
   Result<void> find();
 
-  /// Calls a method of the instance that is needed to show the menu, and waits for the reply. The
-  /// error is a full sentence.
-  Result<void> call(const char* interface, const char* method, GVariant* arguments,
-                    std::chrono::milliseconds timeout);
+  /// What a call that failed means for the user, after the cause: ", so there is no menu".
+  struct Consequences {
+    const char* notRunning;
+    const char* busy;
+  };
+
+  /// Calls a method of the instance and waits for the reply. The error is a full sentence.
+  Result<GVariantPtr> call(const char* interface, const char* method, GVariant* arguments,
+                           std::chrono::milliseconds timeout, const Consequences& consequences);
 
   /// Calls a method of the instance and waits until the bus has received the call.
   Result<void> send(const char* method, GVariant* arguments);
