@@ -49,7 +49,7 @@ DesktopPlatform::DesktopPlatform(const Environment& environment, ApplicationInst
                                                      TaskQueue::Task task) {
                          return runLater(bus, delay, std::move(task));
                        }}),
-      hotKeys_(makeDesktopHotKeys(environment, instance.connection())),
+      hotKeys_(makeDesktopHotKeys(environment)),
       updaters_(std::move(options.notify)),
       services_{
           .application = instance,

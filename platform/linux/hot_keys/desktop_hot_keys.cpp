@@ -19,12 +19,11 @@ class UnavailableHotKeys final : public HotKeys {
 
 }  // namespace
 
-std::unique_ptr<HotKeys> makeDesktopHotKeys(const Environment& environment,
-                                            GDBusConnection* sessionBus) {
+std::unique_ptr<HotKeys> makeDesktopHotKeys(const Environment& environment) {
   const std::string wayland = environment.value("WAYLAND_DISPLAY").value_or("");
   const std::string display = environment.value("DISPLAY").value_or("");
   // Under Wayland, a grab on Xwayland works only while an X11 window has the keyboard.
-  if (!wayland.empty()) return std::make_unique<PortalHotKeys>(environment, sessionBus);
+  if (!wayland.empty()) return std::make_unique<PortalHotKeys>(environment);
   if (!display.empty()) return std::make_unique<X11HotKeys>(display);
   return std::make_unique<UnavailableHotKeys>();
 }

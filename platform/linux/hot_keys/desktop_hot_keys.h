@@ -4,16 +4,13 @@
 
 #include <memory>
 
-#include <gio/gio.h>
-
 #include "platform/environment.h"
 #include "platform/hot_keys.h"
 
 namespace quillmar {
 
 /// Chooses by WAYLAND_DISPLAY and DISPLAY. If neither is set, every registration fails with
-/// HotKeyStatus::noService. `environment` and `sessionBus` must outlive the result.
-std::unique_ptr<HotKeys> makeDesktopHotKeys(const Environment& environment,
-                                            GDBusConnection* sessionBus);
+/// HotKeyStatus::noService.
+std::unique_ptr<HotKeys> makeDesktopHotKeys(const Environment& environment);
 
 }  // namespace quillmar

@@ -1,13 +1,180 @@
 #include "platform/linux/hot_keys/portal_hot_keys.h"
 
+#include <algorithm>
+#include <ranges>
+#include <utility>
+
+#include "platform/linux/bus/session_bus.h"
+
 namespace quillmar {
 
-PortalHotKeys::PortalHotKeys(const Environment&, GDBusConnection*) {}
+namespace {
 
-Result<HotKeyReference, HotKeyStatus> PortalHotKeys::registerHotKey(const HotKeyRequest&) {
-  return HotKeyStatus::noService;
+constexpr std::uint32_t knownModifiers = hotKeyModifiers::command | hotKeyModifiers::shift |
+                                         hotKeyModifiers::option | hotKeyModifiers::control;
+
+KeyCombination combinationOf(const HotKeyRequest& request) {
+  return {request.keyCode, request.modifiers & knownModifiers};
 }
 
-void PortalHotKeys::unregisterHotKey(HotKeyReference) {}
+}  // namespace
+
+PortalHotKeys::Timing PortalHotKeys::standardTiming() {
+  using std::chrono::seconds;
+  return {.recoveryDelays = {seconds(0), seconds(1), seconds(5), seconds(25)},
+          .stableAfter = seconds(60),
+          .now = std::chrono::steady_clock::now};
+}
+
+PortalHotKeys::PortalHotKeys(const Environment& environment, Timing timing)
+    : busAddress_(sessionBusAddress(environment)), timing_(std::move(timing)) {}
+
+PortalHotKeys::~PortalHotKeys() {
+  if (cancelUpdate_) cancelUpdate_();
+  if (cancelRecovery_) cancelRecovery_();
+}
+
+Result<HotKeyReference, HotKeyStatus> PortalHotKeys::registerHotKey(const HotKeyRequest& request) {
+  if (!busAddress_) return HotKeyStatus::noService;
+  const KeyCombination keys = combinationOf(request);
+  // KDE has fewer triggers; what it lacks is refused later.
+  if (!portalTrigger(keys, TriggerDialect::documented)) return HotKeyStatus::noSuchKey;
+  const HotKeyReference reference{++lastReference_};
+  if (!registrations_.try_emplace(keys, reference, request.id, request.description).second) {
+    return HotKeyStatus::keyTaken;
+  }
+  updateLater();
+  return reference;
+}
+
+void PortalHotKeys::unregisterHotKey(HotKeyReference reference) {
+  const auto erased = std::erase_if(
+      registrations_, [&](const auto& entry) { return entry.second.reference == reference; });
+  if (erased > 0) updateLater();
+}
+
+bool PortalHotKeys::isSettled() const {
+  return !cancelUpdate_ && !cancelRecovery_ && !isClosing_ && (!session_ || isStarted_);
+}
+
+void PortalHotKeys::updateLater() {
+  if (cancelUpdate_) return;
+  cancelUpdate_ = MainLoopTaskQueue::asyncAfter({}, [this] {
+    cancelUpdate_ = nullptr;
+    update();
+  });
+}
+
+void PortalHotKeys::update() {
+  // What follows these takes the current registrations.
+  if (isClosing_ || cancelRecovery_) return;
+  if (!session_) {
+    if (!registrations_.empty()) startSession();
+  } else if (registeredKeys() != sent_) {
+    replaceSession();
+  } else if (isStarted_) {
+    repeatRefusals();
+  }
+}
+
+void PortalHotKeys::repeatRefusals() {
+  const bool hasTakenKey = std::ranges::any_of(
+      refused_, [](const auto& refusal) { return refusal.second == HotKeyStatus::keyTaken; });
+  // The other program may have freed the key.
+  if (hasTakenKey && session_->isSilent()) return replaceSession();
+  reportRefusals();
+}
+
+void PortalHotKeys::replaceSession() {
+  isClosing_ = true;
+  session_->close([this] {
+    isClosing_ = false;
+    startSession();
+  });
+}
+
+void PortalHotKeys::startSession() {
+  sent_ = registeredKeys();
+  refused_.clear();
+  held_.clear();
+  isStarted_ = false;
+  PortalSession::Shortcuts shortcuts;
+  for (const auto& [keys, registration] : registrations_) {
+    shortcuts[keys] = registration.description;
+  }
+  session_ = std::make_unique<PortalSession>(
+      *busAddress_, std::move(shortcuts),
+      PortalSession::Handlers{
+          .started =
+              [this](PortalSession::Refusals refused) { sessionStarted(std::move(refused)); },
+          .failed = [this] { sessionFailed(); },
+          .lost = [this] { recover(); },
+          .activated = [this](const KeyCombination& keys,
+                              const Activation& activation) { pressed(keys, activation); },
+          .deactivated = [this](const KeyCombination& keys) { held_.release(keys, timing_.now()); },
+          .refusalsChanged =
+              [this](PortalSession::Refusals refused) {
+                refused_ = std::move(refused);
+                reportRefusals();
+              },
+      });
+}
+
+void PortalHotKeys::sessionStarted(PortalSession::Refusals refused) {
+  if (sent_.empty()) {
+    session_.reset();
+    return;
+  }
+  isStarted_ = true;
+  startedAt_ = timing_.now();
+  refused_ = std::move(refused);
+  reportRefusals();
+}
+
+void PortalHotKeys::sessionFailed() {
+  if (startedAt_) return recover();
+  session_.reset();
+  refuseAll(HotKeyStatus::noService);
+}
+
+void PortalHotKeys::recover() {
+  const auto now = timing_.now();
+  const bool wasStable = isStarted_ && now - *startedAt_ >= timing_.stableAfter;
+  session_.reset();
+  isStarted_ = false;
+  if (wasStable) attempts_ = 0;
+  if (attempts_ == timing_.recoveryDelays.size()) return refuseAll(HotKeyStatus::serviceFailed);
+  cancelRecovery_ = MainLoopTaskQueue::asyncAfter(timing_.recoveryDelays[attempts_++], [this] {
+    cancelRecovery_ = nullptr;
+    update();
+  });
+}
+
+void PortalHotKeys::pressed(const KeyCombination& keys, const Activation& activation) {
+  const bool isNewPress = held_.press(keys, timing_.now());
+  const auto found = registrations_.find(keys);
+  if (isNewPress && found != registrations_.end()) reportPressed(found->second.id, activation);
+}
+
+void PortalHotKeys::reportRefusals() {
+  for (const auto& [keys, status] : refused_) refuse(keys, status);
+}
+
+void PortalHotKeys::refuseAll(HotKeyStatus status) {
+  for (const KeyCombination& keys : registeredKeys()) refuse(keys, status);
+}
+
+void PortalHotKeys::refuse(const KeyCombination& keys, HotKeyStatus status) {
+  const auto found = registrations_.find(keys);
+  if (found == registrations_.end()) return;
+  const HotKeyReference reference = found->second.reference;
+  registrations_.erase(found);
+  reportRefused(reference, status);
+}
+
+std::set<KeyCombination> PortalHotKeys::registeredKeys() const {
+  const auto keys = std::views::keys(registrations_);
+  return {keys.begin(), keys.end()};
+}
 
 }  // namespace quillmar

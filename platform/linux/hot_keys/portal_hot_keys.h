@@ -1,21 +1,95 @@
-// Hot keys through the desktop portal org.freedesktop.portal.GlobalShortcuts. Main thread.
+// Hot keys of a Wayland session, through the portal org.freedesktop.portal.GlobalShortcuts.
+//
+// The portal takes a whole set of shortcuts at once. Registrations and unregistrations of one turn
+// of the main loop are collected, and nothing is sent if the set of combinations stays the same. A
+// combination that the desktop does not grant is reported later. Nothing here blocks, and nothing
+// is sent while no hot key is registered.
 
 #pragma once
 
-#include <gio/gio.h>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
 
 #include "platform/environment.h"
 #include "platform/hot_keys.h"
+#include "platform/linux/hot_keys/held_keys.h"
+#include "platform/linux/hot_keys/portal_session.h"
+#include "platform/linux/processes/main_loop_task_queue.h"
 
 namespace quillmar {
 
 class PortalHotKeys final : public HotKeys {
  public:
-  /// Both must outlive this object.
-  PortalHotKeys(const Environment& environment, GDBusConnection* sessionBus);
+  struct Timing {
+    /// Delays before each attempt to replace a session that the desktop has ended. After the last
+    /// one the hot keys are refused.
+    std::vector<std::chrono::milliseconds> recoveryDelays;
+    /// After a session has worked this long, all attempts are available again.
+    std::chrono::milliseconds stableAfter;
+    std::function<std::chrono::steady_clock::time_point()> now;
+  };
+
+  static Timing standardTiming();
+
+  explicit PortalHotKeys(const Environment& environment, Timing timing = standardTiming());
+  ~PortalHotKeys() override;
+  PortalHotKeys(const PortalHotKeys&) = delete;
+  PortalHotKeys& operator=(const PortalHotKeys&) = delete;
 
   Result<HotKeyReference, HotKeyStatus> registerHotKey(const HotKeyRequest& request) override;
   void unregisterHotKey(HotKeyReference reference) override;
+
+  /// True if the desktop has answered to all registrations and unregistrations.
+  bool isSettled() const;
+
+ private:
+  struct Registration {
+    HotKeyReference reference;
+    HotKeyID id;
+    std::string description;
+  };
+
+  void updateLater();
+  void update();
+  void startSession();
+  void replaceSession();
+  void sessionStarted(PortalSession::Refusals refused);
+  void sessionFailed();
+  void recover();
+  void pressed(const KeyCombination& keys, const Activation& activation);
+  void repeatRefusals();
+  void reportRefusals();
+  void refuseAll(HotKeyStatus status);
+  void refuse(const KeyCombination& keys, HotKeyStatus status);
+  std::set<KeyCombination> registeredKeys() const;
+
+  std::optional<std::string> busAddress_;
+  Timing timing_;
+  std::map<KeyCombination, Registration> registrations_;
+  std::uint64_t lastReference_ = 0;
+  MainLoopTaskQueue::Cancel cancelUpdate_;
+
+  std::unique_ptr<PortalSession> session_;
+  /// The combinations of the session.
+  std::set<KeyCombination> sent_;
+  PortalSession::Refusals refused_;
+  HeldKeys<KeyCombination> held_;
+  bool isStarted_ = false;
+  bool isClosing_ = false;
+
+  /// Pending attempt to replace a session.
+  MainLoopTaskQueue::Cancel cancelRecovery_;
+  std::size_t attempts_ = 0;
+  /// When the last session started; absent if none ever did.
+  std::optional<std::chrono::steady_clock::time_point> startedAt_;
 };
 
 }  // namespace quillmar

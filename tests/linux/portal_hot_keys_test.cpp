@@ -1,0 +1,508 @@
+#include "platform/linux/hot_keys/portal_hot_keys.h"
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/linux/hot_keys/portal_trigger.h"
+#include "tests/conformance/hot_keys_conformance.h"
+#include "tests/linux/main_loop.h"
+#include "tests/linux/portal_service.h"
+#include "tests/linux/private_bus.h"
+
+namespace quillmar {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+using testing::Pair;
+using testing::StartsWith;
+using testing::UnorderedElementsAre;
+using Kind = PortalService::Kind;
+using std::chrono::milliseconds;
+
+/// Hot keys whose clock stands still until the test advances it.
+class HotKeysOnBus {
+ public:
+  explicit HotKeysOnBus(const PrivateBus& bus)
+      : hotKeys_(Environment{{{"DBUS_SESSION_BUS_ADDRESS", bus.address()}}},
+                 {.recoveryDelays = {milliseconds(0), milliseconds(0), milliseconds(0)},
+                  .stableAfter = std::chrono::minutes(1),
+                  .now = [this] { return now_; }}) {}
+
+  PortalHotKeys& hotKeys() { return hotKeys_; }
+  void advance(milliseconds time) { now_ += time; }
+  void settle() {
+    runMainLoopUntil([this] { return hotKeys_.isSettled(); });
+  }
+
+ private:
+  std::chrono::steady_clock::time_point now_{std::chrono::hours(1)};
+  PortalHotKeys hotKeys_;
+};
+
+class RealBackend {
+ public:
+  HotKeys& hotKeys() { return program_.hotKeys(); }
+
+  void press(std::uint32_t keyCode, std::uint32_t modifiers) {
+    const std::string keys = triggerOf(keyCode, modifiers);
+    program_.advance(milliseconds(100));
+    desktop_.activate(keys);
+    program_.advance(milliseconds(100));
+    desktop_.deactivate(keys);
+  }
+
+  void hold(std::uint32_t keyCode, std::uint32_t modifiers) {
+    const std::string keys = triggerOf(keyCode, modifiers);
+    for (int i = 0; i < 3; ++i) {
+      program_.advance(milliseconds(650));
+      desktop_.activate(keys);
+    }
+    desktop_.deactivate(keys);
+  }
+
+  /// A desktop removes the lock modifiers before it looks for a shortcut.
+  void setLocks(bool, bool) {}
+
+  bool takeByOtherProgram(std::uint32_t keyCode, std::uint32_t modifiers) {
+    return desktop_.take(triggerOf(keyCode, modifiers));
+  }
+  void releaseByOtherPrograms() { desktop_.releaseTaken(); }
+  void settle() { program_.settle(); }
+  bool runUntil(const std::function<bool()>& done) { return runMainLoopUntil(done); }
+
+ private:
+  static std::string triggerOf(std::uint32_t keyCode, std::uint32_t modifiers) {
+    return portalTrigger({keyCode, modifiers}, TriggerDialect::kde).value();
+  }
+
+  PrivateBus bus_;
+  PortalService desktop_{bus_, Kind::plasma};
+  HotKeysOnBus program_{bus_};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Portal, HotKeysConformance, RealBackend);
+
+constexpr std::uint32_t keyJ = 38;
+constexpr std::uint32_t keyK = 40;
+constexpr std::uint32_t keypad5 = 87;
+
+class PortalHotKeysTest : public testing::Test {
+ protected:
+  void startDesktop(Kind kind) { desktop_.emplace(bus_, kind); }
+
+  void startProgram() {
+    program_.emplace(bus_);
+    program_->hotKeys().installEventHandlers({
+        .pressed =
+            [this](HotKeyID id, const Activation& activation) {
+              pressed_.push_back(id.id);
+              activation_ = activation;
+            },
+        .refused = [this](HotKeyReference reference,
+                          HotKeyStatus status) { refused_.emplace_back(reference, status); },
+    });
+  }
+
+  void start(Kind kind) {
+    startDesktop(kind);
+    startProgram();
+  }
+
+  /// Registers Super and the key, with the key code as id.
+  HotKeyReference add(std::uint32_t keyCode, std::uint32_t modifiers = hotKeyModifiers::command) {
+    const auto reference = program_->hotKeys().registerHotKey(
+        {.keyCode = keyCode, .modifiers = modifiers, .id = {1, keyCode}, .description = "Title"});
+    EXPECT_TRUE(reference.ok());
+    references_.push_back(reference.ok() ? reference.value() : HotKeyReference{});
+    return references_.back();
+  }
+
+  /// What a change of the settings does: drops all hot keys and registers these.
+  void reload(const std::vector<std::uint32_t>& keyCodes) {
+    for (const auto reference : std::exchange(references_, {})) {
+      program_->hotKeys().unregisterHotKey(reference);
+    }
+    for (const auto keyCode : keyCodes) add(keyCode);
+    program_->settle();
+  }
+
+  /// Presses the keys as a person does.
+  std::vector<std::uint32_t> press(const std::string& keys) {
+    program_->advance(std::chrono::seconds(1));
+    desktop_->press(keys);
+    return std::exchange(pressed_, {});
+  }
+
+  std::vector<HotKeyStatus> refusals() {
+    std::vector<HotKeyStatus> statuses;
+    for (const auto& refusal : std::exchange(refused_, {})) statuses.push_back(refusal.second);
+    return statuses;
+  }
+
+  PrivateBus bus_;
+  std::optional<PortalService> desktop_;
+  std::optional<HotKeysOnBus> program_;
+  std::vector<HotKeyReference> references_;
+  std::vector<std::uint32_t> pressed_;
+  Activation activation_;
+  std::vector<std::pair<HotKeyReference, HotKeyStatus>> refused_;
+};
+
+TEST_F(PortalHotKeysTest, HotKeysOfOneTurnAreBoundAtOnce) {
+  start(Kind::documented);
+  reload({keyJ, keyK});
+  EXPECT_THAT(desktop_->takeCalls(), ElementsAre("CreateSession", "BindShortcuts LOGO+j LOGO+k"));
+  EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
+  EXPECT_THAT(press("LOGO+k"), ElementsAre(keyK));
+}
+
+TEST_F(PortalHotKeysTest, WithoutHotKeysThePortalIsNotUsed) {
+  start(Kind::documented);
+  program_->hotKeys().unregisterHotKey(add(keyJ));
+  program_->settle();
+  EXPECT_THAT(desktop_->takeCalls(), IsEmpty());
+}
+
+TEST_F(PortalHotKeysTest, AReloadWithTheSameCombinationsSendsNothing) {
+  for (const Kind kind : {Kind::documented, Kind::plasma}) {
+    start(kind);
+    reload({keyJ, keyK});
+    desktop_->takeCalls();
+    reload({keyK, keyJ});
+    EXPECT_THAT(desktop_->takeCalls(), IsEmpty());
+    EXPECT_THAT(press("LOGO+k"), ElementsAre(keyK));
+  }
+}
+
+TEST_F(PortalHotKeysTest, AChangedSetReplacesTheSession) {
+  start(Kind::documented);
+  reload({keyJ});
+  desktop_->takeCalls();
+  reload({keyK});
+  EXPECT_THAT(desktop_->takeCalls(), ElementsAre("Close", "CreateSession", "BindShortcuts LOGO+k"));
+  EXPECT_THAT(press("LOGO+j"), IsEmpty());
+  EXPECT_THAT(press("LOGO+k"), ElementsAre(keyK));
+}
+
+TEST_F(PortalHotKeysTest, ASetThatChangesWhileASessionStartsIsSentAfterwards) {
+  for (const Kind kind : {Kind::documented, Kind::plasma}) {
+    start(kind);
+    add(keyJ);
+    runMainLoopUntil([&] { return desktop_->hasSession(); });
+    reload({keyK});
+    EXPECT_THAT(press("LOGO+j"), IsEmpty());
+    EXPECT_THAT(press("LOGO+k"), ElementsAre(keyK));
+    EXPECT_THAT(refusals(), IsEmpty());
+  }
+}
+
+TEST_F(PortalHotKeysTest, WithoutTheLastHotKeyThereIsNoSession) {
+  start(Kind::documented);
+  reload({keyJ});
+  reload({});
+  EXPECT_FALSE(desktop_->hasSession());
+}
+
+TEST_F(PortalHotKeysTest, AKeyThatTheUserDeniesIsRefusedAndTheOthersWork) {
+  start(Kind::documented);
+  desktop_->deny("LOGO+j");
+  const HotKeyReference denied = add(keyJ);
+  add(keyK);
+  program_->settle();
+  EXPECT_THAT(refused_, ElementsAre(Pair(denied, HotKeyStatus::notGranted)));
+  EXPECT_THAT(press("LOGO+k"), ElementsAre(keyK));
+}
+
+TEST_F(PortalHotKeysTest, ADeniedKeyIsRefusedAgainWithoutAnotherDialog) {
+  start(Kind::documented);
+  desktop_->deny("LOGO+j");
+  reload({keyJ, keyK});
+  refusals();
+  desktop_->takeCalls();
+  reload({keyJ, keyK});
+  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::notGranted));
+  EXPECT_THAT(desktop_->takeCalls(), IsEmpty());
+}
+
+TEST_F(PortalHotKeysTest, ADialogThatIsCancelledRefusesAllKeys) {
+  start(Kind::documented);
+  desktop_->cancelDialogs();
+  reload({keyJ, keyK});
+  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::notGranted, HotKeyStatus::notGranted));
+}
+
+TEST_F(PortalHotKeysTest, ABackendThatDoesNotListWhatItBoundIsAsked) {
+  start(Kind::silentBind);
+  desktop_->deny("LOGO+j");
+  reload({keyJ, keyK});
+  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::notGranted));
+  EXPECT_THAT(press("LOGO+k"), ElementsAre(keyK));
+}
+
+TEST_F(PortalHotKeysTest, AKeyThatTheUserRemovesInTheSettingsIsRefused) {
+  for (const Kind kind : {Kind::documented, Kind::plasma}) {
+    start(kind);
+    reload({keyJ, keyK});
+    desktop_->reassign("LOGO+j", "");
+    EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::notGranted));
+    EXPECT_THAT(press("LOGO+k"), ElementsAre(keyK));
+  }
+}
+
+TEST_F(PortalHotKeysTest, AKeyThatTheUserReassignsInTheSettingsRunsTheSameItem) {
+  start(Kind::plasma);
+  reload({keyJ});
+  desktop_->reassign("LOGO+j", "LOGO+x");
+  EXPECT_THAT(press("LOGO+x"), ElementsAre(keyJ));
+  EXPECT_THAT(refusals(), IsEmpty());
+}
+
+TEST_F(PortalHotKeysTest, TheActivationHasTheDesktopsTokenOrTime) {
+  start(Kind::documented);
+  reload({keyJ, keyK});
+  desktop_->activate("LOGO+j", 4711);
+  EXPECT_EQ(activation_, (Activation{.timestamp = 4711, .token = ""}));
+  desktop_->activate("LOGO+k", 0, "token-1");
+  EXPECT_EQ(activation_, (Activation{.timestamp = 0, .token = "token-1"}));
+}
+
+TEST_F(PortalHotKeysTest, AHeldKeyThatANestedServerRepeatsAsPressesFiresOnce) {
+  start(Kind::plasma);
+  reload({keyJ});
+  desktop_->press("LOGO+j");
+  for (int i = 0; i < 5; ++i) {
+    program_->advance(milliseconds(5));
+    desktop_->press("LOGO+j");
+  }
+  EXPECT_THAT(std::exchange(pressed_, {}), ElementsAre(keyJ));
+  EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
+}
+
+TEST_F(PortalHotKeysTest, AKeyWhoseReleaseWasLostWorksAgain) {
+  start(Kind::plasma);
+  reload({keyJ});
+  desktop_->activate("LOGO+j");
+  program_->advance(std::chrono::seconds(6));
+  EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ, keyJ));
+}
+
+TEST_F(PortalHotKeysTest, Plasma5GetsItsKeysWithTheSessionAndOpensNoWindow) {
+  start(Kind::plasma);
+  reload({keyJ, keyK});
+  reload({keyK});
+  EXPECT_THAT(desktop_->takeCalls(), Not(Contains(StartsWith("BindShortcuts"))));
+  EXPECT_THAT(press("LOGO+k"), ElementsAre(keyK));
+  EXPECT_THAT(refusals(), IsEmpty());
+}
+
+TEST_F(PortalHotKeysTest, OnKdeAChangedShortcutFreesTheOldKey) {
+  start(Kind::plasma);
+  reload({keyJ});
+  reload({keyK});
+  EXPECT_THAT(desktop_->stored(),
+              ElementsAre(Pair("Quillmar", ElementsAre(Pair("LOGO+k", "LOGO+k")))));
+  reload({});
+  EXPECT_THAT(desktop_->stored(), ElementsAre(Pair("Quillmar", IsEmpty())));
+}
+
+TEST_F(PortalHotKeysTest, OnKdeKeysOfAnEarlierRunAreFreed) {
+  start(Kind::plasma);
+  reload({keyJ});
+  program_.reset();
+  desktop_->closeSession();
+  startProgram();
+  references_.clear();
+  reload({keyK});
+  EXPECT_THAT(desktop_->stored(),
+              ElementsAre(Pair("Quillmar", ElementsAre(Pair("LOGO+k", "LOGO+k")))));
+}
+
+TEST_F(PortalHotKeysTest, OnKdeKeysWorkAfterTheProgramWasStartedInAnotherWay) {
+  start(Kind::plasma);
+  desktop_->setApplicationID("org.kde.konsole");
+  reload({keyJ});
+  program_.reset();
+  desktop_->closeSession();
+  desktop_->setApplicationID("");
+  startProgram();
+  references_.clear();
+  reload({keyJ});
+  EXPECT_THAT(refusals(), IsEmpty());
+  EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
+  EXPECT_THAT(desktop_->stored(),
+              UnorderedElementsAre(Pair("Quillmar", ElementsAre(Pair("LOGO+j", "LOGO+j"))),
+                                   Pair("org.kde.konsoleQuillmar", IsEmpty())));
+}
+
+TEST_F(PortalHotKeysTest, OnKdeAClaimedKeyOfAnotherProgramIsRefusedAsTaken) {
+  start(Kind::plasma);
+  desktop_->take("LOGO+j");
+  reload({keyJ, keyK});
+  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::keyTaken));
+  EXPECT_THAT(press("LOGO+k"), ElementsAre(keyK));
+}
+
+TEST_F(PortalHotKeysTest, OnKdeAKeyThatTheUserRemovedStaysRemovedAfterARestart) {
+  start(Kind::plasma);
+  reload({keyJ});
+  desktop_->reassign("LOGO+j", "");
+  program_.reset();
+  desktop_->closeSession();
+  startProgram();
+  refusals();
+  references_.clear();
+  reload({keyJ});
+  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::notGranted));
+  EXPECT_THAT(desktop_->stored(), ElementsAre(Pair("Quillmar", ElementsAre(Pair("LOGO+j", "")))));
+}
+
+TEST_F(PortalHotKeysTest, OnKdeAKeyThatItsCompositorCannotMatchIsRefused) {
+  start(Kind::plasma);
+  reload({keypad5, keyK});
+  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::noSuchKey));
+  EXPECT_THAT(press("LOGO+k"), ElementsAre(keyK));
+}
+
+TEST_F(PortalHotKeysTest, ASessionThatTheDesktopClosesIsReplaced) {
+  for (const Kind kind : {Kind::documented, Kind::plasma}) {
+    start(kind);
+    reload({keyJ});
+    desktop_->closeSession();
+    runMainLoopUntil([&] { return desktop_->hasSession(); });
+    program_->settle();
+    EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
+    EXPECT_THAT(refusals(), IsEmpty());
+  }
+}
+
+TEST_F(PortalHotKeysTest, ADesktopThatClosesEverySessionIsAskedAFewTimesOnly) {
+  start(Kind::documented);
+  reload({keyJ});
+  for (int i = 0; i < 4; ++i) {
+    desktop_->closeSession();
+    runMainLoopUntil([&] { return desktop_->hasSession() || !refused_.empty(); });
+    program_->settle();
+  }
+  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::serviceFailed));
+  EXPECT_FALSE(desktop_->hasSession());
+}
+
+TEST_F(PortalHotKeysTest, ASessionThatWorkedForLongMayBeReplacedAgain) {
+  start(Kind::documented);
+  reload({keyJ});
+  for (int i = 0; i < 10; ++i) {
+    program_->advance(std::chrono::minutes(2));
+    desktop_->closeSession();
+    runMainLoopUntil([&] { return desktop_->hasSession() || !refused_.empty(); });
+    program_->settle();
+  }
+  EXPECT_THAT(refusals(), IsEmpty());
+}
+
+TEST_F(PortalHotKeysTest, HotKeysWorkAfterARestartOfThePortal) {
+  for (const Kind kind : {Kind::documented, Kind::plasma}) {
+    start(kind);
+    reload({keyJ});
+    desktop_->stopPortal();
+    desktop_->startPortal();
+    runMainLoopUntil([&] { return desktop_->hasSession(); });
+    program_->settle();
+    EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
+    EXPECT_THAT(refusals(), IsEmpty());
+  }
+}
+
+TEST_F(PortalHotKeysTest, HotKeysAreRefusedIfThePortalDoesNotReturn) {
+  start(Kind::documented);
+  reload({keyJ});
+  desktop_->stopPortal();
+  runMainLoopUntil([&] { return !refused_.empty(); });
+  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::serviceFailed));
+}
+
+TEST_F(PortalHotKeysTest, HotKeysWorkAfterARestartOfTheBackend) {
+  for (const Kind kind : {Kind::documented, Kind::plasma}) {
+    start(kind);
+    reload({keyJ});
+    desktop_->takeCalls();
+    desktop_->stopBackend();
+    runMainLoopUntil([&] { return !program_->hotKeys().isSettled(); });
+    program_->settle();
+    EXPECT_THAT(desktop_->takeCalls(), Contains(StartsWith("CreateSession")));
+    EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
+    EXPECT_THAT(refusals(), IsEmpty());
+  }
+}
+
+TEST_F(PortalHotKeysTest, TheEndOfAnotherBackendChangesNothing) {
+  start(Kind::documented);
+  reload({keyJ});
+  desktop_->takeCalls();
+  const auto other = bus_.connect();
+  const char* const name = "org.freedesktop.impl.portal.desktop.other";
+  ASSERT_TRUE(takeName(other.get(), name));
+  releaseName(other.get(), name);
+  EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
+  EXPECT_THAT(desktop_->takeCalls(), ElementsAre("ListShortcuts"));
+}
+
+TEST_F(PortalHotKeysTest, WithoutAWorkingPortalEveryHotKeyIsRefused) {
+  for (const Kind kind : {Kind::withoutShortcuts, Kind::failing}) {
+    start(kind);
+    reload({keyJ, keyK});
+    EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::noService, HotKeyStatus::noService));
+  }
+  desktop_.reset();
+  startProgram();
+  reload({keyJ});
+  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::noService));
+}
+
+TEST_F(PortalHotKeysTest, APortalThatAppearsLaterIsUsedByTheNextReload) {
+  startProgram();
+  reload({keyJ});
+  refusals();
+  startDesktop(Kind::documented);
+  reload({keyJ});
+  EXPECT_THAT(refusals(), IsEmpty());
+  EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
+}
+
+TEST_F(PortalHotKeysTest, TheApplicationIdIsRegisteredFirstWherePossible) {
+  startDesktop(Kind::documented);
+  desktop_->exportRegistry();
+  startProgram();
+  reload({keyJ});
+  EXPECT_THAT(desktop_->takeCalls(), ElementsAre("Register com.tovenworks.quillmar",
+                                                 "CreateSession", "BindShortcuts LOGO+j"));
+}
+
+TEST_F(PortalHotKeysTest, AKeyWithoutATriggerIsRefusedAtOnce) {
+  startProgram();
+  constexpr std::uint32_t functionModifier = 63;
+  const auto outcome = program_->hotKeys().registerHotKey({.keyCode = functionModifier});
+  ASSERT_FALSE(outcome.ok());
+  EXPECT_EQ(outcome.error(), HotKeyStatus::noSuchKey);
+}
+
+TEST(PortalHotKeysWithoutABus, RefuseAtOnce) {
+  PortalHotKeys hotKeys(Environment{});
+  const auto outcome = hotKeys.registerHotKey({.keyCode = keyJ});
+  ASSERT_FALSE(outcome.ok());
+  EXPECT_EQ(outcome.error(), HotKeyStatus::noService);
+}
+
+}  // namespace
+}  // namespace quillmar
