@@ -30,7 +30,7 @@ class XcbConnector {
     if (!connected) {
       return Error{connected.error() == CallFailure::timedOut
                        ? "does not answer"
-                       : "cannot be reached, because the system has no thread to spare"};
+                       : "cannot be reached: the system cannot start another thread"};
     }
     if (!connected.value().connection) return Error{"cannot be reached"};
     return std::move(connected).value();

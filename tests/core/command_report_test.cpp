@@ -153,7 +153,7 @@ TEST_F(CommandReportTest, TheOutputReachesTheClipboardWithoutACopy) {
 }
 
 TEST_F(CommandReportTest, ABackgroundCommandWithoutAThreadIsAFailure) {
-  memory.queues.setConcurrentError(Error{"The system has no thread to spare."});
+  memory.queues.setConcurrentError(Error{"The system cannot start another thread."});
   runToTheEnd(item("true"));
   EXPECT_THAT(notified(), ElementsAre(Note("Title failed",
                                            "The command could not be started. The system has no "

@@ -96,7 +96,7 @@ TEST(ThreadTaskQueue, WithoutAThreadATaskFailsAndNeverRuns) {
   int ran = 0;
   const auto refused = queue.async([&] { ++ran; });
   ASSERT_FALSE(refused.ok());
-  EXPECT_EQ(refused.error().description, "The system has no thread to spare.");
+  EXPECT_EQ(refused.error().description, "The system cannot start another thread.");
   hasThread = true;
   EXPECT_TRUE(queue.async([&] { ++ran; }).ok());
   EXPECT_EQ(ran, 1);

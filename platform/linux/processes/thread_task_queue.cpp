@@ -24,7 +24,7 @@ ThreadTaskQueue::ThreadTaskQueue(const ConcurrentQueueAttributes& attributes)
 
 Result<void> ThreadTaskQueue::async(TaskQueue::Task task) {
   if (startThread_(std::move(task))) return {};
-  return Error{"The system has no thread to spare."};
+  return Error{"The system cannot start another thread."};
 }
 
 }  // namespace quillmar
