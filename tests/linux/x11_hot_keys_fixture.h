@@ -62,7 +62,7 @@ class X11HotKeysTest : public testing::Test {
   void waitForPresses() {
     const auto marker = registerKey(f5Key, 0, markerId);
     keyboard_.type({keys::f5});
-    runMainLoopUntil([&] { return !pressed_.empty() && pressed_.back() == markerId; });
+    ASSERT_TRUE(runMainLoopUntil([&] { return !pressed_.empty() && pressed_.back() == markerId; }));
     pressed_.pop_back();
     hotKeys_->unregisterHotKey(marker);
   }
