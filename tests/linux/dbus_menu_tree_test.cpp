@@ -119,6 +119,20 @@ TEST(DbusMenuTree, OfTooManyEntriesThoseOfTheTopLevelAreKept) {
   EXPECT_EQ(tree.find(root->firstChild + 1)->childCount, 0);
 }
 
+TEST(DbusMenuTree, AMenuThatIsTooLongKeepsItsLastEntries) {
+  std::vector<std::string> titles(DbusMenuTree::mostEntries, "Item");
+  titles.front() = "First";
+  titles.emplace_back("About");
+  titles.emplace_back("Quit");
+  DbusMenuTree tree;
+  tree.replace(menuOf(titles));
+  ASSERT_EQ(tree.nodes().size(), DbusMenuTree::mostEntries);
+  EXPECT_EQ(titleAt(tree, tree.nodes().front().id), "First");
+  EXPECT_EQ(titleAt(tree, tree.nodes().end()[-3].id), "Item");
+  EXPECT_EQ(titleAt(tree, tree.nodes().end()[-2].id), "About");
+  EXPECT_EQ(titleAt(tree, tree.nodes().back().id), "Quit");
+}
+
 TEST(DbusMenuTree, StartsOverWhenIdsRunOut) {
   constexpr Id nearlyLast = std::numeric_limits<Id>::max() - 2;
   DbusMenuTree tree(nearlyLast);

@@ -68,13 +68,16 @@ void DbusMenuTree::addNodes(Generation& generation, const Menu& menu, Node& pare
   const std::size_t count = std::min(menu.entries.size(), mostEntries - first);
   parent.firstChild = generation.firstId + static_cast<Id>(first);
   parent.childCount = static_cast<Id>(count);
+  // Entries between these two groups are dropped.
+  const std::size_t firstEntries = count - std::min(count, keptLastEntries);
   for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t index = i < firstEntries ? i : menu.entries.size() - count + i;
     generation.nodes.push_back(
-        {.id = parent.firstChild + static_cast<Id>(i), .entry = &menu.entries[i]});
+        {.id = parent.firstChild + static_cast<Id>(i), .entry = &menu.entries[index]});
   }
-  for (std::size_t i = 0; i < count; ++i) {
-    if (const auto* folder = std::get_if<SubmenuEntry>(&menu.entries[i])) {
-      addNodes(generation, folder->submenu, generation.nodes[first + i]);
+  for (std::size_t i = first; i < first + count; ++i) {
+    if (const auto* folder = std::get_if<SubmenuEntry>(generation.nodes[i].entry)) {
+      addNodes(generation, folder->submenu, generation.nodes[i]);
     }
   }
 }

@@ -25,8 +25,12 @@ class DbusMenuTree {
   static constexpr Id rootId = 0;
 
   /// Largest number of entries; further ones are dropped, because an array in a bus message has at
-  /// most 64 MiB. Entries of the top level are kept before those of submenus.
+  /// most 64 MiB. Entries of the top level are kept before those of submenus, and each menu keeps
+  /// its last entries, such as the command that quits the program.
   static constexpr std::size_t mostEntries = 16'384;
+
+  /// Number of entries kept at the end of a menu that is too long.
+  static constexpr std::size_t keptLastEntries = 8;
 
   struct Node {
     Id id = rootId;
