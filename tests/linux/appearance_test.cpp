@@ -37,6 +37,9 @@ TEST(AppearanceSettings, KnowsTheFilesOfThreeToolkits) {
   EXPECT_EQ(AppearanceSettings::ofText(darkKde), Appearance::dark);
   EXPECT_EQ(AppearanceSettings::ofText("[Colors:Window]\nBackgroundNormal = 239,240,241\r\n"),
             Appearance::light);
+  // Eyes see green as brighter than red, and red as brighter than blue.
+  EXPECT_EQ(AppearanceSettings::ofText("[Palette]\nwindow_color=#00ff00"), Appearance::light);
+  EXPECT_EQ(AppearanceSettings::ofText("[Palette]\nwindow_color=#ff0000"), Appearance::dark);
   EXPECT_EQ(AppearanceSettings::ofText(lightLxqt), Appearance::light);
   EXPECT_EQ(AppearanceSettings::ofText("[Palette]\nwindow_color=#31363B"), Appearance::dark);
   EXPECT_EQ(AppearanceSettings::ofText(darkGtk), Appearance::dark);
