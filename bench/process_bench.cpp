@@ -1,6 +1,5 @@
 // The cost of child processes and background threads, compared with plain system calls.
 
-#include <array>
 #include <cstdlib>
 #include <map>
 #include <memory>
@@ -8,12 +7,9 @@
 #include <vector>
 
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
+#include "bench/bare_child.h"
 #include "platform/linux/processes/linux_task_queues.h"
 #include "platform/linux/processes/posix_processes.h"
 #include "platform/memory/memory_task_queues.h"
@@ -39,13 +35,8 @@ Process trueProgram() {
   return {"/bin/true", {}, environment(), "/"};
 }
 
-struct BareChild {
-  pid_t id = 0;
-  int output = -1;
-};
-
-/// The minimum that a program needs to read a child's output.
-BareChild spawnBare() {
+/// The same as an array.
+char** environmentArray() {
   static char** const variables = [] {
     auto* texts = new std::vector<std::string>;
     for (const auto& [name, value] : environment()) {
@@ -56,35 +47,16 @@ BareChild spawnBare() {
     addresses->push_back(nullptr);
     return addresses->data();
   }();
-  int ends[2];
-  if (pipe2(ends, O_CLOEXEC) < 0) std::abort();
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-  posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
-  std::string name = "/bin/true";
-  std::array<char*, 2> arguments = {name.data(), nullptr};
-  BareChild child{0, ends[0]};
-  if (posix_spawn(&child.id, "/bin/true", &actions, nullptr, arguments.data(), variables) != 0) {
-    std::abort();
-  }
-  posix_spawn_file_actions_destroy(&actions);
-  close(ends[1]);
-  return child;
+  return variables;
 }
 
-/// Reads once. At the end of the output, reaps the child and returns false.
-bool readBare(BareChild& child) {
-  std::array<char, 65536> buffer;
-  if (read(child.output, buffer.data(), buffer.size()) > 0) return true;
-  close(child.output);
-  waitpid(child.id, nullptr, 0);
-  return false;
+BareChild spawnBareTrue() {
+  return spawnBare("/bin/true", environmentArray());
 }
 
 void bareCommand(benchmark::State& state) {
   for ([[maybe_unused]] auto _ : state) {
-    BareChild child = spawnBare();
+    BareChild child = spawnBareTrue();
     while (readBare(child)) {
     }
   }
@@ -107,7 +79,7 @@ void bareThousandCommands(benchmark::State& state) {
     std::vector<BareChild> children;
     std::vector<pollfd> waiting;
     for (int i = 0; i < commandCount; ++i) {
-      children.push_back(spawnBare());
+      children.push_back(spawnBareTrue());
       waiting.push_back({children.back().output, POLLIN, 0});
     }
     for (int left = commandCount; left > 0;) {
