@@ -12,11 +12,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/linux/hot_keys/key_symbols.h"
 #include "platform/linux/hot_keys/portal_trigger.h"
 #include "tests/conformance/hot_keys_conformance.h"
 #include "tests/linux/main_loop.h"
 #include "tests/linux/portal_service.h"
 #include "tests/linux/private_bus.h"
+#include "tests/linux/wayland_seat.h"
 
 namespace quillmar {
 namespace {
@@ -34,8 +36,8 @@ using std::chrono::milliseconds;
 /// Hot keys whose clock stands still until the test advances it.
 class HotKeysOnBus {
  public:
-  explicit HotKeysOnBus(const PrivateBus& bus)
-      : hotKeys_(Environment{{{"DBUS_SESSION_BUS_ADDRESS", bus.address()}}},
+  explicit HotKeysOnBus(const PrivateBus& bus, Environment environment = {})
+      : hotKeys_(withBus(std::move(environment), bus),
                  {.recoveryDelays = {milliseconds(0), milliseconds(0), milliseconds(0)},
                   .stableAfter = std::chrono::minutes(1),
                   .now = [this] { return now_; }}) {}
@@ -47,6 +49,11 @@ class HotKeysOnBus {
   }
 
  private:
+  static Environment withBus(Environment environment, const PrivateBus& bus) {
+    environment.variables["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
+    return environment;
+  }
+
   std::chrono::steady_clock::time_point now_{std::chrono::hours(1)};
   PortalHotKeys hotKeys_;
 };
@@ -84,7 +91,8 @@ class RealBackend {
 
  private:
   static std::string triggerOf(std::uint32_t keyCode, std::uint32_t modifiers) {
-    return portalTrigger({keyCode, modifiers}, TriggerDialect::kde).value();
+    return portalTrigger(keySymbolsOfLayout("us").at(keyCode), modifiers, TriggerDialect::kde)
+        .value();
   }
 
   PrivateBus bus_;
@@ -94,6 +102,7 @@ class RealBackend {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Portal, HotKeysConformance, RealBackend);
 
+constexpr std::uint32_t keyQ = 12;
 constexpr std::uint32_t keyJ = 38;
 constexpr std::uint32_t keyK = 40;
 constexpr std::uint32_t keypad5 = 87;
@@ -102,8 +111,8 @@ class PortalHotKeysTest : public testing::Test {
  protected:
   void startDesktop(Kind kind) { desktop_.emplace(bus_, kind); }
 
-  void startProgram() {
-    program_.emplace(bus_);
+  void startProgram(const Environment& environment = {}) {
+    program_.emplace(bus_, environment);
     program_->hotKeys().installEventHandlers({
         .pressed =
             [this](HotKeyID id, const Activation& activation) {
@@ -489,12 +498,53 @@ TEST_F(PortalHotKeysTest, TheApplicationIdIsRegisteredFirstWherePossible) {
                                                  "CreateSession", "BindShortcuts LOGO+j"));
 }
 
-TEST_F(PortalHotKeysTest, AKeyWithoutATriggerIsRefusedAtOnce) {
+TEST_F(PortalHotKeysTest, AModifierOrUnknownKeyIsRefusedAtOnce) {
   startProgram();
-  constexpr std::uint32_t functionModifier = 63;
-  const auto outcome = program_->hotKeys().registerHotKey({.keyCode = functionModifier});
-  ASSERT_FALSE(outcome.ok());
-  EXPECT_EQ(outcome.error(), HotKeyStatus::noSuchKey);
+  constexpr std::uint32_t leftShift = 56;
+  constexpr std::uint32_t unknown = 1000;
+  for (const auto keyCode : {leftShift, unknown}) {
+    const auto outcome = program_->hotKeys().registerHotKey({.keyCode = keyCode});
+    ASSERT_FALSE(outcome.ok());
+    EXPECT_EQ(outcome.error(), HotKeyStatus::noSuchKey);
+  }
+}
+
+TEST_F(PortalHotKeysTest, AKeyThatTheKeyboardLacksIsRefused) {
+  start(Kind::documented);
+  constexpr std::uint32_t yen = 93;
+  reload({yen, keyK});
+  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::noSuchKey));
+  EXPECT_THAT(press("LOGO+k"), ElementsAre(keyK));
+  // The keymap is known now.
+  EXPECT_FALSE(program_->hotKeys().registerHotKey({.keyCode = yen}).ok());
+}
+
+TEST_F(PortalHotKeysTest, AHotKeyStaysOnItsPhysicalKeyWhenTheLayoutChanges) {
+  WaylandSeat seat("us");
+  startDesktop(Kind::plasma);
+  startProgram(seat.environment());
+  reload({keyQ});
+  EXPECT_THAT(press("LOGO+q"), ElementsAre(keyQ));
+  desktop_->takeCalls();
+  seat.setLayout("fr");
+  runMainLoopUntil([&] { return !program_->hotKeys().isSettled(); });
+  program_->settle();
+  EXPECT_THAT(press("LOGO+q"), IsEmpty());
+  EXPECT_THAT(press("LOGO+a"), ElementsAre(keyQ));
+  EXPECT_THAT(desktop_->stored(),
+              ElementsAre(Pair("Quillmar", ElementsAre(Pair("LOGO+a", "LOGO+a")))));
+}
+
+TEST_F(PortalHotKeysTest, ALayoutWithTheSameSymbolsForTheHotKeysSendsNothing) {
+  WaylandSeat seat("us");
+  startDesktop(Kind::documented);
+  startProgram(seat.environment());
+  reload({keyK});
+  desktop_->takeCalls();
+  seat.setLayout("fr");
+  runMainLoopUntil([&] { return !program_->hotKeys().isSettled(); });
+  program_->settle();
+  EXPECT_THAT(desktop_->takeCalls(), IsEmpty());
 }
 
 TEST(PortalHotKeysWithoutABus, RefuseAtOnce) {

@@ -1,7 +1,6 @@
 #include "platform/linux/hot_keys/portal_hot_keys.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 #include "platform/linux/bus/session_bus.h"
@@ -27,7 +26,9 @@ PortalHotKeys::Timing PortalHotKeys::standardTiming() {
 }
 
 PortalHotKeys::PortalHotKeys(const Environment& environment, Timing timing)
-    : busAddress_(sessionBusAddress(environment)), timing_(std::move(timing)) {}
+    : environment_(environment),
+      busAddress_(sessionBusAddress(environment)),
+      timing_(std::move(timing)) {}
 
 PortalHotKeys::~PortalHotKeys() {
   if (cancelUpdate_) cancelUpdate_();
@@ -37,8 +38,10 @@ PortalHotKeys::~PortalHotKeys() {
 Result<HotKeyReference, HotKeyStatus> PortalHotKeys::registerHotKey(const HotKeyRequest& request) {
   if (!busAddress_) return HotKeyStatus::noService;
   const KeyCombination keys = combinationOf(request);
-  // KDE has fewer triggers; what it lacks is refused later.
-  if (!portalTrigger(keys, TriggerDialect::documented)) return HotKeyStatus::noSuchKey;
+  // Before the keymap is known, keys that the keyboard lacks are refused later.
+  if (!(symbols_ ? symbols_->contains(keys.keyCode) : isShortcutKey(keys.keyCode))) {
+    return HotKeyStatus::noSuchKey;
+  }
   const HotKeyReference reference{++lastReference_};
   if (!registrations_.try_emplace(keys, reference, request.id, request.description).second) {
     return HotKeyStatus::keyTaken;
@@ -53,8 +56,18 @@ void PortalHotKeys::unregisterHotKey(HotKeyReference reference) {
   if (erased > 0) updateLater();
 }
 
+void PortalHotKeys::keymapChanged(const std::optional<std::string>& keymap) {
+  KeySymbolTable symbols = keymap ? keySymbolsOfKeymap(*keymap) : KeySymbolTable();
+  if (symbols.empty()) symbols = keySymbolsOfLayout("us");
+  if (symbols == symbols_) return;
+  symbols_ = std::move(symbols);
+  updateLater();
+}
+
 bool PortalHotKeys::isSettled() const {
-  return !cancelUpdate_ && !cancelRecovery_ && !isClosing_ && (!session_ || isStarted_);
+  const bool waitsForKeymap = !symbols_ && !registrations_.empty();
+  return !waitsForKeymap && !cancelUpdate_ && !cancelRecovery_ && !isClosing_ &&
+         (!session_ || isStarted_);
 }
 
 void PortalHotKeys::updateLater() {
@@ -66,8 +79,12 @@ void PortalHotKeys::updateLater() {
 }
 
 void PortalHotKeys::update() {
+  if (!keymap_ && !registrations_.empty()) {
+    keymap_ = std::make_unique<WaylandKeymap>(
+        environment_, [this](const std::optional<std::string>& keymap) { keymapChanged(keymap); });
+  }
   // What follows these takes the current registrations.
-  if (isClosing_ || cancelRecovery_) return;
+  if (!symbols_ || isClosing_ || cancelRecovery_) return;
   if (!session_) {
     if (!registrations_.empty()) startSession();
   } else if (registeredKeys() != sent_) {
@@ -82,7 +99,7 @@ void PortalHotKeys::repeatRefusals() {
       refused_, [](const auto& refusal) { return refusal.second == HotKeyStatus::keyTaken; });
   // The other program may have freed the key.
   if (hasTakenKey && session_->isSilent()) return replaceSession();
-  reportRefusals();
+  refuse(refused_);
 }
 
 void PortalHotKeys::replaceSession() {
@@ -100,7 +117,7 @@ void PortalHotKeys::startSession() {
   isStarted_ = false;
   PortalSession::Shortcuts shortcuts;
   for (const auto& [keys, registration] : registrations_) {
-    shortcuts[keys] = registration.description;
+    shortcuts[keys] = {registration.description, sent_[keys]};
   }
   session_ = std::make_unique<PortalSession>(
       *busAddress_, std::move(shortcuts),
@@ -115,7 +132,7 @@ void PortalHotKeys::startSession() {
           .refusalsChanged =
               [this](PortalSession::Refusals refused) {
                 refused_ = std::move(refused);
-                reportRefusals();
+                refuse(refused_);
               },
       });
 }
@@ -128,7 +145,7 @@ void PortalHotKeys::sessionStarted(PortalSession::Refusals refused) {
   isStarted_ = true;
   startedAt_ = timing_.now();
   refused_ = std::move(refused);
-  reportRefusals();
+  refuse(refused_);
 }
 
 void PortalHotKeys::sessionFailed() {
@@ -156,25 +173,31 @@ void PortalHotKeys::pressed(const KeyCombination& keys, const Activation& activa
   if (isNewPress && found != registrations_.end()) reportPressed(found->second.id, activation);
 }
 
-void PortalHotKeys::reportRefusals() {
-  for (const auto& [keys, status] : refused_) refuse(keys, status);
-}
-
 void PortalHotKeys::refuseAll(HotKeyStatus status) {
-  for (const KeyCombination& keys : registeredKeys()) refuse(keys, status);
+  PortalSession::Refusals refused;
+  for (const auto& [keys, registration] : registrations_) refused[keys] = status;
+  refuse(refused);
 }
 
-void PortalHotKeys::refuse(const KeyCombination& keys, HotKeyStatus status) {
-  const auto found = registrations_.find(keys);
-  if (found == registrations_.end()) return;
-  const HotKeyReference reference = found->second.reference;
-  registrations_.erase(found);
-  reportRefused(reference, status);
+void PortalHotKeys::refuse(const PortalSession::Refusals& refused) {
+  // In the order of their registration.
+  std::map<HotKeyReference, HotKeyStatus> references;
+  for (const auto& [keys, status] : refused) {
+    const auto found = registrations_.find(keys);
+    if (found == registrations_.end()) continue;
+    references[found->second.reference] = status;
+    registrations_.erase(found);
+  }
+  for (const auto& [reference, status] : references) reportRefused(reference, status);
 }
 
-std::set<KeyCombination> PortalHotKeys::registeredKeys() const {
-  const auto keys = std::views::keys(registrations_);
-  return {keys.begin(), keys.end()};
+PortalHotKeys::SymbolsOfKeys PortalHotKeys::registeredKeys() const {
+  SymbolsOfKeys registered;
+  for (const auto& [keys, registration] : registrations_) {
+    const auto symbols = symbols_->find(keys.keyCode);
+    registered[keys] = symbols == symbols_->end() ? KeySymbols{} : symbols->second;
+  }
+  return registered;
 }
 
 }  // namespace quillmar

@@ -4,6 +4,9 @@
 // of the main loop are collected, and nothing is sent if the set of combinations stays the same. A
 // combination that the desktop does not grant is reported later. Nothing here blocks, and nothing
 // is sent while no hot key is registered.
+//
+// The portal knows keys by what they type. A hot key stays on its physical key: if the keyboard
+// layout changes, the set is sent again.
 
 #pragma once
 
@@ -14,14 +17,15 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "platform/environment.h"
 #include "platform/hot_keys.h"
 #include "platform/linux/hot_keys/held_keys.h"
+#include "platform/linux/hot_keys/key_symbols.h"
 #include "platform/linux/hot_keys/portal_session.h"
+#include "platform/linux/hot_keys/wayland_keymap.h"
 #include "platform/linux/processes/main_loop_task_queue.h"
 
 namespace quillmar {
@@ -51,12 +55,16 @@ class PortalHotKeys final : public HotKeys {
   bool isSettled() const;
 
  private:
+  /// The symbols are empty if the keyboard does not have the key.
+  using SymbolsOfKeys = std::map<KeyCombination, KeySymbols>;
+
   struct Registration {
     HotKeyReference reference;
     HotKeyID id;
     std::string description;
   };
 
+  void keymapChanged(const std::optional<std::string>& keymap);
   void updateLater();
   void update();
   void startSession();
@@ -66,20 +74,25 @@ class PortalHotKeys final : public HotKeys {
   void recover();
   void pressed(const KeyCombination& keys, const Activation& activation);
   void repeatRefusals();
-  void reportRefusals();
+  void refuse(const PortalSession::Refusals& refused);
   void refuseAll(HotKeyStatus status);
-  void refuse(const KeyCombination& keys, HotKeyStatus status);
-  std::set<KeyCombination> registeredKeys() const;
+  SymbolsOfKeys registeredKeys() const;
 
+  Environment environment_;
   std::optional<std::string> busAddress_;
   Timing timing_;
   std::map<KeyCombination, Registration> registrations_;
   std::uint64_t lastReference_ = 0;
   MainLoopTaskQueue::Cancel cancelUpdate_;
 
+  /// Created with the first hot key.
+  std::unique_ptr<WaylandKeymap> keymap_;
+  /// Absent until the compositor has sent its keymap.
+  std::optional<KeySymbolTable> symbols_;
+
   std::unique_ptr<PortalSession> session_;
   /// The combinations of the session.
-  std::set<KeyCombination> sent_;
+  SymbolsOfKeys sent_;
   PortalSession::Refusals refused_;
   HeldKeys<KeyCombination> held_;
   bool isStarted_ = false;

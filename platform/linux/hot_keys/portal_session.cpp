@@ -131,8 +131,8 @@ void PortalSession::subscribe(const char* sender, const char* interface, const c
 }
 
 void PortalSession::setDialect(TriggerDialect dialect) {
-  for (const auto& [keys, description] : shortcuts_) {
-    const auto trigger = portalTrigger(keys, dialect);
+  for (const auto& [keys, shortcut] : shortcuts_) {
+    const auto trigger = portalTrigger(shortcut.symbols, keys.modifiers, dialect);
     if (!trigger) {
       refused_[keys] = HotKeyStatus::noSuchKey;
     } else if (!ids_.try_emplace(*trigger, keys).second) {
@@ -375,7 +375,7 @@ GVariant* PortalSession::shortcutList() const {
   GVariantBuilder list;
   g_variant_builder_init(&list, G_VARIANT_TYPE("a(sa{sv})"));
   for (const auto& [id, keys] : ids_) {
-    const std::string description = text::replacingUnsendable(shortcuts_.at(keys));
+    const std::string description = text::replacingUnsendable(shortcuts_.at(keys).description);
     g_variant_builder_add(
         &list, "(s@a{sv})", id.c_str(),
         // KDE ignores shortcuts without a description.

@@ -9,6 +9,8 @@
 
 #pragma once
 
+#include <compare>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -28,13 +30,27 @@
 
 namespace quillmar {
 
+struct KeyCombination {
+  /// Virtual key code (platform/virtual_key_codes.h).
+  std::uint32_t keyCode = 0;
+  /// Bits of hotKeyModifiers.
+  std::uint32_t modifiers = 0;
+
+  auto operator<=>(const KeyCombination&) const = default;
+};
+
 class PortalSession {
  public:
   /// Identifies the session. KDE shows it in its settings.
   static constexpr const char* token = "Quillmar";
 
-  /// Descriptions of the combinations, UTF-8, for the desktop's settings.
-  using Shortcuts = std::map<KeyCombination, std::string>;
+  struct Shortcut {
+    /// For the desktop's settings. UTF-8.
+    std::string description;
+    /// What the key types. Empty if the keyboard does not have it.
+    KeySymbols symbols;
+  };
+  using Shortcuts = std::map<KeyCombination, Shortcut>;
   using Refusals = std::map<KeyCombination, HotKeyStatus>;
 
   /// A handler may destroy the session.
