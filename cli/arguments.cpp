@@ -131,7 +131,8 @@ Usage:
   quillmar                        run in the panel until “Quit Quillmar”
   quillmar menu                   open the menu of the running Quillmar at the
                                   pointer; bind this to a key of your desktop
-  quillmar list [--json]          list the folders and items of the menu
+  quillmar list [--json]          list the folders and items of the menu, and mark
+                                  those whose hot key does not work
   quillmar run ITEM [OPTION…]     run one item in this terminal, by its id or title
   quillmar check FILE…            check that files are valid settings or packs;
                                   “-” is standard input
