@@ -156,8 +156,8 @@ TEST_F(CommandReportTest, ABackgroundCommandWithoutAThreadIsAFailure) {
   memory.queues.setConcurrentError(Error{"The system cannot start another thread."});
   runToTheEnd(item("true"));
   EXPECT_THAT(notified(), ElementsAre(Note("Title failed",
-                                           "The command could not be started. The system has no "
-                                           "thread to spare.")));
+                                           "The command could not be started. The system cannot "
+                                           "start another thread.")));
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
 }
 
