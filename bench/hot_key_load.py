@@ -24,7 +24,7 @@ from quillmar_desktop import Bus, Program, StatusIcon, entry, tools, wait_until 
 F5 = Combination(71, 96)
 MENU_EVERY_SECONDS = 0.1
 SAMPLE_EVERY_SECONDS = 5
-# Arenas of the allocator and pages of libraries that the first commands touch.
+# More than the allocator has arenas. Commands that run at the same time use all of them.
 WARM_UP_PRESSES = 100
 MEMORY_LIMIT_KILOBYTES = 1024
 
@@ -49,13 +49,16 @@ class Load:
     def __init__(self, folder):
         self.runs_file = folder / "runs"
         self.runs_file.touch()
-        self.program = Program(tools(entry("Count", f"echo >>'{self.runs_file}'",
-                                           shortcut=F5.shortcut())))
+        self.go_file = folder / "go"
+        self.program = Program(tools(entry(
+            "Count", f"echo >>'{self.runs_file}'; until [ -e '{self.go_file}' ]; do sleep 0.1; done",
+            shortcut=F5.shortcut())))
         self.icon = StatusIcon(Bus(), self.program)
         self.keyboard = Keyboard()
         self.presses = 0
         self.answers = []
         wait_until(lambda: not is_free(F5), "the hot key is registered")
+        self.idle_threads = self.usage().threads
 
     def usage(self):
         return Usage(self.program.process.pid)
@@ -69,6 +72,17 @@ class Load:
 
     def wait_for_runs(self):
         wait_until(lambda: self.runs() >= self.presses, f"{self.presses} commands have run")
+
+    def warm_up(self):
+        """Runs commands that wait for each other."""
+        for _ in range(WARM_UP_PRESSES):
+            self.press()
+        self.wait_for_runs()
+        self.go_file.touch()
+        self.wait_for_threads(self.idle_threads)
+
+    def wait_for_threads(self, count):
+        wait_until(lambda: self.usage().threads <= count, f"there are {count} threads")
 
     def open_menu(self):
         began = time.monotonic()
@@ -102,14 +116,12 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         load = Load(pathlib.Path(folder))
         try:
-            for _ in range(WARM_UP_PRESSES):
-                load.press()
-            load.wait_for_runs()
+            load.warm_up()
             before = load.usage()
             print(f"before: {before}")
             load.run(options.seconds, options.rate)
             load.wait_for_runs()
-            wait_until(lambda: load.usage().threads <= before.threads, "all threads have ended")
+            load.wait_for_threads(before.threads)
             after = load.usage()
             print(f"after:  {after}")
             print(f"{load.presses} presses, {load.runs()} commands")
