@@ -81,11 +81,15 @@ Result<QuillmarConfig> SettingsFile::load(const std::string& path,
 }
 
 Result<void> SettingsFile::overwrite(const std::string& path, std::string_view bytes) {
+  if (bytes.size() > maximumFileSize) {
+    return fileError(path, "written", "It would be larger than 64 MiB", ErrorKind::tooLarge);
+  }
   Result<void> written = files_.exists(path) ? overwriteExisting(path, bytes)
                                              : files_.replace(path, bytes, std::nullopt);
   if (written) {
     known_ = contentsOf(bytes);
     isDamaged_ = false;
+    kept_.reset();
   }
   return written;
 }
@@ -122,10 +126,22 @@ Result<void> SettingsFile::writeInPlace(const std::string& path, std::string_vie
 }
 
 Result<std::string> SettingsFile::keepCopy(const std::string& path, const std::string& bytes) {
-  const std::string previousPath = siblingPath(path, ".previous");
-  if (known_ != contentsOf(bytes)) return keepEdited(path, bytes);
-  if (!isDamaged_) return copyTo(previousPath, path, bytes);
+  const Contents contents = contentsOf(bytes);
+  if (kept_ && kept_->first == contents && files_.exists(kept_->second)) return kept_->second;
 
+  const bool isUnfinished = bytes.starts_with(unfinishedMark);
+  const bool isKnown = known_ == contents;
+  if (isKnown && !isDamaged_) return copyTo(siblingPath(path, ".previous"), path, bytes);
+  Result<std::string> copy =
+      isKnown || isUnfinished ? keepDamaged(path, bytes) : keepEdited(path, bytes);
+  if (copy) kept_.emplace(contents, copy.value());
+  return copy;
+}
+
+/// Copies the contents that are not a document, and the previous document, which may then be the
+/// only valid one.
+Result<std::string> SettingsFile::keepDamaged(const std::string& path, const std::string& bytes) {
+  const std::string previousPath = siblingPath(path, ".previous");
   const std::string time = timeStamp(now_());
   if (const Result<std::string> previous = files_.read(previousPath)) {
     const Result<std::string> kept =

@@ -26,6 +26,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "config/quillmar_config.h"
 #include "platform/file_system.h"
@@ -48,8 +49,8 @@ class SettingsFile {
                               const std::function<std::string()>& makeIdentifier = makeUuid);
 
   /// Replaces the contents of the file at `path`, or creates the file. On failure the old contents
-  /// are restored; if that fails too, the error names the copy. Logs one line if another program
-  /// changed the file.
+  /// are restored; if that fails too, the error names the copy. Fails with ErrorKind::tooLarge if
+  /// the file could not be loaded again. Logs one line if another program changed the file.
   Result<void> overwrite(const std::string& path, std::string_view bytes);
 
  private:
@@ -67,7 +68,9 @@ class SettingsFile {
   Result<void> writeInPlace(const std::string& path, std::string_view bytes,
                             std::optional<std::string_view> oldBytes,
                             const std::optional<std::string>& copyPath);
+  /// Copies the contents of the file and returns the path of the copy.
   Result<std::string> keepCopy(const std::string& path, const std::string& bytes);
+  Result<std::string> keepDamaged(const std::string& path, const std::string& bytes);
   Result<std::string> keepEdited(const std::string& path, const std::string& bytes);
   Result<std::string> copyTo(const std::string& copyPath, const std::string& original,
                              std::string_view bytes);
@@ -80,6 +83,9 @@ class SettingsFile {
   std::optional<Contents> known_;
   /// True if the loaded contents could not be decoded.
   bool isDamaged_ = false;
+  /// The damaged or edited contents that a failed save has already copied, and the path of the
+  /// copy.
+  std::optional<std::pair<Contents, std::string>> kept_;
 };
 
 }  // namespace quillmar

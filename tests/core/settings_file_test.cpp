@@ -17,6 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 constexpr char path[] = "/settings/settings.json";
 constexpr char previousPath[] = "/settings/settings.previous.json";
@@ -192,6 +193,46 @@ TEST_F(SettingsFileTest, WithoutSpaceForTheCopyOrOnABrokenDiskTheSaveFailsAndThe
       }
     }
   }
+}
+
+TEST_F(SettingsFileTest, ASaveThatFailsAgainMakesNoSecondCopyOfTheSameContents) {
+  for (const bool isEdited : {true, false}) {
+    MemoryFileSystem disk;
+    disk.addFile(path, isEdited ? document("loaded") : "{ damaged");
+    disk.addFile(previousPath, document("older"));
+    FaultyFileSystem faulty(disk);
+    SettingsFile file = settingsFile(faulty);
+    EXPECT_EQ(file.load(path).ok(), isEdited);
+    if (isEdited) disk.addFile(path, document("edited"));
+    faulty.failEveryCall(FileOperation::reserve, Error{"No room.", ErrorKind::noSpace});
+    EXPECT_FALSE(file.overwrite(path, document("new")));
+    const auto paths = disk.paths();
+    EXPECT_FALSE(file.overwrite(path, document("newer")));
+    EXPECT_EQ(disk.paths(), paths);
+  }
+  EXPECT_THAT(log, SizeIs(1));  // of the edited file
+}
+
+TEST_F(SettingsFileTest, AnUnfinishedFileIsKeptAsDamagedAndNotTakenForAnEdit) {
+  files.addFile(path, document("old"));
+  SettingsFile file = settingsFile(files);
+  ASSERT_TRUE(file.load(path));
+  ASSERT_TRUE(file.overwrite(path, document("new")));
+  files.addFile(path, "!half of the newest");
+  EXPECT_TRUE(file.overwrite(path, document("newest")));
+  EXPECT_EQ(files.contents(damagedPath), "!half of the newest");
+  EXPECT_EQ(files.contents("/settings/settings.previous-20010909T014640Z.json"), document("old"));
+  EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(SettingsFileTest, ADocumentThatCouldNotBeLoadedAgainIsNotWritten) {
+  files.addFile(path, document("old"));
+  EXPECT_EQ(overwrite(files, std::string(maximumFileSize + 1, ' ')).error(),
+            (Error{"The file “" + std::string(path) +
+                       "” could not be written: It would be larger than 64 MiB.",
+                   ErrorKind::tooLarge}));
+  EXPECT_EQ(files.contents(path), document("old"));
+  EXPECT_THAT(files.paths(), ElementsAre("/settings", path));
 }
 
 TEST_F(SettingsFileTest, AFileThatMayNotBeReadIsWrittenAllTheSame) {
