@@ -10,6 +10,8 @@
 #include <unistd.h>
 
 #include "platform/file_system.h"
+#include "platform/text.h"
+#include "platform/visible_text.h"
 
 namespace quillmar {
 
@@ -66,46 +68,22 @@ Result<std::string> StandardConsole::readToEnd() {
   return bytes;
 }
 
-namespace {
-
-/// The length in bytes of a control character, line break or bidirectional formatting character at
-/// the start of the text; 0 for any other character.
-std::size_t lengthOfControl(std::string_view text) {
-  const auto byte = [&](std::size_t i) {
-    return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
-  };
-  if (byte(0) < 0x20 || byte(0) == 0x7F) return 1;
-  if (byte(0) == 0xC2 && byte(1) >= 0x80 && byte(1) < 0xA0) return 2;  // U+0080 to U+009F
-  const bool isDirection = byte(1) == 0x80 && (byte(2) == 0x8E || byte(2) == 0x8F);  // U+200E, 200F
-  const bool isBreak = byte(1) == 0x80 && byte(2) >= 0xA8 && byte(2) <= 0xAE;    // U+2028 to U+202E
-  const bool isIsolate = byte(1) == 0x81 && byte(2) >= 0xA6 && byte(2) <= 0xA9;  // U+2066 to U+2069
-  return byte(0) == 0xE2 && (isDirection || isBreak || isIsolate) ? 3 : 0;
-}
-
-/// The text with these characters, except those in `kept`, replaced by U+FFFD.
-std::string withoutControls(std::string_view text, std::string_view kept) {
-  std::string result;
-  while (!text.empty()) {
-    const std::size_t control = lengthOfControl(text);
-    if (control == 0 || kept.find(text.front()) != kept.npos) {
-      result += text.front();
-      text.remove_prefix(1);
+std::string printable(std::string_view text) {
+  std::string line;
+  for (const char character : printableLines(text)) {
+    if (character == '\n') {
+      line += "‹U+000A›";
+    } else if (character == '\t') {
+      line += "‹U+0009›";
     } else {
-      result += "\uFFFD";
-      text.remove_prefix(control);
+      line += character;
     }
   }
-  return result;
-}
-
-}  // namespace
-
-std::string printable(std::string_view text) {
-  return withoutControls(text, "");
+  return line;
 }
 
 std::string printableLines(std::string_view text) {
-  return withoutControls(text, "\n\t");
+  return text::withVisibleCharacters(text::replacingInvalidCharacters(text));
 }
 
 }  // namespace quillmar

@@ -53,8 +53,9 @@ class StandardConsole : public Console {
   std::optional<Error> lostOutput_;
 };
 
-/// Replaces control characters, line breaks and bidirectional formatting characters by U+FFFD, so
-/// that the text cannot control the terminal.
+/// Shows control characters, line breaks and other invisible characters by their code points
+/// (platform/visible_text.h), so that the text can neither control the terminal nor hide anything.
+/// Ill-formed UTF-8 becomes U+FFFD.
 std::string printable(std::string_view text);
 
 /// The same for text of several lines: keeps line feeds and tabs.

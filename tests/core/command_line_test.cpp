@@ -156,7 +156,7 @@ TEST_F(CommandLineTest, ListShowsFoldersAndItemsInMenuOrder) {
   settings.config.categories[0].items.push_back(MenuItem::separator());
   settings.config.categories.push_back({.id = "E", .name = "Earlier", .sortOrder = -1});
   EXPECT_EQ(listItems({}, settings, {}, console), ExitStatus::success);
-  EXPECT_EQ(console.out, "Earlier\nFolder\n  1  One\n  2  Two\uFFFD[2J  (disabled)\n");
+  EXPECT_EQ(console.out, "Earlier\nFolder\n  1  One\n  2  Two‹U+001B›[2J  (disabled)\n");
 }
 
 TEST_F(CommandLineTest, ListShowsAHyphenInThePlaceOfAMissingId) {
@@ -215,12 +215,13 @@ TEST_F(CommandLineTest, ListInJsonHasTheStatusOfAHotKeyThatIsNotRegistered) {
   EXPECT_EQ(console.out.find("hotKeyStatus"), console.out.rfind("hotKeyStatus"));
 }
 
-TEST(PrintableTest, WhatATerminalWouldObeyIsShownAsAReplacement) {
-  EXPECT_EQ(printable("a\x1b[2J\x7F\u0085\u200E\u202Egnp.exe\u2028\u2066z\n"),
-            "a\uFFFD[2J\uFFFD\uFFFD\uFFFD\uFFFDgnp.exe\uFFFD\uFFFDz\uFFFD");
+TEST(PrintableTest, NothingControlsTheTerminalOrIsInvisible) {
+  EXPECT_EQ(printable("a\x1b[2J\x7F\u202Egnp.exe\u2028z\n\t"),
+            "a‹U+001B›[2J‹U+007F›‹U+202E›gnp.exe‹U+2028›z‹U+000A›‹U+0009›");
+  EXPECT_EQ(printable("\u061C\uFEFF\u00AD\xFF"), "‹U+061C›‹U+FEFF›‹U+00AD›\uFFFD");
   EXPECT_EQ(printable("naïve “text” – 👩‍🚀 ¡"),
             "naïve “text” – 👩‍🚀 ¡");
-  EXPECT_EQ(printableLines("one\n\ttwo\r"), "one\n\ttwo\uFFFD");
+  EXPECT_EQ(printableLines("one\n\ttwo\r"), "one\n\ttwo‹U+000D›");
 }
 
 TEST_F(CommandLineTest, ListCanSpeakJson) {
@@ -292,7 +293,7 @@ TEST_F(CommandLineTest, MessagesAboutTheCommandGoToStandardError) {
   EXPECT_EQ(run({.item = "2"}), ExitStatus::failure);
   EXPECT_EQ(console.out, "");
   EXPECT_EQ(console.err,
-            "Script file not found: /gone\uFFFD.sh\nNo processes.\nToo much output.\n");
+            "Script file not found: /gone‹U+001B›.sh\nNo processes.\nToo much output.\n");
 }
 
 TEST_F(CommandLineTest, RunTakesTheExactTitleAndDisabledItemsToo) {
@@ -413,7 +414,7 @@ TEST_F(CommandLineTest, AConfirmationShowsTheLinesOfTheCommand) {
   console.typed = {"n"};
   EXPECT_EQ(run({.item = "1"}), ExitStatus::failure);
   EXPECT_EQ(console.err,
-            "Run “Two\uFFFDlines”?\ncd /tmp\n\trm x\uFFFD[2J\uFFFDy\nType y to run it: ");
+            "Run “Two‹U+000A›lines”?\ncd /tmp\n\trm x‹U+001B›[2J‹U+000D›y\nType y to run it: ");
 }
 
 TEST_F(CommandLineTest, YesIsUnderstoodInSmallAndCapitalLetters) {
