@@ -1,7 +1,7 @@
 #include "platform/widgets/window.h"
 
 #include <algorithm>
-#include <cassert>
+#include <string>
 
 #include "platform/widgets/button.h"
 #include "platform/widgets/scroll_view.h"
@@ -24,8 +24,8 @@ Window::Window(WindowSystem& windowSystem) : windowSystem_(windowSystem) {}
 
 Window::~Window() {
   delegate_ = nullptr;
-  // The delegate of a sheet may begin another sheet.
-  while (sheet_ != nullptr) sheet_->close();
+  isClosing_ = true;
+  if (sheet_ != nullptr) sheet_->close();
   leaveSheetParent();
   contentView_.reset();
 }
@@ -51,9 +51,12 @@ Result<void> Window::show(const Activation& activation) {
 void Window::close() {
   if (!visible_) return;
   const std::weak_ptr<Window*> self = self_;
-  while (sheet_ != nullptr) {
+  if (sheet_ != nullptr) {
+    isClosing_ = true;
     sheet_->close();
-    if (self.expired() || !visible_) return;
+    if (self.expired()) return;
+    isClosing_ = false;
+    if (!visible_) return;
   }
   visible_ = false;
   leaveSheetParent();
@@ -62,7 +65,10 @@ void Window::close() {
 }
 
 Result<void> Window::beginSheet(Window& sheet, const Activation& activation) {
-  assert(sheet_ == nullptr);
+  if (sheet_ != nullptr || isClosing_) {
+    return Error{"The window “" + title_ + "” " +
+                 (isClosing_ ? "is closing." : "already has a sheet.")};
+  }
   sheet.sheetParent_ = this;
   Result<void> shown = sheet.show(activation);
   if (shown) {

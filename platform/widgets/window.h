@@ -116,8 +116,8 @@ class Window {
   bool visible() const { return visible_; }
 
   /// Shows `sheet` above this window, which accepts no input until the sheet is closed. The sheet
-  /// is not owned. It is closed when this window is closed or destroyed. Precondition: no sheet is
-  /// open.
+  /// is not owned. It is closed when this window is closed or destroyed. Fails if another sheet is
+  /// open or this window is closing.
   Result<void> beginSheet(Window& sheet, const Activation& activation);
   Window* sheet() const { return sheet_; }
   /// The window whose sheet this window is; null if it is not an open sheet.
@@ -191,6 +191,8 @@ class Window {
   View* firstResponder_ = nullptr;
   WindowDelegate* delegate_ = nullptr;
   Window* sheet_ = nullptr;
+  /// True while the sheet closes because this window closes.
+  bool isClosing_ = false;
   Window* sheetParent_ = nullptr;
   /// Expires when the window is destroyed.
   std::shared_ptr<Window*> self_ = std::make_shared<Window*>(this);

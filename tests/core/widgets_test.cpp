@@ -281,6 +281,45 @@ TEST_F(WidgetsTest, ASheetThatIsDestroyedFreesItsParent) {
   EXPECT_FALSE(window.visible());
 }
 
+TEST_F(WidgetsTest, AWindowWithASheetRefusesASecondOne) {
+  window.setTitle("Settings");
+  ASSERT_TRUE(window.show({}));
+  Window first(screen);
+  ASSERT_TRUE(window.beginSheet(first, {}));
+  Window second(screen);
+  EXPECT_EQ(window.beginSheet(second, {}).error().description,
+            "The window “Settings” already has a sheet.");
+  EXPECT_FALSE(second.visible());
+  first.close();
+  EXPECT_TRUE(window.takesInput());
+  EXPECT_TRUE(window.beginSheet(second, {}));
+}
+
+TEST_F(WidgetsTest, NoSheetBeginsWhileItsWindowClosesOrIsDestroyed) {
+  struct Reopening final : WindowDelegate {
+    explicit Reopening(Window& parent) : parent(parent) {}
+    void windowWillClose(Window& sheet) override { began = parent.beginSheet(sheet, {}).ok(); }
+    Window& parent;
+    bool began = true;
+  };
+  auto parent = std::make_unique<Window>(screen);
+  Reopening reopening(*parent);
+  Window sheet(screen);
+  sheet.setDelegate(&reopening);
+  ASSERT_TRUE(parent->show({}));
+  ASSERT_TRUE(parent->beginSheet(sheet, {}));
+  parent->close();
+  EXPECT_FALSE(reopening.began);
+  EXPECT_FALSE(parent->visible());
+
+  ASSERT_TRUE(parent->show({}));
+  ASSERT_TRUE(parent->beginSheet(sheet, {}));
+  reopening.began = true;
+  parent.reset();
+  EXPECT_FALSE(reopening.began);
+  EXPECT_FALSE(sheet.visible());
+}
+
 TEST_F(WidgetsTest, AKeyThatNobodyElseWantsScrolls) {
   auto& scrollView = column.add<ScrollView>(std::make_unique<Label>("Text"));
   window.makeFirstResponder(&addButton("Button"));
