@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "platform/background_writer.h"
+#include "platform/text.h"
 
 namespace quillmar {
 
@@ -26,7 +27,7 @@ BackgroundWriter& standardOutput() {
 }  // namespace
 
 void logToStandardOutput(std::string_view line) {
-  standardOutput().writeLine(line);
+  standardOutput().writeLine(text::escapingControlCharacters(line));
 }
 
 void flushStandardOutputLog() {
