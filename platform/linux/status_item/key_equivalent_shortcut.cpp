@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include <glib.h>
 #include <xkbcommon/xkbcommon.h>
+
+#include "platform/virtual_key_codes.h"
 
 namespace quillmar {
 
@@ -15,48 +18,42 @@ constexpr gunichar firstFunctionKey = 0xF704;
 constexpr gunichar lastFunctionKey = 0xF726;
 constexpr gunichar backTab = 0x19;
 
-/// A key that produces no printable character. Key equivalents encode it as a control or
-/// private-use character.
-struct SpecialKey {
+/// A key that produces no printable character and is not in the table of virtual key codes. Key
+/// equivalents encode it as a control or private-use character.
+struct RareKey {
   gunichar character;
   xkb_keysym_t keysym;
-  /// Empty: Qt's name is that of the keysym.
-  std::string_view qtName;
 };
 
-constexpr std::array<SpecialKey, 31> specialKeys = {{
-    {0x03, XKB_KEY_KP_Enter, "Enter"},
-    {0x08, XKB_KEY_BackSpace, {}},
-    {0x09, XKB_KEY_Tab, {}},
-    {0x0A, XKB_KEY_Return, {}},
-    {0x0D, XKB_KEY_Return, {}},
-    {backTab, XKB_KEY_Tab, {}},
-    {0x1B, XKB_KEY_Escape, "Esc"},
-    {0x7F, XKB_KEY_BackSpace, {}},
-    {0xF700, XKB_KEY_Up, {}},
-    {0xF701, XKB_KEY_Down, {}},
-    {0xF702, XKB_KEY_Left, {}},
-    {0xF703, XKB_KEY_Right, {}},
-    {0xF727, XKB_KEY_Insert, "Ins"},
-    {0xF728, XKB_KEY_Delete, "Del"},
-    {0xF729, XKB_KEY_Home, {}},
-    {0xF72A, XKB_KEY_Begin, {}},
-    {0xF72B, XKB_KEY_End, {}},
-    {0xF72C, XKB_KEY_Prior, "PgUp"},
-    {0xF72D, XKB_KEY_Next, "PgDown"},
-    {0xF72E, XKB_KEY_Print, {}},
-    {0xF72F, XKB_KEY_Scroll_Lock, "ScrollLock"},
-    {0xF730, XKB_KEY_Pause, {}},
-    {0xF731, XKB_KEY_Sys_Req, "SysReq"},
-    {0xF732, XKB_KEY_Break, {}},
-    {0xF735, XKB_KEY_Menu, {}},
-    {0xF738, XKB_KEY_Print, {}},
-    {0xF739, XKB_KEY_Clear, {}},
-    {0xF741, XKB_KEY_Select, {}},
-    {0xF742, XKB_KEY_Execute, {}},
-    {0xF743, XKB_KEY_Undo, {}},
-    {0xF746, XKB_KEY_Help, {}},
-}};
+constexpr auto rareKeys = std::to_array<RareKey>({
+    {0x03, XKB_KEY_KP_Enter},
+    {0x08, XKB_KEY_BackSpace},
+    {0x0A, XKB_KEY_Return},
+    {backTab, XKB_KEY_Tab},
+    {0xF72A, XKB_KEY_Begin},
+    {0xF72E, XKB_KEY_Print},
+    {0xF72F, XKB_KEY_Scroll_Lock},
+    {0xF730, XKB_KEY_Pause},
+    {0xF731, XKB_KEY_Sys_Req},
+    {0xF732, XKB_KEY_Break},
+    {0xF738, XKB_KEY_Print},
+    {0xF739, XKB_KEY_Clear},
+    {0xF741, XKB_KEY_Select},
+    {0xF742, XKB_KEY_Execute},
+    {0xF743, XKB_KEY_Undo},
+});
+
+/// Qt's names of keys, where they differ from the names of the key symbols.
+constexpr auto qtNames = std::to_array<std::pair<std::string_view, std::string_view>>({
+    {"Delete", "Del"},
+    {"Escape", "Esc"},
+    {"Insert", "Ins"},
+    {"KP_Enter", "Enter"},
+    {"Next", "PgDown"},
+    {"Prior", "PgUp"},
+    {"Scroll_Lock", "ScrollLock"},
+    {"Sys_Req", "SysReq"},
+});
 
 std::string keysymName(xkb_keysym_t keysym) {
   constexpr std::size_t longestName = 64;
@@ -78,17 +75,26 @@ std::string nameOfCharacter(gunichar character, ShortcutKeyNames names) {
   return keysymName(xkb_utf32_to_keysym(character));
 }
 
-/// Empty when no key produces the character.
-std::string keyName(gunichar character, ShortcutKeyNames names) {
-  const auto special = std::ranges::find(specialKeys, character, &SpecialKey::character);
-  if (special != specialKeys.end()) {
-    const bool hasQtName = names == ShortcutKeyNames::qtKeys && !special->qtName.empty();
-    return hasQtName ? std::string(special->qtName) : keysymName(special->keysym);
-  }
+/// The name of the symbol of a key that produces no printable character; empty for other keys.
+std::string specialKeysymName(gunichar character) {
   if (character >= firstFunctionKey && character <= lastFunctionKey) {
     return keysymName(XKB_KEY_F1 + (character - firstFunctionKey));
   }
-  return nameOfCharacter(character, names);
+  const auto rare = std::ranges::find(rareKeys, character, &RareKey::character);
+  if (rare != rareKeys.end()) return keysymName(rare->keysym);
+  if (g_unichar_isprint(character) && g_unichar_type(character) != G_UNICODE_PRIVATE_USE) return {};
+  const VirtualKey* const key = virtualKeyForCharacter(character);
+  return key == nullptr ? std::string() : std::string(key->keysym);
+}
+
+/// Empty when no key produces the character.
+std::string keyName(gunichar character, ShortcutKeyNames names) {
+  const std::string special = specialKeysymName(character);
+  if (special.empty()) return nameOfCharacter(character, names);
+  const auto qtName =
+      std::ranges::find(qtNames, special, &std::pair<std::string_view, std::string_view>::first);
+  const bool hasQtName = names == ShortcutKeyNames::qtKeys && qtName != qtNames.end();
+  return hasQtName ? std::string(qtName->second) : special;
 }
 
 }  // namespace
