@@ -49,8 +49,8 @@ const UnregisteredHotKey* unregisteredHotKey(const MenuItem& item,
   if (!item.isEnabled || !item.shortcut || !item.shortcut->isGlobal) return nullptr;
   // The running program gives ids to items that have none in the file.
   const auto found = std::ranges::find_if(unregistered, [&](const UnregisteredHotKey& hotKey) {
-    return item.id.empty() ? hotKey.itemTitle == text::replacingUnsendable(item.title)
-                           : hotKey.itemId == text::replacingUnsendable(item.id);
+    return item.id.empty() ? hotKey.itemTitle == text::replacingInvalidCharacters(item.title)
+                           : hotKey.itemId == text::replacingInvalidCharacters(item.id);
   });
   return found == unregistered.end() ? nullptr : &*found;
 }

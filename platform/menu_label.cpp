@@ -23,7 +23,7 @@ std::string menuLabel(std::string_view title, std::size_t mostBytes) {
 
   // Text beyond the limit is not processed: a title may have megabytes.
   const std::string_view head = text::firstCharacters(title, mostLabelCharacters, mostBytes);
-  std::string line = text::onOneLine(text::replacingUnsendable(head));
+  std::string line = text::onOneLine(text::replacingInvalidCharacters(head));
   std::ranges::replace(line, '\t', ' ');
   line = text::withVisibleCharacters(line);
   const bool isWhole = head.size() == title.size();

@@ -289,7 +289,7 @@ std::string escapingControlCharacters(std::string_view text) {
   return escaped;
 }
 
-std::string replacingUnsendable(std::string_view text) {
+std::string replacingInvalidCharacters(std::string_view text) {
   std::string sendable;
   while (!text.empty()) {
     UChar32 character = 0;

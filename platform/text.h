@@ -51,6 +51,6 @@ std::string escapingControlCharacters(std::string_view text);
 
 /// Replaces ill-formed sequences and U+0000, which D-Bus and windowing systems do not accept, with
 /// U+FFFD.
-std::string replacingUnsendable(std::string_view text);
+std::string replacingInvalidCharacters(std::string_view text);
 
 }  // namespace quillmar::text

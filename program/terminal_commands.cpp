@@ -68,7 +68,7 @@ std::vector<UnregisteredHotKey> unregisteredHotKeys(const SettingsManager& setti
     console.printError(report.error().description + "\n");
     return {};
   }
-  if (report.value().settingsFile != text::replacingUnsendable(settings.settingsFileURL())) {
+  if (report.value().settingsFile != text::replacingInvalidCharacters(settings.settingsFileURL())) {
     return {};
   }
   return std::move(report).value().unregistered;

@@ -183,13 +183,13 @@ TEST(Text, EscapesControlCharactersAndThoseThatBreakOrTurnALine) {
 }
 
 TEST(Text, ReplacesWhatNoBusCarries) {
-  EXPECT_EQ(replacingUnsendable("plain é 😀\n"), "plain é 😀\n");
-  EXPECT_EQ(replacingUnsendable("a\0b"sv), "a\uFFFDb");
-  EXPECT_EQ(replacingUnsendable("a\xFF\xFE"
-                                "b"),
+  EXPECT_EQ(replacingInvalidCharacters("plain é 😀\n"), "plain é 😀\n");
+  EXPECT_EQ(replacingInvalidCharacters("a\0b"sv), "a\uFFFDb");
+  EXPECT_EQ(replacingInvalidCharacters("a\xFF\xFE"
+                                       "b"),
             "a\uFFFD\uFFFDb");
-  EXPECT_EQ(replacingUnsendable("\xE2\x82"), "\uFFFD");  // the beginning of a character
-  EXPECT_TRUE(isValidUtf8(replacingUnsendable("\xED\xA0\x80\xC3(")));
+  EXPECT_EQ(replacingInvalidCharacters("\xE2\x82"), "\uFFFD");  // the beginning of a character
+  EXPECT_TRUE(isValidUtf8(replacingInvalidCharacters("\xED\xA0\x80\xC3(")));
 }
 
 }  // namespace

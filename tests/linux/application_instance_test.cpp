@@ -44,7 +44,7 @@ class InstanceTest : public testing::Test {
   }
 
   ~InstanceTest() override {
-    // What is left to do holds this test's bus, which the next test would get.
+    // Queued tasks still refer to this test's bus.
     runMainLoopWhileReady();
     std::remove(record().c_str());
     std::remove(folder_.c_str());
@@ -330,7 +330,7 @@ TEST_F(InstanceTest, AnInstanceIsNotStartedForAnAction) {
             "Quillmar is not running, so the output was not copied to the clipboard.");
 }
 
-TEST_F(InstanceTest, AnInstanceThatIsHeldIsNotWaitedForAndGetsEverythingInOrder) {
+TEST_F(InstanceTest, ABusyInstanceIsNotWaitedForAndGetsEverythingInOrder) {
   startOther();
   other_->signal(SIGSTOP);
   TaskLine line;
@@ -387,7 +387,7 @@ TEST_F(InstanceTest, ShowsItsMenuToTheActivationOfWhoAsks) {
   EXPECT_EQ(recorded(), "menu 77 id_TIME77\nmenu 0 \n");
 }
 
-TEST_F(InstanceTest, WhyThereIsNoMenuIsToldToWhoAsks) {
+TEST_F(InstanceTest, TheCallerGetsTheReasonForNoMenu) {
   startOther();
   const Environment environment = startedWith("refuse", "");
   EXPECT_EQ(RunningInstance(environment).showMenu().error().description, "There is no display.");
@@ -420,7 +420,7 @@ TEST_F(InstanceTest, AnInstanceThatIsHeldIsNotWaitedForLongAndShowsNoMenuAfterwa
             "Quillmar does not answer in time, so it may show no menu. It is busy, perhaps with a "
             "command that does not run in the background.");
   EXPECT_TRUE(impatient.activate());
-  // That wish has expired as well when this has.
+  // The earlier request has expired, too.
   EXPECT_FALSE(impatient.showMenu());
   RemotePasteboard(running_, failures_).setString("later");
   other_->signal(SIGCONT);

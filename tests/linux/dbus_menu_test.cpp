@@ -158,7 +158,7 @@ TEST_F(DbusMenuTest, DoublesUnderscoresAndLeavesAmpersands) {
               ElementsAre(Pair("label", "'__my__command____name & <b>'")));
 }
 
-TEST_F(DbusMenuTest, ReplacesTextThatNoBusTakes) {
+TEST_F(DbusMenuTest, ReplacesCharactersThatTheBusRejects) {
   EXPECT_THAT(onlyEntry(menuWith({itemEntry(std::string("a\0b\xFFz", 5), "1")})).properties,
               ElementsAre(Pair("label", "'a\uFFFDb\uFFFDz'")));
 }

@@ -99,7 +99,7 @@ class DesktopNotificationsTest : public testing::Test {
   std::optional<NotificationService> service_;
 };
 
-TEST_F(DesktopNotificationsTest, TellsTheServiceWhoSpeaks) {
+TEST_F(DesktopNotificationsTest, SendsTheNameAndIdOfTheApplication) {
   startService({});
   EXPECT_EQ(show("Title", "Body"), std::nullopt);
   ASSERT_THAT(service_->notifyCalls(), SizeIs(1));

@@ -193,7 +193,7 @@ TEST_F(DesktopStatusItemTest, APanelThatHasNotSaidWhetherItShowsIconsIsWaitedFor
   EXPECT_NE(embedded(), nullptr);
 }
 
-TEST_F(DesktopStatusItemTest, APanelThatHasNotSaidAnythingTakesNoIconAway) {
+TEST_F(DesktopStatusItemTest, WhileThePanelIsUnknownTheIconStays) {
   trays.setHasTray(true);
   clock.advance(DesktopStatusItem::patience);
   item.setHost(StatusNotifierHost::unknown);

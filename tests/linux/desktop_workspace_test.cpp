@@ -30,8 +30,7 @@ class DesktopWorkspaceTest : public testing::Test {
     write("/config/mimeapps.list", "[Default Applications]\n" + type + "=" + name + ".desktop\n");
   }
 
-  /// The same with a program that writes down its argument, and the leave that it was given to come
-  /// to the front.
+  /// The same with a program that records its argument and the activation token that it received.
   void addNotingProgram(const std::string& name, const std::string& scheme) const {
     const std::string program = path("/" + name + ".sh");
     write("/" + name + ".sh",
@@ -88,7 +87,7 @@ TEST_F(DesktopWorkspaceTest, WithoutAProgramForTheSchemeItSaysSo) {
             "No program is set up to open “mailto:support@quillmar.example”.");
 }
 
-TEST_F(DesktopWorkspaceTest, AProgramThatIsNotInstalledIsNone) {
+TEST_F(DesktopWorkspaceTest, AProgramThatIsNotInstalledIsIgnored) {
   addProgram("browser", "https", "Exec=/nowhere/browser %u");
   EXPECT_EQ(open("https://quillmar.example/"),
             "No program is set up to open “https://quillmar.example/”.");

@@ -1,4 +1,4 @@
-// A module that shows its windows to nobody. It writes to the program's log what it is asked for.
+// A module that only logs its calls.
 // The variable FAKE_WINDOWS_ERROR keeps it from starting.
 
 #include <memory>

@@ -161,7 +161,7 @@ TEST_F(LoadedWindowSystemTest, WithTooFewDescriptorsLeftNothingIsStarted) {
   EXPECT_EQ(popUp(), "");
 }
 
-TEST(LoadedWindowSystem, TheModuleOfThisProgramLiesBesideIt) {
+TEST(LoadedWindowSystem, TheModuleIsInTheLibraryFolderOfTheProgram) {
   const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
   const std::filesystem::path module = LoadedWindowSystem::moduleOfThisProgram();
   EXPECT_EQ(module.filename(), "quillmar_qt.so");

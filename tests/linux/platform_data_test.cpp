@@ -70,7 +70,7 @@ TEST(PlatformData, HoldsNothingWhenTheEnvironmentHoldsNothing) {
   EXPECT_EQ(g_variant_n_children(data.get()), 0u);
 }
 
-TEST(PlatformData, AWishExpiresWhenItsTimeIsOver) {
+TEST(PlatformData, ARequestExpiresAfterItsDeadline) {
   const GVariantPtr fresh(g_variant_ref_sink(platformData({}, std::chrono::hours(1))));
   EXPECT_FALSE(hasExpired(fresh.get()));
   const GVariantPtr stale(g_variant_ref_sink(platformData({}, std::chrono::milliseconds(-1))));

@@ -200,7 +200,7 @@ TEST_F(PosixProcessesTest, OutputBeyondTheLimitIsAnErrorAndDoesNotBlockTheChild)
   }
 }
 
-TEST_F(PosixProcessesTest, ExitStatusesArriveAlthoughTheStarterHadThemThrownAway) {
+TEST_F(PosixProcessesTest, ExitStatusesArriveEvenIfTheParentIgnoredSIGCHLD) {
   const auto before = std::signal(SIGCHLD, SIG_IGN);
   PosixProcesses processes(PosixProcesses::Terminal::detach);
   auto launched = processes.launch(testProgram({"print", "", "7"}));
@@ -268,7 +268,7 @@ TEST_F(PosixProcessesTest, CommandsBeyondTheDescriptorLimitFailAndLeaveSomeForTh
 /// Ends the process: with 0 when an endless output was an error and its command was ended by it.
 [[noreturn]] void readEndlessOutputInLittleMemory(PosixProcesses& processes) {
   const auto launched = processes.launch({"/usr/bin/yes", {}, {}, "/"});
-  // The child keeps what it was born with; only this process has to be content with less.
+  // The limit applies to this process only, not to the child.
   const rlimit limit{rlim_t{1} << 28, rlim_t{1} << 28};
   setrlimit(RLIMIT_AS, &limit);
   if (!launched) _exit(1);

@@ -60,7 +60,7 @@ TEST(SessionBus, IsNotStartedWhenThereIsNone) {
   EXPECT_EQ(connection.error().description, "There is no session bus");
 }
 
-TEST(SessionBus, ThatIsOfNoUseIsToldWithTheReason) {
+TEST(SessionBus, AnUnusableBusIsReportedWithTheReason) {
   const auto connection = connectToSessionBus(withAddress("unix:path=/nonexistent/bus"));
   ASSERT_FALSE(connection);
   EXPECT_EQ(connection.error().description,

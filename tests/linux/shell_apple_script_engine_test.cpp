@@ -47,7 +47,7 @@ TEST(ShellScriptStatements, AStringMayRunOverLines) {
               ElementsAre("a\nb", "c"));
 }
 
-TEST(ShellScriptStatements, NothingButCommentsIsNoCommand) {
+TEST(ShellScriptStatements, CommentsOnlyGiveNoCommand) {
   EXPECT_THAT(commandsOf(""), IsEmpty());
   EXPECT_THAT(commandsOf(" \n-- nothing\n"), IsEmpty());
 }

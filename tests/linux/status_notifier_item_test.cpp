@@ -356,7 +356,7 @@ TEST_F(StatusNotifierItemTest, PicturesFollowTheDesktopsAppearance) {
   EXPECT_NE(panel.layout().children.front().properties.at("icon-data"), light);
 }
 
-TEST_F(StatusNotifierItemTest, AnotherAppearanceOfTheDesktopIsANewIcon) {
+TEST_F(StatusNotifierItemTest, AChangeOfAppearanceAnnouncesANewIcon) {
   StatusNotifierItem item(connection.get(), queue, testOptions());
   PanelClient panel(bus, connection.get());
   item.setImage(Image{.name = statusIcon, .isTemplate = true, .pointSize = {}, .weight = {}});
@@ -366,7 +366,7 @@ TEST_F(StatusNotifierItemTest, AnotherAppearanceOfTheDesktopIsANewIcon) {
   EXPECT_EQ(panel.newIconCount(), 2);
 }
 
-TEST_F(StatusNotifierItemTest, AnnouncesANewIconOnlyWhenItIsAnother) {
+TEST_F(StatusNotifierItemTest, AnnouncesAnIconOnlyIfItChanges) {
   StatusNotifierItem item(connection.get(), queue, testOptions());
   PanelClient panel(bus, connection.get());
   const Image image{.name = statusIcon, .isTemplate = true, .pointSize = {}, .weight = {}};

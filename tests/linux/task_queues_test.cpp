@@ -69,7 +69,7 @@ TEST(ThreadTaskQueue, TheTwoHundredthTaskStartsWhileTheOthersHang) {
   main.runUntil([&] { return ended == hanging; });
 }
 
-TEST(ThreadTaskQueue, ThreadsBearTheLastPartOfTheLabel) {
+TEST(ThreadTaskQueue, ThreadsAreNamedAfterTheLastPartOfTheLabel) {
   MemoryTaskQueue main;
   const auto nameFor = [&](const std::string& label) {
     std::string name;
@@ -112,7 +112,7 @@ TEST(MainLoopTaskQueue, ADelayedTaskRunsInTheLoopWhenItsTimeHasCome) {
   EXPECT_FALSE(early);
 }
 
-TEST(ThreadTaskQueue, TheProgramLeavesAtOnceWhileTasksHang) {
+TEST(ThreadTaskQueue, TheProgramExitsAtOnceWhileTasksHang) {
   PosixProcesses processes(PosixProcesses::Terminal::detach);
   auto launched = processes.launch(testProgram({"leaveWithHangingTasks"}));
   ASSERT_TRUE(launched.ok()) << launched.error().description;

@@ -43,7 +43,7 @@ TEST(X11ConnectionTest, AServerThatAnswersLateIsUsedAtTheNextTry) {
   }
 }
 
-TEST(X11ConnectionTest, AServerThatAnswersWhenNobodyAsksAnyMoreLosesNoMemory) {
+TEST(X11ConnectionTest, ALateReplyDoesNotLeakMemory) {
   XServer server;
   server.signal(SIGSTOP);
   EXPECT_FALSE(X11Connection::open(server.display(), nobody, shortTimeout).ok());

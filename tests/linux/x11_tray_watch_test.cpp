@@ -93,7 +93,7 @@ TEST_F(X11TrayWatchTest, ATrayThatTakesOverKeepsItATray) {
   EXPECT_THAT(told_, ElementsAre(true, false));
 }
 
-TEST_F(X11TrayWatchTest, IsNotMisledByManagersOfOtherThings) {
+TEST_F(X11TrayWatchTest, IgnoresTheManagersOfOtherSelections) {
   start();
   const FakeTray other(display(), "_NET_SYSTEM_TRAY_S1");
   const FakeTray tray(display());
@@ -114,7 +114,7 @@ TEST_F(X11TrayWatchTest, IsConnectedOnlyWhileItWatches) {
   EXPECT_THAT(told_, ElementsAre(true));
 }
 
-TEST_F(X11TrayWatchTest, ADisplayThatGoesAwayTakesItsTrayAlong) {
+TEST_F(X11TrayWatchTest, WhenTheDisplayIsGoneThereIsNoTray) {
   const FakeTray tray(display());
   start();
   server_->end();

@@ -80,7 +80,7 @@ TEST_F(AccessibilityTest, ALinkIsOneAndCanBePressed) {
   EXPECT_EQ(presses, 1);
 }
 
-TEST_F(AccessibilityTest, ALinkSaysItsTitleToTheLetter) {
+TEST_F(AccessibilityTest, ALinkReportsItsTitleUnchanged) {
   const Button& link = stack->add<Button>("a & b", ButtonStyle::link);
   show();
   EXPECT_EQ(told(link).second, "a & b");

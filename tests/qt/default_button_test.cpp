@@ -30,7 +30,7 @@ class DefaultButtonTest : public WidgetsFixture<QtUser> {
     ASSERT_EQ(harness.focusedOnScreen(*window), &view);
   }
 
-  /// What is on the screen, as nothing is drawn again for being looked at.
+  /// What is on the screen, without repainting.
   static QImage seen(const View& view) {
     QWidget& widget = widgetOf(view);
     QWidget* const top = widget.window();

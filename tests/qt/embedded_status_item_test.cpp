@@ -104,7 +104,7 @@ class TrayHarness {
   /// The click is in a window of the program, whatever activation another would bring.
   std::optional<Activation> click(const Opened& opened, const std::vector<std::string>& path,
                                   const Activation& /*activation*/ = {}) {
-    // What the program has asked for happens before the user's hand gets there.
+    // Queued work runs before the click.
     handleReadyEvents();
     QMenu* menu = opened;
     for (const std::string& title : path) {

@@ -36,7 +36,7 @@ class FontsTest : public WidgetsFixture<QtUser> {
   const QFont desktop_ = QApplication::font();
 };
 
-TEST_F(FontsTest, ThirteenIsTheDesktopsSizeAndOthersStandInProportion) {
+TEST_F(FontsTest, Size13IsTheDesktopsFontSizeAndOthersAreInProportion) {
   const Label& usual = addLabel(Font::system(13));
   const Label& large = addLabel(Font::system(26));
   const Label& small = addLabel(Font::system(11));

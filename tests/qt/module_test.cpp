@@ -143,7 +143,7 @@ TEST_F(QtWindowModuleTest, AFailedStartCanBeFollowedByOneThatSucceeds) {
   EXPECT_EQ(QGuiApplication::platformName(), "offscreen");
 }
 
-TEST_F(QtWindowModuleTest, TheStartLeavesNumbersMessagesAndSignalsAlone) {
+TEST_F(QtWindowModuleTest, StartingKeepsTheLocaleAndTheSignalHandlers) {
   ASSERT_TRUE(start({{"QT_QPA_PLATFORM", "offscreen"}}).ok());
   EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
   EXPECT_STREQ(std::setlocale(LC_MESSAGES, nullptr), "C");

@@ -225,7 +225,7 @@ TEST_F(LongTitleTest, ItEndsInAnEllipsis) {
   EXPECT_EQ(pictureWith(title), pictureWith(cut(title)));
 }
 
-TEST_F(LongTitleTest, ItsAmpersandsStandForThemselves) {
+TEST_F(LongTitleTest, AmpersandsAreShownAsAmpersands) {
   for (const int offset : {0, 1}) {
     const QString title = QString(offset, u'x') + QStringLiteral("&").repeated(200);
     EXPECT_EQ(pictureWith(title), pictureWith(cut(title)));
@@ -255,7 +255,7 @@ TEST_F(LongTitleTest, ShortcutsAndArrowsStayOnTheScreen) {
   }
 }
 
-TEST_F(LongTitleTest, AssistiveTechnologyIsToldTheWholeOne) {
+TEST_F(LongTitleTest, AssistiveTechnologyGetsTheFullTitle) {
   const QString title = QStringLiteral("A long title ").repeated(200);
   popUp({commandEntry(title.toStdString(), "1")});
   QAccessibleInterface* const entry = QAccessible::queryAccessibleInterface(&menu)->child(0);

@@ -82,7 +82,7 @@ TEST_F(SelectableLabelTest, APartThatIsSelectedWithThePointerIsCopied) {
   EXPECT_EQ(copied(), "two");
 }
 
-TEST_F(SelectableLabelTest, OneMaySelectBackwards) {
+TEST_F(SelectableLabelTest, TextCanBeSelectedBackwards) {
   show();
   drag(7, 0);
   EXPECT_EQ(selected(), "one two");

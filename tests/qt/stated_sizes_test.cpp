@@ -133,7 +133,7 @@ TEST_F(StatedSizesTest, AnImageHasItsStatedSize) {
   EXPECT_TRUE(size(none).isEmpty());
 }
 
-TEST_F(StatedSizesTest, AStackWithAStatedWidthGoesOnFillingItsPlace) {
+TEST_F(StatedSizesTest, AStackWithAStatedWidthStillFillsItsParent) {
   window->setContentSize({.width = 300, .height = 0});
   StackView& row = stack->add<StackView>(Orientation::horizontal);
   row.setWidth(100);

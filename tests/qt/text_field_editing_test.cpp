@@ -56,7 +56,7 @@ class TextFieldEditingTest : public WidgetsFixture<QtUser> {
   const QFont font_ = QApplication::font();
 };
 
-TEST_F(TextFieldEditingTest, ControlZTakesWhatWasTypedBackAndShiftBringsItAgain) {
+TEST_F(TextFieldEditingTest, ControlZUndoesAndControlShiftZRedoes) {
   show();
   type("abc");
   press(undo);
@@ -119,7 +119,7 @@ TEST_F(TextFieldEditingTest, WhatAnInputMethodCommitsReachesTheModelOnce) {
   EXPECT_THAT(edits, ElementsAre("日本", "日本語"));
 }
 
-TEST_F(TextFieldEditingTest, WhatIsStillComposedIsNoEdit) {
+TEST_F(TextFieldEditingTest, UncommittedInputIsNotReported) {
   field.setText("a");
   show();
   line().setCursorPosition(1);
@@ -155,7 +155,7 @@ TEST_F(TextFieldEditingTest, TheFirstResponderShowsItsTextSelected) {
   expectText("x");
 }
 
-TEST_F(TextFieldEditingTest, ALongTextShowsItsBeginningToWhoeverDoesNotEditIt) {
+TEST_F(TextFieldEditingTest, AnUnfocusedFieldShowsTheStartOfALongText) {
   TextField& other = addField(std::string(500, 'x'));
   show();
   EXPECT_EQ(static_cast<QLineEdit&>(widgetOf(other)).cursorPosition(), 0);

@@ -145,7 +145,9 @@ Result<void> ApplicationInstance::showMenu(GVariant* platformData) {
 /// The value of hotKeyReportProperty, floating.
 GVariant* ApplicationInstance::hotKeyReport() const {
   const HotKeyReport report = handlers_.hotKeyReport ? handlers_.hotKeyReport() : HotKeyReport();
-  const auto sendable = [](const std::string& text) { return text::replacingUnsendable(text); };
+  const auto sendable = [](const std::string& text) {
+    return text::replacingInvalidCharacters(text);
+  };
   GVariantBuilder builder;
   g_variant_builder_init(&builder, G_VARIANT_TYPE(hotKeyReportType));
   g_variant_builder_add(&builder, "s", sendable(report.settingsFile).c_str());

@@ -22,7 +22,7 @@ void add(GVariantBuilder& data, const char* key, const Environment& environment,
   const std::string value = environment.value(variable).value_or("");
   if (value.empty()) return;
   g_variant_builder_add(&data, "{sv}", key,
-                        g_variant_new_string(text::replacingUnsendable(value).c_str()));
+                        g_variant_new_string(text::replacingInvalidCharacters(value).c_str()));
 }
 
 GVariantBuilder builderFor(const Environment& environment) {

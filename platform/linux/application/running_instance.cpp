@@ -139,7 +139,7 @@ std::optional<std::string> DeliveryFailures::sentence() const {
 
 void RemotePasteboard::setString(std::string text) {
   const auto outcome = instance_.activateAction(
-      "set-clipboard", g_variant_new_string(text::replacingUnsendable(text).c_str()));
+      "set-clipboard", g_variant_new_string(text::replacingInvalidCharacters(text).c_str()));
   if (!outcome) record(failures_, &DeliveryFailures::clipboard, outcome.error());
 }
 
@@ -153,8 +153,8 @@ void RemoteNotifications::requestAuthorization(AuthorizationOptions,
 void RemoteNotifications::add(UserNotification notification,
                               std::function<void(std::optional<Error>)> completion) {
   const auto outcome = instance_.activateAction(
-      "notify", g_variant_new("(ss)", text::replacingUnsendable(notification.title).c_str(),
-                              text::replacingUnsendable(notification.body).c_str()));
+      "notify", g_variant_new("(ss)", text::replacingInvalidCharacters(notification.title).c_str(),
+                              text::replacingInvalidCharacters(notification.body).c_str()));
   if (!outcome) record(failures_, &DeliveryFailures::notification, outcome.error());
   mainQueue_.async([completion = std::move(completion)] { completion(std::nullopt); });
 }

@@ -375,7 +375,8 @@ GVariant* PortalSession::shortcutList() const {
   GVariantBuilder list;
   g_variant_builder_init(&list, G_VARIANT_TYPE("a(sa{sv})"));
   for (const auto& [id, keys] : ids_) {
-    const std::string description = text::replacingUnsendable(shortcuts_.at(keys).description);
+    const std::string description =
+        text::replacingInvalidCharacters(shortcuts_.at(keys).description);
     g_variant_builder_add(
         &list, "(s@a{sv})", id.c_str(),
         // KDE ignores shortcuts without a description.

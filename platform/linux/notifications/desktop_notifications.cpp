@@ -129,8 +129,8 @@ void DesktopNotifications::failWaiting(const Error& error) {
 }
 
 void DesktopNotifications::notify(Request request, bool bodyIsMarkup) {
-  const std::string summary = text::replacingUnsendable(request.notification.title);
-  std::string body = text::replacingUnsendable(request.notification.body);
+  const std::string summary = text::replacingInvalidCharacters(request.notification.title);
+  std::string body = text::replacingInvalidCharacters(request.notification.body);
   if (bodyIsMarkup) body = escapedMarkup(body);
 
   GVariantBuilder hints;

@@ -62,7 +62,7 @@ class ShellAppleScript final : public AppleScript {
 
   static AppleScriptError failureOf(const std::string& errorText, int status) {
     const std::string message = errorText.empty() ? "The command exited with a non-zero status."
-                                                  : text::replacingUnsendable(errorText);
+                                                  : text::replacingInvalidCharacters(errorText);
     return {message, message + " (error " + std::to_string(status) + ")"};
   }
 

@@ -94,7 +94,7 @@ GVariant* idArray(const std::vector<Id>& ids) {
 }  // namespace
 
 DbusMenu::DbusMenu(GDBusConnection* connection, const Options& options, ClickHandler onClick)
-    : iconThemePath_(text::replacingUnsendable(options.iconThemePath)),
+    : iconThemePath_(text::replacingInvalidCharacters(options.iconThemePath)),
       style_(options.style),
       onClick_(std::move(onClick)),
       object_(

@@ -14,7 +14,7 @@ namespace quillmar {
 namespace {
 
 GVariant* stringVariant(std::string_view text) {
-  return g_variant_new_string(text::replacingUnsendable(text).c_str());
+  return g_variant_new_string(text::replacingInvalidCharacters(text).c_str());
 }
 
 /// Limit on the total size of a menu's labels. A panel requests all of them in one message.

@@ -62,7 +62,7 @@ GVariant* noPixmaps() {
 }
 
 StatusNotifierItemOptions sendable(StatusNotifierItemOptions options) {
-  options.id = text::replacingUnsendable(options.id);
+  options.id = text::replacingInvalidCharacters(options.id);
   options.title = menuLabel(options.title);
   return options;
 }
@@ -165,13 +165,13 @@ GVariant* StatusNotifierItem::property(const char* name) const {
   if (wanted == "Status") return g_variant_new_string("Active");
   if (wanted == "WindowId") return g_variant_new_int32(0);
   if (wanted == "IconThemePath") {
-    return g_variant_new_string(text::replacingUnsendable(options_.iconThemePath).c_str());
+    return g_variant_new_string(text::replacingInvalidCharacters(options_.iconThemePath).c_str());
   }
   if (wanted == "Menu") return g_variant_new_object_path(DbusMenu::objectPath);
   // A click with any button opens the menu.
   if (wanted == "ItemIsMenu") return g_variant_new_boolean(TRUE);
   if (wanted == "IconName") {
-    return g_variant_new_string(text::replacingUnsendable(iconName_).c_str());
+    return g_variant_new_string(text::replacingInvalidCharacters(iconName_).c_str());
   }
   if (wanted == "IconPixmap") {
     return iconName_.empty() ? noPixmaps()

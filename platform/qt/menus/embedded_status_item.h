@@ -31,7 +31,7 @@ class EmbeddedStatusItem final : public StatusItem {
  private:
   TaskQueue& mainQueue_;
   std::unique_ptr<QMenu> menu_;
-  /// The menu before: where it is open, it stays so and does what it shows.
+  /// The previous menu. It may still be open.
   std::unique_ptr<QMenu> previous_;
   QSystemTrayIcon icon_;
   /// Tells queued tasks whether this object still exists.

@@ -28,7 +28,7 @@ class MenuStyle final : public QProxyStyle {
  private:
   MenuStyle() = default;
 
-  /// Brings what is below up to date with the application's style.
+  /// Updates the base style to that of the application.
   void follow();
 
   QString followed_;

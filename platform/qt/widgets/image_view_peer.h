@@ -17,7 +17,7 @@ class ImageViewPeer final : public WidgetPeer {
   Extent contentVertical(int /*width*/) const override { return side(imageView_.height()); }
 
  private:
-  /// Of the square that an image takes; nothing where its size is stated.
+  /// Size limits of the square image; zero if its size is stated.
   Extent side(const std::optional<double>& stated) const;
 
   ImageView& imageView_;

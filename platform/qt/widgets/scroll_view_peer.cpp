@@ -25,7 +25,7 @@ ScrollViewPeer::ScrollViewPeer(ScrollView& scrollView, QtWindowPeer& window, QWi
 }
 
 void ScrollViewPeer::subviewsChanged() {
-  const QtWindowPeer::ProgramActs programActs(window());
+  const QtWindowPeer::ProgramFocusChange programActs(window());
   if (content() == nullptr) makeWidgets(scrollView_.content(), window(), *area().viewport());
   area().setWidget(&content()->widget());
   content()->widget().setAutoFillBackground(false);

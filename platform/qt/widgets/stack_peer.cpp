@@ -46,7 +46,7 @@ StackPeer::StackPeer(StackView& stack, QtWindowPeer& window, QWidget& parent)
     : WidgetPeer(stack, window, new QWidget(&parent)), stack_(stack) {}
 
 void StackPeer::subviewsChanged() {
-  const QtWindowPeer::ProgramActs programActs(window());
+  const QtWindowPeer::ProgramFocusChange programActs(window());
   for (View* const subview : stack_.subviews()) {
     if (subview->peer() == nullptr) makeWidgets(*subview, window(), widget());
   }

@@ -47,7 +47,7 @@ void TextFieldPeer::update() {
   // The same text set again would take the cursor and the undo history away.
   if (line().text() == text) return;
   const QSignalBlocker setByProgram(line());
-  // A long text shows its beginning to whoever does not edit it. Who does stays where they are.
+  // An unfocused field shows the start of its text; a focused one keeps its cursor.
   const int cursor = line().hasFocus() ? line().cursorPosition() : 0;
   line().setText(text);
   line().setCursorPosition(cursor);

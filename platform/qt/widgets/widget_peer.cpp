@@ -20,7 +20,7 @@ WidgetPeer::WidgetPeer(View& view, QtWindowPeer& window, QWidget* widget)
 
 WidgetPeer::~WidgetPeer() {
   if (!widget_) return;
-  const QtWindowPeer::ProgramActs programActs(window_);
+  const QtWindowPeer::ProgramFocusChange programActs(window_);
   // The widget may be in the middle of an event.
   widget_->removeEventFilter(&focusWatcher_);
   widget_->hide();
@@ -29,7 +29,7 @@ WidgetPeer::~WidgetPeer() {
 }
 
 void WidgetPeer::viewChanged() {
-  const QtWindowPeer::ProgramActs programActs(window_);
+  const QtWindowPeer::ProgramFocusChange programActs(window_);
   setAccessibilityRole(*widget_, view_.accessibilityRole());
   widget_->setEnabled(view_.enabled());
   widget_->setVisible(!view_.hidden());

@@ -19,7 +19,8 @@ class QtWindowPeer;
 
 class WidgetPeer : public ViewPeer {
  public:
-  /// The view and the window's peer outlive it. The widget, a child of another already, is its own.
+  /// The view and the window's peer must outlive it. Takes ownership of the widget, which already
+  /// has a parent.
   WidgetPeer(View& view, QtWindowPeer& window, QWidget* widget);
   ~WidgetPeer() override;
   WidgetPeer(const WidgetPeer&) = delete;

@@ -29,7 +29,7 @@ void show(QWidget& window) {
 
 void presentWindow(QWidget& window, const Activation& activation) {
   if (xcb_connection_t* const x11 = x11Connection()) {
-    // Before the window is shown: one that starts in between is heard of.
+    // Before the window is shown, so that a window manager that starts meanwhile is noticed.
     if (!x11HasWindowManager(x11)) WindowManagerStart::shared().setWindow(window);
     const X11Activation request(x11, static_cast<xcb_window_t>(window.winId()), activation);
     request.announce();

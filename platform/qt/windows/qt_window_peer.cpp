@@ -53,7 +53,7 @@ QtWindowPeer::QtWindowPeer(Window& window)
 
 QtWindowPeer::~QtWindowPeer() {
   if (!widget_) return;
-  const ProgramActs programActs(*this);
+  const ProgramFocusChange programActs(*this);
   // The widget may be in the middle of an event.
   widget_->detach();
   widget_->hide();
@@ -61,7 +61,7 @@ QtWindowPeer::~QtWindowPeer() {
 }
 
 void QtWindowPeer::windowChanged() {
-  const ProgramActs programActs(*this);
+  const ProgramFocusChange programActs(*this);
   // The toolkit has a placeholder of its own in titles.
   widget_->setWindowTitle(QString::fromStdString(window_.title())
                               .replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
@@ -90,7 +90,7 @@ void QtWindowPeer::firstResponderChanged() {
 }
 
 void QtWindowPeer::showFocus() {
-  const ProgramActs programActs(*this);
+  const ProgramFocusChange programActs(*this);
   View* const wanted = window_.firstResponder();
   if (wanted != nullptr && wanted->peer() != nullptr) {
     WidgetPeer& peer = widgetPeer(*wanted);
@@ -147,7 +147,7 @@ QSize QtWindowPeer::neededSize(const Size& stated, const QSize& room,
 }
 
 void QtWindowPeer::layOut() {
-  const ProgramActs programActs(*this);
+  const ProgramFocusChange programActs(*this);
   const QScreen& screen = widget_->isVisible() ? *widget_->screen() : screenOfPointer();
   const QRect room = screen.availableGeometry().marginsRemoved(frameOf(*widget_));
   updateSize(room.size());
@@ -180,7 +180,7 @@ void QtWindowPeer::placeContent() {
 }
 
 void QtWindowPeer::show(const Activation& activation) {
-  const ProgramActs programActs(*this);
+  const ProgramFocusChange programActs(*this);
   if (!widget_->isVisible()) {
     updateFlags();
     becomeSheet();
@@ -244,7 +244,7 @@ QPoint QtWindowPeer::cascaded(QRect frame, const QRect& screen) const {
 }
 
 void QtWindowPeer::hide() {
-  const ProgramActs programActs(*this);
+  const ProgramFocusChange programActs(*this);
   if (!widget_->isVisible()) return;
   place_ = widget_->pos();
   widget_->hide();

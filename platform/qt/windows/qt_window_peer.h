@@ -16,12 +16,12 @@ namespace quillmar {
 class QtWindowPeer final : public WindowPeer {
  public:
   /// While one exists, the program changes the focus, not the user.
-  class ProgramActs {
+  class ProgramFocusChange {
    public:
-    explicit ProgramActs(QtWindowPeer& window) : window_(window) { ++window_.programActs_; }
-    ~ProgramActs() { --window_.programActs_; }
-    ProgramActs(const ProgramActs&) = delete;
-    ProgramActs& operator=(const ProgramActs&) = delete;
+    explicit ProgramFocusChange(QtWindowPeer& window) : window_(window) { ++window_.programActs_; }
+    ~ProgramFocusChange() { --window_.programActs_; }
+    ProgramFocusChange(const ProgramFocusChange&) = delete;
+    ProgramFocusChange& operator=(const ProgramFocusChange&) = delete;
 
    private:
     QtWindowPeer& window_;

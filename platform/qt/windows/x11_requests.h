@@ -26,7 +26,7 @@ xcb_window_t x11WindowIn(xcb_connection_t* connection, xcb_window_t window, cons
 inline constexpr const char* x11WindowManagerCheck = "_NET_SUPPORTING_WM_CHECK";
 bool x11HasWindowManager(xcb_connection_t* connection);
 
-/// One of the XCB_..._NOTIFY and their like, whether the server or another program sent it.
+/// The event's type (XCB_..._NOTIFY), without the bit that marks events of other programs.
 int x11EventType(const xcb_generic_event_t& event);
 
 /// Also selects these events of the window.
