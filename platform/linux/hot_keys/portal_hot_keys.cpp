@@ -43,7 +43,8 @@ Result<HotKeyReference, HotKeyStatus> PortalHotKeys::registerHotKey(const HotKey
     return HotKeyStatus::noSuchKey;
   }
   const HotKeyReference reference{++lastReference_};
-  if (!registrations_.try_emplace(keys, reference, request.id, request.description).second) {
+  if (!registrations_.try_emplace(keys, Registration{reference, request.id, request.description})
+           .second) {
     return HotKeyStatus::keyTaken;
   }
   updateLater();

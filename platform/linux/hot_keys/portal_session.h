@@ -9,13 +9,13 @@
 
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gio/gio.h>
@@ -36,7 +36,10 @@ struct KeyCombination {
   /// Bits of hotKeyModifiers.
   std::uint32_t modifiers = 0;
 
-  auto operator<=>(const KeyCombination&) const = default;
+  bool operator==(const KeyCombination&) const = default;
+  bool operator<(const KeyCombination& other) const {
+    return std::pair(keyCode, modifiers) < std::pair(other.keyCode, other.modifiers);
+  }
 };
 
 class PortalSession {
