@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 
+#include <malloc.h>
 #include <xkbcommon/xkbcommon.h>
 
 #include "platform/virtual_key_codes.h"
@@ -22,6 +23,14 @@ struct Releasing {
 
 using ContextPtr = std::unique_ptr<xkb_context, Releasing<xkb_context_unref>>;
 using KeymapPtr = std::unique_ptr<xkb_keymap, Releasing<xkb_keymap_unref>>;
+
+/// Returns free memory to the system when it is destroyed. A keymap needs half a megabyte.
+struct TrimmedHeap {
+  TrimmedHeap() = default;
+  ~TrimmedHeap() { malloc_trim(0); }
+  TrimmedHeap(const TrimmedHeap&) = delete;
+  TrimmedHeap& operator=(const TrimmedHeap&) = delete;
+};
 
 constexpr xkb_level_index_t plainLevel = 0;
 constexpr xkb_level_index_t shiftLevel = 1;
@@ -112,6 +121,7 @@ bool isShortcutKey(std::uint32_t keyCode) {
 }
 
 KeySymbolTable keySymbolsOfKeymap(const std::string& keymap) {
+  const TrimmedHeap trimmed;
   const ContextPtr context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES));
   return tableOf(
       KeymapPtr(xkb_keymap_new_from_string(context.get(), keymap.c_str(), XKB_KEYMAP_FORMAT_TEXT_V1,
@@ -120,6 +130,7 @@ KeySymbolTable keySymbolsOfKeymap(const std::string& keymap) {
 }
 
 KeySymbolTable keySymbolsOfLayout(const std::string& layout) {
+  const TrimmedHeap trimmed;
   const ContextPtr context(xkb_context_new(XKB_CONTEXT_NO_ENVIRONMENT_NAMES));
   const xkb_rule_names names{"evdev", "pc105", layout.c_str(), "", ""};
   return tableOf(
