@@ -145,11 +145,7 @@ void PortalSession::removeUnwantedKeys() {
   setDialect(TriggerDialect::kde);
   kde_->list([this](const std::vector<KdeShortcut>& stored) {
     for (const auto& shortcut : stored) {
-      if (!ids_.contains(shortcut.id)) {
-        kde_->remove(shortcut);
-      } else if (!shortcut.hasKey) {
-        refused_[ids_[shortcut.id]] = HotKeyStatus::notGranted;
-      }
+      if (!ids_.contains(shortcut.id)) kde_->remove(shortcut);
     }
     create();
   });
