@@ -448,11 +448,28 @@ class RecordingAppDelegate final : public AppDelegate {
   Events& events_;
 };
 
-TEST_F(AppDelegateTest, TheLaunchKeepsItsOrder) {
+/// A delegate whose services record events. The document has one item with a hot key.
+class AppDelegateOrderTest : public AppDelegateTest {
+ protected:
+  AppDelegateOrderTest() {
+    MenuItem item;
+    item.id = "1";
+    item.shortcut.emplace();
+    settings.config.categories.emplace_back().items = {item};
+  }
+
+  UpdaterManager& recordedUpdaterManager() {
+    events.emplace_back("updater");
+    // The second request is the one at the end of the launch. By then the delegate observes
+    // changes.
+    if (std::ranges::count(events, "updater") == 2) center.post(menuItemSettingsChanged);
+    return updaterManagerOnFirstUse();
+  }
+
   Events events;
-  RecordingNotifications notifications(events);
-  RecordingStatusItem statusItem(events, center);
-  RecordingHotKeys recordingHotKeys(events, center);
+  RecordingNotifications notifications{events};
+  RecordingStatusItem statusItem{events, center};
+  RecordingHotKeys recordingHotKeys{events, center};
   Platform platform{
       .application = memory.application,
       .queues = memory.queues,
@@ -472,30 +489,34 @@ TEST_F(AppDelegateTest, TheLaunchKeepsItsOrder) {
       .hotKeys = recordingHotKeys,
       .updaters = memory.updaters,
   };
-  const auto updaterManagerInOrder = [&]() -> UpdaterManager& {
-    events.emplace_back("updater");
-    // The second request is the one at the end of the launch. By then the delegate observes
-    // changes.
-    if (std::ranges::count(events, "updater") == 2) center.post(menuItemSettingsChanged);
-    return updaterManagerOnFirstUse();
-  };
-  MenuItem item;
-  item.id = "1";
-  item.shortcut.emplace();
-  settings.config.categories.emplace_back().items = {item};
-  HotKeyManager manager(hotKeyCollaborators(platform, settings, logLine()));
-  RecordingAppDelegate recorded(
-      events, delegateCollaborators(platform, settings, runner, manager, updaterManagerInOrder,
-                                    center, logLine()));
+  HotKeyManager manager{hotKeyCollaborators(platform, settings, logLine())};
+  RecordingAppDelegate recorded{
+      events,
+      delegateCollaborators(
+          platform, settings, runner, manager,
+          [this]() -> UpdaterManager& { return recordedUpdaterManager(); }, center, logLine())};
+};
 
+TEST_F(AppDelegateOrderTest, TheHandlerOfHotKeysIsInstalledBeforeLaunchingFinishes) {
   recorded.applicationWillFinishLaunching();
   EXPECT_TRUE(manager.handler);
   EXPECT_THAT(events, IsEmpty());
+}
 
+TEST_F(AppDelegateOrderTest, TheLaunchKeepsItsOrder) {
+  recorded.applicationWillFinishLaunching();
   recorded.applicationDidFinishLaunching();
   EXPECT_THAT(events, ElementsAre("delegate", "permission", "image", "updater", "menu", "hot key",
                                   // The updater of the launch, and what its change causes.
                                   "updater", "updater", "menu", "no hot key", "hot key"));
+}
+
+TEST_F(AppDelegateOrderTest, ASavedChangeRebuildsTheMenuAndThenRegistersHotKeysAgain) {
+  recorded.applicationWillFinishLaunching();
+  recorded.applicationDidFinishLaunching();
+  events.clear();
+  settings.save();
+  EXPECT_THAT(events, ElementsAre("updater", "menu", "no hot key", "hot key"));
 }
 
 }  // namespace
