@@ -186,7 +186,7 @@ void measurePresses(const std::string& quillmar, const std::string& reportStart)
               percentile(ours, 0.99), percentile(plain, 0.99));
 }
 
-void measureReloads() {
+void measureReloads(const std::string& display) {
   MemoryPlatform memory;
   NotificationCenter center;
   SettingsManager settings({memory.environment, memory.userDirectories, memory.files, center});
@@ -203,7 +203,7 @@ void measureReloads() {
           .modifiers = modifiers::command | modifiers::control | modifiers::option | shift};
     }
   }
-  X11HotKeys hotKeys(std::getenv("DISPLAY"));
+  X11HotKeys hotKeys(display);
   HotKeyManager manager({.settings = settings,
                          .hotKeys = hotKeys,
                          .application = memory.application,
@@ -224,6 +224,8 @@ void measureReloads() {
 
 int main(int argc, char** argv) {
   if (argc != 3) quillmar::fail("usage: hot_key_bench QUILLMAR REPORT_START");
+  const char* const display = std::getenv("DISPLAY");
+  if (!display) quillmar::fail("There is no X display.");
   quillmar::measurePresses(argv[1], argv[2]);
-  quillmar::measureReloads();
+  quillmar::measureReloads(display);
 }

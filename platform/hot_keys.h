@@ -13,12 +13,12 @@
 namespace quillmar {
 
 /// Bits of a hot key's modifiers. They differ from those of key presses (quillmar::modifiers).
-namespace hotKeyModifiers {
+namespace hot_key_modifiers {
 inline constexpr std::uint32_t command = 0x0100;
 inline constexpr std::uint32_t shift = 0x0200;
 inline constexpr std::uint32_t option = 0x0800;
 inline constexpr std::uint32_t control = 0x1000;
-}  // namespace hotKeyModifiers
+}  // namespace hot_key_modifiers
 
 /// Identifies a registered hot key in events. The application chooses both halves.
 struct HotKeyID {
@@ -49,7 +49,7 @@ enum class HotKeyStatus : std::int32_t {
 struct HotKeyRequest {
   /// Virtual key code (platform/virtual_key_codes.h).
   std::uint32_t keyCode = 0;
-  /// Bits of hotKeyModifiers.
+  /// Bits of hot_key_modifiers.
   std::uint32_t modifiers = 0;
   HotKeyID id;
   /// What the key does, for settings windows of the desktop that list hot keys. UTF-8.

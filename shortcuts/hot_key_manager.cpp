@@ -23,10 +23,10 @@ HotKeyManager& HotKeyManager::shared() {
 
 std::uint32_t HotKeyManager::hotKeyModifiersFor(std::uint64_t mask) {
   constexpr std::pair<std::uint64_t, std::uint32_t> mapping[] = {
-      {modifiers::shift, hotKeyModifiers::shift},
-      {modifiers::control, hotKeyModifiers::control},
-      {modifiers::option, hotKeyModifiers::option},
-      {modifiers::command, hotKeyModifiers::command},
+      {modifiers::shift, hot_key_modifiers::shift},
+      {modifiers::control, hot_key_modifiers::control},
+      {modifiers::option, hot_key_modifiers::option},
+      {modifiers::command, hot_key_modifiers::command},
   };
   std::uint32_t mapped = 0;
   for (const auto& [flag, bit] : mapping) {

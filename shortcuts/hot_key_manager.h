@@ -63,7 +63,7 @@ class HotKeyManager {
   static constexpr std::uint32_t signature = fourCharacterCode("QmRk");
 
   /// Maps the modifiers of a stored shortcut (quillmar::modifiers) to bits of
-  /// quillmar::hotKeyModifiers. Ignores other bits.
+  /// quillmar::hot_key_modifiers. Ignores other bits.
   static std::uint32_t hotKeyModifiersFor(std::uint64_t mask);
 
   /// Called with the id of the item whose hot key was pressed, in a task of the main queue. The

@@ -4,10 +4,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "platform/hot_keys.h"
@@ -58,12 +60,8 @@ class MemoryHotKeys final : public HotKeys {
   void sendPressed(HotKeyID id, Activation activation = {});
 
  private:
-  struct Combination {
-    std::uint32_t keyCode = 0;
-    std::uint32_t modifiers = 0;
-
-    auto operator<=>(const Combination&) const = default;
-  };
+  /// Key code and modifiers.
+  using Combination = std::pair<std::uint32_t, std::uint32_t>;
 
   static Combination combinationOf(const HotKeyRequest& request);
   /// The end of the map if no hot key has the combination.

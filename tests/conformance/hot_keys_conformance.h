@@ -53,7 +53,8 @@ class HotKeysConformance : public testing::Test {
   static constexpr std::uint32_t keyJ = 38;
   static constexpr std::uint32_t keyK = 40;
   static constexpr std::uint32_t keyN = 45;
-  static constexpr std::uint32_t commandShift = hotKeyModifiers::command | hotKeyModifiers::shift;
+  static constexpr std::uint32_t commandShift =
+      hot_key_modifiers::command | hot_key_modifiers::shift;
 
   HotKeysConformance() {
     hotKeys().installEventHandlers({
@@ -164,10 +165,10 @@ TYPED_TEST_P(HotKeysConformance, AKeyThatIsHeldDownIsReportedOnce) {
 
 TYPED_TEST_P(HotKeysConformance, OnlyTheExactModifiersMatch) {
   this->add(1, this->keyJ, this->commandShift);
-  this->add(2, this->keyJ, hotKeyModifiers::command);
+  this->add(2, this->keyJ, hot_key_modifiers::command);
   this->add(3, this->keyK, this->commandShift);
-  this->press(this->keyJ, hotKeyModifiers::command);
-  this->press(this->keyK, hotKeyModifiers::command);
+  this->press(this->keyJ, hot_key_modifiers::command);
+  this->press(this->keyK, hot_key_modifiers::command);
   this->press(this->keyJ, this->commandShift);
   EXPECT_THAT(this->pressed(2), testing::ElementsAre(2, 1));
 }

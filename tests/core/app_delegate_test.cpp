@@ -74,7 +74,7 @@ class AppDelegateTest : public testing::Test {
 
   /// Presses the hot key of that item.
   void press(Activation activation = {}) {
-    memory.hotKeys.press(keyK, hotKeyModifiers::command, std::move(activation));
+    memory.hotKeys.press(keyK, hot_key_modifiers::command, std::move(activation));
     memory.queues.runAll();
   }
 

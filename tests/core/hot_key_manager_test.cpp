@@ -30,7 +30,7 @@ constexpr std::uint16_t keyA = 0;
 constexpr std::uint16_t keyB = 11;
 constexpr std::uint16_t keyF5 = 96;
 
-constexpr std::uint32_t command = hotKeyModifiers::command;
+constexpr std::uint32_t command = hot_key_modifiers::command;
 
 class HotKeyManagerTest : public testing::Test {
  protected:

@@ -130,7 +130,7 @@ class PortalHotKeysTest : public testing::Test {
   }
 
   /// Registers Super and the key, with the key code as id.
-  HotKeyReference add(std::uint32_t keyCode, std::uint32_t modifiers = hotKeyModifiers::command) {
+  HotKeyReference add(std::uint32_t keyCode, std::uint32_t modifiers = hot_key_modifiers::command) {
     const auto reference = program_->hotKeys().registerHotKey(
         {.keyCode = keyCode, .modifiers = modifiers, .id = {1, keyCode}, .description = "Title"});
     EXPECT_TRUE(reference.ok());

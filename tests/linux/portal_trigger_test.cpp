@@ -12,10 +12,10 @@
 namespace quillmar {
 namespace {
 
-using hotKeyModifiers::command;
-using hotKeyModifiers::control;
-using hotKeyModifiers::option;
-using hotKeyModifiers::shift;
+using hot_key_modifiers::command;
+using hot_key_modifiers::control;
+using hot_key_modifiers::option;
+using hot_key_modifiers::shift;
 
 constexpr std::uint32_t keyK = 40;
 constexpr std::uint32_t key2 = 19;

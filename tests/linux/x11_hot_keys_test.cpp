@@ -50,8 +50,8 @@ class X11Backend {
  private:
   static std::vector<xcb_keycode_t> keysOf(std::uint32_t keyCode, std::uint32_t modifiers) {
     std::vector<xcb_keycode_t> pressed;
-    if (modifiers & hotKeyModifiers::command) pressed.push_back(keys::super);
-    if (modifiers & hotKeyModifiers::shift) pressed.push_back(keys::shift);
+    if (modifiers & hot_key_modifiers::command) pressed.push_back(keys::super);
+    if (modifiers & hot_key_modifiers::shift) pressed.push_back(keys::shift);
     for (const VirtualKey& key : virtualKeys()) {
       if (key.code == keyCode) pressed.push_back(static_cast<xcb_keycode_t>(key.evdevCode + 8));
     }
@@ -59,8 +59,8 @@ class X11Backend {
   }
   static std::uint16_t bitsOf(std::uint32_t modifiers) {
     return static_cast<std::uint16_t>(
-        ((modifiers & hotKeyModifiers::command) ? XCB_MOD_MASK_4 : 0) |
-        ((modifiers & hotKeyModifiers::shift) ? XCB_MOD_MASK_SHIFT : 0));
+        ((modifiers & hot_key_modifiers::command) ? XCB_MOD_MASK_4 : 0) |
+        ((modifiers & hot_key_modifiers::shift) ? XCB_MOD_MASK_SHIFT : 0));
   }
 
   XServer server_;
@@ -75,18 +75,18 @@ TEST_F(X11HotKeysTest, ConnectsOnTheFirstRegistration) {
   const std::size_t before = openSockets();
   hotKeys_->unregisterHotKey(HotKeyReference{1});
   EXPECT_EQ(openSockets(), before);
-  registerKey(kKey, hotKeyModifiers::command, 1);
-  registerKey(lKey, hotKeyModifiers::command, 2);
+  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(lKey, hot_key_modifiers::command, 2);
   EXPECT_EQ(openSockets(), before + 1);
   hotKeys_.reset();
   EXPECT_EQ(openSockets(), before);
 }
 
 TEST_F(X11HotKeysTest, SuperIsCommandAndAltIsOption) {
-  registerKey(kKey, hotKeyModifiers::command, 1);
-  registerKey(kKey, hotKeyModifiers::option, 2);
-  registerKey(kKey, hotKeyModifiers::shift, 3);
-  registerKey(kKey, hotKeyModifiers::control, 4);
+  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(kKey, hot_key_modifiers::option, 2);
+  registerKey(kKey, hot_key_modifiers::shift, 3);
+  registerKey(kKey, hot_key_modifiers::control, 4);
   type({keys::super, keys::k});
   type({keys::alt, keys::k});
   type({keys::shift, keys::k});
@@ -97,7 +97,7 @@ TEST_F(X11HotKeysTest, SuperIsCommandAndAltIsOption) {
 TEST_F(X11HotKeysTest, LockedModifiersDoNotMatter) {
   // Keyboards without this change have no bit for ScrollLock.
   ASSERT_TRUE(runCommand({"xmodmap", "-e", "add Mod3 = Scroll_Lock"}, {"DISPLAY=" + display()}));
-  registerKey(kKey, hotKeyModifiers::command, 1);
+  registerKey(kKey, hot_key_modifiers::command, 1);
   std::vector<std::uint16_t> states;
   for (const xcb_keycode_t lock : {keys::capsLock, keys::numLock, keys::capsLock, keys::scrollLock,
                                    keys::numLock, keys::capsLock, keys::numLock}) {
@@ -113,7 +113,7 @@ TEST_F(X11HotKeysTest, LockedModifiersDoNotMatter) {
 }
 
 TEST_F(X11HotKeysTest, AnotherCombinationOfTheKeyIsNotReported) {
-  registerKey(kKey, hotKeyModifiers::command, 1);
+  registerKey(kKey, hot_key_modifiers::command, 1);
   type({keys::super, keys::shift, keys::k});
   type({keys::k});
   type({keys::super, keys::l});
@@ -121,7 +121,7 @@ TEST_F(X11HotKeysTest, AnotherCombinationOfTheKeyIsNotReported) {
 }
 
 TEST_F(X11HotKeysTest, APressCarriesTheTimeOfTheEvent) {
-  registerKey(kKey, hotKeyModifiers::command, 1);
+  registerKey(kKey, hot_key_modifiers::command, 1);
   type({keys::super, keys::k});
   type({keys::super, keys::k});
   ASSERT_EQ(activations_.size(), 4);
@@ -135,7 +135,7 @@ TEST_F(X11HotKeysTest, AKeyOfAnotherProgramIsTakenAndNoVariantStaysGrabbed) {
                                     std::uint16_t{mod2 | XCB_MOD_MASK_LOCK}}) {
     OtherProgramWithGrabs owner(display());
     ASSERT_EQ(owner.grab(keys::k, mod4 | locks), 0);
-    const auto result = tryToRegister(kKey, hotKeyModifiers::command, 1);
+    const auto result = tryToRegister(kKey, hot_key_modifiers::command, 1);
     ASSERT_FALSE(result.ok());
     EXPECT_EQ(result.error(), HotKeyStatus::keyTaken);
     EXPECT_EQ(static_cast<int>(result.error()), badAccess);
@@ -144,11 +144,11 @@ TEST_F(X11HotKeysTest, AKeyOfAnotherProgramIsTakenAndNoVariantStaysGrabbed) {
       EXPECT_EQ(third.grab(keys::k, mod4 | variant), variant == locks ? badAccess : 0);
     }
   }
-  EXPECT_TRUE(tryToRegister(kKey, hotKeyModifiers::command, 1).ok());
+  EXPECT_TRUE(tryToRegister(kKey, hot_key_modifiers::command, 1).ok());
 }
 
 TEST_F(X11HotKeysTest, ARegisteredKeyIsOursWhateverIsLocked) {
-  registerKey(kKey, hotKeyModifiers::command, 1);
+  registerKey(kKey, hot_key_modifiers::command, 1);
   OtherProgramWithGrabs other(display());
   for (const int variant : {0, 2, 16, 18})
     EXPECT_EQ(other.grab(keys::k, mod4 | variant), badAccess);
@@ -156,7 +156,7 @@ TEST_F(X11HotKeysTest, ARegisteredKeyIsOursWhateverIsLocked) {
 }
 
 TEST_F(X11HotKeysTest, AnUnregisteredKeyIsFreeForOthers) {
-  const auto reference = registerKey(kKey, hotKeyModifiers::command, 1);
+  const auto reference = registerKey(kKey, hot_key_modifiers::command, 1);
   hotKeys_->unregisterHotKey(reference);
   OtherProgramWithGrabs other(display());
   EXPECT_EQ(other.grab(keys::k, XCB_MOD_MASK_ANY), 0);
@@ -196,7 +196,7 @@ TEST_F(X11HotKeysTest, EveryVirtualKeyCodeIsReportedOrDoesNotExist) {
 }
 
 TEST_F(X11HotKeysTest, TypingTheSameKeyTwiceInAMillisecondIsTwoPresses) {
-  registerKey(kKey, hotKeyModifiers::command, 1);
+  registerKey(kKey, hot_key_modifiers::command, 1);
   std::vector<std::uint32_t> expected;
   keyboard_.press({keys::super});
   for (int i = 0; i < 100; ++i) {
@@ -210,8 +210,8 @@ TEST_F(X11HotKeysTest, TypingTheSameKeyTwiceInAMillisecondIsTwoPresses) {
 }
 
 TEST_F(X11HotKeysTest, AHotKeyThatIsPressedWhileAnotherIsHeldIsReported) {
-  registerKey(kKey, hotKeyModifiers::command, 1);
-  registerKey(lKey, hotKeyModifiers::command, 2);
+  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(lKey, hot_key_modifiers::command, 2);
   keyboard_.press({keys::super, keys::k});
   keyboard_.press({keys::l});
   keyboard_.release({keys::k});
@@ -224,8 +224,8 @@ TEST_F(X11HotKeysTest, AHotKeyThatIsPressedWhileAnotherIsHeldIsReported) {
 }
 
 TEST_F(X11HotKeysTest, AServerThatGoesAwayRefusesEveryHotKey) {
-  const auto first = registerKey(kKey, hotKeyModifiers::command, 1);
-  const auto second = registerKey(lKey, hotKeyModifiers::command, 2);
+  const auto first = registerKey(kKey, hot_key_modifiers::command, 1);
+  const auto second = registerKey(lKey, hot_key_modifiers::command, 2);
   server_.end();
   runMainLoopUntil([&] { return refused_.size() == 2; });
   EXPECT_THAT(refused_, ElementsAre(Pair(first, HotKeyStatus::serviceFailed),
@@ -237,7 +237,7 @@ TEST_F(X11HotKeysTest, AServerThatGoesAwayRefusesEveryHotKey) {
 }
 
 TEST_F(X11HotKeysTest, AServerThatGoesAwayUnnoticedRefusesARegistrationAndThenEveryHotKey) {
-  const auto first = registerKey(kKey, hotKeyModifiers::command, 1);
+  const auto first = registerKey(kKey, hot_key_modifiers::command, 1);
   server_.end();
   EXPECT_EQ(tryToRegister(lKey, 0, 2).error(), HotKeyStatus::serviceFailed);
   EXPECT_THAT(refused_, IsEmpty());
@@ -246,11 +246,11 @@ TEST_F(X11HotKeysTest, AServerThatGoesAwayUnnoticedRefusesARegistrationAndThenEv
 }
 
 TEST_F(X11HotKeysTest, ASuccessorOfTheServerHasTheNextHotKeys) {
-  registerKey(kKey, hotKeyModifiers::command, 1);
+  registerKey(kKey, hot_key_modifiers::command, 1);
   server_.end();
   runMainLoopUntil([&] { return !refused_.empty(); });
   const XServer successor(display());
-  registerKey(kKey, hotKeyModifiers::command, 2);
+  registerKey(kKey, hot_key_modifiers::command, 2);
   XKeyboard(display()).type({keys::super, keys::k});
   runMainLoopUntil([&] { return !pressed_.empty(); });
   EXPECT_THAT(pressed_, ElementsAre(2));

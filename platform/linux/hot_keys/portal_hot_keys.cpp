@@ -9,8 +9,8 @@ namespace quillmar {
 
 namespace {
 
-constexpr std::uint32_t knownModifiers = hotKeyModifiers::command | hotKeyModifiers::shift |
-                                         hotKeyModifiers::option | hotKeyModifiers::control;
+constexpr std::uint32_t knownModifiers = hot_key_modifiers::command | hot_key_modifiers::shift |
+                                         hot_key_modifiers::option | hot_key_modifiers::control;
 
 KeyCombination combinationOf(const HotKeyRequest& request) {
   return {request.keyCode, request.modifiers & knownModifiers};

@@ -33,7 +33,7 @@ namespace quillmar {
 struct KeyCombination {
   /// Virtual key code (platform/virtual_key_codes.h).
   std::uint32_t keyCode = 0;
-  /// Bits of hotKeyModifiers.
+  /// Bits of hot_key_modifiers.
   std::uint32_t modifiers = 0;
 
   bool operator==(const KeyCombination&) const = default;

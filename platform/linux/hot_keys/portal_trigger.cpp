@@ -33,9 +33,9 @@ std::optional<std::string> portalTrigger(const KeySymbols& key, std::uint32_t mo
                                          TriggerDialect dialect) {
   if (key.plain.empty()) return std::nullopt;
   std::string symbol = key.plain;
-  const bool withControl = modifiers & hotKeyModifiers::control;
-  const bool withOption = modifiers & hotKeyModifiers::option;
-  bool withShift = modifiers & hotKeyModifiers::shift;
+  const bool withControl = modifiers & hot_key_modifiers::control;
+  const bool withOption = modifiers & hot_key_modifiers::option;
+  bool withShift = modifiers & hot_key_modifiers::shift;
   // These switch to another virtual console.
   if (isFunctionKey(symbol) && withControl && withOption && !withShift) return std::nullopt;
   if (dialect == TriggerDialect::kde) {
@@ -49,7 +49,7 @@ std::optional<std::string> portalTrigger(const KeySymbols& key, std::uint32_t mo
   if (withControl) trigger += "CTRL+";
   if (withOption) trigger += "ALT+";
   if (withShift) trigger += "SHIFT+";
-  if (modifiers & hotKeyModifiers::command) trigger += "LOGO+";
+  if (modifiers & hot_key_modifiers::command) trigger += "LOGO+";
   return trigger + symbol;
 }
 

@@ -20,7 +20,7 @@ enum class TriggerDialect {
 };
 
 /// Absent if the desktop has no working trigger for the key with these modifiers (bits of
-/// hotKeyModifiers). Combinations with the same trigger are the same to the desktop.
+/// hot_key_modifiers). Combinations with the same trigger are the same to the desktop.
 std::optional<std::string> portalTrigger(const KeySymbols& key, std::uint32_t modifiers,
                                          TriggerDialect dialect);
 

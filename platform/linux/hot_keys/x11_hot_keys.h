@@ -38,7 +38,7 @@ class X11HotKeys final : public HotKeys {
   struct HotKey {
     HotKeyID id;
     std::vector<xcb_keycode_t> keys;
-    /// Bits of hotKeyModifiers.
+    /// Bits of hot_key_modifiers.
     std::uint32_t modifiers = 0;
   };
   using Cookies = std::vector<xcb_void_cookie_t>;

@@ -80,13 +80,13 @@ X11ModifierMap X11ModifierMap::ofKeyboard(xcb_connection_t* connection) {
 
 std::optional<std::uint16_t> X11ModifierMap::bitsFor(std::uint32_t modifiers) const {
   std::uint16_t bits = 0;
-  if (modifiers & hotKeyModifiers::shift) bits |= XCB_MOD_MASK_SHIFT;
-  if (modifiers & hotKeyModifiers::control) bits |= XCB_MOD_MASK_CONTROL;
-  if (modifiers & hotKeyModifiers::option) {
+  if (modifiers & hot_key_modifiers::shift) bits |= XCB_MOD_MASK_SHIFT;
+  if (modifiers & hot_key_modifiers::control) bits |= XCB_MOD_MASK_CONTROL;
+  if (modifiers & hot_key_modifiers::option) {
     if (alt == 0) return std::nullopt;
     bits |= alt;
   }
-  if (modifiers & hotKeyModifiers::command) {
+  if (modifiers & hot_key_modifiers::command) {
     if (super == 0) return std::nullopt;
     bits |= super;
   }

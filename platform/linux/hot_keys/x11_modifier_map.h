@@ -25,7 +25,8 @@ struct X11ModifierMap {
   /// server does not reply.
   static X11ModifierMap ofKeyboard(xcb_connection_t* connection);
 
-  /// The X modifier bits for bits of hotKeyModifiers; absent if the keyboard lacks one of the keys.
+  /// The X modifier bits for bits of hot_key_modifiers; absent if the keyboard lacks one of the
+  /// keys.
   std::optional<std::uint16_t> bitsFor(std::uint32_t modifiers) const;
 
   /// The bits that bitsFor() can return.
