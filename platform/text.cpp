@@ -137,6 +137,37 @@ std::string jsonEscape(UChar32 character) {
   return text;
 }
 
+/// One of ICU's conversions between lower and upper case.
+using CaseMapping = std::int32_t(const UCaseMap* map, char* destination, std::int32_t capacity,
+                                 const char* source, std::int32_t length, UErrorCode* status);
+
+/// Converts the text with ICU, or, if it is ASCII, character by character without ICU's data.
+template <class AsciiMapping>
+std::string mapped(std::string_view text, CaseMapping* mapping, AsciiMapping asciiMapping) {
+  std::string result(text);
+  if (isAscii(text) || text.size() > mostBytes) {
+    std::ranges::transform(result, result.begin(), asciiMapping);
+    return result;
+  }
+
+  UErrorCode status = U_ZERO_ERROR;
+  const std::unique_ptr<UCaseMap, CloseCaseMap> caseMap(ucasemap_open("", 0, &status));
+  const auto map = [&] {
+    status = U_ZERO_ERROR;
+    return mapping(caseMap.get(), result.data(), static_cast<std::int32_t>(result.size()),
+                   text.data(), static_cast<std::int32_t>(text.size()), &status);
+  };
+  if (U_FAILURE(status)) return result;
+  std::int32_t length = map();
+  if (status == U_BUFFER_OVERFLOW_ERROR) {
+    result.resize(static_cast<std::size_t>(length));
+    length = map();
+  }
+  if (U_FAILURE(status)) return std::string(text);
+  result.resize(static_cast<std::size_t>(length));
+  return result;
+}
+
 }  // namespace
 
 bool isValidUtf8(std::string_view bytes) {
@@ -245,31 +276,15 @@ std::string_view lastBytes(std::string_view text, std::size_t count) {
 }
 
 std::string lowercased(std::string_view text) {
-  std::string lower(text);
-  if (isAscii(text) || text.size() > mostBytes) {
-    std::ranges::transform(lower, lower.begin(), [](char c) {
-      return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-    });
-    return lower;
-  }
+  return mapped(text, ucasemap_utf8ToLower, [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+  });
+}
 
-  UErrorCode status = U_ZERO_ERROR;
-  const std::unique_ptr<UCaseMap, CloseCaseMap> caseMap(ucasemap_open("", 0, &status));
-  const auto map = [&] {
-    status = U_ZERO_ERROR;
-    return ucasemap_utf8ToLower(caseMap.get(), lower.data(),
-                                static_cast<std::int32_t>(lower.size()), text.data(),
-                                static_cast<std::int32_t>(text.size()), &status);
-  };
-  if (U_FAILURE(status)) return lower;
-  std::int32_t length = map();
-  if (status == U_BUFFER_OVERFLOW_ERROR) {
-    lower.resize(static_cast<std::size_t>(length));
-    length = map();
-  }
-  if (U_FAILURE(status)) return std::string(text);
-  lower.resize(static_cast<std::size_t>(length));
-  return lower;
+std::string uppercased(std::string_view text) {
+  return mapped(text, ucasemap_utf8ToUpper, [](char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
+  });
 }
 
 std::string escapingControlCharacters(std::string_view text) {

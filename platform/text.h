@@ -42,8 +42,10 @@ std::string_view firstCharacters(std::string_view text, std::size_t count, std::
 std::string_view firstBytes(std::string_view text, std::size_t count);
 std::string_view lastBytes(std::string_view text, std::size_t count);
 
-/// Converts to lower case by the locale-independent rules of Unicode.
+/// Convert to lower or upper case by the full, locale-independent rules of Unicode: the result may
+/// have another length.
 std::string lowercased(std::string_view text);
+std::string uppercased(std::string_view text);
 
 /// Replaces control characters, line and paragraph separators and bidirectional controls with their
 /// JSON escapes, such as \n and \u001b, and ill-formed UTF-8 with U+FFFD.

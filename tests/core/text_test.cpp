@@ -174,6 +174,16 @@ TEST(Text, LowersByTheFullMapping) {
   EXPECT_EQ(lowercased("İİİİİİİİ"), "i\u0307i\u0307i\u0307i\u0307i\u0307i\u0307i\u0307i\u0307");
 }
 
+TEST(Text, UppercasesByTheFullMapping) {
+  EXPECT_EQ(uppercased("k 1"), "K 1");
+  EXPECT_EQ(uppercased("äéжφ𐐨"), "ÄÉЖΦ𐐀");
+  EXPECT_EQ(uppercased("ß"), "SS");
+  EXPECT_EQ(uppercased("\uFB03"), "FFI");  // one ligature, three letters
+  EXPECT_EQ(uppercased("\u0390"), "\u0399\u0308\u0301");
+  EXPECT_EQ(uppercased("i"), "I");  // no Turkish rules
+  EXPECT_EQ(uppercased(""), "");
+}
+
 TEST(Text, EscapesControlCharactersAndThoseThatBreakOrTurnALine) {
   EXPECT_EQ(escapingControlCharacters("plain é 😀\\"), "plain é 😀\\");
   EXPECT_EQ(escapingControlCharacters("a\n\t\r\b\f\x1b\x7f\u0085\u2028\u202eb"),
