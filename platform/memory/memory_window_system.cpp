@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/widgets/button.h"
+#include "platform/widgets/custom_view.h"
 #include "platform/widgets/image_view.h"
 #include "platform/widgets/label.h"
 #include "platform/widgets/scroll_view.h"
@@ -34,6 +35,16 @@ class Painter final : public ViewVisitor {
     widget_.accessibilityRole = isLink ? AccessibilityRole::link : AccessibilityRole::button;
     widget_.text = button.title();
     widget_.isDefaultButton = button.keyEquivalent() == keys::returnKey;
+  }
+  void visit(CustomView& view) override {
+    const Size natural = view.naturalSize();
+    MemoryCanvas canvas({.width = view.width().value_or(natural.width),
+                         .height = view.height().value_or(natural.height)});
+    view.draw(canvas);
+    widget_.drawing = canvas.drawing();
+    widget_.accessibilityValue = view.accessibilityValue();
+    widget_.accessibilityPressed = view.accessibilityPressed();
+    widget_.capturesKeyboard = view.capturesKeyboard();
   }
   void visit(FlexibleSpace& /*space*/) override {}
   void visit(ImageView& imageView) override {
@@ -114,6 +125,7 @@ class MemoryWindowSystem::WindowOnScreen final : public WindowPeer {
     firstResponderChanged();
   }
   void hide() override { std::erase(screen_.windows_, &window_); }
+  void beep() override { ++screen_.beeps_; }
 
  private:
   MemoryWindowSystem& screen_;

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/memory/memory_canvas.h"
 #include "platform/memory/memory_status_item.h"
 #include "platform/task_queue.h"
 #include "platform/widgets/view.h"
@@ -32,6 +33,12 @@ struct MemoryWidget {
   /// The name reported to screen readers.
   std::string accessibilityLabel;
   AccessibilityRole accessibilityRole = AccessibilityRole::group;
+  /// For a custom view: what it has drawn, its value and state for screen readers, and whether it
+  /// captures the keyboard.
+  Drawing drawing;
+  std::string accessibilityValue;
+  bool accessibilityPressed = false;
+  bool capturesKeyboard = false;
   /// For a scroll view: the last scroll step.
   std::optional<ScrollStep> scrolledTo;
 
@@ -79,6 +86,9 @@ class MemoryWindowSystem final : public WindowSystem {
   /// The view with the keyboard focus: the first responder, if it accepts input.
   View* focused(const Window& window) const;
 
+  /// How often the alert sound was played.
+  int beeps() const { return beeps_; }
+
   const std::optional<PopUp>& popUp() const { return popUp_; }
   /// The visible ones, oldest first.
   const std::vector<MemoryStatusItem*>& embeddedStatusItems() const { return embedded_; }
@@ -109,6 +119,7 @@ class MemoryWindowSystem final : public WindowSystem {
   std::map<const Window*, ShownWindow> shown_;
   std::map<const View*, MemoryWidget> widgets_;
   Activation lastActivation_;
+  int beeps_ = 0;
   std::optional<PopUp> popUp_;
   /// The open menu, as a status item that can be clicked.
   std::unique_ptr<MemoryStatusItem> popUpItem_;

@@ -14,6 +14,16 @@ Window* View::window() const {
   return top->window_;
 }
 
+void View::setEnabled(bool enabled) {
+  set(enabled_, enabled);
+  if (Window* const window = this->window()) window->inputChanged();
+}
+
+void View::setHidden(bool hidden) {
+  set(hidden_, hidden);
+  if (Window* const window = this->window()) window->inputChanged();
+}
+
 bool View::takesInput() const {
   for (const View* view = this; view != nullptr; view = view->superview_) {
     if (!view->enabled_ || view->hidden_) return false;

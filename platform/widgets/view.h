@@ -47,11 +47,11 @@ class View {
   // State to show.
 
   bool enabled() const { return enabled_; }
-  void setEnabled(bool enabled) { set(enabled_, enabled); }
+  void setEnabled(bool enabled);
 
   /// A hidden view takes no space.
   bool hidden() const { return hidden_; }
-  void setHidden(bool hidden) { set(hidden_, hidden); }
+  void setHidden(bool hidden);
 
   /// The size of the view; absent for the size of its content. It is a minimum: text that needs
   /// more space gets it. Only the height of a scroll view is exact.
@@ -86,6 +86,13 @@ class View {
   /// The user pressed a key while the view was the first responder. Returns true if the view
   /// handled it.
   virtual bool key(const KeyPress& /*press*/) { return false; }
+  /// The user pressed a key in the window. Every view that takes input is asked before the first
+  /// responder and the default button. Returns true if the view handled the key.
+  virtual bool performKeyEquivalent(const KeyPress& /*press*/) { return false; }
+  /// The view no longer gets key presses: another view or none is the first responder, the window
+  /// has lost the keyboard, or the view takes no input any more. May be called more than once.
+  /// The view must not destroy itself or its window.
+  virtual void focusLost() {}
 
   // For window systems.
 

@@ -42,6 +42,9 @@ class WindowPeer {
 
   /// Hides the window.
   virtual void hide() = 0;
+
+  /// Plays the alert sound of the desktop, if it has one.
+  virtual void beep() = 0;
 };
 
 }  // namespace quillmar

@@ -5,6 +5,7 @@
 namespace quillmar {
 
 class Button;
+class CustomView;
 class FlexibleSpace;
 class ImageView;
 class Label;
@@ -17,6 +18,7 @@ class ViewVisitor {
   virtual ~ViewVisitor() = default;
 
   virtual void visit(Button& button) = 0;
+  virtual void visit(CustomView& view) = 0;
   virtual void visit(FlexibleSpace& space) = 0;
   virtual void visit(ImageView& imageView) = 0;
   virtual void visit(Label& label) = 0;

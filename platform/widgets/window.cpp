@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "platform/widgets/button.h"
+#include "platform/widgets/custom_view.h"
 #include "platform/widgets/scroll_view.h"
 #include "platform/window_system.h"
 
@@ -61,6 +63,7 @@ void Window::close() {
   visible_ = false;
   leaveSheetParent();
   peer_->hide();
+  keyboardLost();
   if (delegate_ != nullptr) delegate_->windowWillClose(*this);
 }
 
@@ -73,6 +76,7 @@ Result<void> Window::beginSheet(Window& sheet, const Activation& activation) {
   Result<void> shown = sheet.show(activation);
   if (shown) {
     sheet_ = &sheet;
+    keyboardLost();
   } else {
     sheet.sheetParent_ = nullptr;
   }
@@ -87,8 +91,9 @@ void Window::leaveSheetParent() {
 
 void Window::makeFirstResponder(View* view) {
   if (firstResponder_ == view) return;
-  firstResponder_ = view;
+  View* const previous = std::exchange(firstResponder_, view);
   if (peer_) peer_->firstResponderChanged();
+  if (previous != nullptr) previous->focusLost();
 }
 
 Button* Window::defaultButton() const {
@@ -123,6 +128,19 @@ std::vector<View*> Window::keyViews() const {
 }
 
 bool Window::key(const KeyPress& press) {
+  return performKeyEquivalent(press) || keyDown(press);
+}
+
+bool Window::performKeyEquivalent(const KeyPress& press) {
+  if (!takesInput() || !contentView_) return false;
+  std::vector<View*> views;
+  walk(*contentView_, [&](View& view) { views.push_back(&view); });
+  // The view that handles the key may destroy the others.
+  return std::ranges::any_of(
+      views, [&](View* view) { return view->takesInput() && view->performKeyEquivalent(press); });
+}
+
+bool Window::keyDown(const KeyPress& press) {
   if (!takesInput()) return false;
   if (firstResponder_ != nullptr && firstResponder_->takesInput() && firstResponder_->key(press)) {
     return true;
@@ -168,12 +186,32 @@ void Window::focus(View* view) {
   if (view == nullptr || view->takesInput()) makeFirstResponder(view);
 }
 
+void Window::mouseDown() {
+  if (takesInput() && dynamic_cast<CustomView*>(firstResponder_) != nullptr) {
+    makeFirstResponder(nullptr);
+  }
+}
+
+void Window::keyboardLost() {
+  if (firstResponder_ != nullptr) firstResponder_->focusLost();
+}
+
+void Window::beep() const {
+  if (peer_) peer_->beep();
+}
+
+void Window::inputChanged() {
+  if (firstResponder_ != nullptr && !firstResponder_->takesInput()) keyboardLost();
+}
+
 void Window::performClose() {
   if (takesInput()) close();
 }
 
 void Window::viewWillBeDestroyed(const View& view) {
-  if (firstResponder_ == &view) makeFirstResponder(nullptr);
+  if (firstResponder_ != &view) return;
+  firstResponder_ = nullptr;
+  if (peer_) peer_->firstResponderChanged();
 }
 
 }  // namespace quillmar

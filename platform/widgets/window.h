@@ -15,6 +15,7 @@
 #include "platform/application.h"
 #include "platform/key_press.h"
 #include "platform/result.h"
+#include "platform/widgets/geometry.h"
 #include "platform/widgets/view.h"
 #include "platform/widgets/view_peer.h"
 
@@ -23,14 +24,6 @@ namespace quillmar {
 class Button;
 class Window;
 class WindowSystem;
-
-/// A size in device-independent pixels.
-struct Size {
-  double width = 0;
-  double height = 0;
-
-  bool operator==(const Size&) const = default;
-};
 
 enum class WindowLevel {
   normal,
@@ -137,16 +130,32 @@ class Window {
   /// True if the window accepts input: it is open and no sheet covers it.
   bool takesInput() const { return visible_ && sheet_ == nullptr; }
 
-  /// The user pressed a key in the window. The first responder is asked first. Otherwise the key
-  /// moves the focus (Tab), presses the button with that key equivalent, scrolls, or closes the
-  /// window. Returns true if the key was handled.
+  /// The user pressed a key in the window: performKeyEquivalent(), then keyDown(). Returns true if
+  /// the key was handled.
   bool key(const KeyPress& press);
+
+  /// The first step of key(), before any view uses the key: offers it to all views that take input.
+  bool performKeyEquivalent(const KeyPress& press);
+
+  /// The second step of key(): asks the first responder. Otherwise the key moves the focus (Tab),
+  /// presses the button with that key equivalent, scrolls, or closes the window.
+  bool keyDown(const KeyPress& press);
+
+  /// The user pressed a mouse button in the window, but not on a view that uses it. Takes the focus
+  /// from a custom view, which may be waiting for a key; other views keep it.
+  void mouseDown();
+
+  /// The window no longer has the keyboard: another window has it, or a menu.
+  void keyboardLost();
 
   /// The user moved the focus to a view of this window, or to none (null).
   void focus(View* view);
 
   /// The user clicked the close button of the title bar.
   void performClose();
+
+  /// Plays the alert sound of the desktop, if it has one. Only a window that has been shown does.
+  void beep() const;
 
   // For window systems.
 
@@ -175,6 +184,8 @@ class Window {
   /// Forwards the key press to the first scroll view that handles it.
   bool scroll(const KeyPress& press);
   void viewWillBeDestroyed(const View& view);
+  /// A view has become enabled, disabled, visible or hidden.
+  void inputChanged();
 
   WindowSystem& windowSystem_;
   std::string title_;

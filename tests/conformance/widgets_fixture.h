@@ -8,6 +8,8 @@
 //
 //   The user:
 //   void click(const View& view);               with the pointer, in the middle
+//   void clickBesideViews(Window& window);      into an empty corner
+//   void switchToAnotherWindow(Window& window);
 //   void typeText(const View& field, const std::string& text);
 //                                               clicks into the field and types at its end
 //   void typeAtFocus(Window& window, const std::string& text);
@@ -25,6 +27,8 @@
 //   std::string textOnScreen(const View& view);
 //   std::string placeholderOnScreen(const TextField& field);
 //   std::string nameForScreenReaders(const View& view);
+//   std::string valueForScreenReaders(const View& view);
+//   bool isPressedForScreenReaders(const View& view);
 //   const View* focusedOnScreen(const Window& window);
 //                                               of the views that Tab stops at
 //   int widgetCount();                          of all windows

@@ -6,6 +6,7 @@
 #include "platform/memory/memory_task_queues.h"
 #include "tests/conformance/widgets_closing_conformance.h"
 #include "tests/conformance/widgets_controls_conformance.h"
+#include "tests/conformance/widgets_custom_view_conformance.h"
 #include "tests/conformance/widgets_keyboard_conformance.h"
 
 namespace quillmar {
@@ -20,6 +21,7 @@ class MemoryHarness {
   void click(const View& view) {
     View& clicked = const_cast<View&>(view);
     if (view.acceptsFirstResponder()) view.window()->focus(&clicked);
+    if (auto* const custom = dynamic_cast<CustomView*>(&clicked)) return custom->mouseDown();
     if (auto* const button = dynamic_cast<Button*>(&clicked)) button->press();
   }
   void typeText(const View& field, const std::string& text) {
@@ -27,6 +29,8 @@ class MemoryHarness {
     auto& typed = const_cast<TextField&>(dynamic_cast<const TextField&>(field));
     typed.type(typed.text() + text);
   }
+  void clickBesideViews(Window& window) { window.mouseDown(); }
+  void switchToAnotherWindow(Window& window) { window.keyboardLost(); }
   void typeAtFocus(Window& window, const std::string& text) {
     auto* const field = dynamic_cast<TextField*>(screen_.focused(window));
     if (field != nullptr) field->type(field->text() + text);
@@ -58,6 +62,12 @@ class MemoryHarness {
   std::string nameForScreenReaders(const View& view) const {
     return screen_.widget(view)->accessibilityLabel;
   }
+  std::string valueForScreenReaders(const View& view) const {
+    return screen_.widget(view)->accessibilityValue;
+  }
+  bool isPressedForScreenReaders(const View& view) const {
+    return screen_.widget(view)->accessibilityPressed;
+  }
   const View* focusedOnScreen(const Window& window) const { return screen_.focused(window); }
   int widgetCount() const { return static_cast<int>(screen_.widgetCount()); }
 
@@ -77,6 +87,7 @@ class MemoryHarness {
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetControlsConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetKeyboardConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetClosingConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, CustomViewConformance, MemoryHarness);
 
 }  // namespace
 }  // namespace quillmar

@@ -2,6 +2,7 @@
 
 #include <sstream>
 
+#include "platform/widgets/custom_view.h"
 #include "platform/widgets/image_view.h"
 #include "platform/widgets/label.h"
 #include "platform/widgets/scroll_view.h"
@@ -47,6 +48,10 @@ class OutlineWriter final : public ViewVisitor {
     if (button.keyEquivalent() == keys::returnKey) line_ << " return";
     if (button.keyEquivalent() == keys::escape) line_ << " escape";
     text_ = button.title();
+  }
+  void visit(CustomView& view) override {
+    line_ << "custom view";
+    text_ = view.accessibilityValue();
   }
   void visit(FlexibleSpace& /*space*/) override { line_ << "space"; }
   void visit(ImageView& imageView) override {

@@ -114,6 +114,19 @@ void QtUser::click(const View& view) {
                     widget.mapTo(top, widget.rect().center()));
 }
 
+void QtUser::clickBesideViews(Window& window) {
+  QWidget& widget = widgetOf(window);
+  QTest::mouseClick(widget.windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                    widget.rect().bottomRight());
+}
+
+void QtUser::switchToAnotherWindow(Window& window) {
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  handleEventsUntil([&] { return QApplication::activeWindow() != &widgetOf(window); });
+}
+
 void QtUser::typeText(const View& field, const std::string& text) {
   click(field);
   QWindow* const window = widgetOf(field).window()->windowHandle();
@@ -185,6 +198,15 @@ std::string QtUser::placeholderOnScreen(const TextField& field) const {
 std::string QtUser::nameForScreenReaders(const View& view) const {
   QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&widgetOf(view));
   return accessible->text(QAccessible::Name).toStdString();
+}
+
+std::string QtUser::valueForScreenReaders(const View& view) const {
+  QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&widgetOf(view));
+  return accessible->text(QAccessible::Value).toStdString();
+}
+
+bool QtUser::isPressedForScreenReaders(const View& view) const {
+  return QAccessible::queryAccessibleInterface(&widgetOf(view))->state().pressed;
 }
 
 const View* QtUser::focusedOnScreen(const Window& window) const {

@@ -40,6 +40,8 @@ class QtUser {
   void settle();
 
   void click(const View& view);
+  void clickBesideViews(Window& window);
+  void switchToAnotherWindow(Window& window);
   void typeText(const View& field, const std::string& text);
   void typeAtFocus(Window& window, const std::string& text);
   void pressKey(Window& window, const KeyPress& press);
@@ -55,6 +57,8 @@ class QtUser {
   std::string textOnScreen(const View& view) const;
   std::string placeholderOnScreen(const TextField& field) const;
   std::string nameForScreenReaders(const View& view) const;
+  std::string valueForScreenReaders(const View& view) const;
+  bool isPressedForScreenReaders(const View& view) const;
   const View* focusedOnScreen(const Window& window) const;
   int widgetCount() const;
 

@@ -1,5 +1,6 @@
 #include "tests/conformance/widgets_closing_conformance.h"
 #include "tests/conformance/widgets_controls_conformance.h"
+#include "tests/conformance/widgets_custom_view_conformance.h"
 #include "tests/conformance/widgets_keyboard_conformance.h"
 #include "tests/qt/qt_user.h"
 
@@ -8,5 +9,6 @@ namespace quillmar {
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetControlsConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetKeyboardConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetClosingConformance, QtUser);
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, CustomViewConformance, QtUser);
 
 }  // namespace quillmar

@@ -4,6 +4,7 @@
 #include <QAccessibleWidget>
 #include <QVariant>
 
+#include "platform/qt/widgets/custom_widget.h"
 #include "platform/qt/widgets/icon_widget.h"
 #include "platform/qt/widgets/link_widget.h"
 #include "platform/qt/widgets/text_widget.h"
@@ -83,12 +84,47 @@ class AccessibleLink final : public AccessibleView {
   LinkWidget& link_;
 };
 
+class AccessibleCustomWidget final : public AccessibleView {
+ public:
+  explicit AccessibleCustomWidget(CustomWidget& custom)
+      : AccessibleView(custom, AccessibilityRole::group), custom_(custom) {}
+
+  QString text(QAccessible::Text kind) const override {
+    // Screen readers ask buttons for a description, not for a value.
+    const bool isValue = kind == QAccessible::Value || kind == QAccessible::Description;
+    return isValue ? custom_.value() : AccessibleView::text(kind);
+  }
+  QAccessible::State state() const override {
+    QAccessible::State state = AccessibleView::state();
+    state.pressed = custom_.isPressed();
+    return state;
+  }
+  QStringList actionNames() const override {
+    QStringList names = AccessibleView::actionNames();
+    if (role() == QAccessible::Button) names.prepend(pressAction());
+    return names;
+  }
+  void doAction(const QString& name) override {
+    if (name == pressAction()) {
+      custom_.press();
+    } else {
+      AccessibleView::doAction(name);
+    }
+  }
+
+ private:
+  CustomWidget& custom_;
+};
+
 QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* object) {
   if (auto* const text = dynamic_cast<TextWidget*>(object)) return new AccessibleText(*text);
   if (auto* const icon = dynamic_cast<IconWidget*>(object)) {
     return new AccessibleView(*icon, AccessibilityRole::image);
   }
   if (auto* const link = dynamic_cast<LinkWidget*>(object)) return new AccessibleLink(*link);
+  if (auto* const custom = dynamic_cast<CustomWidget*>(object)) {
+    return new AccessibleCustomWidget(*custom);
+  }
   if (auto* const window = dynamic_cast<WindowWidget*>(object)) {
     return new QAccessibleWidget(window, QAccessible::Dialog);
   }

@@ -5,8 +5,8 @@
 
 namespace quillmar {
 
-void drawFocusRing(QPainter& painter, const QWidget& widget, const QColor& color, int inset) {
-  constexpr double radius = 3;
+void drawFocusRing(QPainter& painter, const QWidget& widget, const QColor& color, int inset,
+                   double radius) {
   const double middle = inset + focusRingWidth / 2.0;
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(color, focusRingWidth));

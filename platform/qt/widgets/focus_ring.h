@@ -13,6 +13,7 @@ namespace quillmar {
 inline constexpr int focusRingWidth = 2;
 
 /// Draws the ring inside of the widget's edges, `inset` pixels away from them.
-void drawFocusRing(QPainter& painter, const QWidget& widget, const QColor& color, int inset);
+void drawFocusRing(QPainter& painter, const QWidget& widget, const QColor& color, int inset,
+                   double radius = 3);
 
 }  // namespace quillmar

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "platform/qt/widgets/button_peer.h"
+#include "platform/qt/widgets/custom_view_peer.h"
 #include "platform/qt/widgets/image_view_peer.h"
 #include "platform/qt/widgets/label_peer.h"
 #include "platform/qt/widgets/scroll_view_peer.h"
@@ -20,6 +21,7 @@ class PeerMaker final : public ViewVisitor {
   PeerMaker(QtWindowPeer& window, QWidget& parent) : window_(window), parent_(parent) {}
 
   void visit(Button& button) override { make<ButtonPeer>(button); }
+  void visit(CustomView& view) override { make<CustomViewPeer>(view); }
   void visit(FlexibleSpace& space) override { make<SpacePeer>(space); }
   void visit(ImageView& imageView) override { make<ImageViewPeer>(imageView); }
   void visit(Label& label) override { make<LabelPeer>(label); }

@@ -1,6 +1,6 @@
 #include "platform/qt/widgets/widget_peer.h"
 
-#include <QEvent>
+#include <QFocusEvent>
 #include <algorithm>
 #include <cmath>
 
@@ -78,8 +78,13 @@ void WidgetPeer::takeFocus() {
 }
 
 bool WidgetPeer::FocusWatcher::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::FocusIn && watched == peer_.widget_) {
-    peer_.window_.userFocused(peer_.view_);
+  if (watched != peer_.widget_) return false;
+  if (event->type() == QEvent::FocusIn) peer_.window_.userFocused(peer_.view_);
+  if (event->type() == QEvent::FocusOut) {
+    const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+    if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) {
+      peer_.window_.keyboardLost();
+    }
   }
   return false;
 }

@@ -57,11 +57,13 @@ class WidgetPeer : public ViewPeer {
   virtual bool scrolls() const { return false; }
 
   QtWindowPeer& window() const { return window_; }
+  /// False if the widget was destroyed with its parent.
+  bool hasWidget() const { return !widget_.isNull(); }
   /// What the widget's signals are connected with: they end with the peer.
   QObject* receiver() { return &focusWatcher_; }
 
  private:
-  /// Tells the window when the user gives the widget the focus.
+  /// Tells the window when the user gives the widget the focus, and when the window loses it.
   class FocusWatcher final : public QObject {
    public:
     explicit FocusWatcher(WidgetPeer& peer) : peer_(peer) {}

@@ -7,6 +7,7 @@
 
 #include <xkbcommon/xkbcommon.h>
 
+#include "platform/qt/windows/keyboard_layout.h"
 #include "platform/virtual_key_codes.h"
 
 namespace quillmar {
@@ -75,13 +76,39 @@ std::string_view keysymName(xkb_keysym_t keysym, std::array<char, 64>& buffer) {
   return name == "ISO_Left_Tab" ? "Tab" : name;
 }
 
+struct DeadKey {
+  xkb_keysym_t keysym;
+  char32_t character;
+};
+
+/// A dead key changes the next letter. Followed by a space it writes this character.
+constexpr std::array<DeadKey, 20> deadKeys = {
+    {{XKB_KEY_dead_grave, U'`'},      {XKB_KEY_dead_acute, U'´'},
+     {XKB_KEY_dead_circumflex, U'^'}, {XKB_KEY_dead_tilde, U'~'},
+     {XKB_KEY_dead_macron, U'¯'},     {XKB_KEY_dead_breve, U'˘'},
+     {XKB_KEY_dead_abovedot, U'˙'},   {XKB_KEY_dead_diaeresis, U'¨'},
+     {XKB_KEY_dead_abovering, U'°'},  {XKB_KEY_dead_doubleacute, U'˝'},
+     {XKB_KEY_dead_caron, U'ˇ'},      {XKB_KEY_dead_cedilla, U'¸'},
+     {XKB_KEY_dead_ogonek, U'˛'},     {XKB_KEY_dead_iota, U'ͺ'},
+     {XKB_KEY_dead_belowdot, U'.'},   {XKB_KEY_dead_belowcomma, U','},
+     {XKB_KEY_dead_stroke, U'/'},     {XKB_KEY_dead_greek, U'µ'},
+     {XKB_KEY_dead_currency, U'¤'},   {XKB_KEY_dead_semivoiced_sound, U'゜'}}};
+
+char32_t characterOfDeadKey(xkb_keysym_t keysym) {
+  const auto* const found =
+      std::find_if(deadKeys.begin(), deadKeys.end(),
+                   [keysym](const DeadKey& each) { return each.keysym == keysym; });
+  return found == deadKeys.end() ? 0 : found->character;
+}
+
 char32_t characterOf(const QKeyEvent& event) {
-  const xkb_keysym_t keysym = event.nativeVirtualKey();
+  const xkb_keysym_t keysym = keysymWithoutModifiers(event).value_or(event.nativeVirtualKey());
   std::array<char, 64> buffer{};
   // Before the characters: a keypad's key and one that erases have characters of their own.
   const VirtualKey* const named = virtualKeyForKeysym(keysymName(keysym, buffer));
   if (named != nullptr && named->character != 0) return named->character;
   if (const char32_t written = xkb_keysym_to_utf32(keysym); written != 0) return written;
+  if (const char32_t dead = characterOfDeadKey(keysym); dead != 0) return dead;
   // F13 and those after it have other meanings in most layouts.
   const VirtualKey* const physical = physicalKey(event);
   return physical != nullptr && standsForKey(physical->character) ? physical->character : 0;

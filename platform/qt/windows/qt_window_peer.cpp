@@ -43,11 +43,14 @@ QScreen& screenOfPointer() {
 
 QtWindowPeer::QtWindowPeer(Window& window)
     : window_(window),
-      widget_(new WindowWidget({.key = [this](const KeyPress& press) { return keyPressed(press); },
-                                .close = [this] { window_.performClose(); },
-                                .looksChanged = [this] { looksChanged(); },
-                                .layOut = [this] { layOut(); },
-                                .resized = [this] { placeContent(); }})) {
+      widget_(new WindowWidget(
+          {.keyEquivalent = [this](const KeyPress& press) { return keyEquivalentPressed(press); },
+           .key = [this](const KeyPress& press) { return keyPressed(press); },
+           .mouseDown = [this] { window_.mouseDown(); },
+           .close = [this] { window_.performClose(); },
+           .looksChanged = [this] { looksChanged(); },
+           .layOut = [this] { layOut(); },
+           .resized = [this] { placeContent(); }})) {
   QtWindowPeer::windowChanged();
 }
 
@@ -119,8 +122,20 @@ void QtWindowPeer::userFocused(View& view) {
   window_.focus(view.acceptsFirstResponder() ? &view : nullptr);
 }
 
+void QtWindowPeer::captureKeyboard(bool captures) {
+  if (widget_) widget_->captureKeyboard(captures);
+}
+
+void QtWindowPeer::beep() {
+  QApplication::beep();
+}
+
+bool QtWindowPeer::keyEquivalentPressed(const KeyPress& press) {
+  return programActs_ == 0 && window_.performKeyEquivalent(press);
+}
+
 bool QtWindowPeer::keyPressed(const KeyPress& press) {
-  return programActs_ == 0 && window_.key(press);
+  return programActs_ == 0 && window_.keyDown(press);
 }
 
 void QtWindowPeer::contentChanged() {

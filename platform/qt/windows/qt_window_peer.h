@@ -34,6 +34,7 @@ class QtWindowPeer final : public WindowPeer {
   void firstResponderChanged() override;
   void show(const Activation& activation) override;
   void hide() override;
+  void beep() override;
 
   WindowWidget& widget() const { return *widget_; }
 
@@ -43,8 +44,14 @@ class QtWindowPeer final : public WindowPeer {
   void contentChanged();
   /// The widget of the view has got the focus.
   void userFocused(View& view);
+  /// The window has lost the keyboard to another window or a menu.
+  void keyboardLost() { window_.keyboardLost(); }
+  /// Delivers all key presses to the window while it has the keyboard, as far as the desktop
+  /// allows.
+  void captureKeyboard(bool captures);
 
  private:
+  bool keyEquivalentPressed(const KeyPress& press);
   bool keyPressed(const KeyPress& press);
   void looksChanged();
   /// Gives the window the size that it needs and each view its place.

@@ -5,12 +5,14 @@
 #include "platform/qt/menus/embedded_status_item.h"
 #include "platform/qt/menus/pop_up_menu.h"
 #include "platform/qt/widgets/accessible_widgets.h"
+#include "platform/qt/windows/keyboard_layout.h"
 #include "platform/qt/windows/qt_window_peer.h"
 
 namespace quillmar {
 
 QtWindowSystem::QtWindowSystem(TaskQueue& mainQueue) : mainQueue_(mainQueue) {
   makeWidgetsAccessible();
+  followKeyboardLayout();
 }
 
 Result<std::unique_ptr<WindowPeer>> QtWindowSystem::makeWindowPeer(Window& window) {

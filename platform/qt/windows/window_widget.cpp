@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QWindow>
 #include <utility>
 
@@ -30,7 +31,10 @@ KeyPress tabPress(bool forwards) {
 
 }  // namespace
 
-WindowWidget::WindowWidget(Handlers handlers) : handlers_(std::move(handlers)) {}
+WindowWidget::WindowWidget(Handlers handlers)
+    : handlers_(std::move(handlers)), keyEquivalents_([this](const KeyPress& press) {
+        return call(handlers_.keyEquivalent, press);
+      }) {}
 
 void WindowWidget::requestLayout() {
   QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
@@ -44,6 +48,8 @@ bool WindowWidget::event(QEvent* event) {
     case QEvent::WinIdChange:
       // Without one at the display there is nothing to watch: the window is about to go.
       if (windowHandle() != nullptr && windowHandle()->handle() != nullptr) {
+        keyEquivalents_.watch(*windowHandle());
+        // The last filter is asked first: keys that it drops are no key equivalents either.
         heldKeys_.watch(*windowHandle());
       }
       break;
@@ -66,6 +72,11 @@ void WindowWidget::closeEvent(QCloseEvent* event) {
 void WindowWidget::keyPressEvent(QKeyEvent* event) {
   const auto press = keyPressOf(*event);
   if (!press || !call(handlers_.key, *press)) QWidget::keyPressEvent(event);
+}
+
+void WindowWidget::mousePressEvent(QMouseEvent* event) {
+  QWidget::mousePressEvent(event);
+  call(handlers_.mouseDown);
 }
 
 void WindowWidget::resizeEvent(QResizeEvent* event) {

@@ -7,6 +7,7 @@
 
 #include "platform/key_press.h"
 #include "platform/qt/windows/held_key_filter.h"
+#include "platform/qt/windows/key_equivalent_filter.h"
 
 namespace quillmar {
 
@@ -14,8 +15,12 @@ class WindowWidget final : public QWidget {
  public:
   /// Each may destroy the window, and with it these handlers.
   struct Handlers {
+    /// A key, before any widget uses it. True when it did something.
+    std::function<bool(const KeyPress& press)> keyEquivalent;
     /// A key that no widget has used. True when it did something.
     std::function<bool(const KeyPress& press)> key;
+    /// A mouse button was pressed and no widget has used it.
+    std::function<void()> mouseDown;
     std::function<void()> close;
     /// A font or the style has changed.
     std::function<void()> looksChanged;
@@ -31,6 +36,10 @@ class WindowWidget final : public QWidget {
 
   void requestLayout();
 
+  /// Delivers all key presses to the window while it has the keyboard, as far as the desktop
+  /// allows.
+  void captureKeyboard(bool captures) { keyEquivalents_.setCapturing(captures); }
+
   bool ignoresEarlyClicks() const { return ignoresEarlyClicks_; }
   void setIgnoresEarlyClicks(bool ignores) { ignoresEarlyClicks_ = ignores; }
 
@@ -38,11 +47,13 @@ class WindowWidget final : public QWidget {
   bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
  private:
   Handlers handlers_;
+  KeyEquivalentFilter keyEquivalents_;
   HeldKeyFilter heldKeys_;
   bool ignoresEarlyClicks_ = false;
 };

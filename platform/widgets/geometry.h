@@ -1,0 +1,34 @@
+// Points, sizes and rectangles, in device-independent pixels. The y axis points down.
+
+#pragma once
+
+namespace quillmar {
+
+struct Point {
+  double x = 0;
+  double y = 0;
+
+  bool operator==(const Point&) const = default;
+};
+
+struct Size {
+  double width = 0;
+  double height = 0;
+
+  bool operator==(const Size&) const = default;
+};
+
+struct Rect {
+  Point origin;
+  Size size;
+
+  /// The rectangle without a margin on each of its sides.
+  Rect insetBy(double margin) const {
+    return {.origin = {.x = origin.x + margin, .y = origin.y + margin},
+            .size = {.width = size.width - 2 * margin, .height = size.height - 2 * margin}};
+  }
+
+  bool operator==(const Rect&) const = default;
+};
+
+}  // namespace quillmar
