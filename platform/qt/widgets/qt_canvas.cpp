@@ -16,6 +16,8 @@ namespace {
 constexpr float secondaryShare = 0.72F;
 constexpr float tertiaryShare = 0.58F;
 constexpr float separatorShare = 0.28F;
+/// Part of the colour of selected controls in the background of secondary labels.
+constexpr float tintShare = 0.25F;
 
 QRectF rectOf(const Rect& rect) {
   return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
@@ -41,7 +43,9 @@ QColor canvasColor(CanvasColor color, const QPalette& palette) {
     case CanvasColor::label:
       return text;
     case CanvasColor::secondaryLabel:
-      return readableColor(mixed(base, text, secondaryShare), base, text);
+      // Also on a control that is tinted with the colour of selected controls.
+      return readableColor(mixed(base, text, secondaryShare),
+                           mixed(base, palette.color(QPalette::Highlight), tintShare), text);
     case CanvasColor::separator:
       return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText),
                    separatorShare);

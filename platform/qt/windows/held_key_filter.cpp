@@ -21,11 +21,6 @@ bool isAnswer(int key) {
   }
 }
 
-bool isDown(quint32 scanCode) {
-  xcb_connection_t* const x11 = x11Connection();
-  return x11 != nullptr && x11KeysDown(x11).contains(scanCode);
-}
-
 }  // namespace
 
 HeldKeyFilter::HeldKeyFilter() {
@@ -73,7 +68,7 @@ bool HeldKeyFilter::drops(const QKeyEvent& press) const {
 
 void HeldKeyFilter::release(const QKeyEvent& release) {
   // X11 reports a release between two repeated presses although the key is still down.
-  if (held_.contains(release.nativeScanCode()) && !isDown(release.nativeScanCode())) {
+  if (held_.contains(release.nativeScanCode()) && !x11IsKeyDown(release.nativeScanCode())) {
     held_.erase(release.nativeScanCode());
   }
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/qt/windows/key_presses.h"
+#include "platform/qt/windows/x11_requests.h"
 
 namespace quillmar {
 
@@ -40,16 +41,23 @@ bool KeyEquivalentFilter::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool KeyEquivalentFilter::usesPress(const QKeyEvent& event) {
-  if (event.isAutoRepeat()) return isCapturing_ || usedKeys_.contains(event.nativeScanCode());
+  if (usedKeys_.contains(event.nativeScanCode())) return true;
+  if (event.isAutoRepeat()) return isCapturing_;
   const auto press = keyPressOf(event);
-  if (!press || !perform_(*press)) return false;
+  if (!press) return false;
+  // Before the view ends the capture.
   usedKeys_.insert(event.nativeScanCode());
-  return true;
+  if (perform_(*press)) return true;
+  usedKeys_.erase(event.nativeScanCode());
+  return false;
 }
 
 bool KeyEquivalentFilter::usesRelease(const QKeyEvent& event) {
-  if (event.isAutoRepeat()) return usedKeys_.contains(event.nativeScanCode());
-  if (usedKeys_.erase(event.nativeScanCode()) == 0) return false;
+  const quint32 key = event.nativeScanCode();
+  if (!usedKeys_.contains(key)) return false;
+  // X11 reports a release before each repeated press, which the toolkit does not always recognise.
+  if (event.isAutoRepeat() || x11IsKeyDown(key)) return true;
+  usedKeys_.erase(key);
   updateCapture();
   return true;
 }

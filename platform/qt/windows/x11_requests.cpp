@@ -73,6 +73,11 @@ void x11SelectAlso(xcb_connection_t* connection, xcb_window_t window, std::uint3
   xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &all);
 }
 
+bool x11IsKeyDown(std::uint32_t keyCode) {
+  xcb_connection_t* const connection = x11Connection();
+  return connection != nullptr && x11KeysDown(connection).contains(keyCode);
+}
+
 std::set<std::uint32_t> x11KeysDown(xcb_connection_t* connection) {
   const XcbPointer<xcb_query_keymap_reply_t> reply(
       xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr));

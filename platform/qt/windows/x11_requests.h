@@ -32,6 +32,8 @@ int x11EventType(const xcb_generic_event_t& event);
 /// Also selects these events of the window.
 void x11SelectAlso(xcb_connection_t* connection, xcb_window_t window, std::uint32_t eventMask);
 
+/// True if the key is down now. False if the toolkit's display is no X server.
+bool x11IsKeyDown(std::uint32_t keyCode);
 /// The key codes of all keys that are down now.
 std::set<std::uint32_t> x11KeysDown(xcb_connection_t* connection);
 /// The keys that were down at the time of the event.
