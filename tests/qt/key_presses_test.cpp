@@ -29,6 +29,13 @@ TEST(KeyPressesTest, ALetterHasItsPlaceAndWhatTheLayoutMakesOfIt) {
   EXPECT_EQ(press(34, "udiaeresis"), expected(33, "ü"));
 }
 
+TEST(KeyPressesTest, ADeadKeyHasTheCharacterThatItWritesBeforeASpace) {
+  EXPECT_EQ(press(34, "dead_circumflex"), expected(33, "^"));
+  EXPECT_EQ(press(34, "dead_diaeresis", Qt::ShiftModifier), expected(33, "¨", modifiers::shift));
+  EXPECT_EQ(press(48, "dead_acute"), expected(39, "´"));
+}
+
+// Without a display the layout is not known, and the symbol of the event counts.
 TEST(KeyPressesTest, AShiftedLetterIsLowerCaseAndAShiftedDigitWhatItWrites) {
   EXPECT_EQ(press(38, "A", Qt::ShiftModifier), expected(0, "a", modifiers::shift));
   EXPECT_EQ(press(10, "exclam", Qt::ShiftModifier), expected(18, "!", modifiers::shift));

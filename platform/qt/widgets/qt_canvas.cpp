@@ -44,8 +44,10 @@ QColor canvasColor(CanvasColor color, const QPalette& palette) {
       return text;
     case CanvasColor::secondaryLabel:
       // Also on a control that is tinted with the colour of selected controls.
-      return readableColor(mixed(base, text, secondaryShare),
-                           mixed(base, palette.color(QPalette::Highlight), tintShare), text);
+      return readableColor(
+          mixed(base, text, secondaryShare),
+          mixed(palette.color(QPalette::Window), palette.color(QPalette::Highlight), tintShare),
+          text);
     case CanvasColor::separator:
       return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText),
                    separatorShare);
