@@ -1,5 +1,8 @@
 #include "platform/error_text.h"
 
+#include <array>
+#include <cstdio>
+
 #include "platform/text.h"
 
 namespace quillmar {
@@ -32,6 +35,12 @@ Error fileTooLarge(std::string_view path) {
 Error folderError(std::string_view path, std::string_view done, std::string_view reason,
                   ErrorKind kind) {
   return sentence("folder", path, done, reason, kind);
+}
+
+std::string openFolderReason(std::uint32_t permissions) {
+  std::array<char, 64> text;
+  std::snprintf(text.data(), text.size(), "Its permissions are %04o instead of 0700", permissions);
+  return text.data();
 }
 
 Error launchError(std::string_view path, std::string_view reason) {

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,13 @@ Error fileError(std::string_view path, std::string_view done, std::string_view r
 /// The same for a folder.
 Error folderError(std::string_view path, std::string_view done, std::string_view reason,
                   ErrorKind kind = ErrorKind::other);
+
+/// Why an existing folder is not private; see FileSystem::createPrivateDirectory().
+inline constexpr std::string_view symbolicLinkReason = "It is a symbolic link";
+inline constexpr std::string_view foreignFolderReason = "It belongs to another user";
+
+/// "Its permissions are 0755 instead of 0700".
+std::string openFolderReason(std::uint32_t permissions);
 
 /// The error for a file that is larger than maximumFileSize.
 Error fileTooLarge(std::string_view path);

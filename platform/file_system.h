@@ -1,5 +1,5 @@
 // Files and folders. Paths are the system's byte strings; relative ones resolve against the working
-// directory. Symbolic links are followed everywhere. Any thread.
+// directory. Symbolic links are followed except where stated. Any thread.
 
 #pragma once
 
@@ -51,6 +51,11 @@ class FileSystem {
 
   /// Creates the folder and all missing parents. Succeeds if the folder exists.
   virtual Result<void> createDirectories(const std::string& path) = 0;
+
+  /// Creates a folder with the permissions 0700 and all missing parents. A folder that exists must
+  /// be one in which no other user can read or replace files: not a symbolic link, owned by this
+  /// user, and with these permissions. Otherwise fails with the reason and changes nothing.
+  virtual Result<void> createPrivateDirectory(const std::string& path) = 0;
 
   /// Reads the whole file. Fails with ErrorKind::tooLarge if it is larger than maximumFileSize. The
   /// string has a spare capacity of at least 64 bytes, so that a parser that reads beyond the end

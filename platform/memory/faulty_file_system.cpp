@@ -90,6 +90,12 @@ Result<void> FaultyFileSystem::createDirectories(const std::string& path) {
   return files_.createDirectories(path);
 }
 
+Result<void> FaultyFileSystem::createPrivateDirectory(const std::string& path) {
+  if (auto error = nextFailure(FileOperation::createPrivateDirectory)) return *std::move(error);
+  if (!isAlive()) return {};
+  return files_.createPrivateDirectory(path);
+}
+
 Result<std::string> FaultyFileSystem::read(const std::string& path) const {
   if (auto error = nextFailure(FileOperation::read)) return *std::move(error);
   return files_.read(path);

@@ -16,6 +16,7 @@ namespace quillmar {
 
 enum class FileOperation {
   createDirectories,
+  createPrivateDirectory,
   read,
   permissions,
   replace,
@@ -45,7 +46,8 @@ class FaultyFileSystem final : public FileSystem {
   /// fit writes a part and fails; a `replace` that does not fit has no effect.
   void limitRoom(std::uint64_t bytes) { room_ = bytes; }
 
-  /// Simulates a kill after this many more steps. A step is one call of createDirectories, replace,
+  /// Simulates a kill after this many more steps. A step is one call of createDirectories,
+  /// createPrivateDirectory, replace,
   /// openForOverwriting, reserve, write or setLength. If the next step is a write, its first
   /// `bytesOfNextWrite` bytes are still written. Later steps have no effect but report success, so
   /// that the caller runs to its end and the wrapped file system holds what a kill would have left.
@@ -59,6 +61,7 @@ class FaultyFileSystem final : public FileSystem {
     return files_.isExecutableFile(path);
   }
   Result<void> createDirectories(const std::string& path) override;
+  Result<void> createPrivateDirectory(const std::string& path) override;
   Result<std::string> read(const std::string& path) const override;
   Result<std::uint32_t> permissions(const std::string& path) const override;
   Result<void> replace(const std::string& path, std::string_view bytes,

@@ -169,6 +169,33 @@ Result<void> MemoryFileSystem::createDirectories(const std::string& path) {
   return {};
 }
 
+Result<void> MemoryFileSystem::createPrivateDirectory(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  if (slash != std::string::npos && slash > 0) {
+    if (Result<void> created = createDirectories(path.substr(0, slash)); !created) return created;
+  }
+  const std::lock_guard lock(*mutex_);
+  // The parent's links are followed, the last component is not.
+  const Place parent = resolve(slash == std::string::npos ? "/" : path.substr(0, slash + 1));
+  const std::string key = (parent.key == "/" ? "" : parent.key) + "/" + path.substr(slash + 1);
+  const auto found = nodes_.find(key);
+  if (found == nodes_.end()) {
+    const Place place = resolve(path);
+    const std::string_view reason = reasonAgainstNewEntryAt(place);
+    if (!reason.empty()) return folderError(path, "created", reason, kindOf(reason));
+    nodes_.emplace(place.key, Folder{0700});
+    return {};
+  }
+  const auto* folder = std::get_if<Folder>(&found->second);
+  if (std::holds_alternative<Link>(found->second)) {
+    return folderError(path, "used", symbolicLinkReason);
+  }
+  if (!folder) return folderError(path, "used", notAFolder);
+  if (folder->isForeign) return folderError(path, "used", foreignFolderReason);
+  if (folder->permissions == 0700) return {};
+  return folderError(path, "used", openFolderReason(folder->permissions));
+}
+
 Result<std::string> MemoryFileSystem::read(const std::string& path) const {
   const std::lock_guard lock(*mutex_);
   const Place place = resolve(path);
@@ -232,6 +259,10 @@ void MemoryFileSystem::addFile(const std::string& path, std::string bytes,
 
 void MemoryFileSystem::addFolder(const std::string& path, std::uint32_t permissions) {
   add(path, Folder{permissions});
+}
+
+void MemoryFileSystem::addForeignFolder(const std::string& path) {
+  add(path, Folder{0700, true});
 }
 
 void MemoryFileSystem::addSymbolicLink(const std::string& path, std::string target) {

@@ -1,5 +1,6 @@
-// A file system in memory with folders, files and symbolic links. One user owns all entries; the
-// owner's permission bits apply. Relative paths resolve against the root. Any thread.
+// A file system in memory with folders, files and symbolic links. One user owns all entries but the
+// foreign folders; the owner's permission bits apply. Relative paths resolve against the root. Any
+// thread.
 
 #pragma once
 
@@ -25,6 +26,8 @@ class MemoryFileSystem final : public FileSystem {
 
   void addFile(const std::string& path, std::string bytes, std::uint32_t permissions = 0644);
   void addFolder(const std::string& path, std::uint32_t permissions = 0755);
+  /// A folder of another user, with any permissions.
+  void addForeignFolder(const std::string& path);
   /// A relative target resolves against the link's folder. The target need not exist.
   void addSymbolicLink(const std::string& path, std::string target);
   /// Removes the entry and everything below it. Links are not followed.
@@ -42,6 +45,7 @@ class MemoryFileSystem final : public FileSystem {
   bool exists(const std::string& path) const override;
   bool isExecutableFile(const std::string& path) const override;
   Result<void> createDirectories(const std::string& path) override;
+  Result<void> createPrivateDirectory(const std::string& path) override;
   Result<std::string> read(const std::string& path) const override;
   Result<std::uint32_t> permissions(const std::string& path) const override;
   Result<void> replace(const std::string& path, std::string_view bytes,
@@ -57,6 +61,7 @@ class MemoryFileSystem final : public FileSystem {
  private:
   struct Folder {
     std::uint32_t permissions = 0755;
+    bool isForeign = false;
   };
   struct Link {
     std::string target;

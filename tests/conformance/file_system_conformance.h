@@ -78,6 +78,45 @@ TYPED_TEST_P(FileSystemConformance, AFolderCannotBeMadeWhereAFileIs) {
             "The folder “" + this->path("a/b") + "” could not be created: Not a directory.");
 }
 
+TYPED_TEST_P(FileSystemConformance, APrivateFolderIsMadeWithAllAboveItAndMayExist) {
+  EXPECT_TRUE(this->files().createPrivateDirectory(this->path("a/b")).ok());
+  EXPECT_EQ(this->files().permissions(this->path("a/b")).value(), 0700u);
+  this->write("a/b/kept", "");
+  EXPECT_TRUE(this->files().createPrivateDirectory(this->path("a/b")).ok());
+  EXPECT_THAT(this->fixture_.names(), testing::ElementsAre("a", "a/b", "a/b/kept"));
+}
+
+TYPED_TEST_P(FileSystemConformance, AFolderThatIsNotPrivateIsRefusedWithTheReason) {
+  const auto refusal = [this](const std::string& name) {
+    const Result<void> made = this->files().createPrivateDirectory(this->path(name));
+    return made ? "It was made." : made.error().description;
+  };
+  const auto sentence = [this](const std::string& name, const std::string& reason) {
+    return "The folder “" + this->path(name) + "” could not be used: " + reason + ".";
+  };
+  ASSERT_TRUE(this->files().createPrivateDirectory(this->path("private")).ok());
+  ASSERT_TRUE(this->files().createDirectories(this->path("open")).ok());
+  this->write("file", "");
+  this->fixture_.addSymbolicLink(this->path("link"), "private");
+  this->fixture_.addSymbolicLink(this->path("dangling"), "nothing");
+  EXPECT_EQ(refusal("open"), sentence("open", "Its permissions are 0755 instead of 0700"));
+  EXPECT_EQ(refusal("file"), sentence("file", "Not a directory"));
+  EXPECT_EQ(refusal("link"), sentence("link", "It is a symbolic link"));
+  EXPECT_EQ(refusal("dangling"), sentence("dangling", "It is a symbolic link"));
+  EXPECT_EQ(refusal("file/below"),
+            "The folder “" + this->path("file") + "” could not be created: Not a directory.");
+  EXPECT_THAT(this->fixture_.names(),
+              testing::ElementsAre("dangling", "file", "link", "open", "private"));
+}
+
+TYPED_TEST_P(FileSystemConformance, APrivateFolderIsMadeBelowALink) {
+  ASSERT_TRUE(this->files().createDirectories(this->path("folder")).ok());
+  this->fixture_.addSymbolicLink(this->path("link"), "folder");
+  EXPECT_TRUE(this->files().createPrivateDirectory(this->path("link/a")).ok());
+  EXPECT_TRUE(this->files().createPrivateDirectory(this->path("link/a")).ok());
+  EXPECT_THAT(this->fixture_.names(), testing::ElementsAre("folder", "folder/a", "link"));
+}
+
 TYPED_TEST_P(FileSystemConformance, AFileIsReadWholeWithSpareCapacityBehindIt) {
   using std::string_literals::operator""s;
   for (const std::size_t size : {0u, 1u, 15u, 4095u, 4096u, 4097u, 1000000u}) {
@@ -118,6 +157,7 @@ TYPED_TEST_P(FileSystemConformance, TheEmptyPathAndOneWithANullCharacterNameNoth
     EXPECT_FALSE(this->files().replace(path, "x", 0644).ok());
     EXPECT_FALSE(this->files().openForOverwriting(path).ok());
     EXPECT_FALSE(this->files().createDirectories(path).ok());
+    EXPECT_FALSE(this->files().createPrivateDirectory(path).ok());
   }
   EXPECT_EQ(this->contents("a"), "bytes");
 }
@@ -268,9 +308,10 @@ TYPED_TEST_P(FileSystemConformance, AFileOf64MiBIsReadAndALargerOneIsRefused) {
 
 REGISTER_TYPED_TEST_SUITE_P(
     FileSystemConformance, NothingIsThereBeforeItIsMade, FoldersAreMadeWithAllAboveThemAndMayExist,
-    AFolderCannotBeMadeWhereAFileIs, AFileIsReadWholeWithSpareCapacityBehindIt,
-    AFolderIsNeitherReadNorWritten, AMissingFolderIsAnError,
-    TheEmptyPathAndOneWithANullCharacterNameNothing,
+    APrivateFolderIsMadeWithAllAboveItAndMayExist, AFolderThatIsNotPrivateIsRefusedWithTheReason,
+    APrivateFolderIsMadeBelowALink, AFolderCannotBeMadeWhereAFileIs,
+    AFileIsReadWholeWithSpareCapacityBehindIt, AFolderIsNeitherReadNorWritten,
+    AMissingFolderIsAnError, TheEmptyPathAndOneWithANullCharacterNameNothing,
     ReplacingSetsBytesAndPermissionsAndLeavesNothingElse,
     ReplacingThroughALinkReplacesWhatItLeadsTo, OpeningForOverwritingChangesNothing,
     OpeningForOverwritingMakesAMissingFile, OverwritingKeepsPermissionsAndWhatIsNotWritten,

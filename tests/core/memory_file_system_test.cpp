@@ -49,6 +49,13 @@ TEST(MemoryFileSystem, NothingIsMadeInAReadOnlyFolder) {
   EXPECT_EQ(files.contents("/folder/file"), "old");
 }
 
+TEST(MemoryFileSystem, AForeignFolderIsNotPrivate) {
+  MemoryFileSystem files;
+  files.addForeignFolder("/folder");
+  EXPECT_EQ(files.createPrivateDirectory("/folder").error().description,
+            "The folder “/folder” could not be used: It belongs to another user.");
+}
+
 TEST(MemoryFileSystem, AFolderThatMayNotBeSearchedDoesNotTellWhatIsInIt) {
   MemoryFileSystem files;
   files.addFile("/folder/file", "bytes");

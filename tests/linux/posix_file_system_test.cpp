@@ -80,6 +80,17 @@ TEST_F(PosixFileSystemTest, ReplacingSetsThePermissionsWhateverTheMaskIs) {
   EXPECT_EQ(files_.permissions(path("a")).value(), 0755u);
 }
 
+TEST_F(PosixFileSystemTest, AFolderOfAnotherUserIsNotPrivate) {
+  std::string foreign = "/";
+  if (geteuid() == 0) {
+    foreign = path("foreign");
+    ASSERT_EQ(mkdir(foreign.c_str(), 0700), 0);
+    ASSERT_EQ(chown(foreign.c_str(), 1, 1), 0);
+  }
+  EXPECT_EQ(files_.createPrivateDirectory(foreign).error().description,
+            "The folder “" + foreign + "” could not be used: It belongs to another user.");
+}
+
 TEST_F(PosixFileSystemTest, TheFolderIsFlushedAfterTheRename) {
   flushedFolderEntries.clear();
   EXPECT_TRUE(files_.replace(path("a"), "x", 0600).ok());

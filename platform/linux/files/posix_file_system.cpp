@@ -27,6 +27,7 @@ constexpr std::size_t spareCapacity = 64;
 constexpr mode_t permissionBits = 07777;
 constexpr mode_t newFilePermissions = 0666;
 constexpr mode_t privateFilePermissions = 0600;
+constexpr mode_t privateFolderPermissions = 0700;
 constexpr int mostLinks = 40;
 
 /// The path as a C string for system calls. A path with a U+0000 names no file; it becomes the
@@ -49,6 +50,16 @@ Error systemFileError(std::string_view path, std::string_view done, int number) 
 std::string obstacleInType(mode_t mode) {
   if (S_ISREG(mode)) return "";
   return S_ISDIR(mode) ? systemErrorText(EISDIR) : "It is not a regular file";
+}
+
+/// Why the entry is not a private folder of this user; empty if it is one.
+std::string obstacleInPrivacy(const struct stat& status) {
+  constexpr mode_t accessBits = 0777;
+  if (S_ISLNK(status.st_mode)) return std::string(symbolicLinkReason);
+  if (!S_ISDIR(status.st_mode)) return systemErrorText(ENOTDIR);
+  if (status.st_uid != geteuid()) return std::string(foreignFolderReason);
+  const mode_t access = status.st_mode & accessBits;
+  return access == privateFolderPermissions ? "" : openFolderReason(access);
 }
 
 /// Opens a regular file. Its type is checked before opening, because opening alone can wake a
@@ -210,6 +221,20 @@ Result<void> PosixFileSystem::createDirectories(const std::string& path) {
   if (!error) return {};
   return folderError(path, "created", systemErrorText(error.value()),
                      systemErrorKind(error.value()));
+}
+
+Result<void> PosixFileSystem::createPrivateDirectory(const std::string& path) {
+  const std::filesystem::path parent = std::filesystem::path(path).parent_path();
+  if (!parent.empty()) {
+    if (Result<void> created = createDirectories(parent.string()); !created) return created;
+  }
+  struct stat status {};
+  const bool isCreated = mkdir(systemPath(path), privateFolderPermissions) == 0;
+  if ((!isCreated && errno != EEXIST) || lstat(systemPath(path), &status) < 0) {
+    return folderError(path, "created", systemErrorText(errno), systemErrorKind(errno));
+  }
+  const std::string obstacle = obstacleInPrivacy(status);
+  return obstacle.empty() ? Result<void>() : folderError(path, "used", obstacle);
 }
 
 Result<std::string> PosixFileSystem::read(const std::string& path) const {

@@ -17,6 +17,7 @@ class PosixFileSystem final : public FileSystem {
   bool exists(const std::string& path) const override;
   bool isExecutableFile(const std::string& path) const override;
   Result<void> createDirectories(const std::string& path) override;
+  Result<void> createPrivateDirectory(const std::string& path) override;
   Result<std::string> read(const std::string& path) const override;
   Result<std::uint32_t> permissions(const std::string& path) const override;
   Result<void> replace(const std::string& path, std::string_view bytes,
