@@ -76,6 +76,10 @@ class Processes {
   /// unusable, if a text contains U+0000, or if the system is out of processes or descriptors. The
   /// error says which. Any thread.
   virtual Result<std::unique_ptr<RunningProcess>> launch(const Process& process) = 0;
+
+  /// Starts a program that outlives this one: it leads a session of its own, and its standard
+  /// streams are /dev/null. Nobody waits for it. Fails like launch(). Any thread.
+  virtual Result<void> launchDetached(const Process& process) = 0;
 };
 
 }  // namespace quillmar

@@ -52,6 +52,22 @@ Result<std::unique_ptr<RunningProcess>> MemoryProcesses::launch(const Process& p
       std::move(output), std::move(run.readError), run.exitStatus, unreaped_));
 }
 
+Result<void> MemoryProcesses::launchDetached(const Process& process) {
+  {
+    const std::lock_guard lock(mutex_);
+    launchedDetached_.push_back(process);
+  }
+  if (std::optional<Error> error = nullCharacterError(process)) return *std::move(error);
+  ScriptedRun run = handler_ ? handler_(process) : ScriptedRun{};
+  if (run.launchError) return *std::move(run.launchError);
+  return {};
+}
+
+std::vector<Process> MemoryProcesses::launchedDetached() const {
+  const std::lock_guard lock(mutex_);
+  return launchedDetached_;
+}
+
 std::vector<Process> MemoryProcesses::launched() const {
   const std::lock_guard lock(mutex_);
   return launched_;

@@ -28,7 +28,7 @@ struct ScriptedRun {
   std::string standardError = {};
 };
 
-/// Any thread; the handler runs inside launch().
+/// Any thread; the handler runs inside launch() and launchDetached().
 class MemoryProcesses final : public Processes {
  public:
   using Handler = std::function<ScriptedRun(const Process&)>;
@@ -41,8 +41,13 @@ class MemoryProcesses final : public Processes {
 
   Result<std::unique_ptr<RunningProcess>> launch(const Process& process) override;
 
+  Result<void> launchDetached(const Process& process) override;
+
   /// All processes passed to launch(), in order, including failed launches.
   std::vector<Process> launched() const;
+
+  /// The same for launchDetached().
+  std::vector<Process> launchedDetached() const;
 
   /// Number of launched processes without a call of waitForExit(): zombies on a real system.
   std::size_t unreapedCount() const { return *unreaped_; }
@@ -51,6 +56,7 @@ class MemoryProcesses final : public Processes {
   Handler handler_;
   mutable std::mutex mutex_;
   std::vector<Process> launched_;
+  std::vector<Process> launchedDetached_;
   std::shared_ptr<std::atomic<std::size_t>> unreaped_ =
       std::make_shared<std::atomic<std::size_t>>(0);
 };

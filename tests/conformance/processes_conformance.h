@@ -164,6 +164,14 @@ TYPED_TEST_P(ProcessesConformance, ANullCharacterInAnyTextIsALaunchErrorThatSays
               HasSubstr("the path of the working directory contains a U+0000 character."));
 }
 
+TYPED_TEST_P(ProcessesConformance, ADetachedProgramThatCannotStartIsTheSameLaunchError) {
+  const Process process = this->fixture_.missing();
+  const Result<void> launched = this->fixture_.processes().launchDetached(process);
+  ASSERT_FALSE(launched.ok());
+  EXPECT_EQ(launched.error().description, this->launchErrorOf(process));
+  EXPECT_TRUE(this->fixture_.processes().launchDetached(this->fixture_.printing("", 1)).ok());
+}
+
 REGISTER_TYPED_TEST_SUITE_P(ProcessesConformance, AProgramsOutputAndExitStatusArrive,
                             AFailingProgramsOutputAndStatusArrive, OutputOfAnyBytesArrivesUnchanged,
                             NoOutputIsTheEmptyText,
@@ -173,6 +181,7 @@ REGISTER_TYPED_TEST_SUITE_P(ProcessesConformance, AProgramsOutputAndExitStatusAr
                             ArgumentsArriveUnchanged, TheEnvironmentIsTheGivenOneAndNothingElse,
                             ChildrenRunSideBySide, AMissingProgramIsALaunchErrorThatNamesIt,
                             AMissingWorkingDirectoryIsALaunchErrorThatNamesIt,
-                            ANullCharacterInAnyTextIsALaunchErrorThatSaysWhere);
+                            ANullCharacterInAnyTextIsALaunchErrorThatSaysWhere,
+                            ADetachedProgramThatCannotStartIsTheSameLaunchError);
 
 }  // namespace quillmar

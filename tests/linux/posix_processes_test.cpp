@@ -1,9 +1,11 @@
 #include "platform/linux/processes/posix_processes.h"
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -176,6 +178,36 @@ TEST_F(PosixProcessesTest, ADetachedChildDoesNotReadThisProgramsStandardInput) {
   EXPECT_EQ(outputOf({"/bin/cat", {}, {}, "/"}), "");
   EXPECT_EQ(outputOf(inheriting, {"/bin/cat", {}, {}, "/"}), "typed");
   dup2(before.number(), STDIN_FILENO);
+}
+
+TEST_F(PosixProcessesTest, ADetachedProgramHasASessionOfItsOwnAndNoStreams) {
+  const std::string fifo = folder_.path() + "/fifo";
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  PosixProcesses inheriting(PosixProcesses::Terminal::inherit);
+  const Result<void> launched = inheriting.launchDetached(
+      {"/bin/sh",
+       {"-c",
+        "streams=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2)\n"
+        "read -r id name state parent group session rest </proc/$$/stat\n"
+        "[ $session = $$ ] && streams=\"$streams own\"\n"
+        "printf '%s in %s with %s' \"$streams\" \"$PWD\" \"$NAME\" >\"$0\"",
+        fifo},
+       {{"PATH", "/usr/bin:/bin"}, {"NAME", "value"}},
+       "/"});
+  ASSERT_TRUE(launched.ok()) << launched.error().description;
+  std::ifstream output(fifo);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(output), {}),
+            "/dev/null\n/dev/null\n/dev/null own in / with value");
+}
+
+TEST_F(PosixProcessesTest, ADetachedProgramLeavesNoZombie) {
+  ASSERT_TRUE(processes_.launchDetached({"/bin/true", {}, {}, "/"}).ok());
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+  siginfo_t ended{};
+  while (waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT) == 0) {
+    ASSERT_LT(std::chrono::steady_clock::now(), deadline);
+  }
+  EXPECT_EQ(errno, ECHILD);
 }
 
 TEST_F(PosixProcessesTest, OutputBeyondTheLimitIsAnErrorAndDoesNotBlockTheChild) {

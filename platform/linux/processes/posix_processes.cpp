@@ -20,6 +20,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/detached_thread.h"
 #include "platform/error_text.h"
 #include "platform/file_descriptor.h"
 #include "platform/linux/files/system_error.h"
@@ -105,19 +106,25 @@ class PosixRunningProcess final : public RunningProcess {
 /// What the child does before it executes its program.
 class ChildSteps {
  public:
+  /// Writes to the two descriptors.
   ChildSteps(PosixProcesses::Terminal terminal, int standardOutput, int standardError,
-             const std::string& workingDirectory) {
-    posix_spawn_file_actions_init(&actions_);
-    if (terminal == PosixProcesses::Terminal::detach) {
-      posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    }
+             const std::string& workingDirectory)
+      : ChildSteps() {
+    if (terminal == PosixProcesses::Terminal::detach) readNothing();
     posix_spawn_file_actions_adddup2(&actions_, standardOutput, STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions_, standardError, STDERR_FILENO);
-    posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
-    if (!workingDirectory.empty()) {
-      posix_spawn_file_actions_addchdir_np(&actions_, workingDirectory.c_str());
-    }
+    finish(workingDirectory);
   }
+
+  /// Reads and writes nothing.
+  explicit ChildSteps(const std::string& workingDirectory) : ChildSteps() {
+    readNothing();
+    for (const int stream : {STDOUT_FILENO, STDERR_FILENO}) {
+      posix_spawn_file_actions_addopen(&actions_, stream, "/dev/null", O_WRONLY, 0);
+    }
+    finish(workingDirectory);
+  }
+
   ~ChildSteps() { posix_spawn_file_actions_destroy(&actions_); }
   ChildSteps(const ChildSteps&) = delete;
   ChildSteps& operator=(const ChildSteps&) = delete;
@@ -125,6 +132,19 @@ class ChildSteps {
   const posix_spawn_file_actions_t* get() const { return &actions_; }
 
  private:
+  ChildSteps() { posix_spawn_file_actions_init(&actions_); }
+
+  void readNothing() {
+    posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+  }
+
+  void finish(const std::string& workingDirectory) {
+    posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+    if (!workingDirectory.empty()) {
+      posix_spawn_file_actions_addchdir_np(&actions_, workingDirectory.c_str());
+    }
+  }
+
   posix_spawn_file_actions_t actions_;
 };
 
@@ -227,14 +247,21 @@ std::string launchObstacle(int error, const std::string& program,
   return systemErrorText(error);
 }
 
-}  // namespace
+/// Starts the child; its id, or the launch error.
+Result<pid_t> spawn(const Process& process, const ChildSteps& steps,
+                    const posix_spawnattr_t& attributes) {
+  const std::string program = absolutePath(process.executable);
+  const std::vector<std::string> arguments = argumentVector(process);
+  const std::vector<std::string> environment = environmentVector(process);
+  pid_t id = 0;
+  const int error = posix_spawn(&id, program.c_str(), steps.get(), &attributes,
+                                addressesOf(arguments).data(), addressesOf(environment).data());
+  if (error == 0) return id;
+  return launchError(process.executable, launchObstacle(error, program, process.workingDirectory));
+}
 
-PosixProcesses::PosixProcesses(Terminal terminal, std::size_t outputLimit)
-    : terminal_(terminal), outputLimit_(outputLimit) {
-  struct sigaction current {};
-  sigaction(SIGCHLD, nullptr, &current);
-  if (current.sa_handler == SIG_IGN) std::signal(SIGCHLD, SIG_DFL);
-
+/// Attributes of a child with the default signal handlers and mask.
+void initialize(posix_spawnattr_t& attributes, PosixProcesses::Terminal terminal) {
   // sigfillset() omits the two signals that the C library reserves for itself; posix_spawn() would
   // then leave these ignored in the child.
   sigset_t all;
@@ -242,15 +269,27 @@ PosixProcesses::PosixProcesses(Terminal terminal, std::size_t outputLimit)
   sigset_t none;
   sigemptyset(&none);
   short flags = POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK;
-  if (terminal == Terminal::detach) flags |= POSIX_SPAWN_SETSID;
-  posix_spawnattr_init(&attributes_);
-  posix_spawnattr_setsigdefault(&attributes_, &all);
-  posix_spawnattr_setsigmask(&attributes_, &none);
-  posix_spawnattr_setflags(&attributes_, flags);
+  if (terminal == PosixProcesses::Terminal::detach) flags |= POSIX_SPAWN_SETSID;
+  posix_spawnattr_init(&attributes);
+  posix_spawnattr_setsigdefault(&attributes, &all);
+  posix_spawnattr_setsigmask(&attributes, &none);
+  posix_spawnattr_setflags(&attributes, flags);
+}
+
+}  // namespace
+
+PosixProcesses::PosixProcesses(Terminal terminal, std::size_t outputLimit)
+    : terminal_(terminal), outputLimit_(outputLimit) {
+  struct sigaction current {};
+  sigaction(SIGCHLD, nullptr, &current);
+  if (current.sa_handler == SIG_IGN) std::signal(SIGCHLD, SIG_DFL);
+  initialize(attributes_, terminal);
+  initialize(detachedAttributes_, Terminal::detach);
 }
 
 PosixProcesses::~PosixProcesses() {
   posix_spawnattr_destroy(&attributes_);
+  posix_spawnattr_destroy(&detachedAttributes_);
 }
 
 Result<std::unique_ptr<RunningProcess>> PosixProcesses::launch(const Process& process) {
@@ -261,21 +300,29 @@ Result<std::unique_ptr<RunningProcess>> PosixProcesses::launch(const Process& pr
   Result<Pipe, std::string> errors = isMerged ? Pipe{} : makePipe();
   if (!errors) return launchError(process.executable, errors.error());
 
-  const std::string program = absolutePath(process.executable);
-  const std::vector<std::string> arguments = argumentVector(process);
-  const std::vector<std::string> environment = environmentVector(process);
   const int outputEnd = output.value().writeEnd.number();
   const int errorEnd = isMerged ? outputEnd : errors.value().writeEnd.number();
-  const ChildSteps steps(terminal_, outputEnd, errorEnd, process.workingDirectory);
-  pid_t id = 0;
-  const int error = posix_spawn(&id, program.c_str(), steps.get(), &attributes_,
-                                addressesOf(arguments).data(), addressesOf(environment).data());
-  if (error != 0) {
-    return launchError(process.executable,
-                       launchObstacle(error, program, process.workingDirectory));
-  }
-  return std::unique_ptr<RunningProcess>(std::make_unique<PosixRunningProcess>(
-      id, std::move(output.value().readEnd), std::move(errors.value().readEnd), outputLimit_));
+  const Result<pid_t> child = spawn(
+      process, ChildSteps(terminal_, outputEnd, errorEnd, process.workingDirectory), attributes_);
+  if (!child) return child.error();
+  return std::unique_ptr<RunningProcess>(
+      std::make_unique<PosixRunningProcess>(child.value(), std::move(output.value().readEnd),
+                                            std::move(errors.value().readEnd), outputLimit_));
+}
+
+Result<void> PosixProcesses::launchDetached(const Process& process) {
+  if (std::optional<Error> error = nullCharacterError(process)) return *std::move(error);
+  const Result<pid_t> child =
+      spawn(process, ChildSteps(process.workingDirectory), detachedAttributes_);
+  if (!child) return child.error();
+  // Without a thread the child stays a zombie after its end, until this program ends.
+  (void)startDetachedThread(
+      [id = child.value()] {
+        while (waitpid(id, nullptr, 0) < 0 && errno == EINTR) {
+        }
+      },
+      "detached-child");
+  return {};
 }
 
 }  // namespace quillmar

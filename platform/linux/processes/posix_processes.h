@@ -33,8 +33,11 @@ class PosixProcesses final : public Processes {
   /// open: those are reserved for its own files and connections.
   Result<std::unique_ptr<RunningProcess>> launch(const Process& process) override;
 
+  Result<void> launchDetached(const Process& process) override;
+
  private:
   posix_spawnattr_t attributes_;
+  posix_spawnattr_t detachedAttributes_;
   Terminal terminal_;
   std::size_t outputLimit_;
 };
