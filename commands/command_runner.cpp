@@ -4,6 +4,7 @@
 
 #include "commands/apple_script_source.h"
 #include "commands/command_environment.h"
+#include "commands/terminal_script.h"
 #include "platform/apple_script.h"
 #include "platform/pasteboard.h"
 #include "platform/text.h"
@@ -184,9 +185,7 @@ void CommandRunner::report(const MenuItem& item, const MenuCommand& command, Run
 
 CommandRunner::RunResult CommandRunner::runShell(const std::string& commandText, bool loginShell) {
   Process process;
-  process.executable = collaborators_.userDatabase.loginShell().value_or("");
-  if (!collaborators_.files.isExecutableFile(process.executable))
-    process.executable = fallbackShell;
+  process.executable = shell();
   if (loginShell) process.arguments.emplace_back("-l");
   process.arguments.emplace_back("-c");
   process.arguments.push_back(commandText);
@@ -256,7 +255,18 @@ void CommandRunner::notify(std::string_view title, std::string_view body) {
 }
 
 Result<void> CommandRunner::openInTerminal(const MenuCommand& command, const std::string& title) {
-  return collaborators_.workspace.openInTerminal(title, command.value);
+  const std::string shellPath = shell();
+  const std::string home = collaborators_.userDirectories.homeDirectory();
+  const Result<std::string> script = writeTerminalScript(
+      {.command = command, .title = title, .shell = shellPath, .homeDirectory = home},
+      collaborators_.environment, collaborators_.files);
+  if (!script) return script.error();
+  return collaborators_.workspace.openInTerminal(script.value());
+}
+
+std::string CommandRunner::shell() const {
+  std::string path = collaborators_.userDatabase.loginShell().value_or("");
+  return collaborators_.files.isExecutableFile(path) ? path : std::string(fallbackShell);
 }
 
 }  // namespace quillmar

@@ -52,7 +52,7 @@ class CommandRunner {
     const Environment& environment = Platform::shared().environment;
     const UserDatabase& userDatabase = Platform::shared().userDatabase;
     const UserDirectories& userDirectories = Platform::shared().userDirectories;
-    const FileSystem& files = Platform::shared().files;
+    FileSystem& files = Platform::shared().files;
     Processes& processes = Platform::shared().processes;
     AppleScriptEngine& appleScript = Platform::shared().appleScript;
     Workspace& workspace = Platform::shared().workspace;
@@ -97,7 +97,8 @@ class CommandRunner {
   /// message are truncated. Constant time for bodies of any length.
   void notify(std::string_view title, std::string_view body);
 
-  /// Opens a terminal window and runs the command in it.
+  /// Writes the command to an executable file and opens it in a terminal window. Does not wait for
+  /// the command.
   Result<void> openInTerminal(const MenuCommand& command, const std::string& title);
 
  private:
@@ -105,6 +106,8 @@ class CommandRunner {
   /// is one.
   void ask(PromptRequest request, const MenuItem& item, const Completion& completion,
            std::function<void(const std::optional<std::string>& text)> onConfirm);
+  /// The user's login shell, or a fixed one if that is not an executable file.
+  std::string shell() const;
   RunResult runByType(const MenuCommand& command, bool loginShell);
   void report(const MenuItem& item, const MenuCommand& command, RunResult result,
               const Preferences& preferences);

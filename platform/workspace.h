@@ -1,4 +1,4 @@
-// Opens URLs and terminals with other programs of the desktop. Main thread.
+// Opens URLs, files and terminals with other programs of the desktop. Main thread.
 
 #pragma once
 
@@ -13,8 +13,10 @@ class Workspace {
  public:
   virtual ~Workspace() = default;
 
-  /// Opens a terminal window and runs the command line in it.
-  virtual Result<void> openInTerminal(const std::string& title, const std::string& commandLine) = 0;
+  /// Opens a terminal window and runs the executable file in it. Does not wait for either. The
+  /// window outlives this program, and stays open when the file has ended, so that its output can
+  /// be read. Fails if no terminal can be started.
+  virtual Result<void> openInTerminal(const std::string& path) = 0;
 
   /// Opens the URL with the default program for its scheme, such as the browser or the mail
   /// program. Does not block. The completion runs once, possibly before this call returns. It

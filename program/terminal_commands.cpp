@@ -18,6 +18,7 @@
 #include "platform/linux/files/posix_file_system.h"
 #include "platform/linux/files/xdg_directories.h"
 #include "platform/linux/system_services.h"
+#include "platform/linux/workspace/desktop_workspace.h"
 #include "platform/log.h"
 #include "platform/memory/memory_task_queues.h"
 #include "platform/result.h"
@@ -108,6 +109,7 @@ ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environmen
     ignoreBrokenPipes();
     SystemServices system(environment, PosixProcesses::Terminal::inherit, augmentedEnvironment);
     MemoryTaskQueues queues;
+    DesktopWorkspace workspace(environment, system.files, system.processes);
     TerminalPrompts prompts(console, invocation.yes, invocation.input);
     RunningInstance instance(environment);
     DeliveryFailures failures;
@@ -123,7 +125,7 @@ ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environmen
         .files = system.files,
         .processes = system.processes,
         .appleScript = system.appleScript,
-        .workspace = system.workspace,
+        .workspace = workspace,
         .pasteboard = pasteboard,
         .notifications = notifications,
         .log = logToStandardError,

@@ -21,6 +21,7 @@
 #include "platform/linux/system_services.h"
 #include "platform/linux/updates/unavailable_updaters.h"
 #include "platform/linux/windows/loaded_window_system.h"
+#include "platform/linux/workspace/desktop_workspace.h"
 #include "platform/platform.h"
 #include "platform/result.h"
 
@@ -64,6 +65,7 @@ class DesktopPlatform {
   LinuxTaskQueues queues_;
   IconThemeImages images_;
   LoadedWindowSystem windows_;
+  DesktopWorkspace workspace_;
   DesktopPasteboard pasteboard_;
   DesktopNotifications notifications_;
   StatusNotifierItem notifierItem_;

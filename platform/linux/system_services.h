@@ -13,7 +13,6 @@
 #include "platform/linux/files/xdg_directories.h"
 #include "platform/linux/processes/posix_processes.h"
 #include "platform/linux/processes/shell_apple_script_engine.h"
-#include "platform/linux/workspace/desktop_workspace.h"
 
 namespace quillmar {
 
@@ -44,7 +43,6 @@ struct SystemServices {
   BundleDirectory bundle;
   PosixProcesses processes;
   ShellAppleScriptEngine appleScript;
-  DesktopWorkspace workspace;
 };
 
 }  // namespace quillmar

@@ -5,7 +5,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "platform/workspace.h"
@@ -15,13 +14,13 @@ namespace quillmar {
 struct MemoryWorkspace final : Workspace {
   /// If set, every call fails with this error.
   std::optional<Error> error;
-  /// Title and command line of each opened terminal.
-  std::vector<std::pair<std::string, std::string>> opened;
+  /// Paths of the files that ran in a terminal.
+  std::vector<std::string> openedInTerminal;
   std::vector<std::string> openedURLs;
 
-  Result<void> openInTerminal(const std::string& title, const std::string& commandLine) override {
+  Result<void> openInTerminal(const std::string& path) override {
     if (error) return *error;
-    opened.emplace_back(title, commandLine);
+    openedInTerminal.push_back(path);
     return {};
   }
 

@@ -152,36 +152,5 @@ TEST_F(CommandRunnerTest, ThePreferencesCountAsTheyWereWhenTheItemWasChosen) {
   EXPECT_THAT(notified(), SizeIs(1));
 }
 
-// Terminal.
-
-TEST_F(CommandRunnerTest, ACommandForTheTerminalOpensThereAndPostsNothing) {
-  MenuItem inTerminal = item("top -n {{input}}");
-  inTerminal.command.openInTerminal = true;
-  inTerminal.command.showNotification = true;
-  runner().run(inTerminal);
-  answerWith("1");
-  memory.queues.runAll();
-  EXPECT_THAT(memory.workspace.opened, ElementsAre(Note("Title", "top -n 1")));
-  EXPECT_THAT(memory.processes.launched(), IsEmpty());
-  EXPECT_THAT(notified(), IsEmpty());
-}
-
-TEST_F(CommandRunnerTest, AnAppleScriptRunsInProcessEvenWhenMeantForTheTerminal) {
-  MenuItem script = item("beep", CommandType::appleScript);
-  script.command.openInTerminal = true;
-  runToTheEnd(script);
-  EXPECT_THAT(memory.workspace.opened, IsEmpty());
-  EXPECT_THAT(memory.appleScript.executed, ElementsAre("beep"));
-}
-
-TEST_F(CommandRunnerTest, ATerminalThatCannotBeOpenedIsAlwaysReported) {
-  memory.workspace.error = Error{"No terminal."};
-  settings().config.preferences.notifyOnFailure = false;
-  MenuItem inTerminal = item("top");
-  inTerminal.command.openInTerminal = true;
-  runToTheEnd(inTerminal);
-  EXPECT_THAT(notified(), ElementsAre(Note("Title failed", "No terminal.")));
-}
-
 }  // namespace
 }  // namespace quillmar

@@ -21,7 +21,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/linux/application/process_environment.h"
 #include "platform/linux/bus/glib_pointers.h"
+#include "platform/linux/files/posix_file_system.h"
 #include "platform/linux/processes/linux_task_queues.h"
 #include "platform/linux/processes/posix_processes.h"
 #include "platform/linux/workspace/desktop_workspace.h"
@@ -169,16 +171,26 @@ int exhaustDescriptors(const Arguments& arguments) {
   return 0;
 }
 
-/// Opens an address and says what became of it.
-int openURL(const Arguments& arguments) {
+/// Runs an asynchronous function of the workspace in a main loop. Prints `success` or the error.
+template <class Request>
+int runInWorkspace(const char* success, Request request) {
+  const Environment environment = snapshotProcessEnvironment();
+  const PosixFileSystem files;
+  PosixProcesses processes(PosixProcesses::Terminal::detach);
   const GMainLoopPtr loop(g_main_loop_new(nullptr, false));
-  DesktopWorkspace workspace;
-  workspace.openURL(arguments[0], [&](const Result<void>& opened) {
-    std::cout << (opened ? "opened" : opened.error().description);
+  DesktopWorkspace workspace(environment, files, processes);
+  request(workspace, [&](const Result<void>& done) {
+    std::cout << (done ? success : done.error().description);
     g_main_loop_quit(loop.get());
   });
   g_main_loop_run(loop.get());
   return 0;
+}
+
+int openURL(const Arguments& arguments) {
+  return runInWorkspace("opened", [&](Workspace& workspace, auto completion) {
+    workspace.openURL(arguments[0], completion);
+  });
 }
 
 int run(const std::string& task, const Arguments& arguments) {

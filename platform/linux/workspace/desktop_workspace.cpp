@@ -6,6 +6,7 @@
 #include "platform/error_text.h"
 #include "platform/linux/bus/bus_calls.h"
 #include "platform/linux/bus/glib_pointers.h"
+#include "platform/linux/workspace/terminal_emulators.h"
 
 namespace quillmar {
 
@@ -44,9 +45,14 @@ void finish(GObject* /*source*/, GAsyncResult* result, gpointer data) {
 
 }  // namespace
 
-Result<void> DesktopWorkspace::openInTerminal(const std::string& /*title*/,
-                                              const std::string& /*commandLine*/) {
-  return Error{"Opening in a terminal is not available yet."};
+DesktopWorkspace::DesktopWorkspace(const Environment& environment, const FileSystem& files,
+                                   Processes& processes)
+    : environment_(environment), files_(files), processes_(processes) {}
+
+Result<void> DesktopWorkspace::openInTerminal(const std::string& path) {
+  const Result<Process> terminal = terminalProcess(path, environment_, files_);
+  if (!terminal) return terminal.error();
+  return processes_.launchDetached(terminal.value());
 }
 
 void DesktopWorkspace::openURL(const std::string& url, Completion completion) {
