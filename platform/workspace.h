@@ -18,6 +18,11 @@ class Workspace {
   /// be read. Fails if no terminal can be started.
   virtual Result<void> openInTerminal(const std::string& path) = 0;
 
+  /// Shows the file, selected, in the file manager. Does not block. The completion runs once,
+  /// possibly before this call returns. It receives the error if no file manager could be opened.
+  virtual void revealFile(const std::string& path,
+                          std::function<void(const Result<void>& revealed)> completion) = 0;
+
   /// Opens the URL with the default program for its scheme, such as the browser or the mail
   /// program. Does not block. The completion runs once, possibly before this call returns. It
   /// receives the error if there is no such program or it cannot be started.

@@ -109,7 +109,7 @@ ExitStatus runItemFromTerminal(const RunInvocation& invocation, const Environmen
     ignoreBrokenPipes();
     SystemServices system(environment, PosixProcesses::Terminal::inherit, augmentedEnvironment);
     MemoryTaskQueues queues;
-    DesktopWorkspace workspace(environment, system.files, system.processes);
+    DesktopWorkspace workspace(environment, system.files, system.processes, nullptr);
     TerminalPrompts prompts(console, invocation.yes, invocation.input);
     RunningInstance instance(environment);
     DeliveryFailures failures;

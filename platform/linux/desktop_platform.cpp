@@ -28,7 +28,7 @@ DesktopPlatform::DesktopPlatform(const Environment& environment, ApplicationInst
                 .iconThemePath = system_.bundle.iconThemePath(),
                 .log = logToStandardOutput},
                instance.mainLoop()),
-      workspace_(environment, system_.files, system_.processes),
+      workspace_(environment, system_.files, system_.processes, instance.connection()),
       pasteboard_(environment, logToStandardOutput),
       notifications_(instance.connection()),
       notifierItem_(instance.connection(), mainQueue_,

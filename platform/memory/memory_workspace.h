@@ -16,12 +16,20 @@ struct MemoryWorkspace final : Workspace {
   std::optional<Error> error;
   /// Paths of the files that ran in a terminal.
   std::vector<std::string> openedInTerminal;
+  std::vector<std::string> revealedFiles;
   std::vector<std::string> openedURLs;
 
   Result<void> openInTerminal(const std::string& path) override {
     if (error) return *error;
     openedInTerminal.push_back(path);
     return {};
+  }
+
+  void revealFile(const std::string& path,
+                  std::function<void(const Result<void>& revealed)> completion) override {
+    if (error) return completion(*error);
+    revealedFiles.push_back(path);
+    completion({});
   }
 
   void openURL(const std::string& url,

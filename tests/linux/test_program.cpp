@@ -23,6 +23,7 @@
 
 #include "platform/linux/application/process_environment.h"
 #include "platform/linux/bus/glib_pointers.h"
+#include "platform/linux/bus/session_bus.h"
 #include "platform/linux/files/posix_file_system.h"
 #include "platform/linux/processes/linux_task_queues.h"
 #include "platform/linux/processes/posix_processes.h"
@@ -177,8 +178,9 @@ int runInWorkspace(const char* success, Request request) {
   const Environment environment = snapshotProcessEnvironment();
   const PosixFileSystem files;
   PosixProcesses processes(PosixProcesses::Terminal::detach);
+  const auto bus = connectToSessionBus(environment);
   const GMainLoopPtr loop(g_main_loop_new(nullptr, false));
-  DesktopWorkspace workspace(environment, files, processes);
+  DesktopWorkspace workspace(environment, files, processes, bus ? bus.value().get() : nullptr);
   request(workspace, [&](const Result<void>& done) {
     std::cout << (done ? success : done.error().description);
     g_main_loop_quit(loop.get());
@@ -190,6 +192,12 @@ int runInWorkspace(const char* success, Request request) {
 int openURL(const Arguments& arguments) {
   return runInWorkspace("opened", [&](Workspace& workspace, auto completion) {
     workspace.openURL(arguments[0], completion);
+  });
+}
+
+int revealFile(const Arguments& arguments) {
+  return runInWorkspace("revealed", [&](Workspace& workspace, auto completion) {
+    workspace.revealFile(arguments[0], completion);
   });
 }
 
@@ -209,6 +217,7 @@ int run(const std::string& task, const Arguments& arguments) {
       {"leaveWithHangingTasks", leaveWithHangingTasks},
       {"exhaustDescriptors", exhaustDescriptors},
       {"openURL", openURL},
+      {"revealFile", revealFile},
   };
   const auto found = tasks.find(task);
   return found == tasks.end() ? 99 : found->second(arguments);

@@ -10,20 +10,21 @@ BusCalls::~BusCalls() {
 }
 
 void BusCalls::call(const BusMethod& method, GVariant* arguments, const char* resultType,
-                    Answer answer) {
+                    Answer answer, GUnixFDList* descriptors) {
   const auto finish = [](GObject* connection, GAsyncResult* result, gpointer data) {
     const std::unique_ptr<Answer> own(static_cast<Answer*>(data));
     GError* error = nullptr;
-    const GVariantPtr value(
-        g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error));
+    const GVariantPtr value(g_dbus_connection_call_with_unix_fd_list_finish(
+        G_DBUS_CONNECTION(connection), nullptr, result, &error));
     const GErrorPtr failure(error);
     // The BusCalls object has been destroyed.
     if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;
     (*own)(value.get(), failure.get());
   };
-  g_dbus_connection_call(connection_.get(), method.destination, method.path, method.interface,
-                         method.name, arguments, G_VARIANT_TYPE(resultType), G_DBUS_CALL_FLAGS_NONE,
-                         -1, cancellable_.get(), finish, new Answer(std::move(answer)));
+  g_dbus_connection_call_with_unix_fd_list(
+      connection_.get(), method.destination, method.path, method.interface, method.name, arguments,
+      G_VARIANT_TYPE(resultType), G_DBUS_CALL_FLAGS_NONE, -1, descriptors, cancellable_.get(),
+      finish, new Answer(std::move(answer)));
 }
 
 std::string busErrorName(const GError& error) {

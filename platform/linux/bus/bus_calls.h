@@ -35,8 +35,9 @@ class BusCalls {
 
   /// Calls the method. `arguments` is a tuple; a floating reference is consumed. `resultType` is
   /// the type of a successful reply. Calls to one destination arrive in the order in which they are
-  /// made.
-  void call(const BusMethod& method, GVariant* arguments, const char* resultType, Answer answer);
+  /// made. `descriptors` are passed along with the arguments.
+  void call(const BusMethod& method, GVariant* arguments, const char* resultType, Answer answer,
+            GUnixFDList* descriptors = nullptr);
 
   GDBusConnection* connection() const { return connection_.get(); }
 

@@ -1,10 +1,14 @@
 #include "platform/linux/workspace/desktop_workspace.h"
 
+#include <filesystem>
 #include <memory>
 #include <utility>
 
+#include <fcntl.h>
+#include <gio/gunixfdlist.h>
+
 #include "platform/error_text.h"
-#include "platform/linux/bus/bus_calls.h"
+#include "platform/file_descriptor.h"
 #include "platform/linux/bus/glib_pointers.h"
 #include "platform/linux/workspace/terminal_emulators.h"
 
@@ -35,6 +39,12 @@ Error describe(const GError& error, const std::string& url) {
   return {quotedPath(url) + " could not be opened: " + busErrorMessage(error) + "."};
 }
 
+/// The file's URL; empty if the path is not absolute.
+std::string urlOf(const std::string& path) {
+  const GStringPtr url(g_filename_to_uri(path.c_str(), nullptr, nullptr));
+  return url ? url.get() : "";
+}
+
 void finish(GObject* /*source*/, GAsyncResult* result, gpointer data) {
   const std::unique_ptr<Opening> opening(static_cast<Opening*>(data));
   GError* raised = nullptr;
@@ -46,13 +56,50 @@ void finish(GObject* /*source*/, GAsyncResult* result, gpointer data) {
 }  // namespace
 
 DesktopWorkspace::DesktopWorkspace(const Environment& environment, const FileSystem& files,
-                                   Processes& processes)
-    : environment_(environment), files_(files), processes_(processes) {}
+                                   Processes& processes, GDBusConnection* bus)
+    : environment_(environment), files_(files), processes_(processes) {
+  if (bus) calls_.emplace(bus);
+}
 
 Result<void> DesktopWorkspace::openInTerminal(const std::string& path) {
   const Result<Process> terminal = terminalProcess(path, environment_, files_);
   if (!terminal) return terminal.error();
   return processes_.launchDetached(terminal.value());
+}
+
+void DesktopWorkspace::revealFile(const std::string& path, Completion completion) {
+  const std::string url = urlOf(path);
+  if (!calls_ || url.empty()) return openFolder(path, std::move(completion));
+  const char* const urls[] = {url.c_str()};
+  calls_->call({"org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
+                "org.freedesktop.FileManager1", "ShowItems"},
+               g_variant_new("(@ass)", g_variant_new_strv(urls, 1), ""), "()",
+               [this, path, completion = std::move(completion)](GVariant*, const GError* error) {
+                 if (!error) return completion({});
+                 openFolderInPortal(path, completion);
+               });
+}
+
+void DesktopWorkspace::openFolderInPortal(const std::string& path, Completion completion) {
+  const FileDescriptor file(open(path.c_str(), O_PATH | O_CLOEXEC));
+  const GObjectPtr<GUnixFDList> descriptors(g_unix_fd_list_new());
+  if (!file || g_unix_fd_list_append(descriptors.get(), file.number(), nullptr) < 0) {
+    return openFolder(path, std::move(completion));
+  }
+  // The reply means that the portal has accepted the request.
+  calls_->call(
+      {"org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
+       "org.freedesktop.portal.OpenURI", "OpenDirectory"},
+      g_variant_new("(sha{sv})", "", 0, nullptr), "(o)",
+      [this, path, completion = std::move(completion)](GVariant*, const GError* error) {
+        if (!error) return completion({});
+        openFolder(path, completion);
+      },
+      descriptors.get());
+}
+
+void DesktopWorkspace::openFolder(const std::string& path, Completion completion) {
+  openURL(urlOf(std::filesystem::path(path).parent_path().string()), std::move(completion));
 }
 
 void DesktopWorkspace::openURL(const std::string& url, Completion completion) {
