@@ -13,6 +13,7 @@ struct Environment;
 class FileSystem;
 class HotKeys;
 class Images;
+class LoginItem;
 class Pasteboard;
 class Processes;
 class StatusItem;
@@ -42,6 +43,7 @@ struct Platform {
   StatusItem& statusItem;
   HotKeys& hotKeys;
   Updaters& updaters;
+  LoginItem& loginItem;
 
   /// The process-wide platform that the `shared()` objects are built on. Precondition: install()
   /// has been called.

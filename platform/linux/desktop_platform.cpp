@@ -52,6 +52,8 @@ DesktopPlatform::DesktopPlatform(const Environment& environment, ApplicationInst
                        }}),
       hotKeys_(makeDesktopHotKeys(environment)),
       updaters_(std::move(options.notify)),
+      loginItem_(AutostartLoginItem::pathOfThisProgram(), environment, system_.userDirectories,
+                 system_.files),
       services_{
           .application = instance,
           .queues = queues_,
@@ -70,6 +72,7 @@ DesktopPlatform::DesktopPlatform(const Environment& environment, ApplicationInst
           .statusItem = statusItem_,
           .hotKeys = *hotKeys_,
           .updaters = updaters_,
+          .loginItem = loginItem_,
       } {
   notifierItem_.setAppearance(appearance_.current());
   notifierItem_.setOpenHandler(

@@ -11,6 +11,7 @@
 #include "platform/hot_keys.h"
 #include "platform/linux/appearance/appearance_watch.h"
 #include "platform/linux/icons/icon_theme_images.h"
+#include "platform/linux/login/autostart_login_item.h"
 #include "platform/linux/notifications/desktop_notifications.h"
 #include "platform/linux/pasteboard/desktop_pasteboard.h"
 #include "platform/linux/processes/linux_task_queues.h"
@@ -74,6 +75,7 @@ class DesktopPlatform {
   DesktopStatusItem statusItem_;
   std::unique_ptr<HotKeys> hotKeys_;
   UnavailableUpdaters updaters_;
+  AutostartLoginItem loginItem_;
   Platform services_;
 };
 

@@ -9,6 +9,7 @@
 #include "platform/memory/memory_file_system.h"
 #include "platform/memory/memory_hot_keys.h"
 #include "platform/memory/memory_images.h"
+#include "platform/memory/memory_login_item.h"
 #include "platform/memory/memory_notifications.h"
 #include "platform/memory/memory_pasteboard.h"
 #include "platform/memory/memory_processes.h"
@@ -41,6 +42,7 @@ struct MemoryPlatform {
   MemoryStatusItem statusItem{queues.mainQueue()};
   MemoryHotKeys hotKeys{queues.mainQueue()};
   MemoryUpdaters updaters;
+  MemoryLoginItem loginItem;
 
   Platform platform{
       .application = application,
@@ -60,6 +62,7 @@ struct MemoryPlatform {
       .statusItem = statusItem,
       .hotKeys = hotKeys,
       .updaters = updaters,
+      .loginItem = loginItem,
   };
 };
 

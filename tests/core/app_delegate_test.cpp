@@ -488,6 +488,7 @@ class AppDelegateOrderTest : public AppDelegateTest {
       .statusItem = statusItem,
       .hotKeys = recordingHotKeys,
       .updaters = memory.updaters,
+      .loginItem = memory.loginItem,
   };
   HotKeyManager manager{hotKeyCollaborators(platform, settings, logLine())};
   RecordingAppDelegate recorded{

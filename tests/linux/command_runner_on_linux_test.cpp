@@ -92,6 +92,7 @@ class CommandRunnerOnLinuxTest : public testing::Test {
       .statusItem = memory.statusItem,
       .hotKeys = memory.hotKeys,
       .updaters = memory.updaters,
+      .loginItem = memory.loginItem,
   };
   NotificationCenter center;
   SettingsManager settings{

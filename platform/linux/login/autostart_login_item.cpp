@@ -1,0 +1,115 @@
+#include "platform/linux/login/autostart_login_item.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include <unistd.h>
+
+#include "platform/error_text.h"
+#include "platform/linux/files/system_error.h"
+#include "platform/text.h"
+
+namespace quillmar {
+
+namespace {
+
+constexpr const char* fileName = "/com.tovenworks.quillmar.desktop";
+constexpr const char* systemFolders = "/etc/xdg";
+
+std::string nameOf(const std::string& path) {
+  return path.substr(path.rfind('/') + 1);
+}
+
+Result<void> removeFile(const std::string& path) {
+  if (unlink(path.c_str()) == 0) return {};
+  return fileError(path, "deleted", systemErrorText(errno), systemErrorKind(errno));
+}
+
+Error switchedOffError(const std::string& path, const std::string& reason) {
+  return {"Quillmar is switched off in the file " + quotedPath(path) + ": " + reason +
+          ". Switch it on in the settings of your desktop, or delete the file."};
+}
+
+}  // namespace
+
+AutostartLoginItem::AutostartLoginItem(std::string program, const Environment& environment,
+                                       const UserDirectories& directories, PosixFileSystem& files)
+    : program_(std::move(program)),
+      environment_(environment),
+      files_(files),
+      folder_(directories.applicationSupportDirectories().front() + "/autostart"),
+      path_(folder_ + fileName) {
+  std::string folders = environment.value("XDG_CONFIG_DIRS").value_or("");
+  if (folders.empty()) folders = systemFolders;
+  for (const std::string& folder : text::split(folders, ':')) {
+    systemPaths_.push_back(folder + "/autostart" + fileName);
+  }
+}
+
+std::string AutostartLoginItem::pathOfThisProgram() {
+  std::error_code ignored;
+  return std::filesystem::read_symlink("/proc/self/exe", ignored).string();
+}
+
+LoginItemStatus AutostartLoginItem::status() const {
+  const auto file = effectiveFile();
+  return file ? statusOf(file->entry) : LoginItemStatus::notRegistered;
+}
+
+Result<void> AutostartLoginItem::registerItem() {
+  if (const auto file = effectiveFile(); file && file->path == path_) {
+    const LoginItemStatus status = statusOf(file->entry);
+    if (status == LoginItemStatus::enabled) return {};
+    if (!file->entry.switchedOffBy.empty()) {
+      return switchedOffError(path_, file->entry.switchedOffBy);
+    }
+    if (!file->entry.isOurs) {
+      return Error{"The file " + quotedPath(path_) +
+                   " does not start this program, and Quillmar did not write it. Correct or delete "
+                   "the file."};
+    }
+  }
+  if (Result<void> created = files_.createDirectories(folder_); !created) return created;
+  return files_.replace(path_, makeAutostartEntry(program_), std::nullopt);
+}
+
+Result<void> AutostartLoginItem::unregisterItem() {
+  const auto file = effectiveFile();
+  if (!file) return {};
+  const LoginItemStatus status = statusOf(file->entry);
+  if (status == LoginItemStatus::requiresApproval) return {};
+  if (file->path == path_ && file->entry.isOurs) return removeFile(path_);
+  if (status != LoginItemStatus::enabled) return {};
+  return Error{"The file " + quotedPath(file->path) +
+               " starts Quillmar at login, and Quillmar did not write it. Switch it off in the "
+               "settings of your desktop, or delete the file."};
+}
+
+std::optional<AutostartLoginItem::EffectiveFile> AutostartLoginItem::effectiveFile() const {
+  const auto read = [&](const std::string& path) -> std::optional<EffectiveFile> {
+    if (!files_.exists(path)) return std::nullopt;
+    const Result<std::string> text = files_.read(path);
+    return EffectiveFile{
+        path, text ? parseAutostartEntry(text.value(), environment_, files_) : AutostartEntry()};
+  };
+  if (auto file = read(path_)) return file;
+  for (const std::string& path : systemPaths_) {
+    if (auto file = read(path)) return file;
+  }
+  return std::nullopt;
+}
+
+LoginItemStatus AutostartLoginItem::statusOf(const AutostartEntry& entry) const {
+  if (!entry.switchedOffBy.empty()) return LoginItemStatus::requiresApproval;
+  if (!entry.isProgramInstalled) return LoginItemStatus::notFound;
+  return startsThisProgram(entry) ? LoginItemStatus::enabled : LoginItemStatus::requiresApproval;
+}
+
+/// True for another installation of this program, too.
+bool AutostartLoginItem::startsThisProgram(const AutostartEntry& entry) const {
+  return nameOf(entry.program) == nameOf(program_);
+}
+
+}  // namespace quillmar
