@@ -1,6 +1,5 @@
 #include "platform/linux/workspace/desktop_workspace.h"
 
-#include <array>
 #include <filesystem>
 #include <fstream>
 #include <iterator>

@@ -10,7 +10,6 @@
 #include <glib.h>
 
 #include "platform/error_text.h"
-#include "platform/linux/bus/glib_pointers.h"
 #include "platform/linux/files/program_path.h"
 
 namespace quillmar {
@@ -58,10 +57,10 @@ std::vector<std::string> splitCommand(const std::string& command) {
   return result;
 }
 
-/// The terminal that the variable TERMINAL names, with the arguments given there; absent if it is
-/// not installed.
-std::optional<Process> chosenTerminal(const std::string& command, const Environment& environment,
-                                      const FileSystem& files) {
+/// The terminal that the command starts, with the command's arguments and the option that precedes
+/// a program; absent if it is not installed.
+std::optional<Process> terminalOf(const std::string& command, const Environment& environment,
+                                  const FileSystem& files) {
   std::vector<std::string> words = splitCommand(command);
   if (words.empty()) return std::nullopt;
   const auto path = findProgram(words.front(), environment, files);
@@ -81,7 +80,7 @@ std::optional<Process> chosenTerminal(const std::string& command, const Environm
 
 std::optional<Process> installedTerminal(const Environment& environment, const FileSystem& files) {
   for (const TerminalEmulator& terminal : terminalEmulators) {
-    if (auto process = chosenTerminal(std::string(terminal.program), environment, files)) {
+    if (auto process = terminalOf(std::string(terminal.program), environment, files)) {
       return process;
     }
   }
@@ -93,7 +92,7 @@ std::optional<Process> installedTerminal(const Environment& environment, const F
 Result<Process> terminalProcess(const std::string& file, const Environment& environment,
                                 const FileSystem& files) {
   const std::string chosen = environment.value("TERMINAL").value_or("");
-  std::optional<Process> process = chosenTerminal(chosen, environment, files);
+  std::optional<Process> process = terminalOf(chosen, environment, files);
   if (!process) process = installedTerminal(environment, files);
   if (!process) {
     const std::string found =
