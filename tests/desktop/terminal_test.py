@@ -63,7 +63,7 @@ class TerminalTest(DesktopTestCase):
         self.close_with_enter(XTERM)
 
     def test_xfce4_terminal_runs_commands_too(self):
-        self.open_in_terminal("xfce4-terminal --disable-server",
+        self.open_in_terminal("xfce4-terminal",
                               entry("Place", self.note(), openInTerminal=True), "Place")
         self.assertTrue(self.noted().startswith(os.environ["HOME"] + " /dev/pts/"))
         self.close_with_enter(XFCE)
@@ -81,7 +81,7 @@ class TerminalTest(DesktopTestCase):
         script = self.scratch / "Größe it's \"2\".sh"
         script.write_text(self.note("\"$0\""), encoding="utf-8")
         title = "Größe 'der' \"Datei\" 構築"
-        for terminal in ("xterm", "xfce4-terminal --disable-server"):
+        for terminal in ("xterm", "xfce4-terminal"):
             with self.subTest(terminal=terminal):
                 program = self.open_in_terminal(
                     terminal,
