@@ -297,7 +297,7 @@ TEST_F(WidgetsTest, AWindowWithASheetRefusesASecondOne) {
 
 TEST_F(WidgetsTest, NoSheetBeginsWhileItsWindowClosesOrIsDestroyed) {
   struct Reopening final : WindowDelegate {
-    explicit Reopening(Window& parent) : parent(parent) {}
+    explicit Reopening(Window& sheetParent) : parent(sheetParent) {}
     void windowWillClose(Window& sheet) override { began = parent.beginSheet(sheet, {}).ok(); }
     Window& parent;
     bool began = true;
