@@ -261,6 +261,12 @@ std::string_view firstCharacters(std::string_view text, std::size_t count, std::
   return end > 0 ? text.substr(0, end) : fitting;
 }
 
+char32_t firstCodePoint(std::string_view text) {
+  UChar32 character = 0;
+  if (!text.empty()) firstCharacter(text, character);
+  return character > 0 ? static_cast<char32_t>(character) : 0;
+}
+
 std::string_view firstBytes(std::string_view text, std::size_t count) {
   if (text.size() <= count) return text;
   std::size_t end = count;

@@ -37,6 +37,9 @@ std::string_view lastCharacters(std::string_view text, std::size_t count);
 /// character that does not fit is cut between code points.
 std::string_view firstCharacters(std::string_view text, std::size_t count, std::size_t mostBytes);
 
+/// The first code point; 0 if the text is empty or starts with ill-formed UTF-8.
+char32_t firstCodePoint(std::string_view text);
+
 /// The longest beginning or end of the text that has at most `count` bytes and does not split a
 /// code point. Constant time. Precondition: valid UTF-8.
 std::string_view firstBytes(std::string_view text, std::size_t count);

@@ -6,6 +6,7 @@
 
 #include "platform/key_press.h"
 #include "platform/text.h"
+#include "platform/virtual_key_codes.h"
 #include "platform/widgets/window.h"
 
 namespace quillmar {
@@ -67,6 +68,16 @@ std::string ShortcutRecorderView::displayString(const KeyboardShortcut& shortcut
   const auto name = specialKeyNames().find(shortcut.keyCode);
   return text +
          (name == specialKeyNames().end() ? text::uppercased(shortcut.character) : name->second);
+}
+
+std::string ShortcutRecorderView::displayString(const KeyEquivalent& keyEquivalent) {
+  if (keyEquivalent.character.empty()) return "";
+  KeyboardShortcut shortcut{.character = keyEquivalent.character,
+                            .modifiers = keyEquivalent.modifierMask};
+  const VirtualKey* const key =
+      virtualKeyForCharacter(text::firstCodePoint(keyEquivalent.character));
+  if (key != nullptr) shortcut.keyCode = key->code;
+  return displayString(shortcut);
 }
 
 ShortcutRecorderView::ShortcutRecorderView() {

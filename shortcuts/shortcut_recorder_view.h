@@ -28,6 +28,8 @@ class ShortcutRecorderView final : public CustomView {
 
   /// The text of a shortcut for people, such as "⇧⌘K". UTF-8.
   static std::string displayString(const KeyboardShortcut& shortcut);
+  /// The same text for the key equivalent of a menu entry; empty if it has no character.
+  static std::string displayString(const KeyEquivalent& keyEquivalent);
 
   ShortcutRecorderView();
 

@@ -334,6 +334,20 @@ INSTANTIATE_TEST_SUITE_P(
         Display{shortcutOf(18, "&", command), "⌘&"}, Display{shortcutOf(83, "1", command), "⌘1"},
         Display{shortcutOf(0, "", command), "⌘"}, Display{shortcutOf(0, "a", 0x10000), "A"}));
 
+TEST(ShortcutNamesTest, AKeyEquivalentIsWrittenAsAShortcutIs) {
+  const auto textOf = [](const std::string& character, std::uint64_t mask) {
+    return ShortcutRecorderView::displayString(
+        KeyEquivalent{.character = character, .modifierMask = mask});
+  };
+  EXPECT_EQ(textOf("k", command | shift), "⇧⌘K");
+  EXPECT_EQ(textOf(",", command), "⌘,");
+  EXPECT_EQ(textOf(" ", control | option), "⌃⌥Space");
+  EXPECT_EQ(textOf("\r", 0), "↩");
+  EXPECT_EQ(textOf("\uf708", 0), "F5");
+  EXPECT_EQ(textOf("é", control), "⌃É");
+  EXPECT_EQ(textOf("", command), "");
+}
+
 TEST(ShortcutNamesTest, SpecialKeysHaveTheirNames) {
   const std::map<std::uint16_t, std::string> expected = {
       {36, "↩"},    {48, "⇥"},    {49, "Space"}, {51, "⌫"},    {117, "⌦"},   {53, "⎋"},

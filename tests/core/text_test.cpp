@@ -174,6 +174,14 @@ TEST(Text, LowersByTheFullMapping) {
   EXPECT_EQ(lowercased("İİİİİİİİ"), "i\u0307i\u0307i\u0307i\u0307i\u0307i\u0307i\u0307i\u0307");
 }
 
+TEST(Text, FindsTheFirstCodePoint) {
+  EXPECT_EQ(firstCodePoint("k1"), U'k');
+  EXPECT_EQ(firstCodePoint("é"), U'é');
+  EXPECT_EQ(firstCodePoint("😀x"), U'😀');
+  EXPECT_EQ(firstCodePoint(""), U'\0');
+  EXPECT_EQ(firstCodePoint("\xFF"), U'\0');
+}
+
 TEST(Text, UppercasesByTheFullMapping) {
   EXPECT_EQ(uppercased("k 1"), "K 1");
   EXPECT_EQ(uppercased("äéжφ𐐨"), "ÄÉЖΦ𐐀");

@@ -7,13 +7,14 @@
 #include <QPushButton>
 #include <QTest>
 #include <QWindow>
+#include <algorithm>
+#include <array>
 
 #include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon.h>
 
 #include "platform/qt/widgets/text_widget.h"
 #include "platform/qt/widgets/widget_peer.h"
-#include "platform/qt/windows/key_presses.h"
 #include "platform/qt/windows/qt_window_peer.h"
 #include "platform/virtual_key_codes.h"
 #include "tests/key_presses.h"
@@ -23,6 +24,49 @@ namespace quillmar {
 namespace {
 
 constexpr int failureMilliseconds = 60000;
+
+constexpr char16_t firstFunctionKey = 0xf704;
+constexpr int functionKeys = 35;
+
+struct NamedKey {
+  Qt::Key key;
+  char16_t character;
+};
+
+constexpr std::array<NamedKey, 14> namedKeys = {{{Qt::Key_Return, u'\r'},
+                                                 {Qt::Key_Tab, u'\t'},
+                                                 {Qt::Key_Escape, u'\x1b'},
+                                                 {Qt::Key_Backspace, u'\x7f'},
+                                                 {Qt::Key_Up, 0xf700},
+                                                 {Qt::Key_Down, 0xf701},
+                                                 {Qt::Key_Left, 0xf702},
+                                                 {Qt::Key_Right, 0xf703},
+                                                 {Qt::Key_Insert, 0xf727},
+                                                 {Qt::Key_Delete, 0xf728},
+                                                 {Qt::Key_Home, 0xf729},
+                                                 {Qt::Key_End, 0xf72b},
+                                                 {Qt::Key_PageUp, 0xf72c},
+                                                 {Qt::Key_PageDown, 0xf72d}}};
+
+int keyOf(char32_t character) {
+  if (character >= firstFunctionKey && character < firstFunctionKey + functionKeys) {
+    return Qt::Key_F1 + static_cast<int>(character - firstFunctionKey);
+  }
+  const auto* const named =
+      std::find_if(namedKeys.begin(), namedKeys.end(),
+                   [character](const NamedKey& each) { return each.character == character; });
+  if (named != namedKeys.end()) return named->key;
+  return static_cast<int>(QChar::toUpper(character));
+}
+
+Qt::KeyboardModifiers heldModifiers(const KeyPress& press) {
+  Qt::KeyboardModifiers held = Qt::NoModifier;
+  if (press.modifiers & modifiers::shift) held |= Qt::ShiftModifier;
+  if (press.modifiers & modifiers::control) held |= Qt::ControlModifier;
+  if (press.modifiers & modifiers::option) held |= Qt::AltModifier;
+  if (press.modifiers & modifiers::command) held |= Qt::MetaModifier;
+  return held;
+}
 
 /// What an X server calls the symbol of the key.
 xkb_keysym_t keysymOf(const KeyPress& press) {
@@ -43,14 +87,13 @@ QKeyEvent keyEvent(QEvent::Type type, const KeyPress& press) {
   for (const VirtualKey& key : virtualKeys()) {
     if (press.keyCode == key.code) scanCode = key.evdevCode + firstScanCode;
   }
-  const QKeySequence sequence = keySequenceOf({press.character, press.modifiers});
   constexpr char32_t firstKeyWithoutText = 0xf700;
   const bool writes = firstCharacter(press.character) < firstKeyWithoutText;
   const bool isBackTab = press.is(keys::backTab);
-  const int key = isBackTab ? Qt::Key_Backtab : sequence[0].key();
+  const int key = isBackTab ? Qt::Key_Backtab : keyOf(firstCharacter(press.character));
   return {type,
           key,
-          sequence[0].keyboardModifiers(),
+          heldModifiers(press),
           scanCode,
           keysymOf(press),
           0,

@@ -7,9 +7,9 @@
 #include <variant>
 
 #include "platform/qt/images/image_icons.h"
-#include "platform/qt/windows/key_presses.h"
 #include "platform/text.h"
 #include "platform/visible_text.h"
+#include "shortcuts/shortcut_recorder_view.h"
 
 namespace quillmar {
 
@@ -27,12 +27,12 @@ QString plainTitle(const std::string& title) {
       .replace(QLatin1Char('\t'), QLatin1Char(' '));
 }
 
-/// Only shown: keys are for whoever listens to them. The toolkit has another name for Super.
+/// Only shown: pressing the key does not choose the entry.
 QString shortcutText(const KeyEquivalent& keyEquivalent) {
-  const QString name = keySequenceOf(keyEquivalent)
-                           .toString(QKeySequence::NativeText)
-                           .replace(QStringLiteral("Meta"), QStringLiteral("Super"));
-  return name.isEmpty() ? name : QLatin1Char('\t') + withoutMnemonic(name);
+  const std::string text =
+      text::withVisibleCharacters(ShortcutRecorderView::displayString(keyEquivalent));
+  return text.empty() ? QString()
+                      : QLatin1Char('\t') + withoutMnemonic(QString::fromStdString(text));
 }
 
 QIcon entryIcon(const std::optional<Image>& image, const QMenu& widget) {

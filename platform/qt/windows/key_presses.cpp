@@ -14,43 +14,9 @@ namespace quillmar {
 
 namespace {
 
-constexpr char16_t firstFunctionKey = 0xf704;
-constexpr int functionKeys = 35;
-
 /// Characters for keys that write none lie here.
 bool standsForKey(char32_t character) {
   return character >= 0xf700 && character <= 0xf8ff;
-}
-
-struct NamedKey {
-  Qt::Key key;
-  char16_t character;
-};
-
-constexpr std::array<NamedKey, 14> namedKeys = {{{Qt::Key_Return, u'\r'},
-                                                 {Qt::Key_Tab, u'\t'},
-                                                 {Qt::Key_Escape, u'\x1b'},
-                                                 {Qt::Key_Backspace, u'\x7f'},
-                                                 {Qt::Key_Up, 0xf700},
-                                                 {Qt::Key_Down, 0xf701},
-                                                 {Qt::Key_Left, 0xf702},
-                                                 {Qt::Key_Right, 0xf703},
-                                                 {Qt::Key_Insert, 0xf727},
-                                                 {Qt::Key_Delete, 0xf728},
-                                                 {Qt::Key_Home, 0xf729},
-                                                 {Qt::Key_End, 0xf72b},
-                                                 {Qt::Key_PageUp, 0xf72c},
-                                                 {Qt::Key_PageDown, 0xf72d}}};
-
-int keyOf(char32_t character) {
-  if (character >= firstFunctionKey && character < firstFunctionKey + functionKeys) {
-    return Qt::Key_F1 + static_cast<int>(character - firstFunctionKey);
-  }
-  const auto* const named =
-      std::find_if(namedKeys.begin(), namedKeys.end(),
-                   [character](const NamedKey& each) { return each.character == character; });
-  if (named != namedKeys.end()) return named->key;
-  return static_cast<int>(QChar::toUpper(character));
 }
 
 /// Shift, Control and their like, locks, and the keys that choose a level of the layout.
@@ -129,19 +95,6 @@ std::optional<KeyPress> keyPressOf(const QKeyEvent& event) {
   if (held & Qt::AltModifier) press.modifiers |= modifiers::option;
   if (held & Qt::MetaModifier) press.modifiers |= modifiers::command;
   return press;
-}
-
-QKeySequence keySequenceOf(const KeyEquivalent& keyEquivalent) {
-  const auto characters = QString::fromStdString(keyEquivalent.character).toUcs4();
-  if (characters.size() != 1) return {};
-  const std::uint64_t mask = keyEquivalent.modifierMask;
-  const bool isUpper = QChar::isUpper(characters.front());
-  Qt::KeyboardModifiers held = Qt::NoModifier;
-  if ((mask & modifiers::shift) || isUpper) held |= Qt::ShiftModifier;
-  if (mask & modifiers::control) held |= Qt::ControlModifier;
-  if (mask & modifiers::option) held |= Qt::AltModifier;
-  if (mask & modifiers::command) held |= Qt::MetaModifier;
-  return {QKeyCombination(held, static_cast<Qt::Key>(keyOf(characters.front())))};
 }
 
 }  // namespace quillmar
