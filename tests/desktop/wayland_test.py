@@ -82,7 +82,7 @@ class Compositor:
         wait_until(lambda: not self.windows(), "the program shows no window")
 
 
-class WaylandTest(DesktopTestCase):
+class WaylandTestCase(DesktopTestCase):
 
     def setUp(self):
         super().setUp()
@@ -92,6 +92,9 @@ class WaylandTest(DesktopTestCase):
         patch.start()
         self.addCleanup(patch.stop)
         del os.environ["DISPLAY"]
+
+
+class WaylandTest(WaylandTestCase):
 
     def start_and_open_menu(self, *items):
         program = self.start_on_bus(tools(*items))

@@ -32,6 +32,8 @@ bool KeyEquivalentFilter::eventFilter(QObject* watched, QEvent* event) {
       updateCapture();
       return false;
     case QEvent::FocusOut:
+      if (!awaitsPermission()) keyboardLost();
+      return false;
     case QEvent::Hide:
       keyboardLost();
       return false;

@@ -32,6 +32,10 @@ class KeyEquivalentFilter final : public QObject {
   /// keyboard.
   void setCapturing(bool capturing);
 
+  /// True while the window has lost the keyboard only because the desktop asks the user whether it
+  /// may capture the keyboard.
+  bool awaitsPermission() const { return capture_.awaitsPermission(); }
+
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:

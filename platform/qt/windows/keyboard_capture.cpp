@@ -8,8 +8,13 @@ void KeyboardCapture::begin(QWindow& window) {
   if (x11Connection() != nullptr) {
     if (grabbing_ == nullptr && window.setKeyboardGrabEnabled(true)) grabbing_ = &window;
   } else if (WaylandKeyboard* const keyboard = WaylandKeyboard::shared()) {
+    isAnswered_ = inhibitor_ != nullptr;
     if (!inhibitor_) inhibitor_ = keyboard->inhibitShortcuts(window);
   }
+}
+
+bool KeyboardCapture::awaitsPermission() const {
+  return inhibitor_ != nullptr && !inhibitor_->isGranted() && !isAnswered_;
 }
 
 void KeyboardCapture::end() {

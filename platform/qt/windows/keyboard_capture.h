@@ -5,6 +5,7 @@
 
 #include <QPointer>
 #include <QWindow>
+#include <memory>
 
 #include "platform/qt/windows/wayland_keyboard.h"
 
@@ -18,14 +19,21 @@ class KeyboardCapture {
   KeyboardCapture(const KeyboardCapture&) = delete;
   KeyboardCapture& operator=(const KeyboardCapture&) = delete;
 
-  /// Does nothing if the window captures the keyboard already, or if the desktop does not allow it.
+  /// The window has the keyboard. Does nothing if it captures the keyboard already, or if the
+  /// desktop does not allow it.
   void begin(QWindow& window);
   void end();
+
+  /// True from a request to the compositor until it is granted or the window gets the keyboard
+  /// back. Meanwhile the compositor may take the keyboard from the window, to ask the user.
+  bool awaitsPermission() const;
 
  private:
   /// Null without a grab.
   QPointer<QWindow> grabbing_;
-  ShortcutsInhibitor inhibitor_;
+  std::unique_ptr<ShortcutsInhibitor> inhibitor_;
+  /// The window has got the keyboard since the request.
+  bool isAnswered_ = false;
 };
 
 }  // namespace quillmar

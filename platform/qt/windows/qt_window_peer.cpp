@@ -122,6 +122,11 @@ void QtWindowPeer::userFocused(View& view) {
   window_.focus(view.acceptsFirstResponder() ? &view : nullptr);
 }
 
+void QtWindowPeer::keyboardLost() {
+  // A view that waits for a key goes on when the user has answered the desktop's question.
+  if (!widget_->awaitsPermissionToCapture()) window_.keyboardLost();
+}
+
 void QtWindowPeer::captureKeyboard(bool captures) {
   if (widget_) widget_->captureKeyboard(captures);
 }

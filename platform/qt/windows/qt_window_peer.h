@@ -45,7 +45,7 @@ class QtWindowPeer final : public WindowPeer {
   /// The widget of the view has got the focus.
   void userFocused(View& view);
   /// The window has lost the keyboard to another window or a menu.
-  void keyboardLost() { window_.keyboardLost(); }
+  void keyboardLost();
   /// Delivers all key presses to the window while it has the keyboard, as far as the desktop
   /// allows.
   void captureKeyboard(bool captures);

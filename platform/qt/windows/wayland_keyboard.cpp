@@ -25,8 +25,19 @@ wl_display* toolkitDisplay() {
 
 }  // namespace
 
-void DestroyInhibitor::operator()(zwp_keyboard_shortcuts_inhibitor_v1* inhibitor) const {
-  zwp_keyboard_shortcuts_inhibitor_v1_destroy(inhibitor);
+ShortcutsInhibitor::ShortcutsInhibitor(zwp_keyboard_shortcuts_inhibitor_v1* inhibitor)
+    : inhibitor_(inhibitor) {
+  static const zwp_keyboard_shortcuts_inhibitor_v1_listener listener = {
+      .active =
+          [](void* self, zwp_keyboard_shortcuts_inhibitor_v1* /*inhibitor*/) {
+            static_cast<ShortcutsInhibitor*>(self)->isGranted_ = true;
+          },
+      .inactive = [](void* /*self*/, zwp_keyboard_shortcuts_inhibitor_v1* /*inhibitor*/) {}};
+  zwp_keyboard_shortcuts_inhibitor_v1_add_listener(inhibitor_, &listener, this);
+}
+
+ShortcutsInhibitor::~ShortcutsInhibitor() {
+  zwp_keyboard_shortcuts_inhibitor_v1_destroy(inhibitor_);
 }
 
 WaylandKeyboard* WaylandKeyboard::shared() {
@@ -103,12 +114,12 @@ void WaylandKeyboard::keymapChanged(std::uint32_t format, int file, std::uint32_
   munmap(text, size);
 }
 
-ShortcutsInhibitor WaylandKeyboard::inhibitShortcuts(QWindow& window) const {
+std::unique_ptr<ShortcutsInhibitor> WaylandKeyboard::inhibitShortcuts(QWindow& window) const {
   QPlatformNativeInterface* const native = QGuiApplication::platformNativeInterface();
   auto* const surface = static_cast<wl_surface*>(
       native->nativeResourceForWindow(QByteArrayLiteral("surface"), &window));
   if (inhibitManager_ == nullptr || seat_ == nullptr || surface == nullptr) return nullptr;
-  return ShortcutsInhibitor(
+  return std::make_unique<ShortcutsInhibitor>(
       zwp_keyboard_shortcuts_inhibit_manager_v1_inhibit_shortcuts(inhibitManager_, surface, seat_));
 }
 

@@ -20,11 +20,22 @@ struct zwp_keyboard_shortcuts_inhibitor_v1;
 
 namespace quillmar {
 
-struct DestroyInhibitor {
-  void operator()(zwp_keyboard_shortcuts_inhibitor_v1* inhibitor) const;
+/// A request to the compositor not to use its shortcuts, until it is destroyed.
+class ShortcutsInhibitor {
+ public:
+  /// Owns the object.
+  explicit ShortcutsInhibitor(zwp_keyboard_shortcuts_inhibitor_v1* inhibitor);
+  ~ShortcutsInhibitor();
+  ShortcutsInhibitor(const ShortcutsInhibitor&) = delete;
+  ShortcutsInhibitor& operator=(const ShortcutsInhibitor&) = delete;
+
+  /// True once the compositor has granted the request.
+  bool isGranted() const { return isGranted_; }
+
+ private:
+  zwp_keyboard_shortcuts_inhibitor_v1* inhibitor_;
+  bool isGranted_ = false;
 };
-/// The compositor uses its shortcuts again when it is destroyed.
-using ShortcutsInhibitor = std::unique_ptr<zwp_keyboard_shortcuts_inhibitor_v1, DestroyInhibitor>;
 
 /// The keyboard of the first seat that has one. Shares the toolkit's connection, which dispatches
 /// the events. Main thread.
@@ -44,7 +55,7 @@ class WaylandKeyboard {
 
   /// Asks the compositor to deliver all key combinations to the window while it has the keyboard.
   /// The compositor may ask the user, or not do it. Null if it does not have the protocol.
-  ShortcutsInhibitor inhibitShortcuts(QWindow& window) const;
+  std::unique_ptr<ShortcutsInhibitor> inhibitShortcuts(QWindow& window) const;
 
  private:
   explicit WaylandKeyboard(wl_registry* registry);

@@ -40,6 +40,9 @@ class WindowWidget final : public QWidget {
   /// allows.
   void captureKeyboard(bool captures) { keyEquivalents_.setCapturing(captures); }
 
+  /// See KeyEquivalentFilter::awaitsPermission().
+  bool awaitsPermissionToCapture() const { return keyEquivalents_.awaitsPermission(); }
+
   bool ignoresEarlyClicks() const { return ignoresEarlyClicks_; }
   void setIgnoresEarlyClicks(bool ignores) { ignoresEarlyClicks_ = ignores; }
 
