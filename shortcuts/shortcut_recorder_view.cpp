@@ -130,17 +130,16 @@ void ShortcutRecorderView::focusLost() {
 }
 
 void ShortcutRecorderView::handle(const KeyPress& press) {
-  const std::uint64_t held = press.modifiers & allModifiers;
-  if ((press.keyCode == deleteKey || press.keyCode == forwardDeleteKey) && held == 0) {
-    return finish({});
-  }
-  if (press.keyCode == escapeKey && held == 0) return stopRecording();
   // A key without a virtual key code cannot be stored.
-  const bool isFunctionKey = press.keyCode && functionKeyCodes().contains(*press.keyCode);
-  if (!press.keyCode || (!isFunctionKey && (held & requiredModifiers) == 0)) {
+  if (!press.keyCode) return window()->beep();
+  const std::uint16_t code = *press.keyCode;
+  const std::uint64_t held = press.modifiers & allModifiers;
+  if ((code == deleteKey || code == forwardDeleteKey) && held == 0) return finish({});
+  if (code == escapeKey && held == 0) return stopRecording();
+  if (!functionKeyCodes().contains(code) && (held & requiredModifiers) == 0) {
     return window()->beep();
   }
-  finish(KeyboardShortcut{.keyCode = *press.keyCode,
+  finish(KeyboardShortcut{.keyCode = code,
                           .character = text::lowercased(press.character),
                           .modifiers = held,
                           .isGlobal = !shortcut_ || shortcut_->isGlobal});
