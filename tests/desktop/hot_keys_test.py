@@ -5,10 +5,11 @@ import itertools
 import signal
 import unittest
 
-from accessible_windows import BUTTON, FIELD, AccessibleWindows
+from accessible_windows import BUTTON, FIELD
 from held_key import HeldKey
-from keyboard import (ALT, COMMAND_FLAG, CONTROL_FLAG, OPTION_FLAG, SECOND_LAYOUT, SHIFT, SHIFT_FLAG,
-                      SUPER, SUPER_SHIFT_K, SUPER_SHIFT_L, Combination, Keyboard, OtherGrabs, is_free)
+from keyboard import (COMMAND_FLAG, CONTROL_FLAG, OPTION_FLAG, SECOND_LAYOUT, SHIFT, SHIFT_FLAG,
+                      SUPER, SUPER_SHIFT_K, SUPER_SHIFT_L, Combination, Keyboard, OtherGrabs,
+                      is_free)
 from other_program import OtherProgram
 from quillmar_desktop import Screen, entry, run, tools, wait_until
 from windows_test_case import WindowsTestCase
@@ -52,10 +53,10 @@ class HotKeysTestCase(WindowsTestCase):
         self.assertEqual(self.runs(), expected)
 
     def start_with_hot_keys(self, *items):
-        """Starts the program and waits until its last item, which must have a free hot key, can be
-        run by it."""
-        program = self.start(tools(*items, self.counting("last", SUPER_SHIFT_L)))
-        wait_until(lambda: not is_free(SUPER_SHIFT_L), "the hot keys are registered")
+        """Starts the program with the items and one more, “last”. Its hot keys are registered on
+        return: it answers the bus after its launch."""
+        program, _ = self.start_with_icon(
+            tools(*items, self.counting("last", SUPER_SHIFT_L)))
         return program
 
 
@@ -146,9 +147,7 @@ class HotKeyPromptTest(HotKeysTestCase):
         settings = tools(entry("Ask", f"printf %s '{{{{input}}}}' >'{self.scratch}/value'",
                                inputPrompt="Which value?", shortcut=SUPER_SHIFT_K.shortcut(),
                                **keywords))
-        self.program = self.start(settings)
-        self.windows = AccessibleWindows(self.program.process.pid)
-        wait_until(lambda: not is_free(SUPER_SHIFT_K), "the hot key is registered")
+        self.start_with_windows(settings)
 
     def answer(self, window):
         self.wait_for_focus(window, FIELD, "Which value?")

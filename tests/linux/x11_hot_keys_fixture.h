@@ -73,10 +73,6 @@ class X11HotKeysTest : public testing::Test {
     waitForPresses();
   }
 
-  bool isOurs(xcb_keycode_t key, std::uint16_t modifiers) {
-    return OtherProgramWithGrabs(display()).grab(key, modifiers) == badAccess;
-  }
-
   static constexpr std::uint32_t f5Key = 96;
   static constexpr std::uint32_t markerId = 4711;
 
