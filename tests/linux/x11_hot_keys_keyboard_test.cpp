@@ -95,7 +95,7 @@ TEST_F(X11HotKeysKeyboardTest, FollowsTheKeyboardThatTheUserTurnsTo) {
   keyboard_.type({keys::numLock});
   ASSERT_EQ(keyboard_.state(), mod3);
   // The reply to this request follows the event for the other keyboard.
-  registerKey(lKey, hotKeyModifiers::command, 2);
+  registerKey(lKey, hot_key_modifiers::command, 2);
   runMainLoopWhileReady();
   type({keys::super, keys::k});
   EXPECT_THAT(pressed_, ElementsAre(1));
