@@ -52,8 +52,8 @@ struct WaylandKeymap::Listeners {
     }
   }
 
-  static void done(void* self, wl_callback* callback, std::uint32_t) {
-    wl_callback_destroy(callback);
+  static void done(void* self, wl_callback*, std::uint32_t) {
+    wl_callback_destroy(std::exchange(asKeymap(self)->callback_, nullptr));
     asKeymap(self)->answered();
   }
 
@@ -87,7 +87,8 @@ WaylandKeymap::WaylandKeymap(const Environment& environment, Handler handler)
         this);
     return;
   }
-  wl_registry_add_listener(wl_display_get_registry(display_.get()), &Listeners::registry, this);
+  registry_ = wl_display_get_registry(display_.get());
+  wl_registry_add_listener(registry_, &Listeners::registry, this);
   sync();
   wl_display_flush(display_.get());
   constexpr auto events = static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR);
@@ -103,6 +104,11 @@ WaylandKeymap::WaylandKeymap(const Environment& environment, Handler handler)
 
 WaylandKeymap::~WaylandKeymap() {
   if (source_ != 0) g_source_remove(source_);
+  // The end of the connection does not free these.
+  if (callback_) wl_callback_destroy(callback_);
+  if (keyboard_) wl_keyboard_destroy(keyboard_);
+  if (seat_) wl_seat_destroy(seat_);
+  if (registry_) wl_registry_destroy(registry_);
 }
 
 bool WaylandKeymap::dispatch() {
@@ -115,7 +121,8 @@ bool WaylandKeymap::dispatch() {
 }
 
 void WaylandKeymap::sync() {
-  wl_callback_add_listener(wl_display_sync(display_.get()), &Listeners::callback, this);
+  callback_ = wl_display_sync(display_.get());
+  wl_callback_add_listener(callback_, &Listeners::callback, this);
 }
 
 void WaylandKeymap::answered() {

@@ -48,6 +48,9 @@ class WaylandKeymap {
 
   Handler handler_;
   std::unique_ptr<wl_display, Disconnect> display_;
+  wl_registry* registry_ = nullptr;
+  /// Pending round trip.
+  wl_callback* callback_ = nullptr;
   wl_seat* seat_ = nullptr;
   wl_keyboard* keyboard_ = nullptr;
   guint source_ = 0;
