@@ -32,7 +32,7 @@ class ShippedPacks : public testing::TestWithParam<const char*> {
 INSTANTIATE_TEST_SUITE_P(, ShippedPacks,
                          testing::Values("audio", "clipboard", "networking", "screenshots",
                                          "starter"),
-                         [](const auto& info) { return std::string(info.param); });
+                         [](const auto& pack) { return std::string(pack.param); });
 
 TEST_P(ShippedPacks, NameSymbolsThatShipWithTheApplication) {
   const Environment noThemes{.variables = {{"XDG_DATA_DIRS", "/nowhere"}}};
