@@ -18,7 +18,8 @@ std::optional<std::string> findProgram(const std::string& name, const Environmen
   if (name.empty()) return std::nullopt;
   const std::string path = environment.value("PATH").value_or(fallbackPath);
   for (const std::string& folder : text::split(path, ':')) {
-    std::string program = folder + "/" + name;
+    std::string program = folder;
+    program.append("/").append(name);
     if (files.isExecutableFile(program)) return program;
   }
   return std::nullopt;
