@@ -19,6 +19,7 @@ class NoWindowManagerTest(WindowsTestCase):
         super().setUp()
         self.display = Display()
         self.addCleanup(self.display.end)
+        self.display_name = self.display.name
         self.variables = {"DISPLAY": self.display.name}
         # Keys that nobody has the focus for go to the window at the pointer.
         self.hand("mousemove", "0", "0")

@@ -2,9 +2,13 @@
 
 from accessible_windows import BUTTON, FIELD, AccessibleWindows
 from quillmar_desktop import DesktopTestCase, entry, run, tools, wait_until
+from x_windows import XWindows
 
 
 class WindowsTestCase(DesktopTestCase):
+
+    # The X display of the program; None for the one of the test.
+    display_name = None
 
     def open(self, settings, *path, title="Quillmar", **keywords):
         """Starts the program, chooses an entry, and answers the window that opens."""
@@ -17,9 +21,14 @@ class WindowsTestCase(DesktopTestCase):
         self.windows = AccessibleWindows(self.program.process.pid)
 
     def wait_for_focus(self, window, role, name=None):
+        """Until keys reach an element. A window that is opened again at once tells the accessibility
+        bus that it has the focus before the X server has given it to the window."""
+        on_screen = XWindows(self.program.process.pid, self.display_name)
+
         def focused():
             found = window.focused()
-            return found is not None and found[0] == role and name in (None, found[1])
+            return (found is not None and found[0] == role and name in (None, found[1])
+                    and on_screen.have_focus())
         wait_until(focused, f"the focus is at {role} {name}")
 
     def questions(self):

@@ -52,6 +52,13 @@ class XWindows:
         """Those that no window manager has taken into a frame."""
         return [window for window in self.all() if window.parent == self.root]
 
+    def have_focus(self):
+        """Whether key presses reach one of them."""
+        focus = self.display.get_input_focus().focus
+        with contextlib.suppress(error.XError):  # it went away in between
+            return focus not in (X.NONE, X.PointerRoot) and self.is_ours(focus)
+        return False
+
     def titled(self, title):
         """The window with this title, once it is there."""
         return wait_until(
