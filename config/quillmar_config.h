@@ -44,7 +44,8 @@ struct KeyboardShortcut {
   std::string character;
   /// Bits of quillmar::modifiers.
   std::uint64_t modifiers = 0;
-  /// Whether the shortcut works in all programs, not only in the open menu.
+  /// If true, the shortcut is also a hot key, which works in all programs. If false, it is only
+  /// shown in the menu.
   bool isGlobal = true;
 
   bool operator==(const KeyboardShortcut&) const = default;

@@ -1,5 +1,5 @@
-// The program's window system: a module loaded on the first call that needs it, because it takes
-// several times the memory of the rest. It stays loaded. Main thread.
+// The program's window system: a module loaded on the first call that needs it, because it needs
+// about ten times as much memory as the rest. It stays loaded. Main thread.
 //
 // If the module is missing or cannot start, the call fails and the next call tries again. The rest
 // of the program continues. An error is logged unless it equals the previous one.

@@ -1,4 +1,4 @@
-// Makes invisible characters of a text visible.
+// Makes invisible characters of a QString visible.
 
 #pragma once
 
@@ -6,10 +6,7 @@
 
 namespace quillmar {
 
-/// Replaces each character that a reader would not see by its number, such as "‹U+202E›":
-/// characters that change the direction of writing, that have no meaning by themselves or no shape,
-/// and controls and line separators other than the line feed and the tab. Otherwise a command could
-/// look like another one. Joiners stay where emoji and scripts other than Latin need them.
+/// text::withVisibleCharacters() for a QString.
 QString withVisibleCharacters(const QString& text);
 
 }  // namespace quillmar
