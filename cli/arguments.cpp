@@ -130,7 +130,8 @@ std::string_view helpText() {
 Usage:
   quillmar                        run in the panel until “Quit Quillmar”
   quillmar menu                   open the menu of the running Quillmar at the
-                                  pointer; bind this to a key of your desktop
+                                  pointer; assign a keyboard shortcut of your
+                                  desktop to this command
   quillmar list [--json]          list the folders and items of the menu, and mark
                                   those whose hot key does not work
   quillmar run ITEM [OPTION…]     run one item in this terminal, by its id or title
@@ -151,7 +152,7 @@ Examples:
   quillmar run "Ping a host" --input example.org --yes
   quillmar run 0B9D7A52-5E33-4E0C-8F3A-6C1B2D4E5F60
   quillmar check ~/Downloads/*.quillmarpack
-  QUILLMAR_SETTINGS_DIR=/tmp/try quillmar
+  QUILLMAR_SETTINGS_DIR=~/quillmar-test quillmar
 
 Exit status: 0 on success; 1 if the command failed, a file is not valid, you declined, the menu could
 not be shown, or the output could not be written; 2 on a usage error.

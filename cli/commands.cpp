@@ -132,7 +132,7 @@ Error ambiguousTitle(const std::string& title, const std::vector<const MenuItem*
   if (ids.empty()) {
     text += " and none of them has an id; give each an \"id\" in the settings file.";
   } else {
-    text += "; name the one you mean by its id: " + ids + ".";
+    text += "; use the id of the one to run: " + ids + ".";
     if (someHaveNone) text += " Those without one need an \"id\" in the settings file.";
   }
   return Error{std::move(text)};
@@ -183,7 +183,7 @@ Result<MenuItem> itemNamed(const std::string& name, const SettingsManager& setti
     }
   }
   if (titled.empty()) {
-    return Error{"No item has the id or the title “" + name + "”; “quillmar list” shows them all."};
+    return Error{"No item has the id or title “" + name + "”. “quillmar list” prints all items."};
   }
   if (titled.size() > 1) return ambiguousTitle(name, titled);
   return *titled.front();

@@ -50,7 +50,7 @@ ExitStatus runItem(const RunInvocation& invocation, const SettingsManager& setti
   }
   if (invocation.input && !asksForValue(item.value())) {
     console.printError("“" + printable(item.value().title) +
-                       "” asks for no value, so the one of “--input” was not used.\n");
+                       "” does not ask for a value, so “--input” was ignored.\n");
   }
 
   std::optional<CommandRunner::RunResult> result;
@@ -62,7 +62,7 @@ ExitStatus runItem(const RunInvocation& invocation, const SettingsManager& setti
 
   if (!result) return ExitStatus::failure;  // Cancelled.
   if (!result->output) {
-    console.printError("The output is not valid UTF-8 text and was left out.\n");
+    console.printError("The output is not valid UTF-8 and was omitted.\n");
   } else if (result->isErrorMessage) {
     console.printError(printableLines(*result->output) + "\n");
   } else if (!result->output->empty()) {

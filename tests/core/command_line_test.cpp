@@ -33,7 +33,7 @@ Invocation parsed(const std::vector<std::string>& words) {
   return parseArguments(words).value();
 }
 
-TEST(ArgumentsTest, NoWordsMeanToLiveInThePanel) {
+TEST(ArgumentsTest, NoArgumentsRunTheResidentProgram) {
   EXPECT_EQ(parsed({}), Invocation(ResidentInvocation{}));
 }
 
@@ -51,7 +51,7 @@ TEST(ArgumentsTest, EverySubCommandIsUnderstood) {
   EXPECT_EQ(parsed({"run", "--input=", "Item"}), Invocation(RunInvocation{"Item", "", false}));
 }
 
-TEST(ArgumentsTest, BehindTwoHyphensAnItemMayBeginWithOne) {
+TEST(ArgumentsTest, AfterADoubleHyphenAnItemMayStartWithAHyphen) {
   EXPECT_EQ(parsed({"run", "--yes", "--", "--yes"}),
             Invocation(RunInvocation{"--yes", std::nullopt, true}));
 }
@@ -63,7 +63,7 @@ TEST(ArgumentsTest, HelpMayBeAskedForAnywhereAmongTheOptions) {
   EXPECT_EQ(parsed({"list", "all", "--help"}), Invocation(HelpInvocation{}));
 }
 
-TEST(ArgumentsTest, AValueOrAnItemIsNoQuestionForHelp) {
+TEST(ArgumentsTest, HelpAsAValueOrAnItemShowsNoHelp) {
   EXPECT_EQ(parsed({"run", "Item", "--input", "--help"}),
             Invocation(RunInvocation{"Item", "--help", false}));
   EXPECT_EQ(parsed({"run", "--", "-h"}), Invocation(RunInvocation{"-h", std::nullopt, false}));
@@ -224,7 +224,7 @@ TEST(PrintableTest, NothingControlsTheTerminalOrIsInvisible) {
   EXPECT_EQ(printableLines("one\n\ttwo\r"), "one\n\ttwo‹U+000D›");
 }
 
-TEST_F(CommandLineTest, ListCanSpeakJson) {
+TEST_F(CommandLineTest, ListPrintsJson) {
   add("1", "Say \"hi\"", "true");
   EXPECT_EQ(listItems({.json = true}, settings, {}, console), ExitStatus::success);
   EXPECT_EQ(console.out,
@@ -248,7 +248,7 @@ TEST_F(CommandLineTest, CheckIsSilentWhenEveryFileDecodes) {
   EXPECT_EQ(console.out + console.err, "");
 }
 
-TEST_F(CommandLineTest, CheckSaysOfEachBadFileWhyOnALine) {
+TEST_F(CommandLineTest, CheckPrintsOneLineForEachInvalidFile) {
   memory.files.addFile("/good.json", "{}");
   memory.files.addFile("/bad.json", R"({"version" : "two"})");
   EXPECT_EQ(checkFiles({{"/bad.json", "/good.json", "/gone.json"}}, memory.files, console),
@@ -324,12 +324,12 @@ TEST_F(CommandLineTest, AFailedCommandWithoutOutputSaysSo) {
   EXPECT_EQ(console.err, "The command exited with an error.\n");
 }
 
-TEST_F(CommandLineTest, OutputThatIsNotTextIsLeftOutAndSaidSo) {
+TEST_F(CommandLineTest, OutputThatIsNotTextIsOmittedWithAMessage) {
   add("1", "Bytes", "cat");
   commandsGive("\xFF\xFE");
   EXPECT_EQ(run({.item = "1"}), ExitStatus::success);
   EXPECT_EQ(console.out, "");
-  EXPECT_EQ(console.err, "The output is not valid UTF-8 text and was left out.\n");
+  EXPECT_EQ(console.err, "The output is not valid UTF-8 and was omitted.\n");
 }
 
 TEST_F(CommandLineTest, AnUnknownItemASeparatorAndAnAmbiguousTitleAreUsageErrors) {
@@ -337,12 +337,13 @@ TEST_F(CommandLineTest, AnUnknownItemASeparatorAndAnAmbiguousTitleAreUsageErrors
   add("2", "Twice", "true");
   settings.config.categories[0].items.push_back(MenuItem::separator());
   EXPECT_EQ(run({.item = "twice"}), ExitStatus::usage);
-  EXPECT_THAT(console.err, HasSubstr("No item has the id or the title “twice”"));
+  EXPECT_THAT(console.err, HasSubstr("No item has the id or title “twice”"));
   EXPECT_EQ(run({.item = settings.config.categories[0].items[2].id}), ExitStatus::usage);
   EXPECT_THAT(console.err, HasSubstr("is a separator line"));
   EXPECT_EQ(run({.item = "Twice"}), ExitStatus::usage);
-  EXPECT_THAT(console.err, HasSubstr("2 items have the title “Twice”; name the one you mean by its "
-                                     "id: 1, 2."));
+  EXPECT_THAT(console.err,
+              HasSubstr("2 items have the title “Twice”; use the id of the one to run: "
+                        "1, 2."));
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
 }
 
@@ -357,7 +358,7 @@ TEST_F(CommandLineTest, AnAmbiguousTitleOfItemsWithoutIdsAsksForIds) {
   add("3", "Twice", "true");
   EXPECT_EQ(run({.item = "Twice"}), ExitStatus::usage);
   EXPECT_EQ(console.err,
-            "3 items have the title “Twice”; name the one you mean by its id: 3. Those without one "
+            "3 items have the title “Twice”; use the id of the one to run: 3. Those without one "
             "need an \"id\" in the settings file.\n");
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
 }
@@ -389,11 +390,11 @@ TEST_F(CommandLineTest, OptionsAnswerInsteadOfTheTerminal) {
   EXPECT_EQ(onlyCommandRun(), "rm a b");
 }
 
-TEST_F(CommandLineTest, AnInputForAnItemThatAsksForNoneIsSaidToBeUnused) {
+TEST_F(CommandLineTest, AnInputForAnItemThatAsksForNoneIsReportedAsIgnored) {
   add("1", "Date", "date");
   EXPECT_EQ(run({.item = "1", .input = "x"}), ExitStatus::success);
   EXPECT_EQ(onlyCommandRun(), "date");
-  EXPECT_EQ(console.err, "“Date” asks for no value, so the one of “--input” was not used.\n");
+  EXPECT_EQ(console.err, "“Date” does not ask for a value, so “--input” was ignored.\n");
 }
 
 TEST_F(CommandLineTest, OnATerminalTheQuestionsAreAskedThere) {

@@ -264,7 +264,7 @@ TEST_F(InstanceTest, GetsMegabytesForTheClipboard) {
 TEST_F(InstanceTest, GetsTheLargestTextThatTheBusCanCarry) {
   startOther();
   // The variant holds a terminating null character, too.
-  const std::string text(RunningInstance::mostParameterBytes - 1, 'x');
+  const std::string text(RunningInstance::maximumParameterBytes - 1, 'x');
   RemotePasteboard(running_, failures_).setString(text);
   EXPECT_EQ(failures_.sentence(), std::nullopt);
   expectRecord("clipboard " + text + "\n");
@@ -273,9 +273,9 @@ TEST_F(InstanceTest, GetsTheLargestTextThatTheBusCanCarry) {
 TEST_F(InstanceTest, ATextThatTheBusCannotCarryIsAnErrorAndTheNextOneArrives) {
   startOther();
   RemotePasteboard pasteboard(running_, failures_);
-  pasteboard.setString(std::string(RunningInstance::mostParameterBytes, 'x'));
+  pasteboard.setString(std::string(RunningInstance::maximumParameterBytes, 'x'));
   EXPECT_EQ(failures_.sentence(),
-            "The running Quillmar accepts at most 30 MB from another process, so the output was "
+            "The running Quillmar accepts at most 30 MiB from another process, so the output was "
             "not copied to the clipboard.");
   pasteboard.setString("small");
   expectRecord("clipboard small\n");
@@ -407,8 +407,7 @@ TEST_F(InstanceTest, AnInstanceThatListensMayTakeItsTimeForTheMenuButNotForEver)
   startOther();
   const Environment environment = startedWith("hold", "");
   RunningInstance running(environment, std::chrono::hours(1), std::chrono::milliseconds(100));
-  EXPECT_THAT(running.showMenu().error().description,
-              testing::HasSubstr("does not answer in time"));
+  EXPECT_THAT(running.showMenu().error().description, testing::HasSubstr("did not answer in time"));
   EXPECT_EQ(recorded(), "menu 0 hold\n");
 }
 
@@ -416,9 +415,10 @@ TEST_F(InstanceTest, AnInstanceThatIsHeldIsNotWaitedForLongAndShowsNoMenuAfterwa
   startOther();
   other_->signal(SIGSTOP);
   RunningInstance impatient(environment_, std::chrono::milliseconds(100), std::chrono::hours(1));
-  EXPECT_EQ(impatient.showMenu().error().description,
-            "Quillmar does not answer in time, so it may show no menu. It is busy, perhaps with a "
-            "command that does not run in the background.");
+  EXPECT_EQ(
+      impatient.showMenu().error().description,
+      "Quillmar did not answer in time, so the menu may not open. It may be busy with a command "
+      "that does not run in the background.");
   EXPECT_TRUE(impatient.activate());
   // The earlier request has expired, too.
   EXPECT_FALSE(impatient.showMenu());
@@ -450,9 +450,10 @@ TEST_F(InstanceTest, AnInstanceThatIsBusyIsNotWaitedForLongToReportItsHotKeys) {
   other_->signal(SIGSTOP);
   RunningInstance impatient(environment_, std::chrono::milliseconds(100));
   ASSERT_TRUE(impatient.isRunning());
-  EXPECT_EQ(impatient.hotKeyReport().error().description,
-            "Quillmar does not answer in time, so hot keys that do not work are not marked. It is "
-            "busy, perhaps with a command that does not run in the background.");
+  EXPECT_EQ(
+      impatient.hotKeyReport().error().description,
+      "Quillmar did not answer in time, so hot keys that do not work are not marked. It may be "
+      "busy with a command that does not run in the background.");
 }
 
 TEST_F(InstanceTest, AnInstanceIsNotStartedForItsMenu) {

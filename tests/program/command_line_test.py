@@ -200,8 +200,8 @@ class RunTestCase(CommandLineTestCase):
 
     def test_unknown_and_ambiguous_items_give_2(self):
         self.assert_outcome(self.quillmar("run", "Nothing"), 2, "",
-                            "No item has the id or the title “Nothing”; “quillmar list” shows them "
-                            "all.\n")
+                            "No item has the id or title “Nothing”. “quillmar list” prints all "
+                            "items.\n")
         self.assert_outcome(self.quillmar("run", "Twice"), 2, "",
                             "2 items have the title “Twice” and none of them has an id; give each "
                             "an \"id\" in the settings file.\n")
@@ -215,9 +215,9 @@ class RunTestCase(CommandLineTestCase):
     def test_options_answer_the_questions(self):
         self.assert_outcome(self.quillmar("run", "Ask", "--yes", "--input", "two"), 0, "one two\n")
 
-    def test_a_value_that_is_not_asked_for_is_said_to_be_unused(self):
+    def test_a_value_that_is_not_asked_for_is_reported_as_ignored(self):
         self.assert_outcome(self.quillmar("run", "Say", "--input", "x"), 0, "hello\n",
-                            "“Say” asks for no value, so the one of “--input” was not used.\n")
+                            "“Say” does not ask for a value, so “--input” was ignored.\n")
 
     def test_questions_are_answered_on_the_terminal(self):
         result = self.on_terminal("run", "Ask", typed="Yes\ntwo\n")

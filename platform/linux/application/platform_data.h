@@ -23,7 +23,7 @@ GVariant* platformData(const Environment& environment, std::chrono::milliseconds
 Activation activationOf(const Environment& environment);
 
 /// Returns the environment without the activation, and unsets its variables in this process too. A
-/// token is for one program, not for the commands and helpers that it starts. Call before other
+/// token is for one program, not for the commands and processes that it starts. Call before other
 /// threads run.
 Environment withoutActivation(Environment environment);
 

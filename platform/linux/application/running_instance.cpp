@@ -44,9 +44,9 @@ Result<void> RunningInstance::activate() {
 
 Result<void> RunningInstance::activateAction(const char* action, GVariant* parameter) {
   const GVariantPtr own(g_variant_ref_sink(parameter));
-  if (g_variant_get_size(parameter) > mostParameterBytes) {
+  if (g_variant_get_size(parameter) > maximumParameterBytes) {
     return Error{"The running Quillmar accepts at most " +
-                 std::to_string(mostParameterBytes >> 20) + " MB from another process"};
+                 std::to_string(maximumParameterBytes >> 20) + " MiB from another process"};
   }
   GVariantBuilder parameters;
   g_variant_builder_init(&parameters, G_VARIANT_TYPE("av"));
@@ -58,7 +58,7 @@ Result<void> RunningInstance::activateAction(const char* action, GVariant* param
 
 Result<void> RunningInstance::showMenu() {
   if (auto found = find(); !found) return Error{found.error().description + noMenu + "."};
-  constexpr Consequences consequences{.notRunning = noMenu, .busy = ", so it may show no menu"};
+  constexpr Consequences consequences{.notRunning = noMenu, .busy = ", so the menu may not open"};
   // A call that the main loop answers and that has no side effects.
   const auto listens = call(propertiesInterface, "GetAll",
                             g_variant_new("(s)", applicationInterface), timeout_, consequences);
@@ -110,8 +110,8 @@ Result<GVariantPtr> RunningInstance::call(const char* interface, const char* met
     return Error{std::string(notRunning) + consequences.notRunning + "."};
   }
   if (isReplyTimeout(*failure)) {
-    return Error{std::string("Quillmar does not answer in time") + consequences.busy +
-                 ". It is busy, perhaps with a command that does not run in the background."};
+    return Error{std::string("Quillmar did not answer in time") + consequences.busy +
+                 ". It may be busy with a command that does not run in the background."};
   }
   return Error{busErrorMessage(*failure) + "."};
 }

@@ -53,7 +53,7 @@ class RunningInstance {
 
   /// The largest parameter of an action. By default a bus limits messages to 32 MiB, and
   /// disconnects a program that exceeds the limit.
-  static constexpr std::size_t mostParameterBytes = std::size_t{30} << 20;
+  static constexpr std::size_t maximumParameterBytes = std::size_t{30} << 20;
 
   /// Sends an action, which the instance executes as soon as it can; actions keep their order.
   /// Consumes a floating `parameter`. The error is a sentence without its full stop, such as

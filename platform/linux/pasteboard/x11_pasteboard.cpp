@@ -11,7 +11,7 @@ namespace {
 /// After this time the wait for a busy server continues in the main loop.
 constexpr auto serverTimeout = std::chrono::milliseconds(250);
 /// Limit on a MULTIPLE request, in elements of 32 bits.
-constexpr std::uint32_t mostMultipleElements = 2 * 256;
+constexpr std::uint32_t maximumMultipleElements = 2 * 256;
 
 }  // namespace
 
@@ -66,7 +66,7 @@ void X11Pasteboard::setString(std::string text) {
     if (session_) return;
   }
   log_("The text was not copied to the clipboard: the connection to the X display “" + display_ +
-       "” keeps breaking.");
+       "” was lost repeatedly.");
 }
 
 Result<void> X11Pasteboard::connect() {
@@ -197,7 +197,7 @@ bool X11Pasteboard::convert(xcb_window_t requestor, xcb_atom_t target, xcb_atom_
 bool X11Pasteboard::convertMultiple(xcb_window_t requestor, xcb_atom_t property) {
   if (property == XCB_ATOM_NONE) return false;
   const auto cookie = xcb_get_property(session_->xcb(), false, requestor, property,
-                                       XCB_GET_PROPERTY_TYPE_ANY, 0, mostMultipleElements);
+                                       XCB_GET_PROPERTY_TYPE_ANY, 0, maximumMultipleElements);
   const XcbPointer<xcb_get_property_reply_t> reply(
       xcb_get_property_reply(session_->xcb(), cookie, nullptr));
   if (!reply || reply->format != 32 || reply->bytes_after > 0) return false;

@@ -228,7 +228,7 @@ std::string launchObstacle(int error, const std::string& program,
   switch (error) {
     case EAGAIN:
     case ENOMEM:
-      return "the system has no room for another process";
+      return "the system cannot create another process";
     case E2BIG:
       return "its arguments and environment are too long";
     case ENOEXEC:
