@@ -8,7 +8,7 @@ from quillmar_desktop import Notifications, entry, tools, wait_until
 from windows_test_case import WindowsTestCase
 from x_display import Display
 
-FAREWELL = "Quillmar ends, because the display that shows its windows has gone away."
+FAREWELL = "Quillmar quits because the connection to the display was lost."
 
 
 class DisplayTest(WindowsTestCase):

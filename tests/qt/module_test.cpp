@@ -21,7 +21,7 @@
 #include "platform/qt/module/default_palettes.h"
 #include "platform/qt/module/display_platform.h"
 #include "platform/qt/module/qt_window_module.h"
-#include "platform/qt/module/unexpected_end.h"
+#include "platform/qt/module/unexpected_exit.h"
 #include "platform/qt/module/x11_settings.h"
 
 namespace quillmar {
@@ -56,7 +56,7 @@ class SilentServer {
 class QtWindowModuleTest : public testing::Test {
  protected:
   // The test program's own end is no accident.
-  void TearDown() override { expectEnd(); }
+  void TearDown() override { expectExit(); }
 
   Result<QtWindowModule*> start(std::map<std::string, std::string> variables) {
     environment_.variables = std::move(variables);
@@ -167,7 +167,7 @@ TEST_F(QtWindowModuleTest, WhenTheToolkitEndsTheProgramALineSaysWhy) {
       {
         if (start({{"QT_QPA_PLATFORM", "offscreen"}})) std::exit(EXIT_SUCCESS);
       },
-      testing::ExitedWithCode(EXIT_FAILURE), "the display that shows its windows has gone away");
+      testing::ExitedWithCode(EXIT_FAILURE), "the connection to the display was lost");
 }
 
 TEST(DisplayPlatformTest, AWaylandSessionsOwnDisplayComesBeforeTheXServerInIt) {

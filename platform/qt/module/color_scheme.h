@@ -1,8 +1,8 @@
-// Windows in the colours and the font of the desktop. On Plasma they are those of the user's
-// settings file. Elsewhere the toolkit's own themes see to it; where there is no such theme, or it
-// leaves windows light although the desktop says dark, windows get the light or dark default
-// colours of this program and the font of the GTK settings. Follows the desktop while the program
-// runs. Main thread.
+// Windows in the colours and the font of the desktop. On Plasma the colours are those of the user's
+// settings file. On other desktops the toolkit's theme decides. If there is no theme, windows use
+// this program's light or dark palette and the GTK font. If the theme ignores the desktop's dark
+// preference, they use this program's dark palette. Follows the desktop while the program runs.
+// Main thread.
 
 #pragma once
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "platform/qt/module/display_platform.h"
-#include "platform/qt/module/unexpected_end.h"
+#include "platform/qt/module/unexpected_exit.h"
 
 namespace quillmar {
 
@@ -64,7 +64,7 @@ QtWindowModule::QtWindowModule(const WindowModuleHost& host, std::string platfor
       application_(argumentCount_, argumentValues_.data()),
       colorScheme_(host.environment),
       windows_(host.mainQueue) {
-  watchForUnexpectedEnd(host.log);
+  watchForUnexpectedExit(host.log);
   QApplication::setQuitOnLastWindowClosed(false);
   // No display name: the toolkit would add it to every title.
   QApplication::setApplicationName(QString::fromStdString(host.applicationName));
@@ -81,7 +81,7 @@ QtWindowModule::QtWindowModule(const WindowModuleHost& host, std::string platfor
 
 void QtWindowModule::run() {
   QApplication::exec();
-  expectEnd();
+  expectExit();
 }
 
 void QtWindowModule::quit() {

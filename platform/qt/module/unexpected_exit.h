@@ -8,10 +8,11 @@
 namespace quillmar {
 
 /// From now on a call of exit(), or the loss of the X server, writes a line and ends the process at
-/// once with status 1, until expectEnd(). Call it after the toolkit has installed its own handlers.
-void watchForUnexpectedEnd(LogLine log);
+/// once with status 1, until expectExit(). Call it after the toolkit has installed its own
+/// handlers.
+void watchForUnexpectedExit(LogLine log);
 
 /// From now on exit() works as usual.
-void expectEnd();
+void expectExit();
 
 }  // namespace quillmar

@@ -1,4 +1,4 @@
-#include "platform/qt/module/unexpected_end.h"
+#include "platform/qt/module/unexpected_exit.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -11,34 +11,34 @@ namespace quillmar {
 
 namespace {
 
-/// Empty while the end is expected. Never destroyed: exit() destroys what is static.
+/// Empty while an exit is expected. Never destroyed: exit() destroys what is static.
 std::unique_ptr<LogLine>& watcher() {
   static auto& log = *new std::unique_ptr<LogLine>;
   return log;
 }
 
-void endAtOnce() {
+void exitAtOnce() {
   if (!watcher()) return;
-  (*watcher())("Quillmar ends, because the display that shows its windows has gone away.");
+  (*watcher())("Quillmar quits because the connection to the display was lost.");
   flushStandardOutputLog();
   std::fflush(nullptr);
   std::_Exit(EXIT_FAILURE);
 }
 
 int connectionBroke(Display* /*display*/) {
-  endAtOnce();
+  exitAtOnce();
   return 0;
 }
 
 }  // namespace
 
-void watchForUnexpectedEnd(LogLine log) {
+void watchForUnexpectedExit(LogLine log) {
   watcher() = std::make_unique<LogLine>(std::move(log));
-  [[maybe_unused]] static const bool isInstalled = std::atexit(endAtOnce) == 0;
+  [[maybe_unused]] static const bool isInstalled = std::atexit(exitAtOnce) == 0;
   XSetIOErrorHandler(connectionBroke);
 }
 
-void expectEnd() {
+void expectExit() {
   watcher().reset();
 }
 
