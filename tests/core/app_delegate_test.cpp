@@ -300,7 +300,7 @@ TEST_F(AppDelegateTest, AboutEnablesItsUpdateButtonEachTimeItIsShown) {
   EXPECT_TRUE(memory.windows.widget(*button)->enabled);
 }
 
-TEST_F(AppDelegateTest, ALinkOfTheAboutWindowThatCannotBeOpenedIsToldInANotification) {
+TEST_F(AppDelegateTest, ALinkOfTheAboutWindowThatCannotBeOpenedIsReportedInANotification) {
   memory.bundle.information = {{"QuillmarSiteURL", "https://quillmar.example"}};
   memory.workspace.error = Error{"There is no browser."};
   launch();
@@ -311,7 +311,7 @@ TEST_F(AppDelegateTest, ALinkOfTheAboutWindowThatCannotBeOpenedIsToldInANotifica
   EXPECT_EQ(memory.notifications.shown()[0].notification.body, "There is no browser.");
 }
 
-TEST_F(AppDelegateTest, AnAboutWindowThatCannotBeShownIsLoggedAndToldInANotification) {
+TEST_F(AppDelegateTest, AnAboutWindowThatCannotBeShownIsLoggedAndReportedInANotification) {
   launch();
   log.clear();
   memory.windows.failure = Error{"There is no display."};

@@ -231,7 +231,7 @@ TEST(DocumentDecoder, GivesNewIdsOnEachDecode) {
   EXPECT_NE(decoded(json).categories[0].id, decoded(json).categories[0].id);
 }
 
-TEST(DocumentDecoder, TheCallerMaySayWhatMissingIdsAre) {
+TEST(DocumentDecoder, MissingIdsComeFromTheGivenGenerator) {
   int made = 0;
   const Result<QuillmarConfig> result =
       decodeDocument(R"({"categories":[{"items":[{"id":"own"},{},{"id":null}]}]})",

@@ -127,7 +127,7 @@ TEST(DocumentMutation, DamageGivesAnErrorOrADocumentThatIsWrittenAndReadAgain) {
   }
 }
 
-TEST(DocumentMutation, TextsMadeOfJsonsPiecesGiveAnErrorOrADocument) {
+TEST(DocumentMutation, RandomSequencesOfJsonTokensGiveAnErrorOrADocument) {
   simdjson::dom::parser parser;
   std::mt19937 random(7);
   constexpr std::string_view pieces[] = {

@@ -249,7 +249,7 @@ TEST_F(FirstLaunchTest, OneCommandIsPluralToo) {
   EXPECT_EQ(body(), bodyAnnouncing("1"));
 }
 
-TEST_F(FirstLaunchTest, TheWelcomeWindowComesWithTheLeaveThatTheProgramWasStartedWith) {
+TEST_F(FirstLaunchTest, TheWelcomeWindowUsesTheActivationOfTheLaunch) {
   memory.application.setActivation({.timestamp = 5, .token = "started"});
   launch();
   EXPECT_EQ(memory.windows.lastActivation(), (Activation{.timestamp = 5, .token = "started"}));
@@ -262,7 +262,7 @@ TEST_F(FirstLaunchTest, BrowsePacksOpensTheirPageAndLeavesTheWindowOpen) {
   EXPECT_THAT(memory.windows.windows(), SizeIs(1));
 }
 
-TEST_F(FirstLaunchTest, APageThatCannotBeOpenedIsToldInANotification) {
+TEST_F(FirstLaunchTest, APageThatCannotBeOpenedIsReportedInANotification) {
   launch();
   memory.workspace.error = Error{"There is no browser."};
   press("Browse Packs…");

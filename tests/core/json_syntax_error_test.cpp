@@ -54,7 +54,7 @@ TEST(JsonSyntaxError, TellsWhatIsMissing) {
   EXPECT_EQ(errorOf("\n["), "Line 2, column 2: expected a value, found the end of the document.");
 }
 
-TEST(JsonSyntaxError, TellsWhatIsTooMuch) {
+TEST(JsonSyntaxError, ReportsUnexpectedText) {
   EXPECT_EQ(errorOf("[1,]"), "Line 1, column 4: expected a value, found \"]\".");
   EXPECT_EQ(errorOf("{\"a\":1,}"),
             "Line 1, column 8: expected a key in double quotes, found \"}\".");
@@ -67,7 +67,7 @@ TEST(JsonSyntaxError, TellsWhatIsTooMuch) {
             "Line 1, column 2: expected a key in double quotes or \"}\", found \"]\".");
 }
 
-TEST(JsonSyntaxError, TellsWhatOtherNotationsAreNot) {
+TEST(JsonSyntaxError, RejectsNonJsonNotations) {
   EXPECT_EQ(errorOf("// note\n{}"), "Line 1, column 1: expected a value, found \"/\".");
   EXPECT_EQ(errorOf("{a:1}"),
             "Line 1, column 2: expected a key in double quotes or \"}\", found \"a\".");
@@ -81,7 +81,7 @@ TEST(JsonSyntaxError, TellsWhatOtherNotationsAreNot) {
             "Line 1, column 1: expected a value, found a byte-order mark.");
 }
 
-TEST(JsonSyntaxError, TellsWhichNumbersAreNone) {
+TEST(JsonSyntaxError, RejectsMalformedNumbers) {
   for (const char* number :
        {"01", "-", "-a", "1.", "1.e5", "1e", "1e+", "0x1F", "1_000", "--1", "1.2.3", "00", "-01"}) {
     EXPECT_EQ(errorInArray(number), "Line 1, column 2: expected a valid JSON number, found \"" +

@@ -10,7 +10,7 @@ namespace {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, FileSystemConformance, MemoryFileSystemFixture);
 
-TEST(MemoryFileSystem, HoldsWhatTheSceneWasGiven) {
+TEST(MemoryFileSystem, ContainsTheAddedEntries) {
   MemoryFileSystem files;
   files.addFile("/a/b/file", "bytes", 0700);
   files.addSymbolicLink("/a/link", "b/file");

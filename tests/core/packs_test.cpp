@@ -82,14 +82,14 @@ TEST_P(Packs, AreWrittenAsTheProgramWritesThem) {
   EXPECT_EQ(pack.preferences, Preferences());
 }
 
-TEST_P(Packs, HoldAsMuchAsAFolderTakes) {
+TEST_P(Packs, StayWithinTheSizeOfAFolder) {
   for (const MenuCategory& folder : pack.categories) {
     EXPECT_GE(folder.items.size(), 3U) << folder.name;
     EXPECT_LE(folder.items.size(), 14U) << folder.name;
   }
 }
 
-TEST_P(Packs, SayWhatTheyAre) {
+TEST_P(Packs, HaveANameAndADescription) {
   EXPECT_THAT(pack.name, Optional(Not(IsEmpty())));
   EXPECT_THAT(pack.description, Optional(Not(IsEmpty())));
 }
@@ -157,7 +157,7 @@ bool isCanonicalUuid(std::string_view id) {
   return true;
 }
 
-TEST(AllPacks, AreKnownHere) {
+TEST(AllPacks, AreAllTested) {
   std::vector<std::string> files;
   for (const fs::directory_entry& entry : fs::directory_iterator(QUILLMAR_PACKS)) {
     if (entry.path().extension() == ".quillmarpack") files.push_back(entry.path().stem());

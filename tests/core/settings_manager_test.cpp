@@ -81,7 +81,7 @@ class SettingsManagerTest : public testing::Test {
 
 // Location.
 
-TEST_F(SettingsManagerTest, TheOwnerMaySayWhatMissingIdsAre) {
+TEST_F(SettingsManagerTest, MissingIdsComeFromTheGivenGenerator) {
   files.addFile(settingsPath, R"({"categories":[{"items":[{"id":"own"},{}]}]})");
   const SettingsManager manager({.environment = environment,
                                  .userDirectories = directories,
@@ -342,7 +342,7 @@ TEST_F(SettingsManagerTest, MovingTheFirstFolderUpOrTheLastDownChangesAndWritesN
   EXPECT_FALSE(files.exists(settingsPath));
 }
 
-TEST_F(SettingsManagerTest, MovingAFolderNumbersAllFoldersAnew) {
+TEST_F(SettingsManagerTest, MovingAFolderRenumbersAllFolders) {
   SettingsManager manager = makeManager();
   manager.config.categories = {folder("P", 3), folder("Q", 3), folder("R", 7)};
   manager.moveCategory("R", -1);
@@ -364,7 +364,7 @@ TEST_F(SettingsManagerTest, AnyOffsetSwapsJustTheTwoFolders) {
               ElementsAre(Order("A", 3), Order("B", 1), Order("C", 2), Order("D", 0)));
 }
 
-TEST_F(SettingsManagerTest, ASeparatorBehindAnUnknownFolderComesLastAndNumbersAllFoldersAnew) {
+TEST_F(SettingsManagerTest, ASeparatorBehindAnUnknownFolderComesLastAndRenumbersAllFolders) {
   SettingsManager manager = makeManager();
   manager.config.categories = {folder("A", 8), folder("B", 2)};
   const MenuCategory separator = manager.addCategorySeparator("unknown");

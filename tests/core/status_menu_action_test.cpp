@@ -21,7 +21,7 @@ TEST(StatusMenuAction, EveryActionHasAnEntryIdOfItsOwn) {
   }
 }
 
-TEST(StatusMenuAction, OtherIdsAskForNothing) {
+TEST(StatusMenuAction, UnknownIdsHaveNoAction) {
   for (const char* id : {"", "run", "About", "about ", "7F6E"}) {
     EXPECT_FALSE(statusMenuAction(id)) << id;
   }

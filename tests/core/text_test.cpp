@@ -67,7 +67,7 @@ TEST(Text, EveryNewlineBecomesASpaceOnOneLine) {
   EXPECT_EQ(text::onOneLine("tab\tstays"), "tab\tstays");
 }
 
-TEST(Text, EmptyPartsAreNoParts) {
+TEST(Text, SplitDropsEmptyParts) {
   EXPECT_THAT(text::split(":a::b c:", ':'), ElementsAre("a", "b c"));
   EXPECT_THAT(text::split("a", ':'), ElementsAre("a"));
   EXPECT_THAT(text::split("::", ':'), IsEmpty());

@@ -82,7 +82,7 @@ class DoubleClickTest(WindowsTestCase, PopUpTestCase):
         window.press("Run")
         self.wait_for_file("Erase")
 
-    def test_a_double_click_answers_one_of_two_confirmations_that_lie_on_each_other(self):
+    def test_a_double_click_answers_one_of_two_confirmations_that_overlap(self):
         lower = self.open(tools(self.confirmed("One"), self.confirmed("Two"), self.mark()), "One")
         self.read(lower)
         self.move_active_window()

@@ -36,7 +36,7 @@ class FirstKeyTest(WindowsTestCase):
         finally:
             self.program.send(signal.SIGCONT)
 
-    def test_a_key_that_goes_down_before_the_program_knows_of_its_focus_is_heard(self):
+    def test_a_key_that_goes_down_before_the_focus_event_arrives_is_not_lost(self):
         self.focus(self.other.window)
         wait_until(lambda: self.window.focused() is None, "the panel has lost the focus")
         with contextlib.ExitStack() as held:

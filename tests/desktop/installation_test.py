@@ -56,7 +56,7 @@ class InstallationTest(DesktopTestCase):
         self.assertGreater(len(names), 5)
         self.assertEqual({name for name in names if not list(icons.rglob(name + ".svg"))}, set())
 
-    def test_it_loads_nothing_from_where_it_was_built(self):
+    def test_it_loads_nothing_from_the_build_folder(self):
         program, _, windows = self.first_launch()
         windows.wait_for("Welcome to Quillmar")
         files = self.files_of(program.process.pid)

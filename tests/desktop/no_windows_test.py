@@ -24,7 +24,7 @@ class NoWindowsTest(DesktopTestCase):
         self.assertEqual((outcome.returncode, outcome.stdout, outcome.stderr),
                          (1, "", sentence + "\n"))
 
-    def test_that_no_menu_can_be_shown_is_told_to_who_asks_and_once_in_the_output(self):
+    def test_a_menu_that_cannot_open_is_reported_to_the_caller_and_logged_once(self):
         program = self.start_on_bus(document())
         self.assert_failure(sub_command("menu"), self.missing)
         self.assert_failure(sub_command("menu"), self.missing)

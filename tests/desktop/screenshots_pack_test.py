@@ -124,7 +124,7 @@ class ScreenshotsPackTest(PackTestCase):
         self.fails("Copy the newest screenshot",
                    "This needs wl-clipboard on Wayland and xclip on X11.", environment=bare)
 
-    def test_a_picture_that_is_called_off_is_told_and_no_other_tool_asks_again(self):
+    def test_a_cancelled_screenshot_is_reported_and_no_other_tool_is_tried(self):
         self.tool("scrot", "exit 1")
         self.fails("Picture of an area", "No picture was taken.",
                    environment={"XDG_CURRENT_DESKTOP": ""})

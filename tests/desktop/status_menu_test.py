@@ -94,7 +94,7 @@ class StatusMenuTest(DesktopTestCase):
         icon.choose("Deep", "Write")
         self.wait_for_file("result", "deep")
 
-    def test_a_command_does_not_inherit_the_leave_that_the_program_was_started_with(self):
+    def test_a_command_does_not_inherit_the_activation_token(self):
         program = self.start(
             tools(entry("Tell", "printf %s \"${DESKTOP_STARTUP_ID-none}"
                                 f"${{XDG_ACTIVATION_TOKEN-none}}\" > {self.scratch}/result")),
@@ -147,7 +147,7 @@ class StatusMenuTest(DesktopTestCase):
         self.assertEqual(notifications.wait_for("Break failed").body, "it broke")
         self.assertEqual(clipboard_text(), "good")
 
-    def test_a_silent_failure_is_told_in_words(self):
+    def test_a_silent_failure_is_reported_in_words(self):
         notifications = Notifications()
         _, icon = self.start_with_icon(tools(entry("Break", "exit 1")))
         icon.choose("Break")
@@ -173,7 +173,7 @@ class StatusMenuTest(DesktopTestCase):
         self.assertNotIn("<", body)
         self.assertEqual(html.unescape(body), text)
 
-    def test_a_successful_command_without_output_is_told_in_words(self):
+    def test_a_successful_command_without_output_is_reported_in_words(self):
         notifications = Notifications()
         _, icon = self.start_with_icon(tools(entry("Quiet", "true", showNotification=True)))
         icon.choose("Quiet")

@@ -182,7 +182,7 @@ class WelcomeWindowOnTheDesktopTest(WindowsTestCase):
         self.assertIn("Copy", titles)
         self.assertIn("Quit Quillmar", titles)
 
-    def test_the_second_launch_greets_nobody(self):
+    def test_the_second_launch_shows_no_welcome_window(self):
         self.launch().press("Get Started")
         self.windows.wait_until_gone("Welcome to Quillmar")
         self.icon.choose("Quit Quillmar")

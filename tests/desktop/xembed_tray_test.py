@@ -1,4 +1,4 @@
-"""A panel that has a tray of the older kind alone. Runs on a desktop without a panel."""
+"""A panel that has an XEmbed tray only. Runs on a desktop without a panel."""
 
 import subprocess
 import unittest
@@ -12,7 +12,7 @@ from Xlib import X, display
 ICON_COLOUR = b"\x80\x80\x80"
 
 
-class OlderTray:
+class XembedTray:
     """A panel along the top of the screen that the test starts and kills itself."""
 
     SETTINGS = """\
@@ -39,8 +39,8 @@ systray_icon_size = 22
 
 
 class BusPanel:
-    """A panel of the newer kind alone: the usual one takes the place of older trays, too, and they
-    don't come back after its end."""
+    """A StatusNotifier panel only: the usual panel also replaces XEmbed trays, and they do not come
+    back after it ends."""
 
     def __init__(self):
         self.process = subprocess.Popen(
@@ -52,10 +52,10 @@ class BusPanel:
         self.process.wait()
 
 
-class OlderTrayTest(PopUpTestCase):
+class XembedTrayTest(PopUpTestCase):
 
     def start_tray(self):
-        tray = OlderTray(self.scratch)
+        tray = XembedTray(self.scratch)
         self.addCleanup(tray.kill)
         return tray
 
@@ -116,7 +116,7 @@ class OlderTrayTest(PopUpTestCase):
         icon.choose("Second")
         self.wait_for_file("second")
 
-    def test_when_the_newer_panel_has_gone_the_icon_returns_to_the_older_tray(self):
+    def test_when_the_bus_panel_has_gone_the_icon_returns_to_the_xembed_tray(self):
         self.start_tray()
         panel = self.start_panel(BusPanel)
         self.start_with_two_items()
@@ -133,7 +133,7 @@ class OlderTrayTest(PopUpTestCase):
         self.wait_for_icon()
         self.start_panel(Panel)
         icon = StatusIcon(self.bus, self.program)
-        wait_until(lambda: not self.x_windows.embedded(), "the older icon has gone")
+        wait_until(lambda: not self.x_windows.embedded(), "the XEmbed icon has gone")
         self.screen.tray()
         icon.choose("Second")
         self.wait_for_file("second")
