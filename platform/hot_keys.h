@@ -13,6 +13,7 @@
 namespace quillmar {
 
 /// Bits of a hot key's modifiers. They differ from those of key presses (quillmar::modifiers).
+/// `option` is the Alt key, `command` the Super key.
 namespace hot_key_modifiers {
 inline constexpr std::uint32_t command = 0x0100;
 inline constexpr std::uint32_t shift = 0x0200;

@@ -7,7 +7,8 @@
 
 namespace quillmar {
 
-/// Bits of a modifier mask, for key equivalents, recorded shortcuts and key presses.
+/// Bits of a modifier mask, for key equivalents, recorded shortcuts and key presses. `option` is
+/// the Alt key, `command` the Super key.
 namespace modifiers {
 inline constexpr std::uint64_t shift = 0x20000;
 inline constexpr std::uint64_t control = 0x40000;

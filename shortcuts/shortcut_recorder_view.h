@@ -1,6 +1,6 @@
-// The control in which the user presses the key combination of an item. A click starts the
-// recording, the next combination ends it. Delete removes the shortcut; Escape, another click and
-// the loss of the focus leave it as it was. Main thread.
+// A control that records the keyboard shortcut of an item. A click starts the recording, the next
+// combination ends it. Delete removes the shortcut; Escape, another click and the loss of the focus
+// leave it as it was. Main thread.
 
 #pragma once
 

@@ -37,7 +37,7 @@ class DesktopPlatform {
     std::string name;
     std::string version;
     SystemServices::CommandEnvironment* commandEnvironment;
-    /// Shows a notification for a service that has none of its own.
+    /// Shows a notification. Used by the updater.
     UnavailableUpdaters::Notify notify;
   };
 

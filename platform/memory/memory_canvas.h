@@ -41,7 +41,7 @@ class MemoryCanvas final : public Canvas {
  public:
   explicit MemoryCanvas(const Size& size) : size_(size) {}
 
-  /// Every byte of a text is half as wide as the font is large; lines are as high as the font.
+  /// Fake metrics: each byte is half the font size wide, and a line is as high as the font size.
   static Size sizeOf(const std::string& text, const Font& font) {
     return {.width = static_cast<double>(text.size()) * font.size / 2, .height = font.size};
   }

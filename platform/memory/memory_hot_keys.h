@@ -30,8 +30,8 @@ class MemoryHotKeys final : public HotKeys {
   /// If set, later registrations fail with this status.
   void setError(std::optional<HotKeyStatus> error) { error_ = error; }
 
-  /// True: a combination of another program is refused by an event, as a service does that has to
-  /// ask the desktop. False, as initially: the registration fails.
+  /// If true, a combination that another program holds is refused later, by an event, as by a
+  /// service that must ask the desktop. If false (the default), the registration fails.
   void setRefusesLater(bool refusesLater) { refusesLater_ = refusesLater; }
 
   // State.

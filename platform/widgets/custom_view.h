@@ -22,8 +22,8 @@ class CustomView : public View {
   /// Draws the view. Changes no state.
   virtual void draw(Canvas& canvas) const = 0;
 
-  /// The radius of the corners of what is drawn. The window system draws the mark of the keyboard
-  /// focus around it, except while the view captures the keyboard.
+  /// The corner radius of the control. The window system draws the focus ring around it, except
+  /// while the view captures the keyboard.
   virtual double cornerRadius() const { return 0; }
 
   /// If true, and the view is the first responder, the window system delivers all key presses to

@@ -22,7 +22,7 @@ struct Rect {
   Point origin;
   Size size;
 
-  /// The rectangle without a margin on each of its sides.
+  /// The rectangle, shrunk by `margin` on each side.
   Rect insetBy(double margin) const {
     return {.origin = {.x = origin.x + margin, .y = origin.y + margin},
             .size = {.width = size.width - 2 * margin, .height = size.height - 2 * margin}};

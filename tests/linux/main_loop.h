@@ -6,8 +6,8 @@
 
 namespace quillmar {
 
-/// Dispatches events until the condition, which is asked after each turn, holds. False, and the
-/// test fails, when it still does not after a minute.
+/// Dispatches events until the condition, which is checked after each iteration, holds. False, and
+/// the test fails, when it still does not after a minute.
 bool runMainLoopUntil(const std::function<bool()>& done);
 
 /// Handles everything that is ready now, without waiting.

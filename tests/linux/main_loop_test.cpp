@@ -40,7 +40,7 @@ class SecondLoop {
 
 class MainLoopTest : public testing::Test {
  protected:
-  /// Has the main loop, whichever runs, do this in a turn of its own.
+  /// Has the main loop, whichever runs, do this in an iteration of its own.
   static void later(std::function<void()> task, int priority = G_PRIORITY_DEFAULT) {
     g_idle_add_full(
         priority,
@@ -77,17 +77,17 @@ TEST_F(MainLoopTest, ToldToQuitBeforeItRunsItDoesNotBegin) {
   while (!ran) g_main_context_iteration(nullptr, true);
 }
 
-TEST_F(MainLoopTest, TheTurnThatHandsOverEndsBeforeTheSecondLoopBegins) {
+TEST_F(MainLoopTest, TheIterationThatHandsOverEndsBeforeTheSecondLoopBegins) {
   later([&] {
     loop.handOver(second.successor());
-    note("rest of the turn");
+    note("rest of the iteration");
     later([&] {
       note("task in the second loop");
       loop.quit();
     });
   });
   loop.run();
-  EXPECT_THAT(events, ElementsAre("rest of the turn", "second loop", "task in the second loop",
+  EXPECT_THAT(events, ElementsAre("rest of the iteration", "second loop", "task in the second loop",
                                   "second loop over"));
 }
 

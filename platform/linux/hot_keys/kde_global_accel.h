@@ -32,7 +32,7 @@ class KdeGlobalAccel {
   /// Tells whether the session has the service. Starts nothing.
   void find(std::function<void(bool isKde)> found);
 
-  /// Lists the stored shortcuts of all identities; empty if the service does not tell.
+  /// Lists the stored shortcuts of all identities; empty if the service does not reply.
   void list(std::function<void(std::vector<KdeShortcut> stored)> listed);
 
   /// Removes a stored shortcut and frees its key.

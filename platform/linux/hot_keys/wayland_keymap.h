@@ -54,8 +54,8 @@ class WaylandKeymap {
   wl_seat* seat_ = nullptr;
   wl_keyboard* keyboard_ = nullptr;
   guint source_ = 0;
-  /// Round trips until the compositor has sent a keymap if it has one: they announce the seat, its
-  /// keyboard, and the keymap.
+  /// Remaining round trips before a missing keymap is reported: one each for the seat, its keyboard
+  /// and the keymap.
   int pendingRoundTrips_ = 3;
   bool isReported_ = false;
 };

@@ -11,8 +11,8 @@
 namespace quillmar {
 
 struct AutostartEntry {
-  /// Why no desktop or not this one starts the program, as the end of a sentence, such as "its key
-  /// Hidden is true"; empty if nothing switches the entry off.
+  /// Why this desktop does not start the program, as the end of a sentence, such as "its key Hidden
+  /// is true"; empty if nothing switches the entry off.
   std::string switchedOffBy;
   /// The first word of Exec; empty if the file has no valid one.
   std::string program;

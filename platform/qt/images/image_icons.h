@@ -23,9 +23,9 @@ struct TemplateColors {
   QColor selectedText;
 };
 
-/// The icon in these colours, `side` device-independent pixels wide and high, for a screen with so
-/// many pixels to each. Made once: the toolkit remembers pixels by the icon that they came from, so
-/// that icons made again and again would fill its memory.
+/// The icon in these colours, `side` device-independent pixels wide and high, at the given device
+/// pixel ratio. Icons are cached: the toolkit caches pixmaps per icon, so creating the same icon
+/// repeatedly would fill its cache.
 QIcon tintedIcon(const Image& image, const TemplateColors& colors, int side,
                  qreal devicePixelRatio);
 

@@ -15,7 +15,7 @@ namespace quillmar {
 class EmbeddedStatusItem final : public StatusItem {
  public:
   /// Shown with its first image, or with the program's icon where that image is missing. Actions
-  /// run in turns of `mainQueue`. Precondition: there is no StatusNotifier host, or the toolkit
+  /// run in tasks of `mainQueue`. Precondition: there is no StatusNotifier host, or the toolkit
   /// would show the icon there.
   explicit EmbeddedStatusItem(TaskQueue& mainQueue);
   ~EmbeddedStatusItem() override;

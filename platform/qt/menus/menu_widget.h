@@ -15,7 +15,7 @@ namespace quillmar {
 /// Handlers for chosen entries.
 struct MenuChoice {
   TaskQueue& mainQueue;
-  /// Called with every chosen entry, in its own turn of the main queue.
+  /// Called with every chosen entry, in a separate task of the main queue.
   std::function<void(const ActionEntry& entry)> choose;
 };
 

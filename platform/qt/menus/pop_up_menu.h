@@ -11,8 +11,9 @@
 
 namespace quillmar {
 
-/// Opens the menu as WindowSystem::popUpMenu describes. Where the display lets no program place its
-/// windows, the menu lies in a small window of its own, which `activation` gives the focus.
+/// Opens the menu as WindowSystem::popUpMenu describes. On displays where programs cannot position
+/// windows (Wayland), the menu opens in a small window of its own, which `activation` gives the
+/// focus.
 void popUpMenuWidget(const Menu& menu, std::optional<ScreenPoint> position,
                      const Activation& activation, const MenuChoice& choice);
 

@@ -6,7 +6,7 @@
 
 namespace quillmar {
 
-/// Mixes the colours: `share`, from 0 to 1, of `other`, the rest of `color`.
+/// Blends two colours; `share` is the fraction of `other`, 0 to 1.
 QColor mixed(const QColor& color, const QColor& other, float share);
 
 /// The colour, or, where it is too close to the background, as little of `text` mixed in as makes

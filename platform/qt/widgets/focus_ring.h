@@ -1,4 +1,4 @@
-// The mark of the widget that has the keyboard focus.
+// The focus ring.
 
 #pragma once
 

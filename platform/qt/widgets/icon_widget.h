@@ -1,4 +1,4 @@
-// An icon of the icon themes, as large as there is room.
+// An icon from the icon themes, scaled to fit.
 
 #pragma once
 

@@ -50,7 +50,7 @@ class TextWidget final : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  /// The text in lines of that width, or of any for an unlimited one.
+  /// Lays out the text at the given width; an unlimited width does not wrap.
   std::unique_ptr<QTextLayout> lines(int width) const;
   /// Those that are shown now.
   const QTextLayout& shownLines() const;
@@ -74,8 +74,7 @@ class TextWidget final : public QWidget {
   /// Where the selection began and where it ends now.
   int anchor_ = 0;
   int cursor_ = 0;
-  /// When, in the windowing system's milliseconds, a word was chosen that the next click extends to
-  /// the whole text.
+  /// Timestamp of the last double click; a third click then selects all text.
   std::optional<quint64> doubleClick_;
   // Measured or laid out once for each text, font and width; negative or null before.
   mutable int naturalWidth_ = -1;

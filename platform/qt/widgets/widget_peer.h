@@ -1,6 +1,6 @@
 // A peer shows one view: it owns a widget of the toolkit and reports its size limits. It reads its
-// view, and calls the view's user verbs from the widget's signals. Such a verb may destroy the
-// peer, so no member may be used after the call. Main thread.
+// view, and calls the view's functions for user events from the widget's signals. Such a function
+// may destroy the peer, so no member may be used after the call. Main thread.
 
 #pragma once
 
@@ -31,7 +31,7 @@ class WidgetPeer : public ViewPeer {
   View& view() const { return view_; }
   QWidget& widget() const { return *widget_; }
 
-  // Room, the view's stated size included.
+  // Size limits, including the view's stated size.
 
   Extent horizontal() const;
   /// When it is `width` wide.
@@ -59,7 +59,7 @@ class WidgetPeer : public ViewPeer {
   QtWindowPeer& window() const { return window_; }
   /// False if the widget was destroyed with its parent.
   bool hasWidget() const { return !widget_.isNull(); }
-  /// What the widget's signals are connected with: they end with the peer.
+  /// Context object for signal connections; they are disconnected when the peer is destroyed.
   QObject* receiver() { return &focusWatcher_; }
 
  private:

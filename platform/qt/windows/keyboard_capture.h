@@ -19,8 +19,8 @@ class KeyboardCapture {
   KeyboardCapture(const KeyboardCapture&) = delete;
   KeyboardCapture& operator=(const KeyboardCapture&) = delete;
 
-  /// The window has the keyboard. Does nothing if it captures the keyboard already, or if the
-  /// desktop does not allow it.
+  /// Does nothing if the window captures the keyboard already, or if the desktop does not allow it.
+  /// Precondition: the window has the keyboard focus.
   void begin(QWindow& window);
   void end();
 

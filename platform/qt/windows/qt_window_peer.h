@@ -15,7 +15,7 @@ namespace quillmar {
 
 class QtWindowPeer final : public WindowPeer {
  public:
-  /// While one exists, the program changes the focus, not the user.
+  /// While an instance exists, focus changes count as made by the program.
   class ProgramFocusChange {
    public:
     explicit ProgramFocusChange(QtWindowPeer& window) : window_(window) { ++window_.programActs_; }
@@ -40,7 +40,7 @@ class QtWindowPeer final : public WindowPeer {
 
   // For the peers of the window's views.
 
-  /// A view has changed: the window is laid out again in a later turn of the main loop.
+  /// A view has changed: the window is laid out again in a later iteration of the main loop.
   void contentChanged();
   /// The widget of the view has got the focus.
   void userFocused(View& view);

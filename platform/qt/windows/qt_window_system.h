@@ -14,7 +14,7 @@ namespace quillmar {
 
 class QtWindowSystem final : public WindowSystem {
  public:
-  /// Actions of menus run in turns of `mainQueue`, which is not owned.
+  /// Actions of menus run in tasks of `mainQueue`, which is not owned.
   explicit QtWindowSystem(TaskQueue& mainQueue);
 
   Result<std::unique_ptr<WindowPeer>> makeWindowPeer(Window& window) override;

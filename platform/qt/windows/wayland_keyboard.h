@@ -1,4 +1,4 @@
-// What the toolkit does not tell of the keyboard of a Wayland session: its layout, and how to keep
+// Keyboard state of a Wayland session that the toolkit does not expose: its layout, and how to keep
 // the compositor from using key combinations itself.
 
 #pragma once

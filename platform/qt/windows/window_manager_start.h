@@ -18,7 +18,7 @@ class WindowManagerStart final : public QAbstractNativeEventFilter {
   /// The one of the process. Precondition: a QApplication on an X display.
   static WindowManagerStart& shared();
 
-  /// From now on it is this window, which was shown while there was no window manager.
+  /// Sets the window to reactivate. It was shown while no window manager was running.
   void setWindow(QWidget& window) { window_ = &window; }
 
   bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
