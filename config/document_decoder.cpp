@@ -236,8 +236,8 @@ bool DocumentReader::read(const Value& value, std::vector<T>& target) {
     return fail(value, "an array");
   }
   // Grows step by step: an array of millions of invalid values must not reserve memory for all.
-  constexpr std::size_t mostReserved = 4096;
-  target.reserve(std::min(elements.size(), mostReserved));
+  constexpr std::size_t maximumReserved = 4096;
+  target.reserve(std::min(elements.size(), maximumReserved));
   Value child{.parent = &value};
   for (const dom::element element : elements) {
     child.element = element;

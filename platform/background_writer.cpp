@@ -30,14 +30,14 @@ void writeAll(int descriptor, std::string_view bytes) {
 /// write.
 class BackgroundWriter::Queue : public std::enable_shared_from_this<Queue> {
  public:
-  Queue(int descriptor, std::size_t mostWaitingBytes, StartThread startThread)
+  Queue(int descriptor, std::size_t maximumWaitingBytes, StartThread startThread)
       : descriptor_(descriptor),
-        mostWaitingBytes_(mostWaitingBytes),
+        maximumWaitingBytes_(maximumWaitingBytes),
         startThread_(std::move(startThread)) {}
 
   void append(std::string_view line) {
     const std::lock_guard lock(mutex_);
-    if (droppedLines_ > 0 || waiting_.size() + line.size() >= mostWaitingBytes_) {
+    if (droppedLines_ > 0 || waiting_.size() + line.size() >= maximumWaitingBytes_) {
       ++droppedLines_;
     } else {
       waiting_.append(line).append("\n");
@@ -77,7 +77,7 @@ class BackgroundWriter::Queue : public std::enable_shared_from_this<Queue> {
   }
 
   const int descriptor_;
-  const std::size_t mostWaitingBytes_;
+  const std::size_t maximumWaitingBytes_;
   const StartThread startThread_;
   std::mutex mutex_;
   std::condition_variable idle_;
@@ -87,9 +87,9 @@ class BackgroundWriter::Queue : public std::enable_shared_from_this<Queue> {
   bool hasThread_ = false;
 };
 
-BackgroundWriter::BackgroundWriter(int descriptor, std::size_t mostWaitingBytes,
+BackgroundWriter::BackgroundWriter(int descriptor, std::size_t maximumWaitingBytes,
                                    StartThread startThread)
-    : queue_(std::make_shared<Queue>(descriptor, mostWaitingBytes, std::move(startThread))) {}
+    : queue_(std::make_shared<Queue>(descriptor, maximumWaitingBytes, std::move(startThread))) {}
 
 BackgroundWriter::~BackgroundWriter() = default;
 

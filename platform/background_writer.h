@@ -16,9 +16,9 @@ namespace quillmar {
 class BackgroundWriter {
  public:
   /// Writes to `descriptor`, which must stay open until the end of the process. At most
-  /// `mostWaitingBytes` are buffered while the stream is blocked.
+  /// `maximumWaitingBytes` are buffered while the stream is blocked.
   explicit BackgroundWriter(
-      int descriptor, std::size_t mostWaitingBytes = 1 << 20,
+      int descriptor, std::size_t maximumWaitingBytes = 1 << 20,
       StartThread startThread = [](const std::function<void()>& task) {
         return startDetachedThread(task, "log");
       });

@@ -17,22 +17,23 @@ bool isPrintableAscii(std::string_view text) {
 
 }  // namespace
 
-std::string menuLabel(std::string_view title, std::size_t mostBytes) {
-  const std::size_t most = std::min(mostLabelCharacters, mostBytes);
-  if (title.size() <= most && isPrintableAscii(title)) return std::string(title);
+std::string menuLabel(std::string_view title, std::size_t maximumBytes) {
+  const std::size_t limit = std::min(maximumLabelCharacters, maximumBytes);
+  if (title.size() <= limit && isPrintableAscii(title)) return std::string(title);
 
   // Text beyond the limit is not processed: a title may have megabytes.
-  const std::string_view head = text::firstCharacters(title, mostLabelCharacters, mostBytes);
+  const std::string_view head = text::firstCharacters(title, maximumLabelCharacters, maximumBytes);
   std::string line = text::onOneLine(text::replacingInvalidCharacters(head));
   std::ranges::replace(line, '\t', ' ');
   line = text::withVisibleCharacters(line);
   const bool isWhole = head.size() == title.size();
   if (isWhole &&
-      text::firstCharacters(line, mostLabelCharacters, mostBytes).size() == line.size()) {
+      text::firstCharacters(line, maximumLabelCharacters, maximumBytes).size() == line.size()) {
     return line;
   }
-  const std::size_t room = mostBytes - std::min(mostBytes, ellipsis.size());
-  return std::string(text::firstCharacters(line, mostLabelCharacters - 1, room)).append(ellipsis);
+  const std::size_t room = maximumBytes - std::min(maximumBytes, ellipsis.size());
+  return std::string(text::firstCharacters(line, maximumLabelCharacters - 1, room))
+      .append(ellipsis);
 }
 
 }  // namespace quillmar

@@ -9,14 +9,14 @@
 namespace quillmar {
 
 /// Maximum length of a label in user-perceived characters (extended grapheme clusters).
-inline constexpr std::size_t mostLabelCharacters = 500;
+inline constexpr std::size_t maximumLabelCharacters = 500;
 
 /// Maximum size of one label. A single character can have any number of bytes.
-inline constexpr std::size_t mostLabelBytes = std::size_t{16} * 1024;
+inline constexpr std::size_t maximumLabelBytes = std::size_t{16} * 1024;
 
-/// The title on one line, with invisible characters made visible, truncated to mostLabelCharacters
-/// and to `mostBytes`. A truncated title ends in "…". Invalid UTF-8 and U+0000 are replaced by
-/// U+FFFD.
-std::string menuLabel(std::string_view title, std::size_t mostBytes = mostLabelBytes);
+/// The title on one line, with invisible characters made visible, truncated to
+/// maximumLabelCharacters and to `maximumBytes`. A truncated title ends in "…". Invalid UTF-8 and
+/// U+0000 are replaced by U+FFFD.
+std::string menuLabel(std::string_view title, std::size_t maximumBytes = maximumLabelBytes);
 
 }  // namespace quillmar

@@ -19,7 +19,7 @@ namespace quillmar {
 enum class StandardError { merged, separate };
 
 /// Maximum size of a child's output. Larger output is an error.
-inline constexpr std::size_t mostOutputBytes = std::size_t{256} << 20;
+inline constexpr std::size_t maximumOutputBytes = std::size_t{256} << 20;
 
 /// A configured child process, not launched yet.
 struct Process {
@@ -58,8 +58,8 @@ class RunningProcess {
 
   /// Blocks until the child and its descendants have closed the write ends of the pipes. Reads both
   /// pipes at the same time, so the child never blocks on one of them. Fails if the output exceeds
-  /// `mostOutputBytes` or the available memory. The pipes are then closed, so that the child does
-  /// not stay blocked: its next write fails, which ends most programs (SIGPIPE).
+  /// `maximumOutputBytes` or the available memory. The pipes are then closed, so that the child
+  /// does not stay blocked: its next write fails, which ends most programs (SIGPIPE).
   virtual Result<ProcessOutput> readToEnd() = 0;
 
   /// Blocks until the child exits, and reaps it. Returns its exit status, or 128 plus the number of

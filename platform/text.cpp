@@ -18,7 +18,7 @@ namespace {
 constexpr std::string_view replacementCharacter = "\uFFFD";
 
 // ICU counts bytes in 32 bits.
-constexpr std::size_t mostBytes = std::numeric_limits<std::int32_t>::max();
+constexpr std::size_t maximumIcuBytes = std::numeric_limits<std::int32_t>::max();
 
 struct CloseBreaks {
   void operator()(UBreakIterator* breaks) const { ubrk_close(breaks); }
@@ -86,7 +86,7 @@ struct OpenedBreaks {
   std::unique_ptr<UBreakIterator, CloseBreaks> breaks;
 };
 
-/// The character boundaries of a text of at most mostBytes. `breaks` is null if ICU's data is
+/// The character boundaries of a text of at most maximumIcuBytes. `breaks` is null if ICU's data is
 /// missing.
 OpenedBreaks characterBreaks(std::string_view text) {
   UErrorCode status = U_ZERO_ERROR;
@@ -145,7 +145,7 @@ using CaseMapping = std::int32_t(const UCaseMap* map, char* destination, std::in
 template <class AsciiMapping>
 std::string mapped(std::string_view text, CaseMapping* mapping, AsciiMapping asciiMapping) {
   std::string result(text);
-  if (isAscii(text) || text.size() > mostBytes) {
+  if (isAscii(text) || text.size() > maximumIcuBytes) {
     std::ranges::transform(result, result.begin(), asciiMapping);
     return result;
   }
@@ -226,7 +226,7 @@ std::string_view lastCharacters(std::string_view text, std::size_t count) {
     return asciiTail.substr(1);
   }
 
-  const std::string_view tail = text.substr(text.size() - std::min(text.size(), mostBytes));
+  const std::string_view tail = text.substr(text.size() - std::min(text.size(), maximumIcuBytes));
   const OpenedBreaks opened = characterBreaks(tail);
   UBreakIterator* const breaks = opened.breaks.get();
   if (breaks == nullptr) return lastCodePoints(tail, count);
@@ -236,8 +236,9 @@ std::string_view lastCharacters(std::string_view text, std::size_t count) {
   return tail.substr(static_cast<std::size_t>(std::max(start, 0)));
 }
 
-std::string_view firstCharacters(std::string_view text, std::size_t count, std::size_t most) {
-  const std::size_t sureEnd = std::min(count, most);
+std::string_view firstCharacters(std::string_view text, std::size_t count,
+                                 std::size_t maximumBytes) {
+  const std::size_t sureEnd = std::min(count, maximumBytes);
   if (sureEnd == 0) return {};
   if (text.size() <= sureEnd) return text;
   // Between two ASCII characters is a boundary, except in CR LF.
@@ -247,9 +248,10 @@ std::string_view firstCharacters(std::string_view text, std::size_t count, std::
   }
 
   // The code point after the limit shows whether a boundary precedes it.
-  const std::size_t looked = std::min(most, mostBytes - U8_MAX_LENGTH) + U8_MAX_LENGTH;
+  const std::size_t looked =
+      std::min(maximumBytes, maximumIcuBytes - U8_MAX_LENGTH) + U8_MAX_LENGTH;
   const std::string_view head = firstBytes(text, looked);
-  const std::string_view fitting = firstBytes(text, most);
+  const std::string_view fitting = firstBytes(text, maximumBytes);
   const OpenedBreaks opened = characterBreaks(head);
   if (!opened.breaks) return firstBytes(text, sureEnd);
   std::size_t end = 0;

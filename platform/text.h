@@ -33,9 +33,10 @@ std::vector<std::string> split(std::string_view text, char separator);
 /// is shorter.
 std::string_view lastCharacters(std::string_view text, std::size_t count);
 
-/// The first `count` user-perceived characters, or as many as fit into `mostBytes`. A first
+/// The first `count` user-perceived characters, or as many as fit into `maximumBytes`. A first
 /// character that does not fit is cut between code points.
-std::string_view firstCharacters(std::string_view text, std::size_t count, std::size_t mostBytes);
+std::string_view firstCharacters(std::string_view text, std::size_t count,
+                                 std::size_t maximumBytes);
 
 /// The first code point; 0 if the text is empty or starts with ill-formed UTF-8.
 char32_t firstCodePoint(std::string_view text);

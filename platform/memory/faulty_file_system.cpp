@@ -25,8 +25,8 @@ class FaultyFileSystem::Overwrite final : public FileOverwrite {
       if (wasDead || owner_.bytesOfLastWrite_ == 0) return {};
       return file_->write(offset, bytes.substr(0, owner_.bytesOfLastWrite_));
     }
-    const std::string_view fitting = bytes.substr(0, owner_.room_.value_or(bytes.size()));
-    if (owner_.room_) *owner_.room_ -= fitting.size();
+    const std::string_view fitting = bytes.substr(0, owner_.space_.value_or(bytes.size()));
+    if (owner_.space_) *owner_.space_ -= fitting.size();
     Result<void> written = file_->write(offset, fitting);
     if (!written || fitting.size() == bytes.size()) return written;
     return fileError(path_, "written", noSpaceLeft, ErrorKind::noSpace);
@@ -57,7 +57,7 @@ void FaultyFileSystem::failEveryCall(FileOperation operation, Error error) {
   failures_.insert_or_assign(operation, Failure{0, std::move(error)});
 }
 
-void FaultyFileSystem::dieAfterSteps(std::uint64_t steps, std::uint64_t bytesOfNextWrite) {
+void FaultyFileSystem::killAfterSteps(std::uint64_t steps, std::uint64_t bytesOfNextWrite) {
   stepsToLive_ = steps;
   bytesOfLastWrite_ = bytesOfNextWrite;
   isDead_ = false;
@@ -110,9 +110,9 @@ Result<void> FaultyFileSystem::replace(const std::string& path, std::string_view
                                        std::optional<std::uint32_t> permissions) {
   if (auto error = nextFailure(FileOperation::replace)) return *std::move(error);
   if (!isAlive()) return {};
-  if (room_) {
-    if (*room_ < bytes.size()) return fileError(path, "written", noSpaceLeft, ErrorKind::noSpace);
-    *room_ -= bytes.size();
+  if (space_) {
+    if (*space_ < bytes.size()) return fileError(path, "written", noSpaceLeft, ErrorKind::noSpace);
+    *space_ -= bytes.size();
   }
   return files_.replace(path, bytes, permissions);
 }

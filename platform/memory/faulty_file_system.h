@@ -44,14 +44,14 @@ class FaultyFileSystem final : public FileSystem {
 
   /// Limits the space for `write` and `replace` to this many more bytes: a `write` that does not
   /// fit writes a part and fails; a `replace` that does not fit has no effect.
-  void limitRoom(std::uint64_t bytes) { room_ = bytes; }
+  void limitSpace(std::uint64_t bytes) { space_ = bytes; }
 
   /// Simulates a kill after this many more steps. A step is one call of createDirectories,
-  /// createPrivateDirectory, replace,
-  /// openForOverwriting, reserve, write or setLength. If the next step is a write, its first
-  /// `bytesOfNextWrite` bytes are still written. Later steps have no effect but report success, so
-  /// that the caller runs to its end and the wrapped file system holds what a kill would have left.
-  void dieAfterSteps(std::uint64_t steps, std::uint64_t bytesOfNextWrite = 0);
+  /// createPrivateDirectory, replace, openForOverwriting, reserve, write or setLength. If the next
+  /// step is a write, its first `bytesOfNextWrite` bytes are still written. Later steps have no
+  /// effect but report success, so that the caller runs to its end and the wrapped file system
+  /// holds what a kill would have left.
+  void killAfterSteps(std::uint64_t steps, std::uint64_t bytesOfNextWrite = 0);
 
   /// Number of steps so far.
   std::uint64_t stepCount() const { return stepCount_; }
@@ -82,7 +82,7 @@ class FaultyFileSystem final : public FileSystem {
 
   FileSystem& files_;
   mutable std::map<FileOperation, Failure> failures_;
-  std::optional<std::uint64_t> room_;
+  std::optional<std::uint64_t> space_;
   std::optional<std::uint64_t> stepsToLive_;
   std::uint64_t bytesOfLastWrite_ = 0;
   bool isDead_ = false;

@@ -14,7 +14,7 @@ constexpr std::uint32_t mayRead = 0400;
 constexpr std::uint32_t mayWrite = 0200;
 constexpr std::uint32_t mayExecute = 0100;
 constexpr std::uint32_t newFilePermissions = 0644;
-constexpr int mostLinks = 40;
+constexpr int maximumLinks = 40;
 constexpr std::size_t spareCapacity = 64;
 constexpr std::size_t longestName = 255;
 constexpr std::size_t longestPath = 4095;
@@ -113,7 +113,7 @@ MemoryFileSystem::Place MemoryFileSystem::resolve(const std::string& path) const
       key = std::move(child);
       continue;
     }
-    if (++links > mostLinks) return {key, tooManyLinks};
+    if (++links > maximumLinks) return {key, tooManyLinks};
     if (link->target.starts_with('/')) key.resize(1);
     pushComponents(rest, link->target);
   }

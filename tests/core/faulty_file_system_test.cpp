@@ -79,7 +79,7 @@ TEST_F(FaultyFileSystemTest, EveryOperationCanFailWithoutAnEffect) {
 }
 
 TEST_F(FaultyFileSystemTest, AFullDiskTakesTheBytesThatFit) {
-  faulty_.limitRoom(4);
+  faulty_.limitSpace(4);
   EXPECT_EQ(overwrite("abcdefgh").error().description,
             "The file “/file” could not be written: No space left on device.");
   EXPECT_EQ(memory_.contents("/file"), "abcd456789");
@@ -87,7 +87,7 @@ TEST_F(FaultyFileSystemTest, AFullDiskTakesTheBytesThatFit) {
 }
 
 TEST_F(FaultyFileSystemTest, AFullDiskLeavesAFileThatIsReplacedAsItIs) {
-  faulty_.limitRoom(4);
+  faulty_.limitSpace(4);
   EXPECT_FALSE(faulty_.replace("/file", "abcdefgh", 0600).ok());
   EXPECT_EQ(memory_.contents("/file"), "0123456789");
   EXPECT_TRUE(faulty_.replace("/file", "abcd", 0600).ok());
@@ -101,14 +101,14 @@ TEST_F(FaultyFileSystemTest, AKillLeavesWhatTheStepsBeforeItHaveDone) {
   const std::vector<std::string> expected = {"abc", "abc", "abc", "xyc", "xy"};
   for (std::size_t steps = 0; steps < expected.size(); ++steps) {
     memory_.addFile("/file", "abc");
-    faulty_.dieAfterSteps(steps);
+    faulty_.killAfterSteps(steps);
     EXPECT_TRUE(overwrite("xy").ok());
     EXPECT_EQ(memory_.contents("/file"), expected[steps]) << "after " << steps << " steps";
   }
 }
 
 TEST_F(FaultyFileSystemTest, AKillInsideAWriteLeavesItsBeginning) {
-  faulty_.dieAfterSteps(2, 3);
+  faulty_.killAfterSteps(2, 3);
   EXPECT_TRUE(overwrite("abcdefgh").ok());
   EXPECT_EQ(memory_.contents("/file"), "abc3456789");
   EXPECT_TRUE(overwrite("zzz").ok());
@@ -116,7 +116,7 @@ TEST_F(FaultyFileSystemTest, AKillInsideAWriteLeavesItsBeginning) {
 }
 
 TEST_F(FaultyFileSystemTest, AfterAKillNothingIsMade) {
-  faulty_.dieAfterSteps(0);
+  faulty_.killAfterSteps(0);
   EXPECT_TRUE(faulty_.createDirectories("/folder").ok());
   EXPECT_TRUE(faulty_.replace("/new", "x", 0644).ok());
   EXPECT_TRUE(faulty_.openForOverwriting("/other").ok());

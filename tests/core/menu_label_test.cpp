@@ -48,7 +48,7 @@ TEST(MenuLabel, HasAtMostSixteenKilobytes) {
   const std::string label = menuLabel("ab" + repeated("\u0301", 1'000'000));
   EXPECT_EQ(label, "a…");
   const std::string endless = menuLabel("a" + repeated("\u0301", 1'000'000));
-  EXPECT_LE(endless.size(), mostLabelBytes);
+  EXPECT_LE(endless.size(), maximumLabelBytes);
   EXPECT_TRUE(text::isValidUtf8(endless));
   EXPECT_TRUE(endless.ends_with("\u0301…"));
 }

@@ -308,7 +308,7 @@ TEST_F(SettingsFileTest, ASaveThatFailsTwiceForLackOfSpaceLeavesNoMixtureThatDec
     MemoryFileSystem disk;
     disk.addFile(path, old);
     FaultyFileSystem faulty(disk);
-    faulty.limitRoom(old.size() + room);
+    faulty.limitSpace(old.size() + room);
     const bool saved = overwrite(faulty, replacement).ok();
     const std::string left = disk.contents(path).value();
     EXPECT_EQ(saved, left == replacement) << room;
@@ -327,7 +327,7 @@ TEST_F(SettingsFileTest, AWriteThatTheDiskRefusesAtTheEndPutsTheOldBytesBack) {
 
 TEST_F(SettingsFileTest, AFailedFirstWriteLeavesNoFileBehind) {
   FaultyFileSystem faulty(files);
-  faulty.limitRoom(10);
+  faulty.limitSpace(10);
   EXPECT_FALSE(overwrite(faulty, document("new")));
   EXPECT_FALSE(files.exists(path));
 }
@@ -337,7 +337,7 @@ TEST_F(SettingsFileTest, KilledDuringTheFirstWriteThereIsNoFileOrAWholeOne) {
     MemoryFileSystem disk;
     disk.addFolder("/settings");
     FaultyFileSystem faulty(disk);
-    faulty.dieAfterSteps(steps, 5);
+    faulty.killAfterSteps(steps, 5);
     (void)overwrite(faulty, document("new"));
     EXPECT_EQ(disk.contents(path).value_or(document("new")), document("new"));
   }
@@ -366,7 +366,7 @@ TEST_F(SettingsFileTest, KilledAtAnyStepAndAnyByteTheFileOrTheCopyIsWhole) {
         disk.addFile(path, old);
         disk.addFile(previousPath, older);
         FaultyFileSystem faulty(disk);
-        faulty.dieAfterSteps(steps, bytes);
+        faulty.killAfterSteps(steps, bytes);
         (void)overwrite(faulty, replacement);
 
         const std::string settings = disk.contents(path).value();

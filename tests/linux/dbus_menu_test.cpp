@@ -266,14 +266,14 @@ TEST_F(DbusMenuTest, ALayoutOfHugeTitlesFitsIntoAMessage) {
 TEST_F(DbusMenuTest, ALayoutOfManyLongTitlesFitsIntoAMessage) {
   constexpr std::size_t longTitle = 450;
   Menu large;
-  for (std::size_t i = 0; i <= DbusMenuTree::mostEntries; ++i) {
+  for (std::size_t i = 0; i <= DbusMenuTree::maximumEntries; ++i) {
     ActionEntry entry = itemEntry(std::string(longTitle, '_'), "id");
     entry.image =
         Image{.name = std::string(255, 'i'), .isTemplate = true, .pointSize = {}, .weight = {}};
     large.entries.emplace_back(std::move(entry));
   }
   menu.setMenu(large);
-  EXPECT_EQ(panel.layout().children.size(), DbusMenuTree::mostEntries);
+  EXPECT_EQ(panel.layout().children.size(), DbusMenuTree::maximumEntries);
 }
 
 TEST_F(DbusMenuTest, GivesSinglePropertiesAndTheirDefaults) {

@@ -103,30 +103,30 @@ TEST(DbusMenuTree, AnEqualMenuIsNoGeneration) {
 TEST(DbusMenuTree, OfTooManyEntriesThoseOfTheTopLevelAreKept) {
   SubmenuEntry folder;
   folder.title = "Folder";
-  folder.submenu = menuOf(std::vector<std::string>(DbusMenuTree::mostEntries, "Inner"));
+  folder.submenu = menuOf(std::vector<std::string>(DbusMenuTree::maximumEntries, "Inner"));
   Menu menu;
   menu.entries = {folder, folder};
   menu.entries.emplace_back(menuOf({"Quit"}).entries.front());
   DbusMenuTree tree;
   tree.replace(menu);
-  EXPECT_EQ(tree.nodes().size(), DbusMenuTree::mostEntries);
+  EXPECT_EQ(tree.nodes().size(), DbusMenuTree::maximumEntries);
   const auto root = tree.find(DbusMenuTree::rootId);
   ASSERT_EQ(root->childCount, 3);
   EXPECT_EQ(titleAt(tree, root->firstChild + 2), "Quit");
   const auto first = tree.find(root->firstChild);
-  EXPECT_EQ(first->childCount, static_cast<Id>(DbusMenuTree::mostEntries - 3));
+  EXPECT_EQ(first->childCount, static_cast<Id>(DbusMenuTree::maximumEntries - 3));
   EXPECT_EQ(titleAt(tree, first->firstChild + first->childCount - 1), "Inner");
   EXPECT_EQ(tree.find(root->firstChild + 1)->childCount, 0);
 }
 
 TEST(DbusMenuTree, AMenuThatIsTooLongKeepsItsLastEntries) {
-  std::vector<std::string> titles(DbusMenuTree::mostEntries, "Item");
+  std::vector<std::string> titles(DbusMenuTree::maximumEntries, "Item");
   titles.front() = "First";
   titles.emplace_back("About");
   titles.emplace_back("Quit");
   DbusMenuTree tree;
   tree.replace(menuOf(titles));
-  ASSERT_EQ(tree.nodes().size(), DbusMenuTree::mostEntries);
+  ASSERT_EQ(tree.nodes().size(), DbusMenuTree::maximumEntries);
   EXPECT_EQ(titleAt(tree, tree.nodes().front().id), "First");
   EXPECT_EQ(titleAt(tree, tree.nodes().end()[-3].id), "Item");
   EXPECT_EQ(titleAt(tree, tree.nodes().end()[-2].id), "About");

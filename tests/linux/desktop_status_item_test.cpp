@@ -20,7 +20,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// A desktop whose trays of the older kind come and go as the test says.
+/// A desktop whose XEmbed trays come and go as the test says.
 class ManualTrays final : public TrayWatch {
  public:
   void start(std::function<void(bool hasTray)> changed) override {
@@ -89,7 +89,7 @@ class DesktopStatusItemTest : public testing::Test, protected Desktop {
     item.setHost(StatusNotifierHost::missing);
   }
 
-  /// The icon in the tray of the older kind; null when there is none.
+  /// The icon in the XEmbed tray; null when there is none.
   MemoryStatusItem* embedded() const {
     const auto& all = windows.embeddedStatusItems();
     EXPECT_LE(all.size(), 1u);
@@ -103,7 +103,7 @@ class DesktopStatusItemTest : public testing::Test, protected Desktop {
 TEST_F(DesktopStatusItemTest, WithAPanelNothingElseIsLookedFor) {
   trays.setHasTray(true);
   item.setHost(StatusNotifierHost::present);
-  clock.advance(DesktopStatusItem::patience);
+  clock.advance(DesktopStatusItem::panelTimeout);
   EXPECT_FALSE(trays.isWatched());
   EXPECT_EQ(embedded(), nullptr);
   EXPECT_TRUE(item.isShown());
@@ -111,8 +111,8 @@ TEST_F(DesktopStatusItemTest, WithAPanelNothingElseIsLookedFor) {
 
 TEST_F(DesktopStatusItemTest, APanelGetsFiveSecondsToAppear) {
   trays.setHasTray(true);
-  EXPECT_EQ(DesktopStatusItem::patience, std::chrono::seconds(5));
-  clock.advance(DesktopStatusItem::patience - aMoment);
+  EXPECT_EQ(DesktopStatusItem::panelTimeout, std::chrono::seconds(5));
+  clock.advance(DesktopStatusItem::panelTimeout - aMoment);
   EXPECT_FALSE(trays.isWatched());
   clock.advance(aMoment);
   EXPECT_NE(embedded(), nullptr);
@@ -124,10 +124,10 @@ TEST_F(DesktopStatusItemTest, WhileAPanelShowsTheIconNothingIsWaitedFor) {
   EXPECT_FALSE(clock.hasTasks());
 }
 
-TEST_F(DesktopStatusItemTest, AnOlderTrayShowsTheImageAndTheMenu) {
+TEST_F(DesktopStatusItemTest, AnXembedTrayShowsTheImageAndTheMenu) {
   item.setImage(Image{.name = "statusIcon", .isTemplate = true, .pointSize = {}, .weight = {}});
   trays.setHasTray(true);
-  clock.advance(DesktopStatusItem::patience);
+  clock.advance(DesktopStatusItem::panelTimeout);
   ASSERT_NE(embedded(), nullptr);
   EXPECT_EQ(embedded()->image()->name, "statusIcon");
   EXPECT_EQ(embedded()->menu(), menuWith({itemEntry("First", "1")}));
@@ -142,13 +142,13 @@ TEST_F(DesktopStatusItemTest, AnOlderTrayShowsTheImageAndTheMenu) {
 
 TEST_F(DesktopStatusItemTest, WithoutAnyTrayNoWindowsAreAskedFor) {
   windows.failure = Error{"This would have been asked for."};
-  clock.advance(DesktopStatusItem::patience);
+  clock.advance(DesktopStatusItem::panelTimeout);
   EXPECT_TRUE(trays.isWatched());
   EXPECT_FALSE(item.isShown());
 }
 
-TEST_F(DesktopStatusItemTest, AnOlderTrayThatStartsLateGetsTheIconAndTakesItAlong) {
-  clock.advance(DesktopStatusItem::patience);
+TEST_F(DesktopStatusItemTest, AnXembedTrayThatStartsLateGetsTheIconAndTakesItAlong) {
+  clock.advance(DesktopStatusItem::panelTimeout);
   EXPECT_EQ(embedded(), nullptr);
   trays.setHasTray(true);
   EXPECT_NE(embedded(), nullptr);
@@ -161,24 +161,24 @@ TEST_F(DesktopStatusItemTest, AnOlderTrayThatStartsLateGetsTheIconAndTakesItAlon
 
 TEST_F(DesktopStatusItemTest, APanelThatAppearsTakesTheIconOver) {
   trays.setHasTray(true);
-  clock.advance(DesktopStatusItem::patience);
+  clock.advance(DesktopStatusItem::panelTimeout);
   item.setHost(StatusNotifierHost::present);
   EXPECT_EQ(embedded(), nullptr);
   EXPECT_FALSE(trays.isWatched());
   EXPECT_TRUE(item.isShown());
 }
 
-TEST_F(DesktopStatusItemTest, APanelThatRestartsInTimeLeavesTheOlderTrayAlone) {
+TEST_F(DesktopStatusItemTest, APanelThatRestartsInTimeLeavesTheXembedTrayAlone) {
   trays.setHasTray(true);
   item.setHost(StatusNotifierHost::present);
   item.setHost(StatusNotifierHost::missing);
-  clock.advance(DesktopStatusItem::patience - aMoment);
+  clock.advance(DesktopStatusItem::panelTimeout - aMoment);
   item.setHost(StatusNotifierHost::present);
   item.setHost(StatusNotifierHost::missing);
   // Of the wait before, this would be the end.
   clock.advance(aMoment);
   EXPECT_FALSE(trays.isWatched());
-  clock.advance(DesktopStatusItem::patience - aMoment);
+  clock.advance(DesktopStatusItem::panelTimeout - aMoment);
   EXPECT_NE(embedded(), nullptr);
 }
 
@@ -186,28 +186,28 @@ TEST_F(DesktopStatusItemTest, APanelThatHasNotSaidWhetherItShowsIconsIsWaitedFor
   trays.setHasTray(true);
   item.setHost(StatusNotifierHost::unknown);
   EXPECT_FALSE(clock.hasTasks());
-  clock.advance(DesktopStatusItem::patience);
+  clock.advance(DesktopStatusItem::panelTimeout);
   EXPECT_FALSE(trays.isWatched());
   item.setHost(StatusNotifierHost::missing);
-  clock.advance(DesktopStatusItem::patience);
+  clock.advance(DesktopStatusItem::panelTimeout);
   EXPECT_NE(embedded(), nullptr);
 }
 
 TEST_F(DesktopStatusItemTest, WhileThePanelIsUnknownTheIconStays) {
   trays.setHasTray(true);
-  clock.advance(DesktopStatusItem::patience);
+  clock.advance(DesktopStatusItem::panelTimeout);
   item.setHost(StatusNotifierHost::unknown);
   EXPECT_NE(embedded(), nullptr);
   trays.setHasTray(false);
   item.setHost(StatusNotifierHost::missing);
-  clock.advance(DesktopStatusItem::patience);
+  clock.advance(DesktopStatusItem::panelTimeout);
   EXPECT_EQ(embedded(), nullptr);
 }
 
 TEST_F(DesktopStatusItemTest, AnIconThatCannotBeShownIsTriedAgainWithTheNextTray) {
   windows.failure = Error{"No windows."};
   trays.setHasTray(true);
-  clock.advance(DesktopStatusItem::patience);
+  clock.advance(DesktopStatusItem::panelTimeout);
   EXPECT_FALSE(item.isShown());
   windows.failure.reset();
   trays.setHasTray(false);
@@ -218,7 +218,7 @@ TEST_F(DesktopStatusItemTest, AnIconThatCannotBeShownIsTriedAgainWithTheNextTray
 TEST_F(DesktopStatusItemTest, EntriesDoTheSameWhereverTheyAreChosen) {
   ASSERT_TRUE(notifier.click(notifier.open(), {"First"}, {0, "panel"}));
   trays.setHasTray(true);
-  clock.advance(DesktopStatusItem::patience);
+  clock.advance(DesktopStatusItem::panelTimeout);
   ASSERT_TRUE(embedded()->click(embedded()->open(), {"First"}, {0, "tray"}));
   ASSERT_TRUE(item.popUp({}));
   ASSERT_TRUE(windows.chooseFromPopUp({"First"}));
@@ -260,12 +260,12 @@ TEST(DesktopStatusItem, WhatWaitsWhenItGoesAwayIsDropped) {
     ASSERT_TRUE(desktop.windows.chooseFromPopUp({"First"}));
   }
   desktop.queue.run();
-  desktop.clock.advance(DesktopStatusItem::patience);
+  desktop.clock.advance(DesktopStatusItem::panelTimeout);
   EXPECT_EQ(runs, 0);
   EXPECT_FALSE(desktop.trays.isWatched());
 }
 
-/// An item whose user looks at the tray of the older kind.
+/// An item whose user looks at the XEmbed tray.
 class EmbeddedHarness : private Desktop {
  public:
   struct Opened {
@@ -276,7 +276,7 @@ class EmbeddedHarness : private Desktop {
   EmbeddedHarness() {
     item_.setHost(StatusNotifierHost::missing);
     trays.setHasTray(true);
-    clock.advance(DesktopStatusItem::patience);
+    clock.advance(DesktopStatusItem::panelTimeout);
   }
 
   StatusItem& item() { return item_; }

@@ -211,7 +211,7 @@ TEST_F(PosixProcessesTest, ADetachedProgramLeavesNoZombie) {
 }
 
 TEST_F(PosixProcessesTest, OutputBeyondTheLimitIsAnErrorAndDoesNotBlockTheChild) {
-  EXPECT_EQ(mostOutputBytes, 256u << 20);
+  EXPECT_EQ(maximumOutputBytes, 256u << 20);
   PosixProcesses limited(PosixProcesses::Terminal::detach, 1 << 20);
   for (const StandardError standardError : {StandardError::merged, StandardError::separate}) {
     Process process = testProgram({"printMuch", std::to_string(1 << 19)});

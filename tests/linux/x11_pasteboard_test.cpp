@@ -114,9 +114,9 @@ TEST_F(X11PasteboardTest, OtherTextIsNoString) {
 
 TEST_F(X11PasteboardTest, ATextTooLongToConvertQuicklyIsOfferedAsUtf8Only) {
   XRequestor requestor(display());
-  pasteboard_->setString(std::string(SelectionContents::mostLatin1Bytes, 'x'));
+  pasteboard_->setString(std::string(SelectionContents::maximumLatin1Bytes, 'x'));
   EXPECT_EQ(requestor.paste("TEXT").type, XCB_ATOM_STRING);
-  pasteboard_->setString(std::string(SelectionContents::mostLatin1Bytes + 1, 'x'));
+  pasteboard_->setString(std::string(SelectionContents::maximumLatin1Bytes + 1, 'x'));
   EXPECT_EQ(requestor.paste("STRING").property, XCB_ATOM_NONE);
   EXPECT_EQ(requestor.paste("TEXT").type, requestor.atom("UTF8_STRING"));
 }

@@ -28,7 +28,7 @@ constexpr mode_t permissionBits = 07777;
 constexpr mode_t newFilePermissions = 0666;
 constexpr mode_t privateFilePermissions = 0600;
 constexpr mode_t privateFolderPermissions = 0700;
-constexpr int mostLinks = 40;
+constexpr int maximumLinks = 40;
 
 /// The path as a C string for system calls. A path with a U+0000 names no file; it becomes the
 /// empty path, which never exists.
@@ -106,7 +106,7 @@ int writeFully(int file, std::uint64_t offset, std::string_view bytes) {
 
 /// Follows a chain of symbolic links to its end, which need not exist.
 std::string followLinks(std::string path) {
-  for (int links = 0; links < mostLinks; ++links) {
+  for (int links = 0; links < maximumLinks; ++links) {
     std::error_code notALink;
     const std::filesystem::path target = std::filesystem::read_symlink(path, notALink);
     if (notALink) break;

@@ -12,7 +12,7 @@ namespace quillmar {
 
 namespace {
 
-constexpr std::size_t mostUnanswered = 32;
+constexpr std::size_t maximumUnanswered = 32;
 
 constexpr const char* serviceName = "org.freedesktop.Notifications";
 constexpr const char* applicationName = "Quillmar";
@@ -117,7 +117,7 @@ void DesktopNotifications::capabilitiesArrived(GVariant* result, const GError* e
 }
 
 void DesktopNotifications::sendWaiting(bool bodyIsMarkup) {
-  while (!waiting_.empty() && unanswered_ < mostUnanswered) {
+  while (!waiting_.empty() && unanswered_ < maximumUnanswered) {
     Request request = std::move(waiting_.front());
     waiting_.pop_front();
     notify(std::move(request), bodyIsMarkup);

@@ -62,7 +62,7 @@ SelectionContents::SelectionContents(const SelectionAtoms& atoms,
                                      std::shared_ptr<const std::string> text, xcb_timestamp_t since)
     : atoms_(atoms),
       text_(std::move(text)),
-      isLatin1_(text_->size() <= mostLatin1Bytes && isLatin1(*text_)),
+      isLatin1_(text_->size() <= maximumLatin1Bytes && isLatin1(*text_)),
       since_(since) {}
 
 std::optional<SelectionValue> SelectionContents::value(xcb_atom_t target) const {

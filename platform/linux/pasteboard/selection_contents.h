@@ -41,7 +41,7 @@ struct SelectionValue {
 class SelectionContents {
  public:
   /// Longer texts are not offered as Latin-1: converting them would block the main thread.
-  static constexpr std::size_t mostLatin1Bytes = 16 << 20;
+  static constexpr std::size_t maximumLatin1Bytes = 16 << 20;
 
   /// `text` is valid UTF-8; `since` is the server's time at which the selection was acquired. The
   /// atoms must outlive this.

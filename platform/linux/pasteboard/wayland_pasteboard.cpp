@@ -17,7 +17,7 @@ namespace quillmar {
 namespace {
 
 /// Storing a text of this size takes less than a millisecond.
-constexpr std::size_t mostBytesOnMainThread = 1 << 20;
+constexpr std::size_t maximumBytesOnMainThread = 1 << 20;
 
 }  // namespace
 
@@ -49,7 +49,7 @@ void WaylandPasteboard::setString(std::string text) {
 }
 
 void WaylandPasteboard::start(std::string text) {
-  const bool isLong = text.size() > mostBytesOnMainThread;
+  const bool isLong = text.size() > maximumBytesOnMainThread;
   const auto promise = std::make_shared<std::promise<StoredText>>();
   stored_ = promise->get_future();
   const auto work = [promise, text = std::make_shared<const std::string>(std::move(text))] {

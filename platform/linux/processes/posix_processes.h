@@ -24,7 +24,7 @@ class PosixProcesses final : public Processes {
 
   /// Also makes the system keep the exit statuses of this program's children, which the parent
   /// process may have disabled. `outputLimit` is in bytes. Main thread, before anything launches.
-  explicit PosixProcesses(Terminal terminal, std::size_t outputLimit = mostOutputBytes);
+  explicit PosixProcesses(Terminal terminal, std::size_t outputLimit = maximumOutputBytes);
   ~PosixProcesses() override;
   PosixProcesses(const PosixProcesses&) = delete;
   PosixProcesses& operator=(const PosixProcesses&) = delete;

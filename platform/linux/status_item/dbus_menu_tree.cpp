@@ -15,7 +15,7 @@ std::size_t countEntries(const Menu& menu) {
     const auto* folder = std::get_if<SubmenuEntry>(&entry);
     if (folder) count += countEntries(folder->submenu);
   }
-  return std::min(count, DbusMenuTree::mostEntries);
+  return std::min(count, DbusMenuTree::maximumEntries);
 }
 
 }  // namespace
@@ -65,7 +65,7 @@ const DbusMenuTree::Node* DbusMenuTree::Generation::find(Id id) const {
 // `parent` may be one of generation.nodes, which are reserved and do not move.
 void DbusMenuTree::addNodes(Generation& generation, const Menu& menu, Node& parent) {
   const std::size_t first = generation.nodes.size();
-  const std::size_t count = std::min(menu.entries.size(), mostEntries - first);
+  const std::size_t count = std::min(menu.entries.size(), maximumEntries - first);
   parent.firstChild = generation.firstId + static_cast<Id>(first);
   parent.childCount = static_cast<Id>(count);
   // Entries between these two groups are dropped.

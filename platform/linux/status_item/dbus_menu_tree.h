@@ -3,8 +3,8 @@
 // Every changed menu starts a new generation. Its entries get new ids; siblings have consecutive
 // ids. The previous generation can be found until the next one starts, so a click on a menu that
 // was replaced while it was open still finds its entry. Ids are not reused (they wrap around after
-// two thousand million entries). The tree owns the menus. What it returns points into them and is
-// valid until the next replacement. Main thread.
+// about 2³¹ entries). The tree owns the menus. What it returns points into them and is valid until
+// the next replacement. Main thread.
 
 #pragma once
 
@@ -27,7 +27,7 @@ class DbusMenuTree {
   /// Largest number of entries; further ones are dropped, because an array in a bus message has at
   /// most 64 MiB. Entries of the top level are kept before those of submenus, and each menu keeps
   /// its last entries, such as the command that quits the program.
-  static constexpr std::size_t mostEntries = 16'384;
+  static constexpr std::size_t maximumEntries = 16'384;
 
   /// Number of entries kept at the end of a menu that is too long.
   static constexpr std::size_t keptLastEntries = 8;

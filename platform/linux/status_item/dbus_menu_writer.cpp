@@ -18,7 +18,7 @@ GVariant* stringVariant(std::string_view text) {
 }
 
 /// Limit on the total size of a menu's labels. A panel requests all of them in one message.
-constexpr std::size_t mostBytesOfLabels = std::size_t{8} * 1024 * 1024;
+constexpr std::size_t maximumBytesOfLabels = std::size_t{8} * 1024 * 1024;
 
 /// A shortcut is a list of key presses; ours have one.
 GVariant* shortcutVariant(const std::vector<std::string>& keys) {
@@ -53,8 +53,8 @@ DbusMenuWriter::DbusMenuWriter(const DbusMenuTree& tree, const DbusMenuStyle& st
     : tree_(tree),
       style_(style),
       wanted_(wanted),
-      mostLabelBytes_(std::min(mostLabelBytes,
-                               mostBytesOfLabels / std::max<std::size_t>(tree.nodes().size(), 1))),
+      maximumLabelBytes_(std::min(
+          maximumLabelBytes, maximumBytesOfLabels / std::max<std::size_t>(tree.nodes().size(), 1))),
       noChildren_(owned(g_variant_new_array(G_VARIANT_TYPE_VARIANT, nullptr, 0))) {
   for (std::size_t i = 0; i < propertyCount; ++i) {
     keys_.at(i) = owned(g_variant_new_string(names.at(i)));
@@ -143,7 +143,7 @@ GVariant* DbusMenuWriter::pair(Property property, GVariant* value) const {
 GVariant* DbusMenuWriter::labelVariant(const std::string& title) const {
   if (title.empty()) return g_variant_new_string(" ");
   std::string escaped;
-  for (const char character : menuLabel(title, mostLabelBytes_)) {
+  for (const char character : menuLabel(title, maximumLabelBytes_)) {
     escaped += character;
     if (character == '_') escaped += character;
   }

@@ -93,7 +93,7 @@ class DbusMenuWriter {
   const DbusMenuTree& tree_;
   const DbusMenuStyle& style_;
   std::uint32_t wanted_;
-  std::size_t mostLabelBytes_;
+  std::size_t maximumLabelBytes_;
   std::array<GVariantPtr, propertyCount> keys_;
   GVariantPtr noChildren_;
   GVariantPtr separatorPair_;

@@ -39,7 +39,7 @@ void DesktopStatusItem::setHost(StatusNotifierHost host) {
   stopLooking();
   if (host == StatusNotifierHost::present) embedded_.reset();
   if (host != StatusNotifierHost::missing) return;
-  stopWaiting_ = collaborators_.runLater(patience, [this] {
+  stopWaiting_ = collaborators_.runLater(panelTimeout, [this] {
     // The tray may have gone while it was not watched.
     embedded_.reset();
     collaborators_.trays.start([this](bool hasTray) { trayChanged(hasTray); });

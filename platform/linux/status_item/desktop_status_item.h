@@ -25,8 +25,8 @@ namespace quillmar {
 
 class DesktopStatusItem final : public StatusItem {
  public:
-  /// Time for a panel to appear that starts together with this program, or restarts.
-  static constexpr std::chrono::milliseconds patience = std::chrono::seconds(5);
+  /// How long to wait for a panel that starts together with this program, or restarts.
+  static constexpr std::chrono::milliseconds panelTimeout = std::chrono::seconds(5);
 
   /// Runs the task in the main loop after the delay, when setHost() has received all changes of
   /// that time. The returned function cancels it.

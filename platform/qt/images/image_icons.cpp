@@ -18,8 +18,8 @@ void tint(QPixmap& pixmap, const QColor& color) {
 
 QIcon tintedIcon(const Image& image, const TemplateColors& colors, int side,
                  qreal devicePixelRatio) {
-  constexpr qsizetype most = 500;
-  static QCache<QString, QIcon> made(most);
+  constexpr qsizetype maximumIcons = 500;
+  static QCache<QString, QIcon> made(maximumIcons);
   const QString key =
       QStringLiteral("%1 %2 %3 %4 %5 %6")
           .arg(QString::fromStdString(image.name), QIcon::themeName(),

@@ -72,7 +72,7 @@ Extent widestOf(const std::vector<Extent>& extents) {
   return widest;
 }
 
-std::vector<int> share(const std::vector<Extent>& extents, int available) {
+std::vector<int> distribute(const std::vector<Extent>& extents, int available) {
   const std::vector<int> minimum = lengthsOf(extents, &Extent::minimum);
   const std::vector<int> unclipped = lengthsOf(extents, &Extent::unclipped);
   const std::vector<int> preferred = lengthsOf(extents, &Extent::preferred);

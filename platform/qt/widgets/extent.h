@@ -11,7 +11,7 @@ struct Extent {
   /// The maximum of a view that takes whatever is left.
   static constexpr int unlimited = (1 << 24) - 1;
 
-  /// The view is useless when it is shorter. Texts may be cut off.
+  /// Smallest usable length; text may be clipped.
   int minimum = 0;
   /// From here on nothing is cut off, but the view may scroll or wrap its text.
   int unclipped = 0;
@@ -32,10 +32,9 @@ Extent sumOf(const std::vector<Extent>& extents);
 /// The extent of views side by side.
 Extent widestOf(const std::vector<Extent>& extents);
 
-/// A length for each of the extents. Together they fill `available` if they can. Spare length goes
-/// to those below their maximum, first to those that have one; missing length is taken from those
-/// that can scroll or wrap, and only then from the others. The sum is larger than `available` when
-/// the sum of the minimums is.
-std::vector<int> share(const std::vector<Extent>& extents, int available);
+/// Distributes `available` among the views. Spare length goes to views below their maximum, those
+/// with a finite maximum first. Missing length is taken first from views that can scroll or wrap.
+/// If the minimums exceed `available`, so does the result.
+std::vector<int> distribute(const std::vector<Extent>& extents, int available);
 
 }  // namespace quillmar

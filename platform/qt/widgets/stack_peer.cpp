@@ -79,7 +79,7 @@ void StackPeer::place(const QRect& frame) {
   const std::vector<int> wide = widths(peers, inside.width());
   const std::vector<Extent> extents = verticals(peers, wide);
   const std::vector<int> tall =
-      isRow() ? std::vector<int>() : share(extents, inside.height() - gaps(peers));
+      isRow() ? std::vector<int>() : distribute(extents, inside.height() - gaps(peers));
   const StackAlignment alignment = stack_.alignment();
 
   QPoint at = inside.topLeft();
@@ -123,7 +123,7 @@ std::vector<Extent> StackPeer::horizontals(const std::vector<WidgetPeer*>& peers
 
 std::vector<int> StackPeer::widths(const std::vector<WidgetPeer*>& peers, int width) const {
   const std::vector<Extent> extents = horizontals(peers);
-  if (isRow()) return share(extents, width - gaps(peers));
+  if (isRow()) return distribute(extents, width - gaps(peers));
   std::vector<int> widths;
   widths.reserve(extents.size());
   for (std::size_t i = 0; i < extents.size(); ++i) {
