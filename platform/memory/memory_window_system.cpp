@@ -4,12 +4,16 @@
 #include <utility>
 
 #include "platform/widgets/button.h"
+#include "platform/widgets/checkbox.h"
 #include "platform/widgets/custom_view.h"
+#include "platform/widgets/grid_view.h"
 #include "platform/widgets/image_view.h"
 #include "platform/widgets/label.h"
+#include "platform/widgets/pop_up_button.h"
 #include "platform/widgets/scroll_view.h"
 #include "platform/widgets/stack_view.h"
 #include "platform/widgets/text_field.h"
+#include "platform/widgets/text_view.h"
 #include "platform/widgets/view_visitor.h"
 
 namespace quillmar {
@@ -46,7 +50,13 @@ class Painter final : public ViewVisitor {
     widget_.accessibilityPressed = view.accessibilityPressed();
     widget_.capturesKeyboard = view.capturesKeyboard();
   }
+  void visit(Checkbox& checkbox) override {
+    widget_.accessibilityRole = AccessibilityRole::checkbox;
+    widget_.text = checkbox.title();
+    widget_.state = checkbox.state();
+  }
   void visit(FlexibleSpace& /*space*/) override {}
+  void visit(GridView& /*grid*/) override {}
   void visit(ImageView& imageView) override {
     widget_.accessibilityRole = AccessibilityRole::image;
     if (imageView.image()) widget_.text = imageView.image()->name;
@@ -55,6 +65,10 @@ class Painter final : public ViewVisitor {
     widget_.accessibilityRole = AccessibilityRole::staticText;
     widget_.text = label.text();
   }
+  void visit(PopUpButton& popUp) override {
+    widget_.accessibilityRole = AccessibilityRole::popUpButton;
+    widget_.text = popUp.selectedTitle();
+  }
   void visit(ScrollView& /*scrollView*/) override {}
   void visit(StackView& /*stack*/) override {}
   void visit(TextField& field) override {
@@ -62,6 +76,11 @@ class Painter final : public ViewVisitor {
     widget_.text = field.text();
     widget_.placeholder = field.placeholder();
     widget_.editable = field.editable();
+  }
+  void visit(TextView& textView) override {
+    widget_.accessibilityRole = AccessibilityRole::textArea;
+    widget_.text = textView.text();
+    widget_.editable = textView.editable();
   }
 
  private:

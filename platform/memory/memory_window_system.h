@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/control_state.h"
 #include "platform/memory/memory_canvas.h"
 #include "platform/memory/memory_status_item.h"
 #include "platform/task_queue.h"
@@ -22,7 +23,8 @@ namespace quillmar {
 
 /// The visible state of one widget.
 struct MemoryWidget {
-  /// Text of a label or a field, title of a button, name of an image.
+  /// Text of a label or a field, title of a button or checkbox, selected title of a pop-up button,
+  /// name of an image.
   std::string text;
   std::string placeholder;
   bool enabled = true;
@@ -30,6 +32,8 @@ struct MemoryWidget {
   /// For a field: whether it is editable.
   bool editable = true;
   bool isDefaultButton = false;
+  /// For a checkbox.
+  ControlState state = ControlState::off;
   /// The name reported to screen readers.
   std::string accessibilityLabel;
   AccessibilityRole accessibilityRole = AccessibilityRole::group;

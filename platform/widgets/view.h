@@ -25,7 +25,17 @@ class ViewVisitor;
 class Window;
 
 /// The role that is reported to screen readers.
-enum class AccessibilityRole { button, group, image, link, staticText, textField };
+enum class AccessibilityRole {
+  button,
+  checkbox,
+  group,
+  image,
+  link,
+  popUpButton,
+  staticText,
+  textArea,
+  textField
+};
 
 class View {
  public:

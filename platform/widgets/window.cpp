@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/widgets/alert_sheet.h"
 #include "platform/widgets/button.h"
 #include "platform/widgets/custom_view.h"
 #include "platform/widgets/scroll_view.h"
@@ -83,6 +84,21 @@ Result<void> Window::beginSheet(Window& sheet, const Activation& activation) {
   return shown;
 }
 
+Result<void> Window::beginAlert(Alert alert, const Activation& activation,
+                                std::function<void(std::size_t button)> onAnswer) {
+  auto sheet = std::make_unique<AlertSheet>(
+      windowSystem_, std::move(alert),
+      [this, onAnswer = std::move(onAnswer)](std::optional<std::size_t> button) {
+        // Destroying the alert destroys this function.
+        const auto answer = onAnswer;
+        alert_.reset();
+        if (button && answer) answer(*button);
+      });
+  Result<void> shown = sheet->begin(*this, activation);
+  if (shown) alert_ = std::move(sheet);
+  return shown;
+}
+
 void Window::leaveSheetParent() {
   if (sheetParent_ == nullptr) return;
   sheetParent_->sheet_ = nullptr;
@@ -145,8 +161,9 @@ bool Window::keyDown(const KeyPress& press) {
   if (firstResponder_ != nullptr && firstResponder_->takesInput() && firstResponder_->key(press)) {
     return true;
   }
-  if (press.is(keys::tab)) return moveFocus(1);
-  if (press.is(keys::backTab)) return moveFocus(-1);
+  // A view that uses Tab itself leaves it with Control to the window.
+  if (press.is(keys::tab) || press.is(keys::controlTab)) return moveFocus(1);
+  if (press.is(keys::backTab) || press.is(keys::controlBackTab)) return moveFocus(-1);
   Button* const button = buttonFor([&](const KeyEquivalent& key) { return press.is(key); });
   if (button != nullptr) {
     const bool takesInput = button->takesInput();

@@ -6,6 +6,8 @@
 
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,12 +17,14 @@
 #include "platform/application.h"
 #include "platform/key_press.h"
 #include "platform/result.h"
+#include "platform/widgets/alert.h"
 #include "platform/widgets/geometry.h"
 #include "platform/widgets/view.h"
 #include "platform/widgets/view_peer.h"
 
 namespace quillmar {
 
+class AlertSheet;
 class Button;
 class Window;
 class WindowSystem;
@@ -116,6 +120,12 @@ class Window {
   /// The window whose sheet this window is; null if it is not an open sheet.
   Window* sheetParent() const { return sheetParent_; }
 
+  /// Shows the alert as a sheet of this window. `onAnswer` gets the index of the button that the
+  /// user pressed, after the sheet has closed. It is not called if the sheet closes in another way,
+  /// for example with this window. Precondition: no sheet is open.
+  Result<void> beginAlert(Alert alert, const Activation& activation,
+                          std::function<void(std::size_t button)> onAnswer = {});
+
   View* firstResponder() const { return firstResponder_; }
   /// `view` must belong to this window; null for no first responder.
   void makeFirstResponder(View* view);
@@ -205,6 +215,7 @@ class Window {
   /// True while the sheet closes because this window closes.
   bool isClosing_ = false;
   Window* sheetParent_ = nullptr;
+  std::unique_ptr<AlertSheet> alert_;
   /// Expires when the window is destroyed.
   std::shared_ptr<Window*> self_ = std::make_shared<Window*>(this);
 };

@@ -12,6 +12,8 @@
 //   void switchToAnotherWindow(Window& window);
 //   void typeText(const View& field, const std::string& text);
 //                                               clicks into the field and types at its end
+//   void choose(const PopUpButton& popUp, std::size_t index);
+//                                               opens the menu and clicks on the title
 //   void typeAtFocus(Window& window, const std::string& text);
 //   void pressKey(Window& window, const KeyPress& press);
 //   void closeByTitleBar(Window& window);
@@ -24,6 +26,7 @@
 //   bool isShown(const View& view);             it has a widget, and that is not hidden
 //   bool isEnabledOnScreen(const View& view);
 //   bool isDefaultOnScreen(const Button& button);
+//   ControlState stateOnScreen(const Checkbox& checkbox);
 //   std::string textOnScreen(const View& view);
 //   std::string placeholderOnScreen(const TextField& field);
 //   std::string nameForScreenReaders(const View& view);

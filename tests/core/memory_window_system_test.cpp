@@ -4,10 +4,13 @@
 #include <gtest/gtest.h>
 
 #include "platform/memory/memory_task_queues.h"
+#include "tests/conformance/widgets_alert_conformance.h"
+#include "tests/conformance/widgets_choices_conformance.h"
 #include "tests/conformance/widgets_closing_conformance.h"
 #include "tests/conformance/widgets_controls_conformance.h"
 #include "tests/conformance/widgets_custom_view_conformance.h"
 #include "tests/conformance/widgets_keyboard_conformance.h"
+#include "tests/conformance/widgets_text_view_conformance.h"
 
 namespace quillmar {
 namespace {
@@ -21,19 +24,26 @@ class MemoryHarness {
   void click(const View& view) {
     View& clicked = const_cast<View&>(view);
     if (view.acceptsFirstResponder()) view.window()->focus(&clicked);
+    // Any of these may destroy the view.
     if (auto* const custom = dynamic_cast<CustomView*>(&clicked)) return custom->mouseDown();
-    if (auto* const button = dynamic_cast<Button*>(&clicked)) button->press();
+    if (auto* const button = dynamic_cast<Button*>(&clicked)) return button->press();
+    if (auto* const checkbox = dynamic_cast<Checkbox*>(&clicked)) checkbox->toggle();
+  }
+  void choose(const PopUpButton& popUp, std::size_t index) {
+    click(popUp);
+    const_cast<PopUpButton&>(popUp).select(index);
   }
   void typeText(const View& field, const std::string& text) {
     click(field);
-    auto& typed = const_cast<TextField&>(dynamic_cast<const TextField&>(field));
-    typed.type(typed.text() + text);
+    typeAtFocus(*field.window(), text);
   }
   void clickBesideViews(Window& window) { window.mouseDown(); }
   void switchToAnotherWindow(Window& window) { window.keyboardLost(); }
   void typeAtFocus(Window& window, const std::string& text) {
-    auto* const field = dynamic_cast<TextField*>(screen_.focused(window));
-    if (field != nullptr) field->type(field->text() + text);
+    View* const focused = screen_.focused(window);
+    if (auto* const field = dynamic_cast<TextField*>(focused))
+      return field->type(field->text() + text);
+    if (auto* const view = dynamic_cast<TextView*>(focused)) view->type(view->text() + text);
   }
   void pressKey(Window& window, const KeyPress& press) { window.key(press); }
   void closeByTitleBar(Window& window) { window.performClose(); }
@@ -54,6 +64,9 @@ class MemoryHarness {
   }
   bool isDefaultOnScreen(const Button& button) const {
     return screen_.widget(button)->isDefaultButton;
+  }
+  ControlState stateOnScreen(const Checkbox& checkbox) const {
+    return screen_.widget(checkbox)->state;
   }
   std::string textOnScreen(const View& view) const { return screen_.widget(view)->text; }
   std::string placeholderOnScreen(const TextField& field) const {
@@ -84,8 +97,11 @@ class MemoryHarness {
   MemoryWindowSystem screen_{queue_};
 };
 
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, AlertConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetChoicesConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetControlsConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetKeyboardConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, TextViewConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetClosingConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, CustomViewConformance, MemoryHarness);
 

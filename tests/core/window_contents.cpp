@@ -2,12 +2,16 @@
 
 #include <sstream>
 
+#include "platform/widgets/checkbox.h"
 #include "platform/widgets/custom_view.h"
+#include "platform/widgets/grid_view.h"
 #include "platform/widgets/image_view.h"
 #include "platform/widgets/label.h"
+#include "platform/widgets/pop_up_button.h"
 #include "platform/widgets/scroll_view.h"
 #include "platform/widgets/stack_view.h"
 #include "platform/widgets/text_field.h"
+#include "platform/widgets/text_view.h"
 #include "platform/widgets/view_visitor.h"
 
 namespace quillmar {
@@ -53,7 +57,19 @@ class OutlineWriter final : public ViewVisitor {
     line_ << "custom view";
     text_ = view.accessibilityValue();
   }
+  void visit(Checkbox& checkbox) override {
+    line_ << "checkbox";
+    addFont(checkbox.font());
+    if (checkbox.state() != ControlState::off) {
+      line_ << (checkbox.state() == ControlState::on ? " on" : " mixed");
+    }
+    text_ = checkbox.title();
+  }
   void visit(FlexibleSpace& /*space*/) override { line_ << "space"; }
+  void visit(GridView& grid) override {
+    line_ << "form spacing " << grid.rowSpacing() << " " << grid.columnSpacing() << " labels "
+          << grid.firstColumnWidth();
+  }
   void visit(ImageView& imageView) override {
     line_ << "image";
     if (imageView.image()) text_ = imageView.image()->name;
@@ -66,6 +82,10 @@ class OutlineWriter final : public ViewVisitor {
     if (label.wraps()) line_ << " wrapping";
     if (label.selectable()) line_ << " selectable";
     text_ = label.text();
+  }
+  void visit(PopUpButton& popUp) override {
+    line_ << "pop-up";
+    text_ = popUp.selectedTitle();
   }
   void visit(ScrollView& /*scrollView*/) override { line_ << "scroll"; }
   void visit(StackView& stack) override {
@@ -83,6 +103,12 @@ class OutlineWriter final : public ViewVisitor {
     if (!field.editable()) line_ << " read-only";
     if (!field.placeholder().empty()) line_ << " placeholder " << field.placeholder();
     text_ = field.text();
+  }
+  void visit(TextView& textView) override {
+    line_ << "text view";
+    if (!textView.editable()) line_ << " read-only";
+    addFont(textView.font());
+    text_ = textView.text();
   }
 
  private:

@@ -10,11 +10,15 @@
 #include <gtest/gtest.h>
 
 #include "platform/widgets/button.h"
+#include "platform/widgets/checkbox.h"
+#include "platform/widgets/grid_view.h"
 #include "platform/widgets/image_view.h"
 #include "platform/widgets/label.h"
+#include "platform/widgets/pop_up_button.h"
 #include "platform/widgets/scroll_view.h"
 #include "platform/widgets/stack_view.h"
 #include "platform/widgets/text_field.h"
+#include "platform/widgets/text_view.h"
 #include "tests/conformance/widgets_fixture.h"
 #include "tests/qt/qt_user.h"
 
@@ -100,6 +104,49 @@ TEST_F(AccessibilityTest, AFieldThatAScreenReaderFillsTellsTheModel) {
   accessible(field).setText(QAccessible::Value, "read aloud");
   EXPECT_EQ(field.text(), "read aloud");
   EXPECT_THAT(edits, ElementsAre("read aloud"));
+}
+
+TEST_F(AccessibilityTest, ACheckboxIsOneAndCanBeToggled) {
+  Checkbox& checkbox = stack->add<Checkbox>("Ask & wait");
+  show();
+  EXPECT_THAT(told(checkbox), Pair(QAccessible::CheckBox, "Ask & wait"));
+  EXPECT_FALSE(accessible(checkbox).state().checked);
+  accessible(checkbox).actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+  handleEventsUntil([&] { return checkbox.state() == ControlState::on; });
+  EXPECT_TRUE(accessible(checkbox).state().checked);
+}
+
+TEST_F(AccessibilityTest, APopUpButtonHasItsLabelItsTitleAndItsList) {
+  PopUpButton& popUp = stack->add<PopUpButton>(std::vector<std::string>{"One", "Two"});
+  popUp.setAccessibilityLabel("Type");
+  popUp.setSelectedIndex(1);
+  show();
+  EXPECT_THAT(told(popUp), Pair(QAccessible::ComboBox, "Type"));
+  EXPECT_EQ(value(popUp), "Two");
+  ASSERT_EQ(accessible(popUp).childCount(), 1);
+  EXPECT_EQ(accessible(popUp).child(0)->role(), QAccessible::List);
+  EXPECT_FALSE(accessible(popUp).state().expanded);
+  accessible(popUp).actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
+  EXPECT_TRUE(accessible(popUp).state().expanded);
+}
+
+TEST_F(AccessibilityTest, ATextViewHasItsLabelAndSeveralLines) {
+  TextView& textView = stack->add<TextView>();
+  textView.setText("one\ntwo");
+  textView.setAccessibilityLabel("Command");
+  show();
+  EXPECT_THAT(told(textView), Pair(QAccessible::EditableText, "Command"));
+  EXPECT_TRUE(accessible(textView).state().multiLine);
+  EXPECT_EQ(value(textView), "one\ntwo");
+}
+
+TEST_F(AccessibilityTest, AViewInAFormHasTheLabelOfItsRow) {
+  GridView& form = stack->add<GridView>();
+  const TextField& field = form.addRow<TextField>("Input label:");
+  const TextView& unnamed = form.addRow<TextView>("");
+  show();
+  EXPECT_EQ(told(field).second, "Input label");
+  EXPECT_EQ(told(unnamed).second, "");
 }
 
 TEST_F(AccessibilityTest, AnImageIsAGraphicWithItsLabel) {

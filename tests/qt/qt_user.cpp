@@ -1,9 +1,13 @@
 #include "tests/qt/qt_user.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDeadlineTimer>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QWindow>
@@ -17,6 +21,7 @@
 #include "platform/qt/widgets/widget_peer.h"
 #include "platform/qt/windows/qt_window_peer.h"
 #include "platform/virtual_key_codes.h"
+#include "platform/widgets/text_view.h"
 #include "tests/key_presses.h"
 
 namespace quillmar {
@@ -173,8 +178,18 @@ void QtUser::switchToAnotherWindow(Window& window) {
 void QtUser::typeText(const View& field, const std::string& text) {
   click(field);
   QWindow* const window = widgetOf(field).window()->windowHandle();
-  sendKey(window, pressOf(keys::end));
+  const std::uint64_t toEnd = dynamic_cast<const TextView*>(&field) ? modifiers::control : 0;
+  sendKey(window, pressOf({.character = keys::end.character, .modifierMask = toEnd}));
   typeAtFocus(*field.window(), text);
+}
+
+void QtUser::choose(const PopUpButton& popUp, std::size_t index) {
+  click(popUp);
+  auto& box = dynamic_cast<QComboBox&>(widgetOf(popUp));
+  QAbstractItemView& list = *box.view();
+  if (!list.isVisible()) return;
+  const QModelIndex entry = list.model()->index(static_cast<int>(index), 0);
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(entry).center());
 }
 
 void QtUser::typeAtFocus(Window& window, const std::string& text) {
@@ -223,10 +238,28 @@ bool QtUser::isDefaultOnScreen(const Button& button) const {
   return dynamic_cast<QPushButton&>(widgetOf(button)).isDefault();
 }
 
+ControlState QtUser::stateOnScreen(const Checkbox& checkbox) const {
+  switch (dynamic_cast<QCheckBox&>(widgetOf(checkbox)).checkState()) {
+    case Qt::Unchecked:
+      return ControlState::off;
+    case Qt::PartiallyChecked:
+      return ControlState::mixed;
+    case Qt::Checked:
+      return ControlState::on;
+  }
+  return ControlState::off;
+}
+
 std::string QtUser::textOnScreen(const View& view) const {
   const QWidget& widget = widgetOf(view);
+  if (const auto* const box = dynamic_cast<const QComboBox*>(&widget)) {
+    return box->currentText().toStdString();
+  }
   if (const auto* const line = dynamic_cast<const QLineEdit*>(&widget)) {
     return line->displayText().toStdString();
+  }
+  if (const auto* const edit = dynamic_cast<const QPlainTextEdit*>(&widget)) {
+    return edit->toPlainText().toStdString();
   }
   if (const auto* const text = dynamic_cast<const TextWidget*>(&widget)) {
     return text->text().toStdString();

@@ -9,6 +9,8 @@
 #include "platform/memory/memory_task_queues.h"
 #include "platform/qt/windows/qt_window_system.h"
 #include "platform/widgets/button.h"
+#include "platform/widgets/checkbox.h"
+#include "platform/widgets/pop_up_button.h"
 #include "platform/widgets/text_field.h"
 #include "platform/widgets/window.h"
 
@@ -43,6 +45,7 @@ class QtUser {
   void clickBesideViews(Window& window);
   void switchToAnotherWindow(Window& window);
   void typeText(const View& field, const std::string& text);
+  void choose(const PopUpButton& popUp, std::size_t index);
   void typeAtFocus(Window& window, const std::string& text);
   void pressKey(Window& window, const KeyPress& press);
   void closeByTitleBar(Window& window);
@@ -54,6 +57,7 @@ class QtUser {
   bool isShown(const View& view) const;
   bool isEnabledOnScreen(const View& view) const;
   bool isDefaultOnScreen(const Button& button) const;
+  ControlState stateOnScreen(const Checkbox& checkbox) const;
   std::string textOnScreen(const View& view) const;
   std::string placeholderOnScreen(const TextField& field) const;
   std::string nameForScreenReaders(const View& view) const;

@@ -1,13 +1,29 @@
 #include "platform/qt/images/image_icons.h"
 
+#include <QApplication>
 #include <QCache>
 #include <QPainter>
 #include <QString>
+#include <QStyle>
 
 namespace quillmar {
 
+namespace {
+
+/// The toolkit has some pictures of its own.
+QIcon standardIcon(const std::string& name) {
+  const QStyle& style = *QApplication::style();
+  if (name == "dialog-warning") return style.standardIcon(QStyle::SP_MessageBoxWarning);
+  if (name == "dialog-information") return style.standardIcon(QStyle::SP_MessageBoxInformation);
+  return {};
+}
+
+}  // namespace
+
 QIcon iconOf(const std::optional<Image>& image) {
-  return image ? QIcon::fromTheme(QString::fromStdString(image->name)) : QIcon();
+  if (!image) return {};
+  const QIcon icon = QIcon::fromTheme(QString::fromStdString(image->name));
+  return icon.isNull() ? standardIcon(image->name) : icon;
 }
 
 void tint(QPixmap& pixmap, const QColor& color) {

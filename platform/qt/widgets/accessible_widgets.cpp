@@ -1,5 +1,6 @@
 #include "platform/qt/widgets/accessible_widgets.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QVariant>
@@ -7,6 +8,7 @@
 #include "platform/qt/widgets/custom_widget.h"
 #include "platform/qt/widgets/icon_widget.h"
 #include "platform/qt/widgets/link_widget.h"
+#include "platform/qt/widgets/pop_up_button_peer.h"
 #include "platform/qt/widgets/text_widget.h"
 #include "platform/qt/windows/window_widget.h"
 
@@ -20,14 +22,19 @@ QAccessible::Role roleOf(AccessibilityRole role) {
   switch (role) {
     case AccessibilityRole::button:
       return QAccessible::Button;
+    case AccessibilityRole::checkbox:
+      return QAccessible::CheckBox;
     case AccessibilityRole::group:
       return QAccessible::Grouping;
     case AccessibilityRole::image:
       return QAccessible::Graphic;
     case AccessibilityRole::link:
       return QAccessible::Link;
+    case AccessibilityRole::popUpButton:
+      return QAccessible::ComboBox;
     case AccessibilityRole::staticText:
       return QAccessible::StaticText;
+    case AccessibilityRole::textArea:
     case AccessibilityRole::textField:
       return QAccessible::EditableText;
   }
@@ -116,6 +123,41 @@ class AccessibleCustomWidget final : public AccessibleView {
   CustomWidget& custom_;
 };
 
+/// The toolkit's own interface has the selected title for a name, and no other.
+class AccessiblePopUp final : public AccessibleView {
+ public:
+  explicit AccessiblePopUp(PopUpWidget& popUp)
+      : AccessibleView(popUp, AccessibilityRole::popUpButton), popUp_(popUp) {}
+
+  QString text(QAccessible::Text kind) const override {
+    return kind == QAccessible::Value ? popUp_.currentText() : AccessibleView::text(kind);
+  }
+  QAccessible::State state() const override {
+    QAccessible::State state = AccessibleView::state();
+    state.hasPopup = true;
+    state.expandable = true;
+    state.expanded = popUp_.view()->isVisible();
+    return state;
+  }
+  /// The list of the titles.
+  int childCount() const override { return 1; }
+  QAccessibleInterface* child(int index) const override {
+    return index == 0 ? QAccessible::queryAccessibleInterface(popUp_.view()) : nullptr;
+  }
+  int indexOfChild(const QAccessibleInterface* child) const override {
+    return child != nullptr && child->object() == popUp_.view() ? 0 : -1;
+  }
+  QStringList actionNames() const override { return {showMenuAction(), pressAction()}; }
+  void doAction(const QString& /*name*/) override {
+    if (popUp_.isEnabled()) popUp_.showPopup();
+  }
+
+ private:
+  QString shownText() const override { return popUp_.currentText(); }
+
+  PopUpWidget& popUp_;
+};
+
 QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* object) {
   if (auto* const text = dynamic_cast<TextWidget*>(object)) return new AccessibleText(*text);
   if (auto* const icon = dynamic_cast<IconWidget*>(object)) {
@@ -125,6 +167,7 @@ QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* objec
   if (auto* const custom = dynamic_cast<CustomWidget*>(object)) {
     return new AccessibleCustomWidget(*custom);
   }
+  if (auto* const popUp = dynamic_cast<PopUpWidget*>(object)) return new AccessiblePopUp(*popUp);
   if (auto* const window = dynamic_cast<WindowWidget*>(object)) {
     return new QAccessibleWidget(window, QAccessible::Dialog);
   }

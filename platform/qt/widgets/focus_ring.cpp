@@ -15,4 +15,14 @@ void drawFocusRing(QPainter& painter, const QWidget& widget, const QColor& color
                           radius);
 }
 
+void drawFocusRing(QPainter& painter, const QRect& rectangle, const QColor& color) {
+  constexpr double radius = 3;
+  constexpr double middle = focusRingWidth / 2.0;
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(color, focusRingWidth));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(QRectF(rectangle).adjusted(middle, middle, -middle, -middle), radius,
+                          radius);
+}
+
 }  // namespace quillmar

@@ -29,6 +29,10 @@ void LabelPeer::update() {
   text().setText(QString::fromStdString(label_.text()));
 }
 
+int LabelPeer::firstLineMiddle(int /*width*/) const {
+  return text().fontMetrics().height() / 2;
+}
+
 Extent LabelPeer::contentHorizontal() const {
   const int whole = text().naturalWidth();
   const int character = text().fontMetrics().averageCharWidth();

@@ -10,6 +10,8 @@ class LabelPeer final : public WidgetPeer {
  public:
   LabelPeer(Label& label, QtWindowPeer& window, QWidget& parent);
 
+  int firstLineMiddle(int width) const override;
+
  protected:
   void update() override;
   Extent contentHorizontal() const override;

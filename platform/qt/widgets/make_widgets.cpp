@@ -3,13 +3,17 @@
 #include <memory>
 
 #include "platform/qt/widgets/button_peer.h"
+#include "platform/qt/widgets/checkbox_peer.h"
 #include "platform/qt/widgets/custom_view_peer.h"
+#include "platform/qt/widgets/grid_peer.h"
 #include "platform/qt/widgets/image_view_peer.h"
 #include "platform/qt/widgets/label_peer.h"
+#include "platform/qt/widgets/pop_up_button_peer.h"
 #include "platform/qt/widgets/scroll_view_peer.h"
 #include "platform/qt/widgets/space_peer.h"
 #include "platform/qt/widgets/stack_peer.h"
 #include "platform/qt/widgets/text_field_peer.h"
+#include "platform/qt/widgets/text_view_peer.h"
 #include "platform/widgets/view_visitor.h"
 
 namespace quillmar {
@@ -22,12 +26,16 @@ class PeerMaker final : public ViewVisitor {
 
   void visit(Button& button) override { make<ButtonPeer>(button); }
   void visit(CustomView& view) override { make<CustomViewPeer>(view); }
+  void visit(Checkbox& checkbox) override { make<CheckboxPeer>(checkbox); }
   void visit(FlexibleSpace& space) override { make<SpacePeer>(space); }
+  void visit(GridView& grid) override { make<GridPeer>(grid); }
   void visit(ImageView& imageView) override { make<ImageViewPeer>(imageView); }
   void visit(Label& label) override { make<LabelPeer>(label); }
+  void visit(PopUpButton& popUp) override { make<PopUpButtonPeer>(popUp); }
   void visit(ScrollView& scrollView) override { make<ScrollViewPeer>(scrollView); }
   void visit(StackView& stack) override { make<StackPeer>(stack); }
   void visit(TextField& field) override { make<TextFieldPeer>(field); }
+  void visit(TextView& textView) override { make<TextViewPeer>(textView); }
 
  private:
   template <class Peer, class Kind>

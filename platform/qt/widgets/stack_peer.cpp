@@ -69,6 +69,15 @@ Extent StackPeer::contentVertical(int width) const {
   return plus(sumOf(extents), gaps(peers) + topInsets(insets));
 }
 
+int StackPeer::firstLineMiddle(int width) const {
+  const std::vector<WidgetPeer*> peers = shown();
+  const bool isCentered = isRow() && stack_.alignment() == StackAlignment::center;
+  if (peers.empty() || isCentered) return WidgetPeer::firstLineMiddle(width);
+  const EdgeInsets& insets = stack_.edgeInsets();
+  const int firstWidth = widths(peers, width - leftInsets(insets)).front();
+  return pixels(insets.top) + peers.front()->firstLineMiddle(firstWidth);
+}
+
 void StackPeer::place(const QRect& frame) {
   WidgetPeer::place(frame);
   const std::vector<WidgetPeer*> peers = shown();

@@ -13,6 +13,7 @@ class StackPeer final : public WidgetPeer {
 
   void subviewsChanged() override;
   void place(const QRect& frame) override;
+  int firstLineMiddle(int width) const override;
 
  protected:
   void update() override {}

@@ -39,6 +39,9 @@ class WidgetPeer : public ViewPeer {
   /// The view's limits; Extent::unlimited where it has none.
   int maximumWidth() const;
   int maximumHeight() const;
+  /// From the top to the middle of the first line of text, if the widget is `width` wide. Forms
+  /// align labels with it.
+  virtual int firstLineMiddle(int width) const { return vertical(width).preferred / 2; }
   /// In its parent's coordinates.
   virtual void place(const QRect& frame) { widget_->setGeometry(frame); }
 
