@@ -9,9 +9,11 @@
 #include "platform/widgets/grid_view.h"
 #include "platform/widgets/image_view.h"
 #include "platform/widgets/label.h"
+#include "platform/widgets/outline_view.h"
 #include "platform/widgets/pop_up_button.h"
 #include "platform/widgets/scroll_view.h"
 #include "platform/widgets/stack_view.h"
+#include "platform/widgets/tab_view.h"
 #include "platform/widgets/text_field.h"
 #include "platform/widgets/text_view.h"
 #include "platform/widgets/view_visitor.h"
@@ -65,12 +67,21 @@ class Painter final : public ViewVisitor {
     widget_.accessibilityRole = AccessibilityRole::staticText;
     widget_.text = label.text();
   }
+  void visit(OutlineView& /*outline*/) override {
+    // The rows are not copied: there may be thousands.
+    widget_.accessibilityRole = AccessibilityRole::outline;
+  }
   void visit(PopUpButton& popUp) override {
     widget_.accessibilityRole = AccessibilityRole::popUpButton;
     widget_.text = popUp.selectedTitle();
   }
   void visit(ScrollView& /*scrollView*/) override {}
   void visit(StackView& /*stack*/) override {}
+  void visit(TabView& tabView) override {
+    widget_.accessibilityRole = AccessibilityRole::tabGroup;
+    for (const TabView::Tab& tab : tabView.tabs()) widget_.tabs.push_back(tab.label);
+    widget_.selectedTab = tabView.selectedIndex();
+  }
   void visit(TextField& field) override {
     widget_.accessibilityRole = AccessibilityRole::textField;
     widget_.text = field.text();

@@ -32,6 +32,9 @@ struct MemoryWidget {
   /// For a field: whether it is editable.
   bool editable = true;
   bool isDefaultButton = false;
+  /// For a tab view.
+  std::vector<std::string> tabs;
+  std::size_t selectedTab = 0;
   /// For a checkbox.
   ControlState state = ControlState::off;
   /// The name reported to screen readers.

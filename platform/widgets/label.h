@@ -11,7 +11,7 @@
 namespace quillmar {
 
 /// Semantic colours; the desktop's palette defines the actual ones.
-enum class TextColor { label, secondaryLabel };
+enum class TextColor { label, secondaryLabel, tertiaryLabel };
 
 enum class TextAlignment { leading, center };
 

@@ -31,8 +31,10 @@ enum class AccessibilityRole {
   group,
   image,
   link,
+  outline,
   popUpButton,
   staticText,
+  tabGroup,
   textArea,
   textField
 };

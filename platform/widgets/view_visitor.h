@@ -11,9 +11,11 @@ class FlexibleSpace;
 class GridView;
 class ImageView;
 class Label;
+class OutlineView;
 class PopUpButton;
 class ScrollView;
 class StackView;
+class TabView;
 class TextField;
 class TextView;
 
@@ -28,9 +30,11 @@ class ViewVisitor {
   virtual void visit(GridView& grid) = 0;
   virtual void visit(ImageView& imageView) = 0;
   virtual void visit(Label& label) = 0;
+  virtual void visit(OutlineView& outline) = 0;
   virtual void visit(PopUpButton& popUp) = 0;
   virtual void visit(ScrollView& scrollView) = 0;
   virtual void visit(StackView& stack) = 0;
+  virtual void visit(TabView& tabView) = 0;
   virtual void visit(TextField& field) = 0;
   virtual void visit(TextView& textView) = 0;
 };

@@ -14,6 +14,12 @@
 //                                               clicks into the field and types at its end
 //   void choose(const PopUpButton& popUp, std::size_t index);
 //                                               opens the menu and clicks on the title
+//   void clickTab(const TabView& tabView, std::size_t index);
+//   void clickRow(const OutlineView& outline, std::size_t index);
+//   void doubleClickRow(const OutlineView& outline, std::size_t index);
+//   void clickDisclosure(const OutlineView& outline, std::size_t index);
+//                                               beside the row, where it can be expanded
+//   void clickCheckbox(const OutlineView& outline, std::size_t index);
 //   void typeAtFocus(Window& window, const std::string& text);
 //   void pressKey(Window& window, const KeyPress& press);
 //   void closeByTitleBar(Window& window);
@@ -27,6 +33,12 @@
 //   bool isEnabledOnScreen(const View& view);
 //   bool isDefaultOnScreen(const Button& button);
 //   ControlState stateOnScreen(const Checkbox& checkbox);
+//   std::vector<std::string> tabsOnScreen(const TabView& tabView);
+//                                               labels, the selected one in brackets
+//   std::vector<std::string> rowsOnScreen(const OutlineView& outline);
+//                                               spoken texts, indented by two blanks for a level
+//   std::optional<std::size_t> selectedRowOnScreen(const OutlineView& outline);
+//   ControlState rowStateOnScreen(const OutlineView& outline, std::size_t index);
 //   std::string textOnScreen(const View& view);
 //   std::string placeholderOnScreen(const TextField& field);
 //   std::string nameForScreenReaders(const View& view);

@@ -10,6 +10,8 @@
 #include "tests/conformance/widgets_controls_conformance.h"
 #include "tests/conformance/widgets_custom_view_conformance.h"
 #include "tests/conformance/widgets_keyboard_conformance.h"
+#include "tests/conformance/widgets_outline_conformance.h"
+#include "tests/conformance/widgets_tabs_conformance.h"
 #include "tests/conformance/widgets_text_view_conformance.h"
 
 namespace quillmar {
@@ -39,6 +41,28 @@ class MemoryHarness {
   }
   void clickBesideViews(Window& window) { window.mouseDown(); }
   void switchToAnotherWindow(Window& window) { window.keyboardLost(); }
+  void clickTab(const TabView& tabView, std::size_t index) {
+    const_cast<TabView&>(tabView).select(index);
+  }
+  void clickRow(const OutlineView& outline, std::size_t index) {
+    click(outline);
+    changeable(outline).select(index);
+  }
+  void doubleClickRow(const OutlineView& outline, std::size_t index) {
+    click(outline);
+    changeable(outline).doubleClick(index);
+  }
+  void clickDisclosure(const OutlineView& outline, std::size_t index) {
+    if (outline.isExpanded(index)) {
+      changeable(outline).collapse(index);
+    } else {
+      changeable(outline).expand(index);
+    }
+  }
+  void clickCheckbox(const OutlineView& outline, std::size_t index) {
+    const OutlineRow row = outline.value(index);
+    changeable(outline).toggle(index, row.checkbox()->identifier);
+  }
   void typeAtFocus(Window& window, const std::string& text) {
     View* const focused = screen_.focused(window);
     if (auto* const field = dynamic_cast<TextField*>(focused))
@@ -68,6 +92,27 @@ class MemoryHarness {
   ControlState stateOnScreen(const Checkbox& checkbox) const {
     return screen_.widget(checkbox)->state;
   }
+  std::vector<std::string> tabsOnScreen(const TabView& tabView) const {
+    const MemoryWidget& shown = *screen_.widget(tabView);
+    std::vector<std::string> tabs = shown.tabs;
+    tabs[shown.selectedTab] = "[" + tabs[shown.selectedTab] + "]";
+    return tabs;
+  }
+  std::vector<std::string> rowsOnScreen(const OutlineView& outline) const {
+    std::vector<std::string> rows;
+    for (std::size_t i = 0; i < outline.rowCount(); ++i) {
+      const std::string indentation(2 * static_cast<std::size_t>(outline.level(i)), ' ');
+      rows.push_back(indentation + outline.value(i).spokenText());
+    }
+    return rows;
+  }
+  std::optional<std::size_t> selectedRowOnScreen(const OutlineView& outline) const {
+    return outline.selectedIndex();
+  }
+  ControlState rowStateOnScreen(const OutlineView& outline, std::size_t index) const {
+    const OutlineRow row = outline.value(index);
+    return row.checkbox()->state;
+  }
   std::string textOnScreen(const View& view) const { return screen_.widget(view)->text; }
   std::string placeholderOnScreen(const TextField& field) const {
     return screen_.widget(field)->placeholder;
@@ -85,6 +130,9 @@ class MemoryHarness {
   int widgetCount() const { return static_cast<int>(screen_.widgetCount()); }
 
  private:
+  static OutlineView& changeable(const OutlineView& outline) {
+    return const_cast<OutlineView&>(outline);
+  }
   template <class Condition>
   bool everyWidgetAround(const View& view, const Condition& holds) const {
     for (const View* at = &view; at != nullptr; at = at->superview()) {
@@ -101,6 +149,8 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Memory, AlertConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetChoicesConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetControlsConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetKeyboardConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, OutlineConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, TabViewConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, TextViewConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetClosingConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, CustomViewConformance, MemoryHarness);

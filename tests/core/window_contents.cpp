@@ -7,9 +7,11 @@
 #include "platform/widgets/grid_view.h"
 #include "platform/widgets/image_view.h"
 #include "platform/widgets/label.h"
+#include "platform/widgets/outline_view.h"
 #include "platform/widgets/pop_up_button.h"
 #include "platform/widgets/scroll_view.h"
 #include "platform/widgets/stack_view.h"
+#include "platform/widgets/tab_view.h"
 #include "platform/widgets/text_field.h"
 #include "platform/widgets/text_view.h"
 #include "platform/widgets/view_visitor.h"
@@ -83,6 +85,7 @@ class OutlineWriter final : public ViewVisitor {
     if (label.selectable()) line_ << " selectable";
     text_ = label.text();
   }
+  void visit(OutlineView& /*outline*/) override { line_ << "outline"; }
   void visit(PopUpButton& popUp) override {
     line_ << "pop-up";
     text_ = popUp.selectedTitle();
@@ -96,6 +99,14 @@ class OutlineWriter final : public ViewVisitor {
     if (insets != EdgeInsets{}) {
       line_ << " insets " << insets.top << " " << insets.left << " " << insets.bottom << " "
             << insets.right;
+    }
+  }
+  void visit(TabView& tabView) override {
+    line_ << "tabs";
+    for (std::size_t i = 0; i < tabView.tabs().size(); ++i) {
+      const bool isSelected = i == tabView.selectedIndex();
+      const std::string& label = tabView.tabs()[i].label;
+      text_ += (i > 0 ? ", " : "") + (isSelected ? "[" + label + "]" : label);
     }
   }
   void visit(TextField& field) override {

@@ -9,7 +9,9 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTest>
+#include <QTreeView>
 #include <QWindow>
 #include <algorithm>
 #include <array>
@@ -105,6 +107,33 @@ QKeyEvent keyEvent(QEvent::Type type, const KeyPress& press) {
           writes ? QString::fromStdString(press.character) : QString()};
 }
 
+QTabBar& barOf(const TabView& tabView) {
+  return dynamic_cast<QTabBar&>(widgetPeer(tabView).keyWidget());
+}
+
+QTreeView& treeOf(const OutlineView& outline) {
+  return dynamic_cast<QTreeView&>(widgetOf(outline));
+}
+
+std::vector<QModelIndex> rowsOf(const OutlineView& outline) {
+  const QTreeView& tree = treeOf(outline);
+  std::vector<QModelIndex> rows;
+  QModelIndex index = tree.model()->index(0, 0);
+  for (; index.isValid(); index = tree.indexBelow(index)) rows.push_back(index);
+  return rows;
+}
+
+/// With the pointer, `x` pixels to the right of the row's beginning.
+void clickAt(const OutlineView& outline, std::size_t row, int x, bool twice = false) {
+  QTreeView& tree = treeOf(outline);
+  QWindow* const window = tree.window()->windowHandle();
+  const QRect rect = tree.visualRect(rowsOf(outline)[row]);
+  const QPoint place =
+      tree.viewport()->mapTo(tree.window(), QPoint(rect.left() + x, rect.center().y()));
+  QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, place);
+  if (twice) QTest::mouseDClick(window, Qt::LeftButton, Qt::NoModifier, place);
+}
+
 /// The window may be gone after the press.
 void sendKey(QWindow* handle, const KeyPress& press) {
   const QPointer<QWindow> window(handle);
@@ -192,6 +221,31 @@ void QtUser::choose(const PopUpButton& popUp, std::size_t index) {
   QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(entry).center());
 }
 
+void QtUser::clickTab(const TabView& tabView, std::size_t index) {
+  QTabBar& bar = barOf(tabView);
+  QTest::mouseClick(bar.window()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                    bar.mapTo(bar.window(), bar.tabRect(static_cast<int>(index)).center()));
+}
+
+void QtUser::clickRow(const OutlineView& outline, std::size_t index) {
+  constexpr int besideTheCheckbox = 60;
+  clickAt(outline, index, besideTheCheckbox);
+}
+
+void QtUser::doubleClickRow(const OutlineView& outline, std::size_t index) {
+  constexpr int besideTheCheckbox = 60;
+  clickAt(outline, index, besideTheCheckbox, true);
+}
+
+void QtUser::clickDisclosure(const OutlineView& outline, std::size_t index) {
+  clickAt(outline, index, -treeOf(outline).indentation() / 2);
+}
+
+void QtUser::clickCheckbox(const OutlineView& outline, std::size_t index) {
+  constexpr int inside = 5;
+  clickAt(outline, index, inside);
+}
+
 void QtUser::typeAtFocus(Window& window, const std::string& text) {
   const QPointer<QWindow> handle(widgetOf(window).windowHandle());
   for (const QChar character : QString::fromStdString(text)) {
@@ -250,6 +304,39 @@ ControlState QtUser::stateOnScreen(const Checkbox& checkbox) const {
   return ControlState::off;
 }
 
+std::vector<std::string> QtUser::tabsOnScreen(const TabView& tabView) const {
+  const QTabBar& bar = barOf(tabView);
+  std::vector<std::string> tabs;
+  for (int i = 0; i < bar.count(); ++i) {
+    const std::string label = withoutMnemonics(bar.tabText(i)).toStdString();
+    tabs.push_back(i == bar.currentIndex() ? "[" + label + "]" : label);
+  }
+  return tabs;
+}
+
+std::vector<std::string> QtUser::rowsOnScreen(const OutlineView& outline) const {
+  std::vector<std::string> rows;
+  for (const QModelIndex& index : rowsOf(outline)) {
+    std::string text = index.data().toString().toStdString();
+    for (QModelIndex at = index.parent(); at.isValid(); at = at.parent()) text.insert(0, "  ");
+    rows.push_back(text);
+  }
+  return rows;
+}
+
+std::optional<std::size_t> QtUser::selectedRowOnScreen(const OutlineView& outline) const {
+  const std::vector<QModelIndex> rows = rowsOf(outline);
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (treeOf(outline).selectionModel()->isSelected(rows[i])) return i;
+  }
+  return std::nullopt;
+}
+
+ControlState QtUser::rowStateOnScreen(const OutlineView& outline, std::size_t index) const {
+  const int state = rowsOf(outline)[index].data(Qt::CheckStateRole).toInt();
+  return state == Qt::Checked ? ControlState::on : ControlState::off;
+}
+
 std::string QtUser::textOnScreen(const View& view) const {
   const QWidget& widget = widgetOf(view);
   if (const auto* const box = dynamic_cast<const QComboBox*>(&widget)) {
@@ -287,7 +374,7 @@ bool QtUser::isPressedForScreenReaders(const View& view) const {
 
 const View* QtUser::focusedOnScreen(const Window& window) const {
   for (const View* const view : window.keyViews()) {
-    if (widgetOf(window).focusWidget() == &widgetOf(*view)) return view;
+    if (widgetOf(window).focusWidget() == &widgetPeer(*view).keyWidget()) return view;
   }
   return nullptr;
 }

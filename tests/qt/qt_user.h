@@ -10,7 +10,9 @@
 #include "platform/qt/windows/qt_window_system.h"
 #include "platform/widgets/button.h"
 #include "platform/widgets/checkbox.h"
+#include "platform/widgets/outline_view.h"
 #include "platform/widgets/pop_up_button.h"
+#include "platform/widgets/tab_view.h"
 #include "platform/widgets/text_field.h"
 #include "platform/widgets/window.h"
 
@@ -46,6 +48,11 @@ class QtUser {
   void switchToAnotherWindow(Window& window);
   void typeText(const View& field, const std::string& text);
   void choose(const PopUpButton& popUp, std::size_t index);
+  void clickTab(const TabView& tabView, std::size_t index);
+  void clickRow(const OutlineView& outline, std::size_t index);
+  void doubleClickRow(const OutlineView& outline, std::size_t index);
+  void clickDisclosure(const OutlineView& outline, std::size_t index);
+  void clickCheckbox(const OutlineView& outline, std::size_t index);
   void typeAtFocus(Window& window, const std::string& text);
   void pressKey(Window& window, const KeyPress& press);
   void closeByTitleBar(Window& window);
@@ -58,6 +65,10 @@ class QtUser {
   bool isEnabledOnScreen(const View& view) const;
   bool isDefaultOnScreen(const Button& button) const;
   ControlState stateOnScreen(const Checkbox& checkbox) const;
+  std::vector<std::string> tabsOnScreen(const TabView& tabView) const;
+  std::vector<std::string> rowsOnScreen(const OutlineView& outline) const;
+  std::optional<std::size_t> selectedRowOnScreen(const OutlineView& outline) const;
+  ControlState rowStateOnScreen(const OutlineView& outline, std::size_t index) const;
   std::string textOnScreen(const View& view) const;
   std::string placeholderOnScreen(const TextField& field) const;
   std::string nameForScreenReaders(const View& view) const;

@@ -4,6 +4,8 @@
 #include "tests/conformance/widgets_controls_conformance.h"
 #include "tests/conformance/widgets_custom_view_conformance.h"
 #include "tests/conformance/widgets_keyboard_conformance.h"
+#include "tests/conformance/widgets_outline_conformance.h"
+#include "tests/conformance/widgets_tabs_conformance.h"
 #include "tests/conformance/widgets_text_view_conformance.h"
 #include "tests/qt/qt_user.h"
 
@@ -13,6 +15,8 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Qt, AlertConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetChoicesConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetControlsConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetKeyboardConformance, QtUser);
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, OutlineConformance, QtUser);
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, TabViewConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, TextViewConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetClosingConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, CustomViewConformance, QtUser);

@@ -30,10 +30,14 @@ QAccessible::Role roleOf(AccessibilityRole role) {
       return QAccessible::Graphic;
     case AccessibilityRole::link:
       return QAccessible::Link;
+    case AccessibilityRole::outline:
+      return QAccessible::Tree;
     case AccessibilityRole::popUpButton:
       return QAccessible::ComboBox;
     case AccessibilityRole::staticText:
       return QAccessible::StaticText;
+    case AccessibilityRole::tabGroup:
+      return QAccessible::PageTabList;
     case AccessibilityRole::textArea:
     case AccessibilityRole::textField:
       return QAccessible::EditableText;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/qt/widgets/check_state.h"
 #include "platform/qt/widgets/fonts.h"
 
 namespace quillmar {
@@ -10,18 +11,6 @@ namespace {
 
 /// In characters. Shorter lines are hard to read.
 constexpr int shortestLine = 20;
-
-Qt::CheckState checkState(ControlState state) {
-  switch (state) {
-    case ControlState::off:
-      return Qt::Unchecked;
-    case ControlState::on:
-      return Qt::Checked;
-    case ControlState::mixed:
-      return Qt::PartiallyChecked;
-  }
-  return Qt::Unchecked;
-}
 
 }  // namespace
 

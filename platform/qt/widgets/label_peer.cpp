@@ -21,7 +21,7 @@ LabelPeer::LabelPeer(Label& label, QtWindowPeer& window, QWidget& parent)
 
 void LabelPeer::update() {
   text().setFont(desktopFont(label_.font(), text()));
-  text().setSecondary(label_.color() == TextColor::secondaryLabel);
+  text().setSecondary(label_.color() != TextColor::label);
   text().setTextAlignment(label_.alignment() == TextAlignment::center ? Qt::AlignHCenter
                                                                       : Qt::AlignLeft);
   text().setWraps(label_.wraps());

@@ -8,10 +8,12 @@
 #include "platform/qt/widgets/grid_peer.h"
 #include "platform/qt/widgets/image_view_peer.h"
 #include "platform/qt/widgets/label_peer.h"
+#include "platform/qt/widgets/outline_peer.h"
 #include "platform/qt/widgets/pop_up_button_peer.h"
 #include "platform/qt/widgets/scroll_view_peer.h"
 #include "platform/qt/widgets/space_peer.h"
 #include "platform/qt/widgets/stack_peer.h"
+#include "platform/qt/widgets/tab_view_peer.h"
 #include "platform/qt/widgets/text_field_peer.h"
 #include "platform/qt/widgets/text_view_peer.h"
 #include "platform/widgets/view_visitor.h"
@@ -31,9 +33,11 @@ class PeerMaker final : public ViewVisitor {
   void visit(GridView& grid) override { make<GridPeer>(grid); }
   void visit(ImageView& imageView) override { make<ImageViewPeer>(imageView); }
   void visit(Label& label) override { make<LabelPeer>(label); }
+  void visit(OutlineView& outline) override { make<OutlinePeer>(outline); }
   void visit(PopUpButton& popUp) override { make<PopUpButtonPeer>(popUp); }
   void visit(ScrollView& scrollView) override { make<ScrollViewPeer>(scrollView); }
   void visit(StackView& stack) override { make<StackPeer>(stack); }
+  void visit(TabView& tabView) override { make<TabViewPeer>(tabView); }
   void visit(TextField& field) override { make<TextFieldPeer>(field); }
   void visit(TextView& textView) override { make<TextViewPeer>(textView); }
 

@@ -74,11 +74,11 @@ Extent WidgetPeer::vertical(int width) const {
 
 void WidgetPeer::takeFocus() {
   // As if Tab had been pressed, so that a field selects its text and the focus is drawn.
-  widget_->setFocus(Qt::TabFocusReason);
+  keyWidget().setFocus(Qt::TabFocusReason);
 }
 
 bool WidgetPeer::FocusWatcher::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != peer_.widget_) return false;
+  if (!peer_.widget_ || watched != &peer_.keyWidget()) return false;
   if (event->type() == QEvent::FocusIn) peer_.window_.userFocused(peer_.view_);
   if (event->type() == QEvent::FocusOut) {
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();

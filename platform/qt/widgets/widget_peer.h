@@ -45,6 +45,8 @@ class WidgetPeer : public ViewPeer {
   /// In its parent's coordinates.
   virtual void place(const QRect& frame) { widget_->setGeometry(frame); }
 
+  /// The part of the widget that can have the keyboard focus.
+  virtual QWidget& keyWidget() const { return *widget_; }
   /// Gives the widget the keyboard focus.
   virtual void takeFocus();
 
@@ -62,6 +64,8 @@ class WidgetPeer : public ViewPeer {
   QtWindowPeer& window() const { return window_; }
   /// False if the widget was destroyed with its parent.
   bool hasWidget() const { return !widget_.isNull(); }
+  /// Reports the focus of a part of the widget as that of the view.
+  void watchFocus(QWidget& part) { part.installEventFilter(&focusWatcher_); }
   /// Context object for signal connections; they are disconnected when the peer is destroyed.
   QObject* receiver() { return &focusWatcher_; }
 

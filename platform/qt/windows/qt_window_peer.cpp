@@ -98,7 +98,7 @@ void QtWindowPeer::showFocus() {
   if (wanted != nullptr && wanted->peer() != nullptr) {
     WidgetPeer& peer = widgetPeer(*wanted);
     if (peer.widget().isEnabledTo(widget_) && peer.widget().isVisibleTo(widget_)) {
-      if (widget_->focusWidget() == &peer.widget()) return;
+      if (widget_->focusWidget() == &peer.keyWidget()) return;
       peer.takeFocus();
       reveal(*wanted);
       return;
