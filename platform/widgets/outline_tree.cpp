@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 
 #include "platform/widgets/outline_view.h"
 
@@ -43,15 +44,15 @@ void OutlineTree::load(OutlineNode& node) const {
   if (node.loaded || !node.expandable) return;
   node.loaded = true;
   const std::string* const parent = &node == root_.get() ? nullptr : &node.row;
-  const std::size_t count = dataSource_.numberOfChildren(parent);
-  node.children.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    auto child = std::make_unique<OutlineNode>();
-    child->row = dataSource_.child(i, parent);
-    child->parent = &node;
-    child->index = i;
-    child->expandable = dataSource_.isExpandable(child->row);
-    node.children.push_back(std::move(child));
+  std::vector<OutlineChild> children = dataSource_.children(parent);
+  node.children.reserve(children.size());
+  for (OutlineChild& child : children) {
+    auto added = std::make_unique<OutlineNode>();
+    added->row = std::move(child.row);
+    added->parent = &node;
+    added->index = node.children.size();
+    added->expandable = child.isExpandable;
+    node.children.push_back(std::move(added));
   }
 }
 

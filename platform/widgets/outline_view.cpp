@@ -59,6 +59,10 @@ void OutlineView::setExpanded(const std::string& row, bool expanded) {
   if (const auto index = indexOf(row)) setExpanded(*tree_->visible()[*index], expanded);
 }
 
+void OutlineView::expandAll() {
+  for (const auto& node : tree_->root().children) setExpanded(*node, true);
+}
+
 void OutlineView::setExpanded(OutlineNode& node, bool expanded) {
   if (!node.expandable || node.expanded == expanded) return;
   tree_->setExpanded(node, expanded);

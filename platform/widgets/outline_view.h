@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/control_state.h"
 #include "platform/widgets/outline_row.h"
@@ -20,16 +21,19 @@
 
 namespace quillmar {
 
+struct OutlineChild {
+  std::string row;
+  /// True if the row can be expanded, even if there are no rows inside.
+  bool isExpandable = false;
+};
+
 class OutlineDataSource {
  public:
   virtual ~OutlineDataSource() = default;
 
-  /// Null asks for the rows of the top level.
-  virtual std::size_t numberOfChildren(const std::string* row) = 0;
-  /// Precondition: index < numberOfChildren(row).
-  virtual std::string child(std::size_t index, const std::string* row) = 0;
-  /// True if the row can be expanded, even if it has no children.
-  virtual bool isExpandable(const std::string& row) = 0;
+  /// The rows inside of a row, from top to bottom; null asks for those of the top level.
+  virtual std::vector<OutlineChild> children(const std::string* row) = 0;
+  /// What a row shows; empty for a row that no longer exists.
   virtual OutlineRow value(const std::string& row) = 0;
 };
 
@@ -80,6 +84,8 @@ class OutlineView final : public View {
   void reload();
 
   void setExpanded(const std::string& row, bool expanded);
+  /// Expands all rows of the top level.
+  void expandAll();
 
   std::optional<std::size_t> selectedIndex() const;
   /// Null if no row is selected.

@@ -28,15 +28,15 @@ class FolderRows final : public OutlineDataSource {
   std::map<std::string, ControlState> states;
   int valuesAsked = 0;
 
-  std::size_t numberOfChildren(const std::string* row) override {
-    if (row == nullptr) return folders.size();
-    const Folder* const folder = find(*row);
-    return folder == nullptr ? 0 : folder->items.size();
+  std::vector<OutlineChild> children(const std::string* row) override {
+    std::vector<OutlineChild> rows;
+    if (row == nullptr) {
+      for (const Folder& folder : folders) rows.push_back({folder.name, true});
+    } else if (const Folder* const folder = find(*row)) {
+      for (const std::string& item : folder->items) rows.push_back({*row + "|" + item, false});
+    }
+    return rows;
   }
-  std::string child(std::size_t index, const std::string* row) override {
-    return row == nullptr ? folders[index].name : *row + "|" + find(*row)->items[index];
-  }
-  bool isExpandable(const std::string& row) override { return find(row) != nullptr; }
   OutlineRow value(const std::string& row) override {
     ++valuesAsked;
     const auto bar = row.find('|');
