@@ -12,6 +12,7 @@
 #include "platform/updater.h"
 #include "platform/widgets/button.h"
 #include "platform/workspace.h"
+#include "settings_ui/settings_window_controller.h"
 
 namespace quillmar {
 
@@ -115,10 +116,21 @@ void AppDelegate::runCommand(const std::string& itemId) {
 }
 
 void AppDelegate::openSettings() {
-  collaborators_.commandRunner.notify(
-      "Settings", "The settings window is not available yet. The settings are in “" +
-                      collaborators_.settings.settingsFileURL() +
-                      "”; Quillmar reads that file when it starts.");
+  if (!settingsWindowController_) {
+    settingsWindowController_ =
+        std::make_unique<SettingsWindowController>(SettingsWindowController::Collaborators{
+            .settings = collaborators_.settings,
+            .updaterManager = collaborators_.updaterManager(),
+            .windows = collaborators_.windows,
+            .images = collaborators_.images,
+            .loginItem = collaborators_.loginItem,
+            .workspace = collaborators_.workspace,
+            .notificationCenter = collaborators_.notificationCenter,
+            .log = collaborators_.log});
+  }
+  const Result<void> shown =
+      settingsWindowController_->window().show(collaborators_.application.takeActivation());
+  if (!shown) reportFailure("Settings", shown.error());
 }
 
 void AppDelegate::showAbout() {
@@ -133,9 +145,12 @@ void AppDelegate::showAbout() {
   }
   const Result<void> shown =
       aboutWindowController_->window().show(collaborators_.application.takeActivation());
-  if (shown) return;
-  collaborators_.log("Could not show the About window: " + shown.error().description);
-  collaborators_.commandRunner.notify("About Quillmar", shown.error().description);
+  if (!shown) reportFailure("About Quillmar", shown.error());
+}
+
+void AppDelegate::reportFailure(const std::string& window, const Error& error) {
+  collaborators_.log("Could not show the window “" + window + "”: " + error.description);
+  collaborators_.commandRunner.notify(window, error.description);
 }
 
 void AppDelegate::checkForUpdates() {

@@ -20,6 +20,7 @@
 namespace quillmar {
 
 class AboutWindowController;
+class SettingsWindowController;
 struct StatusMenuAction;
 class WelcomeWindowController;
 
@@ -38,6 +39,7 @@ class AppDelegate : public UserNotificationCenterDelegate {
     WindowSystem& windows = Platform::shared().windows;
     Workspace& workspace = Platform::shared().workspace;
     Images& images = Platform::shared().images;
+    LoginItem& loginItem = Platform::shared().loginItem;
     const Bundle& bundle = Platform::shared().bundle;
     const FileSystem& files = Platform::shared().files;
     NotificationCenter& notificationCenter = NotificationCenter::defaultCenter();
@@ -83,10 +85,13 @@ class AppDelegate : public UserNotificationCenterDelegate {
   void perform(const StatusMenuAction& action);
   /// Opens the URL with the default program for it. Shows a notification if that fails.
   void openURL(const std::string& url);
+  /// Logs and notifies that the window could not be shown.
+  void reportFailure(const std::string& window, const Error& error);
 
   Collaborators collaborators_;
   NotificationCenter::Observation settingsObservation_;
   // Created on first use and kept, so that a closed window opens again in the same state.
+  std::unique_ptr<SettingsWindowController> settingsWindowController_;
   std::unique_ptr<WelcomeWindowController> welcomeWindowController_;
   std::unique_ptr<AboutWindowController> aboutWindowController_;
 };

@@ -136,6 +136,11 @@ void SettingsManager::updateCategory(const MenuCategory& category) {
   save();
 }
 
+void SettingsManager::deleteCategory(std::string_view id) {
+  std::erase_if(config.categories, [&](const MenuCategory& category) { return category.id == id; });
+  save();
+}
+
 void SettingsManager::moveCategory(std::string_view id, std::int64_t offset) {
   std::vector<std::size_t> order = indexesInDisplayOrder(config);
   const auto found = findInOrder(order, id);

@@ -104,6 +104,10 @@ class SettingsManager {
   /// Replaces the folder that has the same id.
   void updateCategory(const MenuCategory& category);
 
+  /// Removes all folders with the id and their items. The sort orders of the others stay. Saves
+  /// even if there was none.
+  void deleteCategory(std::string_view id);
+
   /// Swaps the first folder with the id and the folder `offset` positions after it in display
   /// order, and renumbers all sort orders: 0, 1, 2, ... Does nothing if there is no such position.
   void moveCategory(std::string_view id, std::int64_t offset);

@@ -65,6 +65,7 @@ inline AppDelegate::Collaborators delegateCollaborators(
       .windows = platform.windows,
       .workspace = platform.workspace,
       .images = platform.images,
+      .loginItem = platform.loginItem,
       .bundle = platform.bundle,
       .files = platform.files,
       .notificationCenter = notificationCenter,

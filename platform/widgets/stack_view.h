@@ -34,7 +34,7 @@ class FlexibleSpace final : public View {
   void accept(ViewVisitor& visitor) override;
 };
 
-class StackView final : public View {
+class StackView : public View {
  public:
   explicit StackView(Orientation orientation) : orientation_(orientation) {}
 

@@ -19,9 +19,11 @@
 #include "platform/key_equivalent.h"
 #include "platform/memory/memory_platform.h"
 #include "platform/widgets/button.h"
+#include "platform/widgets/outline_view.h"
 #include "tests/collaborators.h"
 #include "tests/core/menu_outline.h"
 #include "tests/core/window_contents.h"
+#include "tests/key_presses.h"
 
 namespace quillmar {
 namespace {
@@ -253,15 +255,46 @@ TEST_F(AppDelegateTest, AnEntryWithAnUnknownIdDoesNothing) {
   EXPECT_THAT(memory.processes.launched(), IsEmpty());
 }
 
-TEST_F(AppDelegateTest, SettingsNamesTheSettingsFileAndWhenItIsRead) {
+TEST_F(AppDelegateTest, SettingsShowsOneWindowThatIsKept) {
+  addItem("Greet", "echo hello");
   launch();
-  memory.statusItem.click({"Settings..."});
-  memory.queues.runAll();
+  const auto chooseSettings = [this](std::uint32_t timestamp) {
+    memory.statusItem.click(memory.statusItem.open(), {"Settings..."},
+                            {.timestamp = timestamp, .token = ""});
+    memory.queues.runAll();
+  };
+  chooseSettings(1);
+  ASSERT_THAT(memory.windows.windows(), SizeIs(1));
+  Window* const window = memory.windows.frontWindow();
+  EXPECT_EQ(window->title(), "Quillmar Settings");
+  window->close();
+  chooseSettings(2);
+  EXPECT_EQ(memory.windows.frontWindow(), window);
+  EXPECT_EQ(memory.windows.lastActivation().timestamp, 2U);
+}
+
+TEST_F(AppDelegateTest, AnEditInTheSettingsWindowChangesTheMenuTheHotKeysAndTheFile) {
+  addItemWithHotKey("Greet", "echo hello");
+  launch();
+  delegate.openSettings();
+  auto* const outline = viewsOf<OutlineView>(*memory.windows.frontWindow()).at(0);
+  ASSERT_EQ(outline->rowCount(), 2U);
+  outline->select(1);
+  outline->key(pressOf(keys::space));
+  EXPECT_THAT(shownMenu(), ElementsAre("About Quillmar", "Settings...", "---", "Quit Quillmar"));
+  EXPECT_THAT(memory.hotKeys.registered(), IsEmpty());
+  EXPECT_THAT(memory.files.contents("/home/user/.config/Quillmar/settings.json").value(),
+              HasSubstr("\"isEnabled\" : false"));
+}
+
+TEST_F(AppDelegateTest, ASettingsWindowThatCannotBeShownIsLoggedAndReportedInANotification) {
+  launch();
+  log.clear();
+  memory.windows.failure = Error{"There is no display."};
+  delegate.openSettings();
+  EXPECT_THAT(log, ElementsAre("Could not show the window “Settings”: There is no display."));
   ASSERT_THAT(memory.notifications.shown(), SizeIs(1));
-  const std::string& body = memory.notifications.shown()[0].notification.body;
-  EXPECT_THAT(body, HasSubstr("is not available yet"));
-  EXPECT_THAT(body, HasSubstr(settings.settingsFileURL()));
-  EXPECT_THAT(body, HasSubstr("reads that file when it starts"));
+  EXPECT_EQ(memory.notifications.shown()[0].notification.title, "Settings");
 }
 
 TEST_F(AppDelegateTest, AboutShowsOneWindowThatIsKept) {
@@ -317,7 +350,7 @@ TEST_F(AppDelegateTest, AnAboutWindowThatCannotBeShownIsLoggedAndReportedInANoti
   memory.windows.failure = Error{"There is no display."};
   memory.statusItem.click({"About Quillmar"});
   memory.queues.runAll();
-  EXPECT_THAT(log, ElementsAre("Could not show the About window: There is no display."));
+  EXPECT_THAT(log, ElementsAre("Could not show the window “About Quillmar”: There is no display."));
   ASSERT_THAT(memory.notifications.shown(), SizeIs(1));
   EXPECT_EQ(memory.notifications.shown()[0].notification.title, "About Quillmar");
   EXPECT_EQ(memory.notifications.shown()[0].notification.body, "There is no display.");

@@ -434,6 +434,14 @@ TEST_F(SettingsManagerTest, UpdatingAnItemReplacesTheFirstWithItsId) {
   EXPECT_EQ(onDisk().categories[0].items[1].title, "Item 1");
 }
 
+TEST_F(SettingsManagerTest, DeletingAFolderKeepsTheOrderAndTheSortOrdersOfTheOthers) {
+  SettingsManager manager = makeManager();
+  manager.config.categories = {folder("B", 9), folder("X", 3, {"1"}), folder("A", 5),
+                               folder("X", 3)};
+  manager.deleteCategory("X");
+  EXPECT_EQ(onDisk().categories, std::vector({folder("B", 9), folder("A", 5)}));
+}
+
 TEST_F(SettingsManagerTest, DeletingAnIdThatTwoItemsShareRemovesBoth) {
   SettingsManager manager = makeManager();
   manager.config.categories = {folder("A", 0, {"1", "2", "1", "3"}), folder("B", 1, {"1"})};

@@ -125,7 +125,9 @@ class OutlineWriter final : public ViewVisitor {
  private:
   void addFont(const Font& font) {
     if (font == Font{}) return;
-    line_ << (font.weight == FontWeight::bold ? " bold " : " ") << font.size;
+    if (font.weight == FontWeight::bold) line_ << " bold";
+    if (font.weight == FontWeight::semibold) line_ << " semibold";
+    line_ << " " << font.size;
   }
   void addSize(const View& view) {
     if (view.width()) line_ << " width " << *view.width();
