@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/memory/memory_task_queues.h"
+#include "tests/conformance/settings_window_conformance.h"
 #include "tests/conformance/widgets_alert_conformance.h"
 #include "tests/conformance/widgets_choices_conformance.h"
 #include "tests/conformance/widgets_closing_conformance.h"
@@ -146,6 +147,7 @@ class MemoryHarness {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, AlertConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SettingsWindowConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetChoicesConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetControlsConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetKeyboardConformance, MemoryHarness);

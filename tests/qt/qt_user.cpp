@@ -127,6 +127,7 @@ std::vector<QModelIndex> rowsOf(const OutlineView& outline) {
 void clickAt(const OutlineView& outline, std::size_t row, int x, bool twice = false) {
   QTreeView& tree = treeOf(outline);
   QWindow* const window = tree.window()->windowHandle();
+  tree.scrollTo(rowsOf(outline)[row]);
   const QRect rect = tree.visualRect(rowsOf(outline)[row]);
   const QPoint place =
       tree.viewport()->mapTo(tree.window(), QPoint(rect.left() + x, rect.center().y()));

@@ -1,3 +1,4 @@
+#include "tests/conformance/settings_window_conformance.h"
 #include "tests/conformance/widgets_alert_conformance.h"
 #include "tests/conformance/widgets_choices_conformance.h"
 #include "tests/conformance/widgets_closing_conformance.h"
@@ -12,6 +13,7 @@
 namespace quillmar {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, AlertConformance, QtUser);
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, SettingsWindowConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetChoicesConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetControlsConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetKeyboardConformance, QtUser);

@@ -1,0 +1,263 @@
+// Measures the settings window with a document of 10,000 items on an X display: the first opening,
+// compared with a bare tree view with as many rows; an edit, from the change of the document until
+// the file, the menu, the hot keys and the window have it; the change of one row; and the memory
+// after the first and after 100 openings. Prints medians. Needs a session bus and a display.
+
+#include <QApplication>
+#include <QStandardItemModel>
+#include <QTreeView>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gio/gio.h>
+#include <malloc.h>
+#include <stdlib.h>
+
+#include "about/updater_manager.h"
+#include "app/status_menu_builder.h"
+#include "bench/sample_document.h"
+#include "config/settings_manager.h"
+#include "platform/linux/bus/glib_pointers.h"
+#include "platform/linux/files/bundle_directory.h"
+#include "platform/linux/files/posix_file_system.h"
+#include "platform/linux/hot_keys/x11_hot_keys.h"
+#include "platform/linux/icons/icon_theme_images.h"
+#include "platform/linux/processes/main_loop_task_queue.h"
+#include "platform/linux/status_item/status_notifier_item.h"
+#include "platform/memory/memory_platform.h"
+#include "platform/qt/widgets/widget_peer.h"
+#include "platform/qt/windows/qt_window_system.h"
+#include "settings_ui/settings_window_controller.h"
+#include "shortcuts/hot_key_manager.h"
+
+namespace quillmar {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int rounds = 15;
+constexpr int openings = 100;
+constexpr double openLimit = 300;
+constexpr double editLimit = 60;
+constexpr double rowLimit = 10;
+
+double milliseconds(Clock::duration duration) {
+  return std::chrono::duration<double, std::milli>(duration).count();
+}
+
+double median(std::vector<double> values) {
+  std::ranges::sort(values);
+  return values[values.size() / 2];
+}
+
+/// Notes when a widget is painted.
+class PaintWatch final : public QObject {
+ public:
+  explicit PaintWatch(QWidget& widget) { widget.installEventFilter(this); }
+
+  void waitForPaint() {
+    painted_ = false;
+    while (!painted_) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  }
+
+ protected:
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    painted_ = painted_ || event->type() == QEvent::Paint;
+    return false;
+  }
+
+ private:
+  bool painted_ = false;
+};
+
+/// In kB, without what the allocator only keeps.
+long proportionalMemory() {
+  malloc_trim(0);
+  std::ifstream rollup("/proc/self/smaps_rollup");
+  std::string word;
+  while (rollup >> word) {
+    long kilobytes = 0;
+    if (word == "Pss:" && rollup >> kilobytes) return kilobytes;
+  }
+  return 0;
+}
+
+/// A tree view with as many rows, from nothing until it is painted.
+double openBareTree(const QuillmarConfig& config) {
+  const auto start = Clock::now();
+  QStandardItemModel model;
+  for (const MenuCategory& category : config.categories) {
+    auto* const folder = new QStandardItem(QString::fromStdString(category.name));
+    for (const MenuItem& item : category.items) {
+      folder->appendRow(new QStandardItem(QString::fromStdString(item.title)));
+    }
+    model.appendRow(folder);
+  }
+  QTreeView tree;
+  tree.setUniformRowHeights(true);
+  tree.setHeaderHidden(true);
+  tree.setModel(&model);
+  tree.expandAll();
+  tree.resize(600, 520);
+  PaintWatch watch(*tree.viewport());
+  tree.show();
+  watch.waitForPaint();
+  return milliseconds(Clock::now() - start);
+}
+
+class Bench {
+ public:
+  Bench(GDBusConnection* bus, const std::string& folder)
+      : bundle_(BundleDirectory::ofThisProgram()),
+        images_(bundle_.iconThemePath(), IconThemes({}, {})),
+        item_(bus, mainQueue_, {"quillmar-bench", "Quillmar", bundle_.iconThemePath(), ""}),
+        x11HotKeys_(getenv("DISPLAY")) {
+    environment_.variables["QUILLMAR_SETTINGS_DIR"] = folder;
+    settings_.emplace(
+        SettingsManager::Collaborators{environment_, memory_.userDirectories, files_, center_});
+    settings_->config = makeSampleDocument();
+    hotKeys_.emplace(HotKeyManager::Collaborators{.settings = *settings_,
+                                                  .hotKeys = x11HotKeys_,
+                                                  .application = memory_.application,
+                                                  .mainQueue = mainQueue_,
+                                                  .log = [](std::string_view) {}});
+    updater_.emplace(memory_.bundle, memory_.updaters);
+    observation_ = center_.addObserver(menuItemSettingsChanged, [this] {
+      item_.setMenu(buildStatusMenu(settings_->config, images_, false));
+      hotKeys_->reloadFromSettings();
+    });
+    settings_->save();
+  }
+
+  const QuillmarConfig& config() const { return settings_->config; }
+
+  /// Creates the window and returns the time until it is painted.
+  double open() {
+    const auto start = Clock::now();
+    controller_.emplace(SettingsWindowController::Collaborators{.settings = *settings_,
+                                                                .updaterManager = *updater_,
+                                                                .windows = windows_,
+                                                                .images = images_,
+                                                                .loginItem = memory_.loginItem,
+                                                                .workspace = memory_.workspace,
+                                                                .notificationCenter = center_,
+                                                                .log = [](std::string_view) {}});
+    (void)controller_->window().show({});
+    waitForPaint();
+    return milliseconds(Clock::now() - start);
+  }
+
+  void openAgain() {
+    (void)controller_->window().show({});
+    waitForPaint();
+  }
+
+  void close() {
+    controller_->window().close();
+    QCoreApplication::processEvents();
+  }
+
+  void forget() { controller_.reset(); }
+
+  double edit(int round) {
+    MenuItem changed = settings_->config.categories[0].items[1];
+    changed.title = "Round " + std::to_string(round);
+    const auto start = Clock::now();
+    settings_->updateItem(changed, settings_->config.categories[0].id);
+    waitForPaint();
+    return milliseconds(Clock::now() - start);
+  }
+
+  double changeRow(int round) {
+    settings_->config.categories[0].items[1].title = "Row " + std::to_string(round);
+    const auto start = Clock::now();
+    controller_->outlineView().reload();
+    waitForPaint();
+    return milliseconds(Clock::now() - start);
+  }
+
+ private:
+  void waitForPaint() {
+    auto& tree = static_cast<QTreeView&>(widgetPeer(controller_->outlineView()).widget());
+    PaintWatch(*tree.viewport()).waitForPaint();
+  }
+
+  MemoryPlatform memory_;
+  Environment environment_;
+  PosixFileSystem files_;
+  NotificationCenter center_;
+  MainLoopTaskQueue mainQueue_;
+  BundleDirectory bundle_;
+  IconThemeImages images_;
+  StatusNotifierItem item_;
+  X11HotKeys x11HotKeys_;
+  std::optional<SettingsManager> settings_;
+  std::optional<HotKeyManager> hotKeys_;
+  std::optional<UpdaterManager> updater_;
+  NotificationCenter::Observation observation_;
+  QtWindowSystem windows_{mainQueue_};
+  std::optional<SettingsWindowController> controller_;
+};
+
+int measure(int argc, char** argv) {
+  const QApplication application(argc, argv);
+  const GObjectPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+  char folder[] = "/tmp/quillmar-bench-XXXXXX";
+  if (!bus || !mkdtemp(folder)) return EXIT_FAILURE;
+  Bench bench(bus.get(), folder);
+
+  // The first window of a process also loads fonts and styles.
+  QWidget first;
+  PaintWatch firstPainted(first);
+  first.show();
+  firstPainted.waitForPaint();
+  first.hide();
+
+  std::vector<double> opened;
+  std::vector<double> ratios;
+  for (int round = 0; round < rounds; ++round) {
+    bench.forget();
+    opened.push_back(bench.open());
+    bench.close();
+    ratios.push_back(opened.back() / openBareTree(bench.config()));
+  }
+  const long memoryAtFirst = proportionalMemory();
+  for (int i = 0; i < openings; ++i) {
+    bench.openAgain();
+    bench.close();
+  }
+  const long memoryAtLast = proportionalMemory();
+
+  bench.openAgain();
+  std::vector<double> edits;
+  std::vector<double> rows;
+  for (int round = 0; round < rounds; ++round) {
+    edits.push_back(bench.edit(round));
+    rows.push_back(bench.changeRow(round));
+  }
+  bench.forget();
+  std::filesystem::remove_all(folder);
+
+  std::printf("settings window, 10,000 items, median of %d:\n", rounds);
+  std::printf("  opened and painted:  %6.1f ms (limit %.0f), %.2f times a bare tree view\n",
+              median(opened), openLimit, median(ratios));
+  std::printf("  an edit:             %6.1f ms (limit %.0f)\n", median(edits), editLimit);
+  std::printf("  one changed row:     %6.1f ms (limit %.0f)\n", median(rows), rowLimit);
+  std::printf("  PSS after the first and after %d more openings: %ld kB, %ld kB\n", openings,
+              memoryAtFirst, memoryAtLast);
+  return EXIT_SUCCESS;
+}
+
+}  // namespace
+}  // namespace quillmar
+
+int main(int argc, char** argv) {
+  return quillmar::measure(argc, argv);
+}
