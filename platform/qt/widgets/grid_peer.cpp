@@ -101,7 +101,7 @@ void GridPeer::place(const QRect& frame) {
     extents.push_back(row.height);
     gaps += row.gap;
   }
-  const std::vector<int> heights = share(extents, frame.height() - gaps);
+  const std::vector<int> heights = distribute(extents, frame.height() - gaps);
   const auto visual = [&](int left, int top, const QSize& size) {
     return QStyle::visualRect(widget().layoutDirection(), widget().rect(),
                               QRect(QPoint(left, top), size));
