@@ -280,13 +280,11 @@ TEST_F(FirstLaunchTest, WithoutAnAddressThereIsNothingToBrowse) {
   EXPECT_FALSE(memory.windows.widget(*buttonTitled(*welcomeWindow(), "Browse Packs…"))->enabled);
 }
 
-TEST_F(FirstLaunchTest, OpenSettingsClosesTheWindowFirst) {
+TEST_F(FirstLaunchTest, OpenSettingsClosesTheWindowAndOpensTheSettings) {
   launch();
   press("Open Settings");
-  EXPECT_THAT(memory.windows.windows(), IsEmpty());
-  memory.queues.runAll();
-  ASSERT_THAT(memory.notifications.shown(), SizeIs(1));
-  EXPECT_EQ(memory.notifications.shown()[0].notification.title, "Settings");
+  ASSERT_THAT(memory.windows.windows(), SizeIs(1));
+  EXPECT_EQ(memory.windows.frontWindow()->title(), "Quillmar Settings");
 }
 
 TEST_F(FirstLaunchTest, GetStartedClosesTheWindow) {

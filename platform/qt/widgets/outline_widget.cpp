@@ -48,6 +48,10 @@ bool OutlineWidget::pressCheckbox(const QMouseEvent& event) {
   return true;
 }
 
+void OutlineWidget::keyPressEvent(QKeyEvent* event) {
+  event->ignore();
+}
+
 void OutlineWidget::mousePressEvent(QMouseEvent* event) {
   if (!pressCheckbox(*event)) RingedArea::mousePressEvent(event);
 }

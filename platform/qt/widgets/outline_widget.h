@@ -28,7 +28,7 @@ class OutlineWidget final : public RingedArea<QTreeView> {
   int rowHeight() const;
 
  protected:
-  void keyPressEvent(QKeyEvent* event) override { event->ignore(); }
+  void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
