@@ -117,7 +117,7 @@ TEST_F(GeneralTabTest, AToggleThatChangesNoPreferenceWritesNothingAndPostsNothin
 
 TEST_F(GeneralTabTest, APreferenceThatCannotBeSavedIsLoggedAndStays) {
   openTab();
-  memory.files.addFile(settingsPath, "{}", 0444);
+  memory.files.addFile(settingsPath, memory.files.contents(settingsPath).value(), 0444);
   tab().flattenCheckbox().toggle();
   EXPECT_TRUE(settings->config.preferences.flattenSingleFolder);
   EXPECT_EQ(tab().flattenCheckbox().state(), ControlState::on);

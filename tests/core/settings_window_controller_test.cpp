@@ -384,7 +384,7 @@ TEST_F(SettingsWindowControllerTest, ChangesMadeElsewhereAppearAndExpandCollapse
 
 TEST_F(SettingsWindowControllerTest, AFileThatCannotBeWrittenIsLoggedAndTheChangeStays) {
   open({folderWith("F", 0)});
-  memory.files.addFile(settingsPath, "{}", 0444);
+  memory.files.addFile(settingsPath, memory.files.contents(settingsPath).value(), 0444);
   press("Add Separator");
   EXPECT_THAT(rows(), SizeIs(2));
   EXPECT_THAT(log, ElementsAre(testing::StartsWith("Failed to save settings: ")));

@@ -47,11 +47,13 @@ class OutlineViewTest : public WidgetsFixture<QtUser> {
   bool isInSight(std::size_t row) const {
     return tree().viewport()->rect().contains(tree().visualRect(index(row)).adjusted(0, 0, -1, 0));
   }
+  /// The first child is the header, which is hidden.
   QAccessibleInterface& accessibleRow(int row) const {
-    return *QAccessible::queryAccessibleInterface(&tree())->child(row);
+    return *QAccessible::queryAccessibleInterface(&tree())->child(row + 1);
   }
   QString toolTipOf(std::size_t row) const {
     QToolTip::hideText();
+    handleEventsUntil([] { return !QToolTip::isVisible(); });
     const QPoint place = tree().visualRect(index(row)).center();
     QHelpEvent event(QEvent::ToolTip, place, tree().viewport()->mapToGlobal(place));
     QCoreApplication::sendEvent(tree().viewport(), &event);

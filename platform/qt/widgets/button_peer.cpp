@@ -15,8 +15,10 @@ namespace quillmar {
 
 namespace {
 
-/// On either side of a push button's title, in device-independent pixels.
-constexpr int roomBesideTitle = 14;
+/// On either side of a push button's title, in device-independent pixels: usually, and if there is
+/// little space in the window.
+constexpr int spaceBesideTitle = 14;
+constexpr int leastSpaceBesideTitle = 10;
 
 /// The button that Return presses is filled with the accent colour: the one that has the focus, or
 /// the window's default button while no button has the focus. The focus itself is a ring.
@@ -93,14 +95,14 @@ void ButtonPeer::update() {
 }
 
 Extent ButtonPeer::contentHorizontal() const {
-  int wanted = widgetButton().sizeHint().width();
-  if (button_.style() == ButtonStyle::push) {
-    // Some styles leave a long title hardly any.
-    const int title =
-        widgetButton().fontMetrics().size(Qt::TextShowMnemonic, widgetButton().text()).width();
-    wanted = std::max(wanted, title + 2 * roomBesideTitle);
-  }
-  return {std::min(wanted, widgetButton().sizeHint().height()), wanted, wanted, wanted};
+  const int wanted = widgetButton().sizeHint().width();
+  const int least = std::min(wanted, widgetButton().sizeHint().height());
+  if (button_.style() == ButtonStyle::link) return {least, wanted, wanted, wanted};
+  // Some styles leave no space beside a long title, and much beside a short one.
+  const int title =
+      widgetButton().fontMetrics().size(Qt::TextShowMnemonic, widgetButton().text()).width();
+  const int preferred = std::max(wanted, title + 2 * spaceBesideTitle);
+  return {least, title + 2 * leastSpaceBesideTitle, preferred, preferred};
 }
 
 Extent ButtonPeer::contentVertical(int /*width*/) const {

@@ -83,8 +83,9 @@ QSize OutlineDelegate::naturalSize(const OutlineCell& cell) const {
     return {pixels(symbol->width), pixels(symbol->width)};
   }
   const auto& text = std::get<TextCell>(cell);
-  const QFontMetrics metrics(desktopFont(text.font, view_));
-  return {metrics.horizontalAdvance(shownText(text)), metrics.height()};
+  const QFontMetricsF metrics(desktopFont(text.font, view_));
+  return QSizeF(metrics.horizontalAdvance(shownText(text)), metrics.height()).toSize() +
+         QSize(1, 0);
 }
 
 std::vector<QRect> OutlineDelegate::places(const OutlineRow& row, const QRect& rowRect) const {

@@ -99,7 +99,7 @@ void OutlinePeer::showSelection(bool scrolls) {
   tree().setAutoScroll(scrolls);
   tree().selectionModel()->setCurrentIndex(item, QItemSelectionModel::ClearAndSelect);
   tree().setAutoScroll(true);
-  if (scrolls && item.isValid()) tree().scrollTo(item);
+  if (scrolls && item.isValid()) tree().reveal(item);
 }
 
 std::size_t OutlinePeer::rowsPerPage() const {

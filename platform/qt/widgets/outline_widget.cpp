@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <algorithm>
 
 #include "platform/qt/widgets/widget_peer.h"
@@ -26,6 +27,14 @@ OutlineWidget::OutlineWidget(QWidget* parent)
 
 int OutlineWidget::rowHeight() const {
   return delegate_->sizeHint({}, {}).height();
+}
+
+void OutlineWidget::reveal(const QModelIndex& index) {
+  scrollTo(index);
+  // The toolkit leaves the last pixel of a row below the view.
+  const int hidden = visualRect(index).bottom() - viewport()->rect().bottom();
+  QScrollBar& bar = *verticalScrollBar();
+  if (hidden > 0) bar.setValue(bar.value() + hidden);
 }
 
 int OutlineWidget::rowsPerPage() const {

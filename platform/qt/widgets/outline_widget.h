@@ -24,6 +24,9 @@ class OutlineWidget final : public RingedArea<QTreeView> {
     onCheckbox_ = std::move(onCheckbox);
   }
 
+  /// Scrolls until the whole row is in sight.
+  void reveal(const QModelIndex& index);
+
   int rowsPerPage() const;
   int rowHeight() const;
 
