@@ -5,6 +5,7 @@
 #include <QStyleOptionButton>
 #include <algorithm>
 
+#include "platform/qt/widgets/checkbox_indicator.h"
 #include "platform/qt/widgets/extent.h"
 #include "platform/qt/widgets/focus_ring.h"
 
@@ -57,7 +58,7 @@ void CheckboxWidget::paintEvent(QPaintEvent* /*event*/) {
                         style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this),
                         indicatorHeight);
   option.rect = QStyle::visualRect(layoutDirection(), rect(), indicator);
-  style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &painter, this);
+  drawCheckboxIndicator(painter, option, *this);
 
   const int top = (lineHeight() - fontMetrics().height()) / 2;
   QRect title(QPoint(roomBeforeTitle(), top), titleSize(std::max(1, width() - widthFor(0))));

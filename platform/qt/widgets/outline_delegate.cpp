@@ -10,6 +10,7 @@
 #include <numeric>
 
 #include "platform/qt/images/image_icons.h"
+#include "platform/qt/widgets/checkbox_indicator.h"
 #include "platform/qt/widgets/colors.h"
 #include "platform/qt/widgets/fonts.h"
 #include "platform/qt/widgets/outline_item_model.h"
@@ -157,7 +158,7 @@ void OutlineDelegate::paintCell(QPainter& painter, const OutlineCell& cell, cons
     if (checkbox.state == ControlState::off) box.state |= QStyle::State_Off;
     if (checkbox.state == ControlState::on) box.state |= QStyle::State_On;
     if (checkbox.state == ControlState::mixed) box.state |= QStyle::State_NoChange;
-    view_.style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, &painter, &view_);
+    drawCheckboxIndicator(painter, box, view_);
   }
 }
 
