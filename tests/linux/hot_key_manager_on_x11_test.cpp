@@ -93,6 +93,7 @@ TEST_F(HotKeyManagerOnX11Test, AfterAnEditTheOldKeyIsFreeAndTheNewOneWorks) {
   waitForFired(1);
   item.shortcut->keyCode = keyL;
   settings.updateItem(item, "F");
+  runMainLoopWhileReady();
   EXPECT_TRUE(isFree(keys::k));
   type(keys::k);
   type(keys::l);
@@ -124,6 +125,7 @@ TEST_F(HotKeyManagerOnX11Test, ReloadsLeaveNothingBehind) {
   waitForFired(1);
   EXPECT_THAT(fired, ElementsAre("item 49"));
   manager.unregisterAll();
+  runMainLoopWhileReady();
   for (const xcb_keycode_t key : grabbed) EXPECT_TRUE(isFree(key)) << static_cast<int>(key);
 }
 

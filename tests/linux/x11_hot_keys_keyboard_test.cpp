@@ -57,6 +57,17 @@ TEST_F(X11HotKeysKeyboardTest, AKeyboardWithoutSuperHasNoSuchKeys) {
   EXPECT_TRUE(tryToRegister(kKey, hot_key_modifiers::option, 1).ok());
 }
 
+TEST_F(X11HotKeysKeyboardTest, AHotKeyKeepsTheGrabThatItSharesWithAnUnregisteredOne) {
+  ASSERT_TRUE(runCommand({"xmodmap", "-e", "clear Mod4", "-e", "add Mod1 = Super_L"},
+                         {"DISPLAY=" + display()}));
+  const auto reference = registerKey(kKey, hot_key_modifiers::option, 1);
+  hotKeys_->unregisterHotKey(reference);
+  registerKey(kKey, hot_key_modifiers::command, 2);
+  runMainLoopWhileReady();
+  type({keys::super, keys::k});
+  EXPECT_THAT(pressed_, ElementsAre(2));
+}
+
 TEST_F(X11HotKeysKeyboardTest, AHotKeyWaitsForAModifierThatTheKeyboardLostForAWhile) {
   registerKey(kKey, hot_key_modifiers::command, 1);
   changeKeyboard({"xmodmap", "-e", "clear Mod4"});

@@ -44,7 +44,7 @@ class X11Backend {
     return other_->grab(keysOf(keyCode, 0).back(), bitsOf(modifiers)) == 0;
   }
   void releaseByOtherPrograms() { other_.emplace(server_.display()); }
-  void settle() {}
+  void settle() { runMainLoopWhileReady(); }
   bool runUntil(const std::function<bool()>& done) { return runMainLoopUntil(done); }
 
  private:
@@ -158,8 +158,21 @@ TEST_F(X11HotKeysTest, ARegisteredKeyIsOursWhateverIsLocked) {
 TEST_F(X11HotKeysTest, AnUnregisteredKeyIsFreeForOthers) {
   const auto reference = registerKey(kKey, hot_key_modifiers::command, 1);
   hotKeys_->unregisterHotKey(reference);
+  runMainLoopWhileReady();
   OtherProgramWithGrabs other(display());
   EXPECT_EQ(other.grab(keys::k, XCB_MOD_MASK_ANY), 0);
+}
+
+TEST_F(X11HotKeysTest, AHotKeyThatIsRegisteredAgainAtOnceIsNeverFreeForOthers) {
+  const auto reference = registerKey(kKey, hot_key_modifiers::command, 1);
+  hotKeys_->unregisterHotKey(reference);
+  OtherProgramWithGrabs other(display());
+  EXPECT_EQ(other.grab(keys::k, XCB_MOD_MASK_4), XCB_ACCESS);
+  registerKey(kKey, hot_key_modifiers::command, 2);
+  runMainLoopWhileReady();
+  EXPECT_EQ(other.grab(keys::k, XCB_MOD_MASK_4), XCB_ACCESS);
+  type({keys::super, keys::k});
+  EXPECT_THAT(pressed_, ElementsAre(2));
 }
 
 TEST_F(X11HotKeysTest, HelpIsAlsoTheKeyInsert) {

@@ -1,6 +1,7 @@
 #include "platform/linux/hot_keys/x11_hot_keys.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "platform/virtual_key_codes.h"
@@ -16,6 +17,10 @@ constexpr std::uint32_t evdevOffset = 8;
 
 X11HotKeys::X11HotKeys(std::string display) : display_(std::move(display)) {}
 
+X11HotKeys::~X11HotKeys() {
+  if (cancelRemoval_) cancelRemoval_();
+}
+
 Result<HotKeyReference, HotKeyStatus> X11HotKeys::registerHotKey(const HotKeyRequest& request) {
   if (!connect()) return HotKeyStatus::serviceFailed;
   const HotKey hotKey{request.id, keysOf(request.keyCode), request.modifiers};
@@ -28,7 +33,9 @@ Result<HotKeyReference, HotKeyStatus> X11HotKeys::registerHotKey(const HotKeyReq
       return HotKeyStatus::keyTaken;
     }
   }
-  if (const auto failure = finishGrabs(hotKey, requestGrabs(hotKey))) return *failure;
+  if (!takeOver(hotKey)) {
+    if (const auto failure = finishGrabs(hotKey, requestGrabs(hotKey))) return *failure;
+  }
   const HotKeyReference reference{++lastReference_};
   hotKeys_.emplace(reference, hotKey);
   return reference;
@@ -37,9 +44,34 @@ Result<HotKeyReference, HotKeyStatus> X11HotKeys::registerHotKey(const HotKeyReq
 void X11HotKeys::unregisterHotKey(HotKeyReference reference) {
   const auto found = hotKeys_.find(reference);
   if (found == hotKeys_.end()) return;
-  removeGrabs(found->second);
-  xcb_flush(connection_->xcb());
+  unregistered_.push_back(std::move(found->second));
   hotKeys_.erase(found);
+  if (cancelRemoval_) return;
+  cancelRemoval_ = MainLoopTaskQueue::asyncAfter({}, [this] {
+    cancelRemoval_ = {};
+    removeUnregistered();
+  });
+}
+
+bool X11HotKeys::takeOver(const HotKey& hotKey) {
+  const auto bits = modifierMap_.bitsFor(hotKey.modifiers);
+  for (auto other = unregistered_.begin(); other != unregistered_.end();) {
+    if (other->keys == hotKey.keys && other->modifiers == hotKey.modifiers) {
+      unregistered_.erase(other);
+      return true;
+    }
+    const bool sharesGrab =
+        modifierMap_.bitsFor(other->modifiers) == bits &&
+        std::ranges::find_first_of(other->keys, hotKey.keys) != other->keys.end();
+    if (sharesGrab) removeGrabs(*other);
+    other = sharesGrab ? unregistered_.erase(other) : std::next(other);
+  }
+  return false;
+}
+
+void X11HotKeys::removeUnregistered() {
+  for (const HotKey& hotKey : std::exchange(unregistered_, {})) removeGrabs(hotKey);
+  if (connection_) xcb_flush(connection_->xcb());
 }
 
 bool X11HotKeys::connect() {
@@ -59,6 +91,7 @@ bool X11HotKeys::connect() {
 
 void X11HotKeys::connectionClosed() {
   connection_.reset();
+  unregistered_.clear();
   for (const auto& [reference, hotKey] : std::exchange(hotKeys_, {})) {
     reportRefused(reference, HotKeyStatus::serviceFailed);
   }
@@ -103,6 +136,7 @@ void X11HotKeys::handlePress(const xcb_key_press_event_t& press) {
 void X11HotKeys::handleKeyboardChange() {
   const X11ModifierMap map = X11ModifierMap::ofKeyboard(connection_->xcb());
   if (map == modifierMap_) return;
+  removeUnregistered();
   for (const auto& [reference, hotKey] : hotKeys_) removeGrabs(hotKey);
   modifierMap_ = map;
   std::vector<Cookies> cookies;

@@ -2,8 +2,10 @@
 //
 // A hot key stays on its physical key in every layout. Each combination of lock modifiers needs a
 // grab of its own. The server removes all grabs when the connection closes, so none outlives the
-// process. Under Xwayland grabs do not see keys that are typed into Wayland windows; use another
-// service there.
+// process. A hot key that is unregistered and, before the next iteration of the main loop,
+// registered again keeps its grabs: after a change of the document most hot keys are, and no press
+// is lost in between. Under Xwayland grabs do not see keys that are typed into Wayland windows; use
+// another service there.
 
 #pragma once
 
@@ -18,6 +20,7 @@
 
 #include "platform/hot_keys.h"
 #include "platform/linux/hot_keys/x11_modifier_map.h"
+#include "platform/linux/processes/main_loop_task_queue.h"
 #include "platform/linux/x11/x11_connection.h"
 #include "platform/result.h"
 
@@ -29,9 +32,14 @@ class X11HotKeys final : public HotKeys {
   /// connected. If the server goes away, all hot keys are refused; the next registration connects
   /// again.
   explicit X11HotKeys(std::string display);
+  ~X11HotKeys() override;
 
-  /// Waits for the server.
+  X11HotKeys(const X11HotKeys&) = delete;
+  X11HotKeys& operator=(const X11HotKeys&) = delete;
+
+  /// Waits for the server, unless the hot key has just been unregistered.
   Result<HotKeyReference, HotKeyStatus> registerHotKey(const HotKeyRequest& request) override;
+  /// Removes the grabs in the next iteration of the main loop.
   void unregisterHotKey(HotKeyReference reference) override;
 
  private:
@@ -58,11 +66,19 @@ class X11HotKeys final : public HotKeys {
   std::optional<HotKeyStatus> finishGrabs(const HotKey& hotKey, const Cookies& cookies);
   void removeGrabs(const HotKey& hotKey);
 
+  /// Takes the grabs of an unregistered hot key with the same combination. False if there is none;
+  /// then none of the unregistered hot keys has a grab in common with this one.
+  bool takeOver(const HotKey& hotKey);
+  void removeUnregistered();
+
   std::string display_;
   /// Null while not connected.
   std::unique_ptr<X11Connection> connection_;
   X11ModifierMap modifierMap_;
   std::map<HotKeyReference, HotKey> hotKeys_;
+  /// Those that are unregistered but still have their grabs.
+  std::vector<HotKey> unregistered_;
+  MainLoopTaskQueue::Cancel cancelRemoval_;
   std::uint64_t lastReference_ = 0;
   /// The release of a key, if that was the last event.
   std::optional<xcb_key_release_event_t> lastRelease_;
