@@ -48,11 +48,11 @@ AlertSheet::AlertSheet(WindowSystem& windowSystem, Alert alert,
 }
 
 Result<void> AlertSheet::begin(Window& parent, const Activation& activation) {
-  sheet_.setTitle(parent.title());
   return parent.beginSheet(sheet_, activation);
 }
 
 void AlertSheet::build() {
+  sheet_.setTitle(alert_.message);
   sheet_.setIgnoresEarlyClicks(true);
   sheet_.setDelegate(this);
   auto& row = sheet_.setContent<StackView>(Orientation::horizontal);

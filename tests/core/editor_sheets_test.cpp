@@ -51,8 +51,8 @@ TEST_F(FolderEditorControllerTest, HasTheStatedContents) {
   EXPECT_THAT(
       windowOutline(*sheet()),
       ElementsAre("column leading spacing 16 insets 20 20 20 20",
-                  "  form spacing 10 10 labels 90 width 460",  //
-                  "    label: Name:",                          //
+                  "  form spacing 10 10 labels 90 width 460 then 0",  //
+                  "    label: Name:",                                 //
                   "    field placeholder Folder name width 350 called Name",
                   "    label: Icon:",  //
                   "    row centred spacing 8 called Icon",
@@ -60,7 +60,7 @@ TEST_F(FolderEditorControllerTest, HasTheStatedContents) {
                   "      image width 22 height 22 called Preview of the icon",
                   "    label 10 secondary wrapping: Optional. Any SF Symbol name; the SF Symbols "
                   "app lists them all.",
-                  "    checkbox: Show items directly in the menu, not in a submenu",
+                  "    checkbox: Show items directly in the menu, not in a submenu", "  space",
                   "  row centred spacing 8 width 460",  //
                   "    space",                          //
                   "    button escape: Cancel",          //
@@ -190,8 +190,8 @@ TEST_F(ItemEditorControllerTest, HasTheStatedContents) {
       windowOutline(*sheet()),
       ElementsAre(
           "column leading spacing 16 insets 20 20 20 20",
-          "  form spacing 10 10 labels 90 width 480",  //
-          "    label: Title:",                         //
+          "  form spacing 10 10 labels 90 width 480 then 0",  //
+          "    label: Title:",                                //
           "    field placeholder Menu item title width 370 called Title",
           "    label: Icon:",  //
           "    row centred spacing 8 called Icon",
@@ -218,7 +218,7 @@ TEST_F(ItemEditorControllerTest, HasTheStatedContents) {
           "      checkbox: Copy output to clipboard",       //
           "      checkbox: Ask before running",             //
           "      checkbox: Open in Terminal",               //
-          "  row centred spacing 8 width 480",              //
+          "  space", "  row centred spacing 8 width 480",   //
           "    space",                                      //
           "    button escape: Cancel",                      //
           "    button return: Add"));
