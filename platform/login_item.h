@@ -10,7 +10,7 @@ namespace quillmar {
 enum class LoginItemStatus {
   /// The program starts at login.
   enabled,
-  /// There is no login item.
+  /// There is no login item, or unregisterItem() has switched it off.
   notRegistered,
   /// There is one, but it is switched off, or it starts something else. Only the user can change
   /// that.
@@ -29,8 +29,8 @@ class LoginItem {
   /// switched off or written by someone else; such an item is kept.
   virtual Result<void> registerItem() = 0;
 
-  /// Keeps the program from starting at login. Succeeds if it does not start. Fails if the login
-  /// item was written by someone else; such an item is kept.
+  /// Keeps the program from starting at login. Succeeds if it does not start. Fails if someone else
+  /// wrote the user's login item; such an item is kept.
   virtual Result<void> unregisterItem() = 0;
 };
 

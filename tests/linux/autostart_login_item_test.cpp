@@ -104,6 +104,11 @@ class AutostartLoginItemTest : public testing::Test {
     return "Exec=\"" + folders_.path("/bin/quill\\\\\"\\\\$mar") + "\"\n";
   }
 
+  void enableBySystem() {
+    AutostartFolders::addProgram(folders_.path("/bin/quill\"$mar"));
+    AutostartFolders::write(folders_.systemFile(), AutostartFolders::entry(exec()));
+  }
+
   AutostartFolders folders_;
 };
 
@@ -174,12 +179,53 @@ TEST_F(AutostartLoginItemTest, AFileThatSomeoneElseWroteIsReportedAndKept) {
 }
 
 TEST_F(AutostartLoginItemTest, AFileOfTheSystemCountsUnlessTheUserHasOne) {
-  AutostartFolders::addProgram(folders_.path("/bin/quill\"$mar"));
-  AutostartFolders::write(folders_.systemFile(), AutostartFolders::entry(exec()));
+  enableBySystem();
   EXPECT_EQ(folders_.item().status(), LoginItemStatus::enabled);
-  EXPECT_THAT(folders_.item().unregisterItem().error().description,
-              HasSubstr(folders_.systemFile()));
   EXPECT_EQ(statusWith(exec() + "Hidden=true"), LoginItemStatus::requiresApproval);
+}
+
+TEST_F(AutostartLoginItemTest, RegisteringWritesNothingIfAFileOfTheSystemStartsTheProgram) {
+  enableBySystem();
+  EXPECT_TRUE(folders_.item().registerItem().ok());
+  EXPECT_FALSE(fs::exists(folders_.userFile()));
+}
+
+TEST_F(AutostartLoginItemTest, UnregisteringHidesAFileOfTheSystemThatStartsTheProgram) {
+  ASSERT_TRUE(folders_.item().registerItem().ok());
+  enableBySystem();
+  for (const char* const fileBefore : {"the user's", "none"}) {
+    SCOPED_TRACE(fileBefore);
+    ASSERT_EQ(folders_.item().status(), LoginItemStatus::enabled);
+    EXPECT_TRUE(folders_.item().unregisterItem().ok());
+    EXPECT_EQ(folders_.item().status(), LoginItemStatus::notRegistered);
+    EXPECT_THAT(AutostartFolders::read(folders_.userFile()), HasSubstr("\nHidden=true\n"));
+    EXPECT_EQ(runCommand({"desktop-file-validate", folders_.userFile()}), "");
+    fs::remove(folders_.userFile());
+  }
+}
+
+TEST_F(AutostartLoginItemTest, AHiddenFileCanBeUnregisteredAgainAndRegistered) {
+  enableBySystem();
+  ASSERT_TRUE(folders_.item().unregisterItem().ok());
+  EXPECT_TRUE(folders_.item().unregisterItem().ok());
+  EXPECT_EQ(folders_.item().status(), LoginItemStatus::notRegistered);
+  EXPECT_TRUE(folders_.item().registerItem().ok());
+  EXPECT_EQ(folders_.item().status(), LoginItemStatus::enabled);
+}
+
+TEST_F(AutostartLoginItemTest, AHiddenFileThatTheDesktopSwitchesOnStartsTheProgram) {
+  enableBySystem();
+  ASSERT_TRUE(folders_.item().unregisterItem().ok());
+  AutostartFolders::write(folders_.userFile(),
+                          AutostartFolders::read(folders_.userFile()) + "Hidden=false\n");
+  EXPECT_EQ(folders_.item().status(), LoginItemStatus::enabled);
+}
+
+TEST_F(AutostartLoginItemTest, WithoutThePathOfTheProgramRegisteringFailsAndWritesNothing) {
+  AutostartLoginItem item("", folders_.environment, folders_.directories, folders_.files);
+  EXPECT_EQ(item.registerItem().error().description,
+            "The path of this program could not be read from “/proc/self/exe”.");
+  EXPECT_FALSE(fs::exists(folders_.userFile()));
 }
 
 TEST_F(AutostartLoginItemTest, TheUsersFileReplacesOneOfTheSystemThatIsSwitchedOff) {

@@ -16,6 +16,8 @@ namespace {
 
 constexpr const char* group = G_KEY_FILE_DESKTOP_GROUP;
 constexpr const char* mark = "X-Quillmar-LoginItem";
+/// Tells a file that this program has hidden from one that the user has switched off.
+constexpr const char* unregisteredMark = "X-Quillmar-Unregistered";
 
 bool isTrue(GKeyFile* file, const char* key) {
   return g_key_file_get_boolean(file, group, key, nullptr);
@@ -78,6 +80,30 @@ std::string quotedArgument(std::string_view path) {
   return quoted += '"';
 }
 
+void setString(GKeyFile* file, const char* key, const std::string& value) {
+  g_key_file_set_string(file, group, key, value.c_str());
+}
+
+GKeyFilePtr entryOf(const std::string& program) {
+  GKeyFilePtr file(g_key_file_new());
+  setString(file.get(), "Type", "Application");
+  setString(file.get(), "Version", "1.4");
+  setString(file.get(), "Name", "Quillmar");
+  setString(file.get(), "Comment", "Run your own commands from a menu in the panel");
+  setString(file.get(), "Exec", quotedArgument(program));
+  setString(file.get(), "Icon", "com.tovenworks.quillmar");
+  setString(file.get(), "Terminal", "false");
+  setString(file.get(), "StartupNotify", "false");
+  setString(file.get(), mark, "true");
+  return file;
+}
+
+std::string textOf(GKeyFile* file) {
+  gsize length = 0;
+  const GStringPtr text(g_key_file_to_data(file, &length, nullptr));
+  return {text.get(), length};
+}
+
 }  // namespace
 
 AutostartEntry parseAutostartEntry(const std::string& text, const Environment& environment,
@@ -93,26 +119,19 @@ AutostartEntry parseAutostartEntry(const std::string& text, const Environment& e
   entry.isProgramInstalled = findProgram(entry.program, environment, files) &&
                              (tried.empty() || findProgram(tried, environment, files));
   entry.isOurs = isTrue(file.get(), mark);
+  entry.isUnregistered = isTrue(file.get(), unregisteredMark) && isTrue(file.get(), "Hidden");
   return entry;
 }
 
 std::string makeAutostartEntry(const std::string& program) {
-  const GKeyFilePtr file(g_key_file_new());
-  const auto set = [&](const char* key, const std::string& value) {
-    g_key_file_set_string(file.get(), group, key, value.c_str());
-  };
-  set("Type", "Application");
-  set("Version", "1.4");
-  set("Name", "Quillmar");
-  set("Comment", "Run your own commands from a menu in the panel");
-  set("Exec", quotedArgument(program));
-  set("Icon", "com.tovenworks.quillmar");
-  set("Terminal", "false");
-  set("StartupNotify", "false");
-  set(mark, "true");
-  gsize length = 0;
-  const GStringPtr text(g_key_file_to_data(file.get(), &length, nullptr));
-  return {text.get(), length};
+  return textOf(entryOf(program).get());
+}
+
+std::string makeHiddenAutostartEntry(const std::string& program) {
+  const GKeyFilePtr file = entryOf(program);
+  setString(file.get(), "Hidden", "true");
+  setString(file.get(), unregisteredMark, "true");
+  return textOf(file.get());
 }
 
 }  // namespace quillmar

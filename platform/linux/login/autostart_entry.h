@@ -18,8 +18,10 @@ struct AutostartEntry {
   std::string program;
   /// False if the program of Exec or of TryExec is not installed.
   bool isProgramInstalled = false;
-  /// True if makeAutostartEntry() wrote the file.
+  /// True if makeAutostartEntry() or makeHiddenAutostartEntry() wrote the file.
   bool isOurs = false;
+  /// True if makeHiddenAutostartEntry() wrote the file and nobody has switched it on since.
+  bool isUnregistered = false;
 };
 
 /// Reads the file's text. Text that is not a desktop entry gives an entry without a program.
@@ -28,5 +30,9 @@ AutostartEntry parseAutostartEntry(const std::string& text, const Environment& e
 
 /// The text of a file that starts the program at the absolute path.
 std::string makeAutostartEntry(const std::string& program);
+
+/// The text of a file that hides the system's file of the same name. If the user switches it on in
+/// the settings of the desktop, it starts the program.
+std::string makeHiddenAutostartEntry(const std::string& program);
 
 }  // namespace quillmar

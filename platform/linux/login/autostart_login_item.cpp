@@ -17,6 +17,7 @@ namespace {
 
 constexpr const char* fileName = "/com.tovenworks.quillmar.desktop";
 constexpr const char* systemFolders = "/etc/xdg";
+constexpr const char* linkToThisProgram = "/proc/self/exe";
 
 std::string nameOf(const std::string& path) {
   return path.substr(path.rfind('/') + 1);
@@ -49,8 +50,8 @@ AutostartLoginItem::AutostartLoginItem(std::string program, const Environment& e
 }
 
 std::string AutostartLoginItem::pathOfThisProgram() {
-  std::error_code ignored;
-  return std::filesystem::read_symlink("/proc/self/exe", ignored).string();
+  std::error_code unknown;
+  return std::filesystem::read_symlink(linkToThisProgram, unknown).string();
 }
 
 LoginItemStatus AutostartLoginItem::status() const {
@@ -59,49 +60,77 @@ LoginItemStatus AutostartLoginItem::status() const {
 }
 
 Result<void> AutostartLoginItem::registerItem() {
-  if (const auto file = effectiveFile(); file && file->path == path_) {
+  const auto file = effectiveFile();
+  if (file) {
     const LoginItemStatus status = statusOf(file->entry);
     if (status == LoginItemStatus::enabled) return {};
-    if (!file->entry.switchedOffBy.empty()) {
-      return switchedOffError(path_, file->entry.switchedOffBy);
-    }
-    if (!file->entry.isOurs) {
-      return Error{"The file " + quotedPath(path_) +
-                   " does not start this program, and Quillmar did not write it. Correct or delete "
-                   "the file."};
+    if (file->path == path_ && status != LoginItemStatus::notRegistered) {
+      if (!file->entry.switchedOffBy.empty()) {
+        return switchedOffError(path_, file->entry.switchedOffBy);
+      }
+      if (!file->entry.isOurs) {
+        return Error{"The file " + quotedPath(path_) +
+                     " does not start this program, and Quillmar did not write it. Correct or "
+                     "delete the file."};
+      }
     }
   }
-  if (Result<void> created = files_.createDirectories(folder_); !created) return created;
-  return files_.replace(path_, makeAutostartEntry(program_), std::nullopt);
+  if (program_.empty()) {
+    return Error{"The path of this program could not be read from " +
+                 quotedPath(linkToThisProgram) + "."};
+  }
+  return writeFile(makeAutostartEntry(program_));
 }
 
 Result<void> AutostartLoginItem::unregisterItem() {
   const auto file = effectiveFile();
   if (!file) return {};
   const LoginItemStatus status = statusOf(file->entry);
-  if (status == LoginItemStatus::requiresApproval) return {};
-  if (file->path == path_ && file->entry.isOurs) return removeFile(path_);
-  if (status != LoginItemStatus::enabled) return {};
-  return Error{"The file " + quotedPath(file->path) +
-               " starts Quillmar at login, and Quillmar did not write it. Switch it off in the "
-               "settings of your desktop, or delete the file."};
+  if (status == LoginItemStatus::requiresApproval || status == LoginItemStatus::notRegistered) {
+    return {};
+  }
+  const bool isOfUser = file->path == path_;
+  if (isOfUser && !file->entry.isOurs) {
+    if (status != LoginItemStatus::enabled) return {};
+    return Error{"The file " + quotedPath(path_) +
+                 " starts Quillmar at login, and Quillmar did not write it. Switch it off in the "
+                 "settings of your desktop, or delete the file."};
+  }
+  const auto ofSystem = systemFile();
+  if (ofSystem && statusOf(ofSystem->entry) == LoginItemStatus::enabled) {
+    return writeFile(makeHiddenAutostartEntry(program_));
+  }
+  if (isOfUser) return removeFile(path_);
+  return {};
 }
 
-std::optional<AutostartLoginItem::EffectiveFile> AutostartLoginItem::effectiveFile() const {
-  const auto read = [&](const std::string& path) -> std::optional<EffectiveFile> {
-    if (!files_.exists(path)) return std::nullopt;
-    const Result<std::string> text = files_.read(path);
-    return EffectiveFile{
-        path, text ? parseAutostartEntry(text.value(), environment_, files_) : AutostartEntry()};
-  };
-  if (auto file = read(path_)) return file;
+std::optional<AutostartLoginItem::File> AutostartLoginItem::readFile(
+    const std::string& path) const {
+  if (!files_.exists(path)) return std::nullopt;
+  const Result<std::string> text = files_.read(path);
+  return File{path,
+              text ? parseAutostartEntry(text.value(), environment_, files_) : AutostartEntry()};
+}
+
+std::optional<AutostartLoginItem::File> AutostartLoginItem::systemFile() const {
   for (const std::string& path : systemPaths_) {
-    if (auto file = read(path)) return file;
+    if (auto file = readFile(path)) return file;
   }
   return std::nullopt;
 }
 
+std::optional<AutostartLoginItem::File> AutostartLoginItem::effectiveFile() const {
+  if (auto file = readFile(path_)) return file;
+  return systemFile();
+}
+
+Result<void> AutostartLoginItem::writeFile(const std::string& text) {
+  if (Result<void> created = files_.createDirectories(folder_); !created) return created;
+  return files_.replace(path_, text, std::nullopt);
+}
+
 LoginItemStatus AutostartLoginItem::statusOf(const AutostartEntry& entry) const {
+  if (entry.isUnregistered) return LoginItemStatus::notRegistered;
   if (!entry.switchedOffBy.empty()) return LoginItemStatus::requiresApproval;
   if (!entry.isProgramInstalled) return LoginItemStatus::notFound;
   return startsThisProgram(entry) ? LoginItemStatus::enabled : LoginItemStatus::requiresApproval;

@@ -1,5 +1,5 @@
 // The login item as a file in the user's autostart folder, which desktops and systemd read at
-// login.
+// login. It takes precedence over files of the same name in the folders of the system.
 
 #pragma once
 
@@ -17,12 +17,13 @@ namespace quillmar {
 
 class AutostartLoginItem final : public LoginItem {
  public:
-  /// `program` is the absolute path of this program. The other arguments must outlive this object.
+  /// `program` is the absolute path of this program, or empty if it is unknown. The other arguments
+  /// must outlive this object.
   AutostartLoginItem(std::string program, const Environment& environment,
                      const UserDirectories& directories, PosixFileSystem& files);
 
   /// The path of this program's executable file, read at the start: later the file may have been
-  /// replaced.
+  /// replaced. Empty if the system does not tell it.
   static std::string pathOfThisProgram();
 
   LoginItemStatus status() const override;
@@ -30,14 +31,17 @@ class AutostartLoginItem final : public LoginItem {
   Result<void> unregisterItem() override;
 
  private:
-  /// The file that desktops use, which is the first of these: that of the user, those of the
-  /// system. A file that cannot be read counts as one without a program.
-  struct EffectiveFile {
+  /// A file that cannot be read counts as one without a program.
+  struct File {
     std::string path;
     AutostartEntry entry;
   };
 
-  std::optional<EffectiveFile> effectiveFile() const;
+  std::optional<File> readFile(const std::string& path) const;
+  std::optional<File> systemFile() const;
+  /// The file that desktops use: that of the user, or else that of the system.
+  std::optional<File> effectiveFile() const;
+  Result<void> writeFile(const std::string& text);
   LoginItemStatus statusOf(const AutostartEntry& entry) const;
   bool startsThisProgram(const AutostartEntry& entry) const;
 
