@@ -7,6 +7,7 @@
 #include "platform/key_press.h"
 #include "platform/text.h"
 #include "platform/virtual_key_codes.h"
+#include "platform/visible_text.h"
 #include "platform/widgets/window.h"
 
 namespace quillmar {
@@ -87,7 +88,9 @@ ShortcutRecorderView::ShortcutRecorderView() {
 
 std::string ShortcutRecorderView::shownText() const {
   if (isRecording_) return "Type shortcut…";
-  return shortcut_ ? displayString(*shortcut_) : "Click to record";
+  if (!shortcut_) return "Click to record";
+  // Keys such as the keypad's Enter type a control character.
+  return text::withVisibleCharacters(displayString(*shortcut_));
 }
 
 void ShortcutRecorderView::draw(Canvas& canvas) const {

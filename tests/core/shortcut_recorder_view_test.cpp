@@ -411,6 +411,14 @@ TEST_F(ShortcutRecorderDrawingTest, TheDrawingFillsALargerControl) {
   EXPECT_EQ(shape.rect.size, (Size{.width = 299, .height = 39}));
 }
 
+TEST_F(ShortcutRecorderViewTest, AControlCharacterIsShownAsItsNumberOnScreenAndToScreenReaders) {
+  const KeyboardShortcut keypadEnter = shortcutOf(76, "\r", command);
+  recorder.setShortcut(keypadEnter);
+  EXPECT_EQ(shownText(), "⌘‹U+000D›");
+  EXPECT_EQ(onScreen().accessibilityValue, "⌘‹U+000D›");
+  EXPECT_EQ(ShortcutRecorderView::displayString(keypadEnter), "⌘\r");
+}
+
 // Screen readers.
 
 TEST_F(ShortcutRecorderViewTest, ScreenReadersAreToldTheRoleTheNameTheShortcutAndTheRecording) {
