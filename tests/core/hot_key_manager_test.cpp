@@ -211,6 +211,18 @@ TEST_F(HotKeyManagerTest, ARefusalThatArrivesLaterRemovesTheRegistrationAndIsLog
               ElementsAre(UnregisteredHotKey{"taken", "Title of taken", HotKeyStatus::keyTaken}));
 }
 
+TEST_F(HotKeyManagerTest, TheEventHandlersAreInstalledByTheFirstReloadOnly) {
+  addItem("1", keyA);
+  manager.reloadFromSettings();
+  bool isOursCalled = false;
+  memory.hotKeys.installEventHandlers(
+      {.pressed = [&](HotKeyID, const Activation&) { isOursCalled = true; }});
+  manager.reloadFromSettings();
+  press(keyA);
+  EXPECT_TRUE(isOursCalled);
+  EXPECT_THAT(fired, IsEmpty());
+}
+
 TEST_F(HotKeyManagerTest, AReloadForgetsEarlierFailures) {
   ASSERT_TRUE(memory.hotKeys.takeByOtherProgram(keyA, command));
   addItem("1", keyA);
