@@ -1,4 +1,5 @@
-// The keymap of a Wayland compositor, and its changes. Main thread; nothing blocks.
+// The keymap of a Wayland compositor, and its changes. Main thread. Only the connection to the
+// compositor's socket is made synchronously.
 
 #pragma once
 
