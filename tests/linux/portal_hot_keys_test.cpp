@@ -3,11 +3,8 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
-#include <memory>
-#include <optional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,6 +13,7 @@
 #include "platform/linux/hot_keys/portal_trigger.h"
 #include "tests/conformance/hot_keys_conformance.h"
 #include "tests/linux/main_loop.h"
+#include "tests/linux/portal_hot_keys_fixture.h"
 #include "tests/linux/portal_service.h"
 #include "tests/linux/private_bus.h"
 #include "tests/linux/wayland_seat.h"
@@ -32,31 +30,6 @@ using testing::StartsWith;
 using testing::UnorderedElementsAre;
 using Kind = PortalService::Kind;
 using std::chrono::milliseconds;
-
-/// Hot keys whose clock stands still until the test advances it.
-class HotKeysOnBus {
- public:
-  explicit HotKeysOnBus(const PrivateBus& bus, Environment environment = {})
-      : hotKeys_(withBus(std::move(environment), bus),
-                 {.recoveryDelays = {milliseconds(0), milliseconds(0), milliseconds(0)},
-                  .stableAfter = std::chrono::minutes(1),
-                  .now = [this] { return now_; }}) {}
-
-  PortalHotKeys& hotKeys() { return hotKeys_; }
-  void advance(milliseconds time) { now_ += time; }
-  void settle() {
-    runMainLoopUntil([this] { return hotKeys_.isSettled(); });
-  }
-
- private:
-  static Environment withBus(Environment environment, const PrivateBus& bus) {
-    environment.variables["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
-    return environment;
-  }
-
-  std::chrono::steady_clock::time_point now_{std::chrono::hours(1)};
-  PortalHotKeys hotKeys_;
-};
 
 class RealBackend {
  public:
@@ -106,68 +79,6 @@ constexpr std::uint32_t keyQ = 12;
 constexpr std::uint32_t keyJ = 38;
 constexpr std::uint32_t keyK = 40;
 constexpr std::uint32_t keypad5 = 87;
-
-class PortalHotKeysTest : public testing::Test {
- protected:
-  void startDesktop(Kind kind) { desktop_.emplace(bus_, kind); }
-
-  void startProgram(const Environment& environment = {}) {
-    program_.emplace(bus_, environment);
-    program_->hotKeys().installEventHandlers({
-        .pressed =
-            [this](HotKeyID id, const Activation& activation) {
-              pressed_.push_back(id.id);
-              activation_ = activation;
-            },
-        .refused = [this](HotKeyReference reference,
-                          HotKeyStatus status) { refused_.emplace_back(reference, status); },
-    });
-  }
-
-  void start(Kind kind) {
-    startDesktop(kind);
-    startProgram();
-  }
-
-  /// Registers Super and the key, with the key code as id.
-  HotKeyReference add(std::uint32_t keyCode, std::uint32_t modifiers = hot_key_modifiers::command) {
-    const auto reference = program_->hotKeys().registerHotKey(
-        {.keyCode = keyCode, .modifiers = modifiers, .id = {1, keyCode}, .description = "Title"});
-    EXPECT_TRUE(reference.ok());
-    references_.push_back(reference.ok() ? reference.value() : HotKeyReference{});
-    return references_.back();
-  }
-
-  /// What a change of the settings does: drops all hot keys and registers these.
-  void reload(const std::vector<std::uint32_t>& keyCodes) {
-    for (const auto reference : std::exchange(references_, {})) {
-      program_->hotKeys().unregisterHotKey(reference);
-    }
-    for (const auto keyCode : keyCodes) add(keyCode);
-    program_->settle();
-  }
-
-  /// Presses the keys as a person does.
-  std::vector<std::uint32_t> press(const std::string& keys) {
-    program_->advance(std::chrono::seconds(1));
-    desktop_->press(keys);
-    return std::exchange(pressed_, {});
-  }
-
-  std::vector<HotKeyStatus> refusals() {
-    std::vector<HotKeyStatus> statuses;
-    for (const auto& refusal : std::exchange(refused_, {})) statuses.push_back(refusal.second);
-    return statuses;
-  }
-
-  PrivateBus bus_;
-  std::optional<PortalService> desktop_;
-  std::optional<HotKeysOnBus> program_;
-  std::vector<HotKeyReference> references_;
-  std::vector<std::uint32_t> pressed_;
-  Activation activation_;
-  std::vector<std::pair<HotKeyReference, HotKeyStatus>> refused_;
-};
 
 TEST_F(PortalHotKeysTest, HotKeysOfOneTurnAreBoundAtOnce) {
   start(Kind::documented);
@@ -382,111 +293,6 @@ TEST_F(PortalHotKeysTest, OnKdeAKeyThatItsCompositorCannotMatchIsRefused) {
   reload({keypad5, keyK});
   EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::noSuchKey));
   EXPECT_THAT(press("LOGO+k"), ElementsAre(keyK));
-}
-
-TEST_F(PortalHotKeysTest, ASessionThatTheDesktopClosesIsReplaced) {
-  for (const Kind kind : {Kind::documented, Kind::plasma}) {
-    start(kind);
-    reload({keyJ});
-    desktop_->closeSession();
-    runMainLoopUntil([&] { return desktop_->hasSession(); });
-    program_->settle();
-    EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
-    EXPECT_THAT(refusals(), IsEmpty());
-  }
-}
-
-TEST_F(PortalHotKeysTest, ADesktopThatClosesEverySessionIsAskedAFewTimesOnly) {
-  start(Kind::documented);
-  reload({keyJ});
-  for (int i = 0; i < 4; ++i) {
-    desktop_->closeSession();
-    runMainLoopUntil([&] { return desktop_->hasSession() || !refused_.empty(); });
-    program_->settle();
-  }
-  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::serviceFailed));
-  EXPECT_FALSE(desktop_->hasSession());
-}
-
-TEST_F(PortalHotKeysTest, ASessionThatWorkedForLongMayBeReplacedAgain) {
-  start(Kind::documented);
-  reload({keyJ});
-  for (int i = 0; i < 10; ++i) {
-    program_->advance(std::chrono::minutes(2));
-    desktop_->closeSession();
-    runMainLoopUntil([&] { return desktop_->hasSession() || !refused_.empty(); });
-    program_->settle();
-  }
-  EXPECT_THAT(refusals(), IsEmpty());
-}
-
-TEST_F(PortalHotKeysTest, HotKeysWorkAfterARestartOfThePortal) {
-  for (const Kind kind : {Kind::documented, Kind::plasma}) {
-    start(kind);
-    reload({keyJ});
-    desktop_->stopPortal();
-    desktop_->startPortal();
-    runMainLoopUntil([&] { return desktop_->hasSession(); });
-    program_->settle();
-    EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
-    EXPECT_THAT(refusals(), IsEmpty());
-  }
-}
-
-TEST_F(PortalHotKeysTest, HotKeysAreRefusedIfThePortalDoesNotReturn) {
-  start(Kind::documented);
-  reload({keyJ});
-  desktop_->stopPortal();
-  runMainLoopUntil([&] { return !refused_.empty(); });
-  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::serviceFailed));
-}
-
-TEST_F(PortalHotKeysTest, HotKeysWorkAfterARestartOfTheBackend) {
-  for (const Kind kind : {Kind::documented, Kind::plasma}) {
-    start(kind);
-    reload({keyJ});
-    desktop_->takeCalls();
-    desktop_->stopBackend();
-    runMainLoopUntil([&] { return !program_->hotKeys().isSettled(); });
-    program_->settle();
-    EXPECT_THAT(desktop_->takeCalls(), Contains(StartsWith("CreateSession")));
-    EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
-    EXPECT_THAT(refusals(), IsEmpty());
-  }
-}
-
-TEST_F(PortalHotKeysTest, TheEndOfAnotherBackendChangesNothing) {
-  start(Kind::documented);
-  reload({keyJ});
-  desktop_->takeCalls();
-  const auto other = bus_.connect();
-  const char* const name = "org.freedesktop.impl.portal.desktop.other";
-  ASSERT_TRUE(takeName(other.get(), name));
-  releaseName(other.get(), name);
-  EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
-  EXPECT_THAT(desktop_->takeCalls(), ElementsAre("ListShortcuts"));
-}
-
-TEST_F(PortalHotKeysTest, WithoutAWorkingPortalEveryHotKeyIsRefused) {
-  for (const Kind kind : {Kind::withoutShortcuts, Kind::failing}) {
-    start(kind);
-    reload({keyJ, keyK});
-    EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::noService, HotKeyStatus::noService));
-  }
-  desktop_.reset();
-  startProgram();
-  reload({keyJ});
-  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::noService));
-}
-
-TEST_F(PortalHotKeysTest, APortalThatAppearsLaterIsUsedByTheNextReload) {
-  startProgram();
-  reload({keyJ});
-  refusals();
-  startDesktop(Kind::documented);
-  reload({keyJ});
-  EXPECT_THAT(refusals(), IsEmpty());
-  EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
 }
 
 TEST_F(PortalHotKeysTest, TheApplicationIdIsRegisteredFirstWherePossible) {

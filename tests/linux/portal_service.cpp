@@ -14,9 +14,6 @@ constexpr const char* portalName = "org.freedesktop.portal.Desktop";
 constexpr const char* portalPath = "/org/freedesktop/portal/desktop";
 constexpr const char* shortcutsInterface = "org.freedesktop.portal.GlobalShortcuts";
 constexpr const char* sessionInterface = "org.freedesktop.portal.Session";
-constexpr unsigned success = 0;
-constexpr unsigned cancelled = 1;
-constexpr unsigned failed = 2;
 
 constexpr const char* shortcutsXml =
     R"xml(<node><interface name="org.freedesktop.portal.GlobalShortcuts">
@@ -201,7 +198,8 @@ void PortalService::createSession(GVariant* arguments, GDBusMethodInvocation* in
   const std::string token = stringIn(options.get(), "session_handle_token");
   const std::string path = std::string(portalPath) + "/session/" + senderPath(sender) + "/" + token;
   // A backend that still has the session of a portal that was restarted refuses its path.
-  if (kind_ == Kind::failing || !backendSessions_.insert(path).second) {
+  const bool fails = kind_ == Kind::failing || sessionsToFail_-- > 0;
+  if (fails || !backendSessions_.insert(path).second) {
     return respond(invocation, options.get(), failed, nullptr);
   }
   EXPECT_FALSE(session_ && session_->isAlive) << "Another session is open.";
@@ -235,7 +233,9 @@ void PortalService::bindShortcuts(GVariant* arguments, GDBusMethodInvocation* in
   const GVariantPtr options(g_variant_get_child_value(arguments, 3));
   const auto wanted = triggersIn(list.get());
   calls_.push_back(joined("BindShortcuts", wanted));
-  if (cancelsDialogs_) return respond(invocation, options.get(), cancelled, nullptr);
+  if (bindingResponse_ != success) {
+    return respond(invocation, options.get(), bindingResponse_, nullptr);
+  }
   for (const auto& [id, trigger] : wanted) {
     if (!taken_.contains(trigger) && !denied_.contains(trigger)) session_->shortcuts[id] = trigger;
   }

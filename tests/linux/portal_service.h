@@ -58,10 +58,13 @@ class PortalService {
 
   /// The user denies the shortcuts with these keys.
   void deny(const std::string& keys) { denied_.insert(keys); }
-  void cancelDialogs() { cancelsDialogs_ = true; }
+  void cancelDialogs() { bindingResponse_ = cancelled; }
+  void failDialogs() { bindingResponse_ = failed; }
   /// The user changes the keys of a shortcut in the settings; empty for none.
   void reassign(const std::string& id, const std::string& keys);
 
+  /// The next sessions cannot be started.
+  void failSessions(int count) { sessionsToFail_ = count; }
   void closeSession();
   void stopPortal();
   void startPortal();
@@ -76,6 +79,11 @@ class PortalService {
   std::map<std::string, std::map<std::string, std::string>> stored() const { return stored_; }
 
  private:
+  // Values of the signal Response.
+  static constexpr unsigned success = 0;
+  static constexpr unsigned cancelled = 1;
+  static constexpr unsigned failed = 2;
+
   struct Session {
     std::string path;
     std::string sender;
@@ -118,7 +126,8 @@ class PortalService {
   std::map<std::string, std::map<std::string, std::string>> stored_;
   std::set<std::string> taken_;
   std::set<std::string> denied_;
-  bool cancelsDialogs_ = false;
+  unsigned bindingResponse_ = success;
+  int sessionsToFail_ = 0;
   std::vector<std::string> calls_;
 };
 

@@ -96,10 +96,12 @@ void PortalHotKeys::update() {
 }
 
 void PortalHotKeys::repeatRefusals() {
-  const bool hasTakenKey = std::ranges::any_of(
-      refused_, [](const auto& refusal) { return refusal.second == HotKeyStatus::keyTaken; });
-  // The other program may have freed the key.
-  if (hasTakenKey && session_->isSilent()) return replaceSession();
+  const auto mayBeGrantedNow = [&](const auto& refusal) {
+    // The other program may have freed the key.
+    return (refusal.second == HotKeyStatus::keyTaken && session_->isSilent()) ||
+           refusal.second == HotKeyStatus::serviceFailed;
+  };
+  if (std::ranges::any_of(refused_, mayBeGrantedNow)) return replaceSession();
   refuse(refused_);
 }
 
@@ -125,8 +127,7 @@ void PortalHotKeys::startSession() {
       PortalSession::Handlers{
           .started =
               [this](PortalSession::Refusals refused) { sessionStarted(std::move(refused)); },
-          .failed = [this] { sessionFailed(); },
-          .lost = [this] { recover(); },
+          .ended = [this] { sessionEnded(); },
           .activated = [this](const KeyCombination& keys,
                               const Activation& activation) { pressed(keys, activation); },
           .deactivated = [this](const KeyCombination& keys) { held_.release(keys, timing_.now()); },
@@ -149,19 +150,15 @@ void PortalHotKeys::sessionStarted(PortalSession::Refusals refused) {
   refuse(refused_);
 }
 
-void PortalHotKeys::sessionFailed() {
-  if (startedAt_) return recover();
-  session_.reset();
-  refuseAll(HotKeyStatus::noService);
-}
-
-void PortalHotKeys::recover() {
+void PortalHotKeys::sessionEnded() {
   const auto now = timing_.now();
   const bool wasStable = isStarted_ && now - *startedAt_ >= timing_.stableAfter;
   session_.reset();
   isStarted_ = false;
   if (wasStable) attempts_ = 0;
-  if (attempts_ == timing_.recoveryDelays.size()) return refuseAll(HotKeyStatus::serviceFailed);
+  if (attempts_ == timing_.recoveryDelays.size()) {
+    return refuseAll(startedAt_ ? HotKeyStatus::serviceFailed : HotKeyStatus::noService);
+  }
   cancelRecovery_ = MainLoopTaskQueue::asyncAfter(timing_.recoveryDelays[attempts_++], [this] {
     cancelRecovery_ = nullptr;
     update();

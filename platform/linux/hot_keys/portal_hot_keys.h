@@ -2,8 +2,8 @@
 //
 // The portal takes a whole set of shortcuts at once. Registrations and unregistrations of one turn
 // of the main loop are collected, and nothing is sent if the set of combinations stays the same. A
-// combination that the desktop does not grant is reported later. Nothing here blocks, and nothing
-// is sent while no hot key is registered.
+// combination that the desktop does not grant is reported later. All calls are asynchronous, and
+// nothing is sent while no hot key is registered.
 //
 // The portal knows keys by what they type. A hot key stays on its physical key: if the keyboard
 // layout changes, the set is sent again.
@@ -33,8 +33,8 @@ namespace quillmar {
 class PortalHotKeys final : public HotKeys {
  public:
   struct Timing {
-    /// Delays before each attempt to replace a session that the desktop has ended. After the last
-    /// one the hot keys are refused.
+    /// Delays before each further attempt to start a session, when one could not be started or has
+    /// ended. After the last one the hot keys are refused.
     std::vector<std::chrono::milliseconds> recoveryDelays;
     /// After a session has worked this long, all attempts are available again.
     std::chrono::milliseconds stableAfter;
@@ -70,8 +70,7 @@ class PortalHotKeys final : public HotKeys {
   void startSession();
   void replaceSession();
   void sessionStarted(PortalSession::Refusals refused);
-  void sessionFailed();
-  void recover();
+  void sessionEnded();
   void pressed(const KeyCombination& keys, const Activation& activation);
   void repeatRefusals();
   void refuse(const PortalSession::Refusals& refused);
@@ -98,7 +97,7 @@ class PortalHotKeys final : public HotKeys {
   bool isStarted_ = false;
   bool isClosing_ = false;
 
-  /// Pending attempt to replace a session.
+  /// Pending attempt to start a session again.
   MainLoopTaskQueue::Cancel cancelRecovery_;
   std::size_t attempts_ = 0;
   /// When the last session started; absent if none ever did.

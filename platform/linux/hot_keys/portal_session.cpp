@@ -89,7 +89,7 @@ void PortalSession::connected(GObject*, GAsyncResult* result, gpointer self) {
   if (connection) {
     asSession(self)->start(std::move(connection));
   } else {
-    asSession(self)->ended(&Handlers::failed);
+    asSession(self)->ended();
   }
 }
 
@@ -167,7 +167,7 @@ void PortalSession::create() {
       },
       [this](PortalRequest::Outcome outcome, GVariant* results) {
         isCreating_ = false;
-        if (outcome != PortalRequest::Outcome::success) return ended(&Handlers::failed);
+        if (outcome != PortalRequest::Outcome::success) return ended();
         created(results);
       });
 }
@@ -196,10 +196,10 @@ void PortalSession::bind() {
           case PortalRequest::Outcome::success:
             return bound(results);
           case PortalRequest::Outcome::cancelledByUser:
-            for (const auto& [id, keys] : ids_) refused_[keys] = HotKeyStatus::notGranted;
-            return finishStart();
+            return refuseAll(HotKeyStatus::notGranted);
           case PortalRequest::Outcome::failed:
-            return ended(&Handlers::failed);
+            // Another attempt might open another dialog.
+            return refuseAll(HotKeyStatus::serviceFailed);
         }
       });
 }
@@ -209,6 +209,11 @@ void PortalSession::bound(GVariant* results) {
   // Some versions of KDE's backend do not tell which keys they have granted.
   if (!granted) return list(&PortalSession::finishStart, &PortalSession::finishStart);
   updateRefusals(granted.get());
+  finishStart();
+}
+
+void PortalSession::refuseAll(HotKeyStatus status) {
+  for (const auto& [id, keys] : ids_) refused_[keys] = status;
   finishStart();
 }
 
@@ -262,7 +267,7 @@ void PortalSession::verified(const std::vector<KdeShortcut>& stored) {
   }
   if (!hasOtherIdentity) return finishStart();
   removeAll(stored);
-  close(handlers_.lost);
+  close(handlers_.ended);
 }
 
 void PortalSession::removeAll(const std::vector<KdeShortcut>& stored) {
@@ -280,13 +285,9 @@ void PortalSession::reportRefusals() {
   changed(refused_);
 }
 
-void PortalSession::reportLost() {
-  ended(&Handlers::lost);
-}
-
-void PortalSession::ended(std::function<void()> Handlers::*handler) {
+void PortalSession::ended() {
   if (closed_) return finishClose();
-  const auto call = handlers_.*handler;
+  const auto call = handlers_.ended;
   call();
 }
 
@@ -342,12 +343,12 @@ void PortalSession::signalArrived(GDBusConnection*, const char*, const char*, co
 
 void PortalSession::closedByDesktop(GDBusConnection*, const char*, const char*, const char*,
                                     const char*, GVariant*, gpointer self) {
-  if (!asSession(self)->isClosing_) asSession(self)->ended(&Handlers::lost);
+  if (!asSession(self)->isClosing_) asSession(self)->ended();
 }
 
 void PortalSession::portalOwnerChanged(GDBusConnection*, const char*, const char*, const char*,
                                        const char*, GVariant* parameters, gpointer self) {
-  if (hasEnded(parameters)) asSession(self)->ended(&Handlers::lost);
+  if (hasEnded(parameters)) asSession(self)->ended();
 }
 
 void PortalSession::backendOwnerChanged(GDBusConnection*, const char*, const char*, const char*,
@@ -355,11 +356,11 @@ void PortalSession::backendOwnerChanged(GDBusConnection*, const char*, const cha
   PortalSession& session = *asSession(self);
   // While the session starts, the portal reports the failure itself.
   if (!hasEnded(parameters) || !session.isStarted_ || session.closed_) return;
-  session.list(&PortalSession::reportRefusals, &PortalSession::reportLost);
+  session.list(&PortalSession::reportRefusals, &PortalSession::ended);
 }
 
 void PortalSession::disconnected(GDBusConnection*, gboolean, GError*, gpointer self) {
-  asSession(self)->ended(&Handlers::lost);
+  asSession(self)->ended();
 }
 
 void PortalSession::request(const char* method, const PortalRequest::Arguments& arguments,

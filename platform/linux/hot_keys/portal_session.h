@@ -60,10 +60,9 @@ class PortalSession {
   struct Handlers {
     /// The desktop has answered. All shortcuts work except those that were refused.
     std::function<void(Refusals refused)> started;
-    /// The session could not be started: there is no portal, or it failed.
-    std::function<void()> failed;
-    /// The session ended although nobody closed it: the desktop closed it, or the portal ended.
-    std::function<void()> lost;
+    /// The session could not be started, because there is no portal or it failed. Or the session
+    /// ended although nobody closed it: the desktop closed it, or the portal ended.
+    std::function<void()> ended;
     /// A shortcut was pressed or repeats.
     std::function<void(const KeyCombination& keys, const Activation& activation)> activated;
     std::function<void(const KeyCombination& keys)> deactivated;
@@ -109,6 +108,7 @@ class PortalSession {
   void created(GVariant* results);
   void bind();
   void bound(GVariant* results);
+  void refuseAll(HotKeyStatus status);
   void list(void (PortalSession::*listed)(), void (PortalSession::*failed)());
   void verify();
   void verified(const std::vector<KdeShortcut>& stored);
@@ -116,8 +116,7 @@ class PortalSession {
   void sendClose();
   void finishClose();
   void reportRefusals();
-  void reportLost();
-  void ended(std::function<void()> Handlers::*handler);
+  void ended();
 
   void request(const char* method, const PortalRequest::Arguments& arguments,
                PortalRequest::Completion completion);
