@@ -21,11 +21,13 @@ namespace quillmar {
 /// Hot keys whose clock stands still until the test advances it.
 class HotKeysOnBus {
  public:
-  explicit HotKeysOnBus(const PrivateBus& bus, Environment environment = {})
+  explicit HotKeysOnBus(const PrivateBus& bus, Environment environment = {},
+                        std::chrono::milliseconds responseTimeout = std::chrono::minutes(5))
       : hotKeys_(withBus(std::move(environment), bus),
                  {.recoveryDelays = {std::chrono::milliseconds(0), std::chrono::milliseconds(0),
                                      std::chrono::milliseconds(0)},
                   .stableAfter = std::chrono::minutes(1),
+                  .responseTimeout = responseTimeout,
                   .now = [this] { return now_; }}) {}
 
   PortalHotKeys& hotKeys() { return hotKeys_; }
@@ -48,8 +50,9 @@ class PortalHotKeysTest : public testing::Test {
  protected:
   void startDesktop(PortalService::Kind kind) { desktop_.emplace(bus_, kind); }
 
-  void startProgram(const Environment& environment = {}) {
-    program_.emplace(bus_, environment);
+  template <class... Settings>
+  void startProgram(const Settings&... settings) {
+    program_.emplace(bus_, settings...);
     program_->hotKeys().installEventHandlers({
         .pressed =
             [this](HotKeyID id, const Activation& activation) {

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/linux/processes/main_loop_task_queue.h"
 #include "tests/linux/main_loop.h"
 #include "tests/linux/portal_hot_keys_fixture.h"
 #include "tests/linux/portal_service.h"
@@ -19,6 +20,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
 using Kind = PortalService::Kind;
+using std::chrono::milliseconds;
 
 constexpr std::uint32_t keyJ = 38;
 constexpr std::uint32_t keyK = 40;
@@ -139,6 +141,29 @@ TEST_F(PortalRecoveryTest, AFirstSessionThatFailsIsStartedAgainBeforeHotKeysAreR
     EXPECT_THAT(refusals(), IsEmpty());
     EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
   }
+}
+
+TEST_F(PortalRecoveryTest, HotKeysAreRefusedIfThePortalDoesNotRespond) {
+  startDesktop(Kind::mute);
+  startProgram(Environment{}, milliseconds(1));
+  reload({keyJ});
+  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::noService));
+}
+
+TEST_F(PortalRecoveryTest, ADialogMayStayOpenForLongerThanOtherRequestsMayTake) {
+  startDesktop(Kind::documented);
+  desktop_->keepDialogsOpen();
+  constexpr milliseconds timeout(200);
+  startProgram(Environment{}, timeout);
+  add(keyJ);
+  runMainLoopUntil([&] { return desktop_->hasDialog(); });
+  bool isOver = false;
+  MainLoopTaskQueue::asyncAfter(timeout, [&] { isOver = true; });
+  runMainLoopUntil([&] { return isOver; });
+  desktop_->answerDialog();
+  program_->settle();
+  EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
+  EXPECT_THAT(desktop_->takeCalls(), ElementsAre("CreateSession", "BindShortcuts LOGO+j"));
 }
 
 TEST_F(PortalRecoveryTest, APortalThatAppearsLaterIsUsedByTheNextReload) {

@@ -193,6 +193,7 @@ void PortalService::createSession(GVariant* arguments, GDBusMethodInvocation* in
   const bool isPlasma = kind_ == Kind::plasma;
   const auto wanted = isPlasma && list ? triggersIn(list.get()) : decltype(triggersIn(nullptr)){};
   calls_.push_back(joined("CreateSession", wanted));
+  if (kind_ == Kind::mute) return finish(invocation, g_variant_new("(o)", portalPath));
 
   const std::string sender = g_dbus_method_invocation_get_sender(invocation);
   const std::string token = stringIn(options.get(), "session_handle_token");
@@ -230,9 +231,19 @@ void PortalService::createSession(GVariant* arguments, GDBusMethodInvocation* in
 
 void PortalService::bindShortcuts(GVariant* arguments, GDBusMethodInvocation* invocation) {
   const GVariantPtr list(g_variant_get_child_value(arguments, 1));
+  calls_.push_back(joined("BindShortcuts", triggersIn(list.get())));
+  if (keepsDialogsOpen_) {
+    dialog_ = invocation;
+  } else {
+    respondToBinding(invocation);
+  }
+}
+
+void PortalService::respondToBinding(GDBusMethodInvocation* invocation) {
+  GVariant* const arguments = g_dbus_method_invocation_get_parameters(invocation);
+  const GVariantPtr list(g_variant_get_child_value(arguments, 1));
   const GVariantPtr options(g_variant_get_child_value(arguments, 3));
   const auto wanted = triggersIn(list.get());
-  calls_.push_back(joined("BindShortcuts", wanted));
   if (bindingResponse_ != success) {
     return respond(invocation, options.get(), bindingResponse_, nullptr);
   }

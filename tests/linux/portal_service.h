@@ -35,6 +35,8 @@ class PortalService {
     withoutShortcuts,
     /// A portal whose backend fails.
     failing,
+    /// A portal that accepts CreateSession and never responds.
+    mute,
   };
 
   PortalService(const PrivateBus& bus, Kind kind);
@@ -60,6 +62,13 @@ class PortalService {
   void deny(const std::string& keys) { denied_.insert(keys); }
   void cancelDialogs() { bindingResponse_ = cancelled; }
   void failDialogs() { bindingResponse_ = failed; }
+  /// Dialogs stay open until answerDialog().
+  void keepDialogsOpen() { keepsDialogsOpen_ = true; }
+  bool hasDialog() const { return dialog_ != nullptr; }
+  void answerDialog() {
+    keepsDialogsOpen_ = false;
+    respondToBinding(std::exchange(dialog_, nullptr));
+  }
   /// The user changes the keys of a shortcut in the settings; empty for none.
   void reassign(const std::string& id, const std::string& keys);
 
@@ -101,6 +110,7 @@ class PortalService {
                     GDBusMethodInvocation* invocation);
   void createSession(GVariant* arguments, GDBusMethodInvocation* invocation);
   void bindShortcuts(GVariant* arguments, GDBusMethodInvocation* invocation);
+  void respondToBinding(GDBusMethodInvocation* invocation);
   void respond(GDBusMethodInvocation* invocation, GVariant* options, unsigned response,
                GVariant* results);
   void startBackend();
@@ -127,6 +137,8 @@ class PortalService {
   std::set<std::string> taken_;
   std::set<std::string> denied_;
   unsigned bindingResponse_ = success;
+  bool keepsDialogsOpen_ = false;
+  GDBusMethodInvocation* dialog_ = nullptr;
   int sessionsToFail_ = 0;
   std::vector<std::string> calls_;
 };

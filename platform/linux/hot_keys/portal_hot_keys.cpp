@@ -22,6 +22,7 @@ PortalHotKeys::Timing PortalHotKeys::standardTiming() {
   using std::chrono::seconds;
   return {.recoveryDelays = {seconds(0), seconds(1), seconds(5), seconds(25)},
           .stableAfter = seconds(60),
+          .responseTimeout = seconds(25),
           .now = std::chrono::steady_clock::now};
 }
 
@@ -123,7 +124,7 @@ void PortalHotKeys::startSession() {
     shortcuts[keys] = {registration.description, sent_[keys]};
   }
   session_ = std::make_unique<PortalSession>(
-      *busAddress_, std::move(shortcuts),
+      *busAddress_, std::move(shortcuts), timing_.responseTimeout,
       PortalSession::Handlers{
           .started =
               [this](PortalSession::Refusals refused) { sessionStarted(std::move(refused)); },

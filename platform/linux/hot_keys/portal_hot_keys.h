@@ -38,6 +38,8 @@ class PortalHotKeys final : public HotKeys {
     std::vector<std::chrono::milliseconds> recoveryDelays;
     /// After a session has worked this long, all attempts are available again.
     std::chrono::milliseconds stableAfter;
+    /// Time for the portal to respond to a request that asks the user nothing.
+    std::chrono::milliseconds responseTimeout;
     std::function<std::chrono::steady_clock::time_point()> now;
   };
 

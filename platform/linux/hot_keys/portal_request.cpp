@@ -28,7 +28,7 @@ std::string portalSenderPath(GDBusConnection* connection) {
 }
 
 PortalRequest::PortalRequest(BusCalls& calls, const char* method, const Arguments& arguments,
-                             Completion completion)
+                             Timeout timeout, Completion completion)
     : calls_(calls), completion_(std::move(completion)) {
   const std::string token = nextHandleToken();
   const std::string path =
@@ -41,9 +41,14 @@ PortalRequest::PortalRequest(BusCalls& calls, const char* method, const Argument
               [this, alive = std::weak_ptr(alive_)](GVariant*, const GError* error) {
                 if (error && !alive.expired()) finish(Outcome::failed, nullptr);
               });
+  if (timeout) {
+    cancelTimeout_ =
+        MainLoopTaskQueue::asyncAfter(*timeout, [this] { finish(Outcome::failed, nullptr); });
+  }
 }
 
 PortalRequest::~PortalRequest() {
+  if (cancelTimeout_) cancelTimeout_();
   g_dbus_connection_signal_unsubscribe(calls_.connection(), subscription_);
 }
 
@@ -61,6 +66,7 @@ void PortalRequest::responseArrived(GDBusConnection*, const char*, const char*, 
 }
 
 void PortalRequest::finish(Outcome outcome, GVariant* results) {
+  if (cancelTimeout_) cancelTimeout_();
   if (const Completion completion = std::exchange(completion_, nullptr)) {
     completion(outcome, results);
   }

@@ -3,13 +3,16 @@
 
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <gio/gio.h>
 
 #include "platform/linux/bus/bus_calls.h"
+#include "platform/linux/processes/main_loop_task_queue.h"
 
 namespace quillmar {
 
@@ -24,15 +27,18 @@ class PortalRequest {
  public:
   enum class Outcome { success, cancelledByUser, failed };
 
-  /// `results` is a dictionary a{sv}; null if the method failed.
+  /// `results` is a dictionary a{sv}; null if the method failed or its response timed out.
   using Completion = std::function<void(Outcome outcome, GVariant* results)>;
 
   /// Returns the method's arguments, floating. `handleToken` belongs into the options.
   using Arguments = std::function<GVariant*(const char* handleToken)>;
 
+  /// Absent for a request that may ask the user, who may take any time.
+  using Timeout = std::optional<std::chrono::milliseconds>;
+
   /// Calls a method of the interface GlobalShortcuts. `calls` must outlive the request. The
   /// completion may destroy the request.
-  PortalRequest(BusCalls& calls, const char* method, const Arguments& arguments,
+  PortalRequest(BusCalls& calls, const char* method, const Arguments& arguments, Timeout timeout,
                 Completion completion);
 
   /// The completion is not called any more.
@@ -49,6 +55,7 @@ class PortalRequest {
   BusCalls& calls_;
   Completion completion_;
   guint subscription_ = 0;
+  MainLoopTaskQueue::Cancel cancelTimeout_;
   std::shared_ptr<int> alive_ = std::make_shared<int>();
 };
 

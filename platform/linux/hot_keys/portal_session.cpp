@@ -59,8 +59,11 @@ PortalSession* asSession(gpointer self) {
 
 }  // namespace
 
-PortalSession::PortalSession(const std::string& busAddress, Shortcuts shortcuts, Handlers handlers)
-    : shortcuts_(std::move(shortcuts)), handlers_(std::move(handlers)) {
+PortalSession::PortalSession(const std::string& busAddress, Shortcuts shortcuts,
+                             std::chrono::milliseconds responseTimeout, Handlers handlers)
+    : shortcuts_(std::move(shortcuts)),
+      responseTimeout_(responseTimeout),
+      handlers_(std::move(handlers)) {
   const auto flags =
       static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                         G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
@@ -165,6 +168,7 @@ void PortalSession::create() {
                                          {"session_handle_token", g_variant_new_string(token)},
                                          {"shortcuts", shortcutList()}}));
       },
+      responseTimeout_,
       [this](PortalRequest::Outcome outcome, GVariant* results) {
         isCreating_ = false;
         if (outcome != PortalRequest::Outcome::success) return ended();
@@ -191,6 +195,7 @@ void PortalSession::bind() {
                              noParentWindow,
                              dictionary({{"handle_token", g_variant_new_string(handleToken)}}));
       },
+      std::nullopt,
       [this](PortalRequest::Outcome outcome, GVariant* results) {
         switch (outcome) {
           case PortalRequest::Outcome::success:
@@ -224,6 +229,7 @@ void PortalSession::list(void (PortalSession::*listed)(), void (PortalSession::*
         return g_variant_new("(o@a{sv})", handle_.c_str(),
                              dictionary({{"handle_token", g_variant_new_string(handleToken)}}));
       },
+      responseTimeout_,
       [this, listed, failed](PortalRequest::Outcome outcome, GVariant* results) {
         if (outcome != PortalRequest::Outcome::success) return (this->*failed)();
         if (const GVariantPtr granted = listIn(results)) updateRefusals(granted.get());
@@ -364,8 +370,9 @@ void PortalSession::disconnected(GDBusConnection*, gboolean, GError*, gpointer s
 }
 
 void PortalSession::request(const char* method, const PortalRequest::Arguments& arguments,
-                            PortalRequest::Completion completion) {
-  request_ = std::make_unique<PortalRequest>(*calls_, method, arguments, std::move(completion));
+                            PortalRequest::Timeout timeout, PortalRequest::Completion completion) {
+  request_ =
+      std::make_unique<PortalRequest>(*calls_, method, arguments, timeout, std::move(completion));
 }
 
 GVariant* PortalSession::shortcutList() const {

@@ -9,6 +9,7 @@
 
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -71,8 +72,9 @@ class PortalSession {
   };
 
   /// Starts the session. Without any shortcuts it only removes those that KDE has stored, and
-  /// reports `started`.
-  PortalSession(const std::string& busAddress, Shortcuts shortcuts, Handlers handlers);
+  /// reports `started`. Requests that ask the user nothing fail after `responseTimeout`.
+  PortalSession(const std::string& busAddress, Shortcuts shortcuts,
+                std::chrono::milliseconds responseTimeout, Handlers handlers);
 
   /// Closes the connection. The portal then ends the session at some later time.
   ~PortalSession();
@@ -119,11 +121,12 @@ class PortalSession {
   void ended();
 
   void request(const char* method, const PortalRequest::Arguments& arguments,
-               PortalRequest::Completion completion);
+               PortalRequest::Timeout timeout, PortalRequest::Completion completion);
   GVariant* shortcutList() const;
   void updateRefusals(GVariant* granted);
 
   Shortcuts shortcuts_;
+  std::chrono::milliseconds responseTimeout_;
   Handlers handlers_;
   GObjectPtr<GCancellable> connecting_{g_cancellable_new()};
   std::unique_ptr<BusCalls> calls_;
