@@ -166,6 +166,28 @@ TEST_F(PortalRecoveryTest, ADialogMayStayOpenForLongerThanOtherRequestsMayTake) 
   EXPECT_THAT(desktop_->takeCalls(), ElementsAre("CreateSession", "BindShortcuts LOGO+j"));
 }
 
+TEST_F(PortalRecoveryTest, ASessionWithoutAValidPathCountsAsFailed) {
+  for (const char* const results :
+       {"@a{sv} {}", "{'session_handle': <'no path'>}", "{'session_handle': <7>}"}) {
+    SCOPED_TRACE(results);
+    startDesktop(Kind::documented);
+    desktop_->replaceSessionHandle(results);
+    startProgram();
+    reload({keyJ});
+    EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::noService));
+  }
+}
+
+TEST_F(PortalRecoveryTest, TheSessionsPathMayHaveTheTypeOfAnObjectPath) {
+  startDesktop(Kind::documented);
+  desktop_->sendHandlesAsObjectPaths();
+  startProgram();
+  reload({keyJ});
+  EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
+  reload({});
+  EXPECT_FALSE(desktop_->hasSession());
+}
+
 TEST_F(PortalRecoveryTest, APortalThatAppearsLaterIsUsedByTheNextReload) {
   startProgram();
   reload({keyJ});

@@ -203,6 +203,9 @@ void PortalService::createSession(GVariant* arguments, GDBusMethodInvocation* in
   if (fails || !backendSessions_.insert(path).second) {
     return respond(invocation, options.get(), failed, nullptr);
   }
+  if (replacedHandle_) {
+    return respond(invocation, options.get(), success, g_variant_new_parsed(replacedHandle_));
+  }
   EXPECT_FALSE(session_ && session_->isAlive) << "Another session is open.";
   session_.emplace();
   session_->path = path;
@@ -224,8 +227,7 @@ void PortalService::createSession(GVariant* arguments, GDBusMethodInvocation* in
             g_variant_new_parsed("{'session_handle': <%s>, 'shortcuts': <%@a(sa{sv})>}",
                                  path.c_str(), shortcutList()));
   } else {
-    respond(invocation, options.get(), success,
-            g_variant_new_parsed("{'session_handle': <%s>}", path.c_str()));
+    respond(invocation, options.get(), success, g_variant_new_parsed(handleFormat_, path.c_str()));
   }
 }
 

@@ -74,6 +74,10 @@ class PortalService {
 
   /// The next sessions cannot be started.
   void failSessions(int count) { sessionsToFail_ = count; }
+  /// Responses to CreateSession contain this instead of the path of a session, in the text format
+  /// of GVariant.
+  void replaceSessionHandle(const char* handle) { replacedHandle_ = handle; }
+  void sendHandlesAsObjectPaths() { handleFormat_ = "{'session_handle': <%o>}"; }
   void closeSession();
   void stopPortal();
   void startPortal();
@@ -140,6 +144,8 @@ class PortalService {
   bool keepsDialogsOpen_ = false;
   GDBusMethodInvocation* dialog_ = nullptr;
   int sessionsToFail_ = 0;
+  const char* replacedHandle_ = nullptr;
+  const char* handleFormat_ = "{'session_handle': <%s>}";
   std::vector<std::string> calls_;
 };
 

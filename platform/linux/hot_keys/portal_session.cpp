@@ -29,6 +29,15 @@ std::string stringIn(GVariant* dictionary, const char* key) {
   return g_variant_lookup(dictionary, key, "&s", &value) ? value : "";
 }
 
+/// Empty if there is no valid path. Documented as an object path, but most portals send a string.
+std::string objectPathIn(GVariant* dictionary, const char* key) {
+  const GVariantPtr value(g_variant_lookup_value(dictionary, key, nullptr));
+  const bool isText = value && (g_variant_is_of_type(value.get(), G_VARIANT_TYPE_OBJECT_PATH) ||
+                                g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING));
+  const char* const path = isText ? g_variant_get_string(value.get(), nullptr) : "";
+  return g_variant_is_object_path(path) ? path : "";
+}
+
 /// The shortcuts in a list of the portal, with descriptions of their keys for the user.
 std::map<std::string, std::string> keyTextsByID(GVariant* shortcuts) {
   std::map<std::string, std::string> texts;
@@ -177,7 +186,8 @@ void PortalSession::create() {
 }
 
 void PortalSession::created(GVariant* results) {
-  handle_ = stringIn(results, "session_handle");
+  handle_ = objectPathIn(results, "session_handle");
+  if (handle_.empty()) return ended();
   if (closed_) return sendClose();
   const GVariantPtr granted = listIn(results);
   keysComeWithSession_ = granted != nullptr;
