@@ -108,6 +108,18 @@ TEST_F(PortalRecoveryTest, HotKeysWorkAfterARestartOfTheBackend) {
   }
 }
 
+TEST_F(PortalRecoveryTest, HotKeysWorkIfTheBackendEndsWhileASessionStarts) {
+  for (const Kind kind : {Kind::documented, Kind::plasma}) {
+    start(kind);
+    add(keyJ);
+    runMainLoopUntil([&] { return desktop_->hasSession(); });
+    desktop_->stopBackend();
+    program_->settle();
+    EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
+    EXPECT_THAT(refusals(), IsEmpty());
+  }
+}
+
 TEST_F(PortalRecoveryTest, TheEndOfAnotherBackendChangesNothing) {
   start(Kind::documented);
   reload({keyJ});

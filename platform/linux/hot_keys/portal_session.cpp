@@ -291,6 +291,10 @@ void PortalSession::removeAll(const std::vector<KdeShortcut>& stored) {
 }
 
 void PortalSession::finishStart() {
+  // The portal does not tell whether it was the backend of this session.
+  if (std::exchange(hasBackendEnded_, false) && !handle_.empty()) {
+    return list(&PortalSession::finishStart, &PortalSession::ended);
+  }
   isStarted_ = true;
   const auto started = handlers_.started;
   started(refused_);
@@ -370,8 +374,11 @@ void PortalSession::portalOwnerChanged(GDBusConnection*, const char*, const char
 void PortalSession::backendOwnerChanged(GDBusConnection*, const char*, const char*, const char*,
                                         const char*, GVariant* parameters, gpointer self) {
   PortalSession& session = *asSession(self);
-  // While the session starts, the portal reports the failure itself.
-  if (!hasEnded(parameters) || !session.isStarted_ || session.closed_) return;
+  if (!hasEnded(parameters) || session.closed_) return;
+  if (!session.isStarted_) {
+    session.hasBackendEnded_ = true;
+    return;
+  }
   session.list(&PortalSession::reportRefusals, &PortalSession::ended);
 }
 

@@ -144,6 +144,8 @@ class PortalSession {
   bool keysComeWithSession_ = false;
   bool isCreating_ = false;
   bool isStarted_ = false;
+  /// A backend ended while the session started.
+  bool hasBackendEnded_ = false;
   bool isClosing_ = false;
   std::function<void()> closed_;
 };
