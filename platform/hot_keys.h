@@ -66,6 +66,9 @@ class HotKeys {
     /// A registered hot key does not work, as the desktop reported later. The service has already
     /// unregistered it.
     std::function<void(HotKeyReference reference, HotKeyStatus status)> refused;
+    /// The desktop would grant a hot key that was refused later. It works once it is registered
+    /// again.
+    std::function<void()> refusalWithdrawn;
   };
 
   virtual ~HotKeys() = default;
@@ -87,6 +90,9 @@ class HotKeys {
   }
   void reportRefused(HotKeyReference reference, HotKeyStatus status) const {
     if (handlers_.refused) handlers_.refused(reference, status);
+  }
+  void reportRefusalWithdrawn() const {
+    if (handlers_.refusalWithdrawn) handlers_.refusalWithdrawn();
   }
 
  private:

@@ -58,6 +58,7 @@ void HotKeyManager::installHandlerIfNeeded() {
       .pressed = [this](HotKeyID id, const Activation& activation) { fire(id.id, activation); },
       .refused = [this](HotKeyReference reference,
                         HotKeyStatus status) { refused(reference, status); },
+      .refusalWithdrawn = [this] { reloadFromSettings(); },
   });
   isHandlerInstalled_ = true;
 }

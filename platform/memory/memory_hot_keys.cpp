@@ -57,6 +57,10 @@ void MemoryHotKeys::refuse(std::uint32_t keyCode, std::uint32_t modifiers, HotKe
   if (found != registered_.end()) refuseLater(found->first, status);
 }
 
+void MemoryHotKeys::withdrawRefusal() {
+  later([this] { reportRefusalWithdrawn(); });
+}
+
 void MemoryHotKeys::sendPressed(HotKeyID id, Activation activation) {
   later([this, id, activation = std::move(activation)] { reportPressed(id, activation); });
 }

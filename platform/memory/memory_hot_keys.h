@@ -56,6 +56,9 @@ class MemoryHotKeys final : public HotKeys {
   /// The desktop withdraws the combination, if it is registered.
   void refuse(std::uint32_t keyCode, std::uint32_t modifiers, HotKeyStatus status);
 
+  /// The desktop would grant a combination that it has refused.
+  void withdrawRefusal();
+
   /// Reports a press of a hot key that may not be registered.
   void sendPressed(HotKeyID id, Activation activation = {});
 

@@ -211,6 +211,19 @@ TEST_F(HotKeyManagerTest, ARefusalThatArrivesLaterRemovesTheRegistrationAndIsLog
               ElementsAre(UnregisteredHotKey{"taken", "Title of taken", HotKeyStatus::keyTaken}));
 }
 
+TEST_F(HotKeyManagerTest, AHotKeyThatTheDesktopGrantsAgainWorksAndIsNoFailureAnyMore) {
+  addItem("1", keyA);
+  manager.reloadFromSettings();
+  memory.hotKeys.refuse(keyA, command, HotKeyStatus::notGranted);
+  memory.queues.runPending();
+  ASSERT_THAT(manager.unregisteredHotKeys(), SizeIs(1));
+  memory.hotKeys.withdrawRefusal();
+  memory.queues.runPending();
+  EXPECT_THAT(manager.unregisteredHotKeys(), IsEmpty());
+  press(keyA);
+  EXPECT_THAT(fired, ElementsAre("1"));
+}
+
 TEST_F(HotKeyManagerTest, TheEventHandlersAreInstalledByTheFirstReloadOnly) {
   addItem("1", keyA);
   manager.reloadFromSettings();

@@ -64,6 +64,7 @@ class PortalHotKeysTest : public testing::Test {
               std::erase(references_, reference);
               refused_.emplace_back(reference, status);
             },
+        .refusalWithdrawn = [this] { ++withdrawnRefusals_; },
     });
   }
 
@@ -110,6 +111,7 @@ class PortalHotKeysTest : public testing::Test {
   std::vector<std::uint32_t> pressed_;
   Activation activation_;
   std::vector<std::pair<HotKeyReference, HotKeyStatus>> refused_;
+  int withdrawnRefusals_ = 0;
 };
 
 }  // namespace quillmar

@@ -156,6 +156,15 @@ TEST_F(PortalHotKeysTest, ADeniedKeyIsRefusedAgainWithoutAnotherDialog) {
   EXPECT_THAT(desktop_->takeCalls(), IsEmpty());
 }
 
+TEST_F(PortalHotKeysTest, ADeniedKeyThatIsRemovedFromTheSettingsIsNotAskedForAgain) {
+  start(Kind::documented);
+  desktop_->deny("LOGO+j");
+  reload({keyJ, keyK});
+  desktop_->takeCalls();
+  reload({keyK});
+  EXPECT_THAT(desktop_->takeCalls(), ElementsAre("Close", "CreateSession", "BindShortcuts LOGO+k"));
+}
+
 TEST_F(PortalHotKeysTest, ADialogThatIsCancelledRefusesAllKeys) {
   start(Kind::documented);
   desktop_->cancelDialogs();
@@ -178,6 +187,24 @@ TEST_F(PortalHotKeysTest, AKeyThatTheUserRemovesInTheSettingsIsRefused) {
     desktop_->reassign("LOGO+j", "");
     EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::notGranted));
     EXPECT_THAT(press("LOGO+k"), ElementsAre(keyK));
+  }
+}
+
+TEST_F(PortalHotKeysTest, AKeyThatTheUserRestoresInTheSettingsIsReportedAndCanBeRegistered) {
+  for (const Kind kind : {Kind::documented, Kind::plasma}) {
+    start(kind);
+    reload({keyJ, keyK});
+    desktop_->takeCalls();
+    desktop_->reassign("LOGO+j", "");
+    EXPECT_EQ(std::exchange(withdrawnRefusals_, 0), 0);
+    desktop_->reassign("LOGO+j", "LOGO+j");
+    EXPECT_EQ(std::exchange(withdrawnRefusals_, 0), 1);
+    EXPECT_THAT(press("LOGO+j"), IsEmpty());
+    refusals();
+    reload({keyJ, keyK});
+    EXPECT_THAT(refusals(), IsEmpty());
+    EXPECT_THAT(press("LOGO+j"), ElementsAre(keyJ));
+    EXPECT_THAT(desktop_->takeCalls(), IsEmpty());
   }
 }
 
@@ -339,6 +366,25 @@ TEST_F(PortalHotKeysTest, AHotKeyStaysOnItsPhysicalKeyWhenTheLayoutChanges) {
   EXPECT_THAT(press("LOGO+a"), ElementsAre(keyQ));
   EXPECT_THAT(desktop_->stored(),
               ElementsAre(Pair("Quillmar", ElementsAre(Pair("LOGO+a", "LOGO+a")))));
+}
+
+TEST_F(PortalHotKeysTest, AKeyThatTheUserRemovedStaysRemovedWhenTheLayoutChanges) {
+  for (const Kind kind : {Kind::documented, Kind::plasma}) {
+    WaylandSeat seat("us");
+    startDesktop(kind);
+    startProgram(seat.environment());
+    reload({keyJ, keyK});
+    desktop_->reassign("LOGO+j", "");
+    refusals();
+    desktop_->takeCalls();
+    seat.setLayout("fr");
+    runMainLoopUntil([&] { return !program_->hotKeys().isSettled(); });
+    program_->settle();
+    EXPECT_THAT(desktop_->takeCalls(), IsEmpty());
+    reload({keyJ, keyK});
+    EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::notGranted));
+    EXPECT_THAT(desktop_->takeCalls(), IsEmpty());
+  }
 }
 
 TEST_F(PortalHotKeysTest, ALayoutWithTheSameSymbolsForTheHotKeysSendsNothing) {

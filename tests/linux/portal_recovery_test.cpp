@@ -27,6 +27,22 @@ constexpr std::uint32_t keyK = 40;
 
 using PortalRecoveryTest = PortalHotKeysTest;
 
+TEST_F(PortalRecoveryTest, ADeniedKeyIsAskedForAgainWhenTheDesktopClosesTheSession) {
+  start(Kind::documented);
+  desktop_->deny("LOGO+j");
+  reload({keyJ, keyK});
+  refusals();
+  desktop_->takeCalls();
+  desktop_->closeSession();
+  runMainLoopUntil([&] { return desktop_->hasSession(); });
+  program_->settle();
+  EXPECT_THAT(desktop_->takeCalls(), ElementsAre("CreateSession", "BindShortcuts LOGO+j LOGO+k"));
+  EXPECT_THAT(refusals(), IsEmpty());
+  reload({keyJ, keyK});
+  EXPECT_THAT(desktop_->takeCalls(), IsEmpty());
+  EXPECT_THAT(refusals(), ElementsAre(HotKeyStatus::notGranted));
+}
+
 TEST_F(PortalRecoveryTest, ADialogThatFailsIsNotRepeatedBeforeTheNextReload) {
   start(Kind::documented);
   desktop_->failDialogs();

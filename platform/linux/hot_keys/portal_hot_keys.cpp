@@ -43,6 +43,7 @@ Result<HotKeyReference, HotKeyStatus> PortalHotKeys::registerHotKey(const HotKey
   if (!(symbols_ ? symbols_->contains(keys.keyCode) : isShortcutKey(keys.keyCode))) {
     return HotKeyStatus::noSuchKey;
   }
+  forgetRefusedKeys();
   const HotKeyReference reference{++lastReference_};
   if (!registrations_.try_emplace(keys, Registration{reference, request.id, request.description})
            .second) {
@@ -53,6 +54,7 @@ Result<HotKeyReference, HotKeyStatus> PortalHotKeys::registerHotKey(const HotKey
 }
 
 void PortalHotKeys::unregisterHotKey(HotKeyReference reference) {
+  forgetRefusedKeys();
   const auto erased = std::erase_if(
       registrations_, [&](const auto& entry) { return entry.second.reference == reference; });
   if (erased > 0) updateLater();
@@ -88,7 +90,9 @@ void PortalHotKeys::update() {
   // What follows these takes the current registrations.
   if (!symbols_ || isClosing_ || cancelRecovery_) return;
   if (!session_) {
-    if (!registrations_.empty()) startSession();
+    const bool hasHotKey = std::ranges::any_of(
+        registrations_, [](const auto& entry) { return !entry.second.isRefused; });
+    if (hasHotKey) startSession();
   } else if (registeredKeys() != sent_) {
     replaceSession();
   } else if (isStarted_) {
@@ -169,7 +173,8 @@ void PortalHotKeys::sessionEnded() {
 void PortalHotKeys::pressed(const KeyCombination& keys, const Activation& activation) {
   const bool isNewPress = held_.press(keys, timing_.now());
   const auto found = registrations_.find(keys);
-  if (isNewPress && found != registrations_.end()) reportPressed(found->second.id, activation);
+  if (!isNewPress || found == registrations_.end() || found->second.isRefused) return;
+  reportPressed(found->second.id, activation);
 }
 
 void PortalHotKeys::refuseAll(HotKeyStatus status) {
@@ -181,13 +186,23 @@ void PortalHotKeys::refuseAll(HotKeyStatus status) {
 void PortalHotKeys::refuse(const PortalSession::Refusals& refused) {
   // In the order of their registration.
   std::map<HotKeyReference, HotKeyStatus> references;
-  for (const auto& [keys, status] : refused) {
-    const auto found = registrations_.find(keys);
-    if (found == registrations_.end()) continue;
-    references[found->second.reference] = status;
-    registrations_.erase(found);
+  bool isWithdrawn = false;
+  for (auto& [keys, registration] : registrations_) {
+    const bool wasRefused = registration.isRefused;
+    const auto refusal = refused.find(keys);
+    if (refusal == refused.end()) {
+      isWithdrawn = isWithdrawn || wasRefused;
+    } else if (!wasRefused) {
+      registration.isRefused = true;
+      references[registration.reference] = refusal->second;
+    }
   }
   for (const auto& [reference, status] : references) reportRefused(reference, status);
+  if (isWithdrawn) reportRefusalWithdrawn();
+}
+
+void PortalHotKeys::forgetRefusedKeys() {
+  std::erase_if(registrations_, [](const auto& entry) { return entry.second.isRefused; });
 }
 
 PortalHotKeys::SymbolsOfKeys PortalHotKeys::registeredKeys() const {

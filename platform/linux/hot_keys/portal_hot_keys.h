@@ -64,6 +64,10 @@ class PortalHotKeys final : public HotKeys {
     HotKeyReference reference;
     HotKeyID id;
     std::string description;
+    /// The owner has been told. The combination stays in the session until the owner registers or
+    /// unregisters hot keys: a session with another set would ask the user again, and KDE would
+    /// forget that the user has removed the key.
+    bool isRefused = false;
   };
 
   void keymapChanged(const std::optional<std::string>& keymap);
@@ -77,6 +81,7 @@ class PortalHotKeys final : public HotKeys {
   void repeatRefusals();
   void refuse(const PortalSession::Refusals& refused);
   void refuseAll(HotKeyStatus status);
+  void forgetRefusedKeys();
   SymbolsOfKeys registeredKeys() const;
 
   Environment environment_;
