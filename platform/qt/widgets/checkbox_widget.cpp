@@ -1,5 +1,6 @@
 #include "platform/qt/widgets/checkbox_widget.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionButton>
@@ -47,6 +48,11 @@ int CheckboxWidget::heightForWidth(int width) const {
 
 QSize CheckboxWidget::sizeHint() const {
   return {widthFor(titleSize(Extent::unlimited).width()), lineHeight()};
+}
+
+void CheckboxWidget::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return event->ignore();
+  QCheckBox::keyPressEvent(event);
 }
 
 void CheckboxWidget::paintEvent(QPaintEvent* /*event*/) {

@@ -17,6 +17,8 @@ class CheckboxWidget final : public QCheckBox {
   QSize sizeHint() const override;
 
  protected:
+  /// Leaves Return, with which some desktops press checkboxes, to the window's default button.
+  void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   bool hitButton(const QPoint& position) const override { return rect().contains(position); }
   /// The model changes the state.
