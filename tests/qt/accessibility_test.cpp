@@ -123,6 +123,8 @@ TEST_F(AccessibilityTest, APopUpButtonHasItsLabelItsTitleAndItsList) {
   show();
   EXPECT_THAT(told(popUp), Pair(QAccessible::ComboBox, "Type"));
   EXPECT_EQ(value(popUp), "Two");
+  // Screen readers do not ask it for a value.
+  EXPECT_EQ(accessible(popUp).text(QAccessible::Description), QStringLiteral("Two"));
   ASSERT_EQ(accessible(popUp).childCount(), 1);
   EXPECT_EQ(accessible(popUp).child(0)->role(), QAccessible::List);
   EXPECT_FALSE(accessible(popUp).state().expanded);

@@ -130,6 +130,8 @@ TEST_F(OutlineViewTest, AScreenReaderHearsTheTextTheLevelAndTheStatesOfARow) {
   EXPECT_TRUE(item.checked);
   EXPECT_TRUE(item.selected);
   EXPECT_FALSE(accessibleRow(1).state().checked);
+  EXPECT_EQ(accessibleRow(1).text(QAccessible::Description),
+            QStringLiteral("level 2, not checked"));
 }
 
 TEST_F(OutlineViewTest, ARowThatIsCutOffHasAToolTip) {
@@ -137,6 +139,22 @@ TEST_F(OutlineViewTest, ARowThatIsCutOffHasAToolTip) {
   showExpanded();
   EXPECT_EQ(toolTipOf(1), QStringLiteral("&lt;b&gt;") + QString(100, u'x'));
   EXPECT_EQ(toolTipOf(2), QString());
+}
+
+TEST_F(OutlineViewTest, NoTextIsCutOffWhereThereIsRoom) {
+  for (int length = 1; length <= 20; ++length) {
+    const std::string text = std::string(static_cast<std::size_t>(length), 'i') + "|";
+    SCOPED_TRACE(text);
+    rows.folders[0].name = text;
+    outline->reload();
+    show();
+    QRect row = tree().visualRect(index(0));
+    row.moveTopLeft(tree().viewport()->mapTo(&tree(), row.topLeft()));
+    const QImage picture = pictureOf(*outline).copy(row);
+    // The last character is a high one, an ellipsis is not.
+    const QRect last(inkFrame(picture).right() - 2, 0, 4, picture.height());
+    EXPECT_GT(inkFrame(picture.copy(last)).height(), 8);
+  }
 }
 
 TEST_F(OutlineViewTest, TheFocusIsARing) {

@@ -134,7 +134,9 @@ class AccessiblePopUp final : public AccessibleView {
       : AccessibleView(popUp, AccessibilityRole::popUpButton), popUp_(popUp) {}
 
   QString text(QAccessible::Text kind) const override {
-    return kind == QAccessible::Value ? popUp_.currentText() : AccessibleView::text(kind);
+    // Screen readers ask it for a description, not for a value.
+    const bool isValue = kind == QAccessible::Value || kind == QAccessible::Description;
+    return isValue ? popUp_.currentText() : AccessibleView::text(kind);
   }
   QAccessible::State state() const override {
     QAccessible::State state = AccessibleView::state();

@@ -68,7 +68,12 @@ QVariant OutlineItemModel::data(const QModelIndex& index, int role) const {
     return QString::fromStdString(value(index).spokenText());
   }
   if (role == Qt::AccessibleDescriptionRole) {
-    return QStringLiteral("level %1").arg(node(index)->level() + 1);
+    const QString level = QStringLiteral("level %1").arg(node(index)->level() + 1);
+    // The toolkit tells screen readers of checked rows only.
+    const OutlineRow shown = value(index);
+    const CheckboxCell* const checkbox = shown.checkbox();
+    const bool isUnchecked = checkbox != nullptr && checkbox->state == ControlState::off;
+    return isUnchecked ? level + QStringLiteral(", not checked") : level;
   }
   if (role == Qt::CheckStateRole) {
     const OutlineRow shown = value(index);
