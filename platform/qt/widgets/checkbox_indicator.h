@@ -8,8 +8,8 @@
 
 namespace quillmar {
 
-/// Draws the box as the style of `widget` does. The toolkit's own style gives an empty box on a dark
-/// background hardly any edge, so it gets one.
+/// Draws the box as the style of `widget` does. The toolkit's own style gives an empty box on a
+/// dark background hardly any edge, so it gets one.
 void drawCheckboxIndicator(QPainter& painter, const QStyleOptionButton& option,
                            const QWidget& widget);
 
