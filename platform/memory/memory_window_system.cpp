@@ -87,6 +87,8 @@ class Painter final : public ViewVisitor {
     widget_.text = field.text();
     widget_.placeholder = field.placeholder();
     widget_.editable = field.editable();
+    widget_.completions = field.completions();
+    widget_.selectedCompletion = field.selectedCompletion();
   }
   void visit(TextView& textView) override {
     widget_.accessibilityRole = AccessibilityRole::textArea;

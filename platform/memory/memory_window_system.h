@@ -15,6 +15,7 @@
 #include "platform/memory/memory_canvas.h"
 #include "platform/memory/memory_status_item.h"
 #include "platform/task_queue.h"
+#include "platform/widgets/text_field.h"
 #include "platform/widgets/view.h"
 #include "platform/widgets/window.h"
 #include "platform/window_system.h"
@@ -29,8 +30,10 @@ struct MemoryWidget {
   std::string placeholder;
   bool enabled = true;
   bool hidden = false;
-  /// For a field: whether it is editable.
+  /// For a field: whether it is editable, the open list of completions, and the selected one.
   bool editable = true;
+  std::vector<TextCompletion> completions;
+  std::optional<std::size_t> selectedCompletion;
   bool isDefaultButton = false;
   /// For a tab view.
   std::vector<std::string> tabs;

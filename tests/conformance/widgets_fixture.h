@@ -14,6 +14,7 @@
 //                                               clicks into the field and types at its end
 //   void choose(const PopUpButton& popUp, std::size_t index);
 //                                               opens the menu and clicks on the title
+//   void clickCompletion(const TextField& field, std::size_t index);
 //   void clickTab(const TabView& tabView, std::size_t index);
 //   void clickRow(const OutlineView& outline, std::size_t index);
 //   void doubleClickRow(const OutlineView& outline, std::size_t index);
@@ -33,6 +34,9 @@
 //   bool isEnabledOnScreen(const View& view);
 //   bool isDefaultOnScreen(const Button& button);
 //   ControlState stateOnScreen(const Checkbox& checkbox);
+//   std::vector<std::string> completionsOnScreen(const TextField& field);
+//                                               texts, the selected one in brackets; empty if the
+//                                               list is closed
 //   std::vector<std::string> tabsOnScreen(const TabView& tabView);
 //                                               labels, the selected one in brackets
 //   std::vector<std::string> rowsOnScreen(const OutlineView& outline);

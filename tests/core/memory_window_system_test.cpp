@@ -8,6 +8,7 @@
 #include "tests/conformance/widgets_alert_conformance.h"
 #include "tests/conformance/widgets_choices_conformance.h"
 #include "tests/conformance/widgets_closing_conformance.h"
+#include "tests/conformance/widgets_completions_conformance.h"
 #include "tests/conformance/widgets_controls_conformance.h"
 #include "tests/conformance/widgets_custom_view_conformance.h"
 #include "tests/conformance/widgets_keyboard_conformance.h"
@@ -42,6 +43,9 @@ class MemoryHarness {
   }
   void clickBesideViews(Window& window) { window.mouseDown(); }
   void switchToAnotherWindow(Window& window) { window.keyboardLost(); }
+  void clickCompletion(const TextField& field, std::size_t index) {
+    const_cast<TextField&>(field).acceptCompletion(index);
+  }
   void clickTab(const TabView& tabView, std::size_t index) {
     const_cast<TabView&>(tabView).select(index);
   }
@@ -92,6 +96,15 @@ class MemoryHarness {
   }
   ControlState stateOnScreen(const Checkbox& checkbox) const {
     return screen_.widget(checkbox)->state;
+  }
+  std::vector<std::string> completionsOnScreen(const TextField& field) const {
+    const MemoryWidget& shown = *screen_.widget(field);
+    std::vector<std::string> texts;
+    for (const TextCompletion& completion : shown.completions) texts.push_back(completion.text);
+    if (const auto selected = shown.selectedCompletion) {
+      texts[*selected] = "[" + texts[*selected] + "]";
+    }
+    return texts;
   }
   std::vector<std::string> tabsOnScreen(const TabView& tabView) const {
     const MemoryWidget& shown = *screen_.widget(tabView);
@@ -147,6 +160,7 @@ class MemoryHarness {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, AlertConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, CompletionsConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SettingsWindowConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetChoicesConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetControlsConformance, MemoryHarness);

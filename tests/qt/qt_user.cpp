@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QDeadlineTimer>
 #include <QLineEdit>
+#include <QListView>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabBar>
@@ -184,6 +185,11 @@ QWidget& widgetOf(const View& view) {
   return widgetPeer(view).widget();
 }
 
+QListView* completionListOf(const TextField& field) {
+  auto* const list = widgetOf(field).findChild<QListView*>();
+  return list != nullptr && list->isVisible() ? list : nullptr;
+}
+
 QString withoutMnemonics(const QString& text) {
   QString shown;
   for (qsizetype i = 0; i < text.size(); ++i) {
@@ -232,6 +238,14 @@ void QtUser::choose(const PopUpButton& popUp, std::size_t index) {
   if (!list.isVisible()) return;
   const QModelIndex entry = list.model()->index(static_cast<int>(index), 0);
   QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(entry).center());
+}
+
+void QtUser::clickCompletion(const TextField& field, std::size_t index) {
+  QListView* const list = completionListOf(field);
+  ASSERT_NE(list, nullptr);
+  const QRect row = list->visualRect(list->model()->index(static_cast<int>(index), 0));
+  QTest::mouseClick(list->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                    list->viewport()->mapTo(list, row.center()));
 }
 
 void QtUser::clickTab(const TabView& tabView, std::size_t index) {
@@ -315,6 +329,18 @@ ControlState QtUser::stateOnScreen(const Checkbox& checkbox) const {
       return ControlState::on;
   }
   return ControlState::off;
+}
+
+std::vector<std::string> QtUser::completionsOnScreen(const TextField& field) const {
+  const QListView* const list = completionListOf(field);
+  if (list == nullptr) return {};
+  std::vector<std::string> texts;
+  for (int row = 0; row < list->model()->rowCount(); ++row) {
+    const QModelIndex index = list->model()->index(row, 0);
+    const std::string text = index.data().toString().toStdString();
+    texts.push_back(list->selectionModel()->isSelected(index) ? "[" + text + "]" : text);
+  }
+  return texts;
 }
 
 std::vector<std::string> QtUser::tabsOnScreen(const TabView& tabView) const {

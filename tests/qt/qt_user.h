@@ -16,6 +16,7 @@
 #include "platform/widgets/text_field.h"
 #include "platform/widgets/window.h"
 
+class QListView;
 class QString;
 class QWidget;
 
@@ -31,6 +32,9 @@ void handleReadyEvents();
 /// The widgets of a window and a view that are on the screen.
 QWidget& widgetOf(const Window& window);
 QWidget& widgetOf(const View& view);
+
+/// The list of completions below the field; null if it is closed.
+QListView* completionListOf(const TextField& field);
 
 /// What is left of a text's mnemonics when it is drawn.
 QString withoutMnemonics(const QString& text);
@@ -48,6 +52,7 @@ class QtUser {
   void switchToAnotherWindow(Window& window);
   void typeText(const View& field, const std::string& text);
   void choose(const PopUpButton& popUp, std::size_t index);
+  void clickCompletion(const TextField& field, std::size_t index);
   void clickTab(const TabView& tabView, std::size_t index);
   void clickRow(const OutlineView& outline, std::size_t index);
   void doubleClickRow(const OutlineView& outline, std::size_t index);
@@ -65,6 +70,7 @@ class QtUser {
   bool isEnabledOnScreen(const View& view) const;
   bool isDefaultOnScreen(const Button& button) const;
   ControlState stateOnScreen(const Checkbox& checkbox) const;
+  std::vector<std::string> completionsOnScreen(const TextField& field) const;
   std::vector<std::string> tabsOnScreen(const TabView& tabView) const;
   std::vector<std::string> rowsOnScreen(const OutlineView& outline) const;
   std::optional<std::size_t> selectedRowOnScreen(const OutlineView& outline) const;

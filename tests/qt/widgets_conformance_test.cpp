@@ -2,6 +2,7 @@
 #include "tests/conformance/widgets_alert_conformance.h"
 #include "tests/conformance/widgets_choices_conformance.h"
 #include "tests/conformance/widgets_closing_conformance.h"
+#include "tests/conformance/widgets_completions_conformance.h"
 #include "tests/conformance/widgets_controls_conformance.h"
 #include "tests/conformance/widgets_custom_view_conformance.h"
 #include "tests/conformance/widgets_keyboard_conformance.h"
@@ -13,6 +14,7 @@
 namespace quillmar {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, AlertConformance, QtUser);
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, CompletionsConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, SettingsWindowConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetChoicesConformance, QtUser);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WidgetControlsConformance, QtUser);

@@ -34,6 +34,10 @@ TextFieldPeer::TextFieldPeer(TextField& field, QtWindowPeer& window, QWidget& pa
                    [this](const QString& text) { field_.type(text.toStdString()); });
 }
 
+TextFieldPeer::~TextFieldPeer() {
+  if (list_) list_->detach();
+}
+
 void TextFieldPeer::takeFocus() {
   WidgetPeer::takeFocus();
   line().selectAll();
@@ -43,14 +47,35 @@ void TextFieldPeer::update() {
   line().setFont(desktopFont(field_.font(), line()));
   line().setPlaceholderText(QString::fromStdString(field_.placeholder()));
   line().setReadOnly(!field_.editable());
+  updateText();
+  updateCompletions();
+}
+
+void TextFieldPeer::updateText() {
   const QString text = QString::fromStdString(field_.text());
   // The same text set again would take the cursor and the undo history away.
   if (line().text() == text) return;
   const QSignalBlocker setByProgram(line());
+  if (list_ && list_->isVisible()) {
+    // An accepted completion: an edit that can be undone, with the cursor at its end.
+    line().selectAll();
+    line().insert(text);
+    return;
+  }
   // An unfocused field shows the start of its text; a focused one keeps its cursor.
   const int cursor = line().hasFocus() ? line().cursorPosition() : 0;
   line().setText(text);
   line().setCursorPosition(cursor);
+}
+
+void TextFieldPeer::updateCompletions() {
+  if (!list_ && field_.completions().empty()) return;
+  if (!list_) {
+    list_ =
+        new CompletionList(line(), {.choose = [this](auto row) { field_.acceptCompletion(row); },
+                                    .dismiss = [this] { field_.closeCompletions(); }});
+  }
+  list_->present(field_.completions(), field_.selectedCompletion());
 }
 
 Extent TextFieldPeer::contentHorizontal() const {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QLineEdit>
+#include <QPointer>
 
+#include "platform/qt/widgets/completion_list.h"
 #include "platform/qt/widgets/widget_peer.h"
 #include "platform/widgets/text_field.h"
 
@@ -10,6 +12,7 @@ namespace quillmar {
 class TextFieldPeer final : public WidgetPeer {
  public:
   TextFieldPeer(TextField& field, QtWindowPeer& window, QWidget& parent);
+  ~TextFieldPeer() override;
 
   void takeFocus() override;
 
@@ -21,7 +24,12 @@ class TextFieldPeer final : public WidgetPeer {
  private:
   QLineEdit& line() const { return static_cast<QLineEdit&>(widget()); }
 
+  void updateText();
+  void updateCompletions();
+
   TextField& field_;
+  /// Null until there are completions.
+  QPointer<CompletionList> list_;
 };
 
 }  // namespace quillmar
