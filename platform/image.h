@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/font.h"
 
@@ -33,6 +34,10 @@ class Images {
   /// The system symbol of that name ("bolt.fill", "terminal"); absent if there is none. Called for
   /// every menu entry, so implementations cache the results.
   virtual std::optional<Image> symbol(const std::string& name) = 0;
+
+  /// Names of symbols to offer to the user, sorted and without duplicates. Each has an image, but
+  /// symbol() may know more names. Computed by each call.
+  virtual std::vector<std::string> symbolNames() const = 0;
 };
 
 }  // namespace quillmar

@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "platform/image.h"
 
@@ -17,6 +18,7 @@ struct MemoryImages final : Images {
 
   std::optional<Image> named(const std::string& name) override { return find(images, name); }
   std::optional<Image> symbol(const std::string& name) override { return find(symbols, name); }
+  std::vector<std::string> symbolNames() const override { return {symbols.begin(), symbols.end()}; }
 
  private:
   static std::optional<Image> find(const std::set<std::string>& names, const std::string& name) {

@@ -1,5 +1,6 @@
 #include "platform/linux/icons/icon_theme_images.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -100,6 +101,30 @@ TEST_F(IconThemeImagesTest, EveryIconOfTheTableShips) {
   EXPECT_GE(rows, 250u);
 }
 
+TEST_F(IconThemeImagesTest, EveryNameThatItOffersIsASymbol) {
+  IconThemeImages found = images();
+  const std::vector<std::string> names = found.symbolNames();
+  EXPECT_GE(names.size(), 2000u);
+  EXPECT_TRUE(std::ranges::is_sorted(names));
+  EXPECT_EQ(std::ranges::adjacent_find(names), names.end());
+  for (const std::string& name : names) {
+    const auto image = found.symbol(name);
+    EXPECT_TRUE(image && image->isTemplate) << name;
+  }
+}
+
+TEST_F(IconThemeImagesTest, OffersTheUsualNamesWithTheirSolidForms) {
+  EXPECT_THAT(images().symbolNames(),
+              testing::IsSupersetOf({"arrow.clockwise", "bolt", "bolt.fill", "doc.on.clipboard",
+                                     "folder", "folder.fill", "folder.badge.plus", "gearshape.fill",
+                                     "play.circle", "play.circle.fill", "terminal"}));
+}
+
+TEST_F(IconThemeImagesTest, OffersNothingWithoutItsIcons) {
+  const IconThemeImages found("/no/such/folder", IconThemes({}, {}));
+  EXPECT_THAT(found.symbolNames(), testing::IsEmpty());
+}
+
 TEST_F(IconThemeImagesTest, HonoursIconsOfTheUsersTheme) {
   write("/.config/gtk-3.0/settings.ini", "[Settings]\ngtk-icon-theme-name=Mine\n");
   write("/.icons/Mine/index.theme",
@@ -128,6 +153,22 @@ TEST(SymbolNames, OffersTheTableFirstThenTheRuleThenFewerVariants) {
               testing::ElementsAre("bolt-circle-fill", "bolt-circle", "lightning-circle-fill",
                                    "lightning-fill", "lightning-circle", "lightning", "bolt-fill",
                                    "bolt-circle", "bolt"));
+}
+
+TEST(SymbolNames, OffersTheNamesOfIconsAndTheirNamesInTheTable) {
+  EXPECT_THAT(symbolNamesForIcons({"x-lg", "lightning", "slash-circle"}),
+              testing::ElementsAre("bolt", "bolt.fill", "lightning", "lightning.fill",
+                                   "slash.circle", "slash.circle.fill", "x.lg", "xmark"));
+}
+
+TEST(SymbolNames, OffersASolidFormOnceAndNotAfterABadge) {
+  EXPECT_THAT(symbolNamesForIcons({"calendar-plus"}),
+              testing::ElementsAre("calendar.badge.plus", "calendar.plus", "calendar.plus.fill"));
+  EXPECT_THAT(
+      symbolNamesForIcons({"node-plus", "shield-lock"}),
+      testing::ElementsAre("app.connected.to.app.below.fill", "lock.shield", "lock.shield.fill",
+                           "network.badge.shield.half.filled", "node.plus", "node.plus.fill",
+                           "shield.lock", "shield.lock.fill"));
 }
 
 TEST(SymbolNames, ANameLongerThanAFileNameStandsForNothing) {

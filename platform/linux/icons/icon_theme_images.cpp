@@ -1,6 +1,7 @@
 #include "platform/linux/icons/icon_theme_images.h"
 
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -14,9 +15,11 @@ constexpr const char* applicationPrefix = "com.tovenworks.quillmar-";
 /// The application's own icon, which desktops know by the application's name.
 constexpr const char* applicationIcon = "applicationIcon";
 constexpr const char* applicationIconFile = "com.tovenworks.quillmar";
-constexpr const char* symbolPrefix = "quillmar-";
+constexpr std::string_view symbolPrefix = "quillmar-";
 /// Panels draw icons with such names in the colour of their text.
-constexpr const char* symbolicSuffix = "-symbolic";
+constexpr std::string_view symbolicSuffix = "-symbolic";
+/// The folder of the symbols in the theme.
+constexpr const char* symbolFolder = "scalable/actions";
 
 }  // namespace
 
@@ -38,12 +41,26 @@ std::optional<Image> IconThemeImages::symbol(const std::string& name) {
   return Image{.name = *known->second, .isTemplate = isTemplate, .pointSize = {}, .weight = {}};
 }
 
+std::vector<std::string> IconThemeImages::symbolNames() const {
+  std::vector<std::string> icons;
+  std::error_code ignored;
+  for (const auto& entry :
+       std::filesystem::directory_iterator(themeDirectory_ + symbolFolder, ignored)) {
+    std::string icon = entry.path().stem().string();
+    if (!icon.starts_with(symbolPrefix) || !icon.ends_with(symbolicSuffix)) continue;
+    icon.erase(icon.size() - symbolicSuffix.size());
+    icon.erase(0, symbolPrefix.size());
+    icons.push_back(std::move(icon));
+  }
+  return symbolNamesForIcons(std::move(icons));
+}
+
 bool IconThemeImages::areRegistered() const {
   return userThemes_.hasFile(std::string("hicolor/scalable/apps/") + applicationIconFile + ".svg");
 }
 
 IconThemeImages::Answer IconThemeImages::findNamed(const std::string& name) const {
-  const std::string symbolic = applicationPrefix + name + symbolicSuffix;
+  const std::string symbolic = (applicationPrefix + name).append(symbolicSuffix);
   if (ships("symbolic/apps/" + symbolic)) return symbolic;
   const std::string icon = name == applicationIcon ? applicationIconFile : name;
   if (ships("scalable/apps/" + icon)) return icon;
@@ -52,8 +69,8 @@ IconThemeImages::Answer IconThemeImages::findNamed(const std::string& name) cons
 
 IconThemeImages::Answer IconThemeImages::findSymbol(const std::string& name) {
   for (const std::string& candidate : iconNamesForSymbol(name)) {
-    std::string icon = symbolPrefix + candidate + symbolicSuffix;
-    if (ships("scalable/actions/" + icon)) return icon;
+    std::string icon = std::string(symbolPrefix).append(candidate).append(symbolicSuffix);
+    if (ships(std::string(symbolFolder).append("/").append(icon))) return icon;
   }
   if (userThemes_.contains(name)) return name;
   return std::nullopt;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "platform/image.h"
 #include "platform/linux/icons/icon_themes.h"
@@ -24,6 +25,9 @@ class IconThemeImages final : public Images {
   /// A symbol that ships with the application, otherwise an icon of the user's themes with exactly
   /// that name.
   std::optional<Image> symbol(const std::string& name) override;
+
+  /// The names of the symbols that ship with the application.
+  std::vector<std::string> symbolNames() const override;
 
  private:
   /// An icon name, absent when there is no such icon.

@@ -4,7 +4,9 @@
 #include <array>
 #include <cstddef>
 #include <span>
+#include <utility>
 
+#include "platform/linux/icons/solid_icons.h"
 #include "platform/linux/icons/symbol_name_table.h"
 
 namespace quillmar {
@@ -30,13 +32,13 @@ bool isSymbolName(std::string_view symbol) {
          });
 }
 
-std::vector<std::string_view> split(std::string_view symbol) {
+std::vector<std::string_view> split(std::string_view text, char separator) {
   std::vector<std::string_view> parts;
   while (true) {
-    const std::size_t dot = symbol.find('.');
-    parts.push_back(symbol.substr(0, dot));
-    if (dot == std::string_view::npos) return parts;
-    symbol.remove_prefix(dot + 1);
+    const std::size_t end = text.find(separator);
+    parts.push_back(text.substr(0, end));
+    if (end == std::string_view::npos) return parts;
+    text.remove_prefix(end + 1);
   }
 }
 
@@ -80,7 +82,7 @@ void addReduced(std::vector<std::string>& names, const std::string& base, Parts 
 std::vector<std::string> iconNamesForSymbol(std::string_view symbol) {
   std::vector<std::string> names;
   if (!isSymbolName(symbol)) return names;
-  const std::vector<std::string_view> allParts = split(symbol);
+  const std::vector<std::string_view> allParts = split(symbol, '.');
   const Parts parts(allParts);
   for (std::size_t length = parts.size(); length > 0; --length) {
     const Parts rest = parts.subspan(length);
@@ -93,6 +95,34 @@ std::vector<std::string> iconNamesForSymbol(std::string_view symbol) {
     if (rest.empty()) names.push_back(join(parts, '-'));
     addReduced(names, join(base, '-'), rest);
   }
+  return names;
+}
+
+std::vector<std::string> symbolNamesForIcons(std::vector<std::string> icons) {
+  std::ranges::sort(icons);
+  std::vector<std::string_view> solidIcons = split(solidIconNames, '\n');
+  std::ranges::sort(solidIcons);
+  std::vector<std::string> names;
+  const auto add = [&](std::string name, std::string_view icon) {
+    // The form comes before a badge.
+    const bool hasForm = name.ends_with(".fill") || name.ends_with(".filled") ||
+                         name.find(".badge") != std::string::npos;
+    if (!hasForm && std::ranges::binary_search(solidIcons, icon)) names.push_back(name + ".fill");
+    names.push_back(std::move(name));
+  };
+  for (const std::string& icon : icons) {
+    std::string name = icon;
+    std::ranges::replace(name, '-', '.');
+    add(std::move(name), icon);
+  }
+  for (const std::string_view line : split(symbolNameTable, '\n')) {
+    const std::size_t space = line.find(' ');
+    if (space == std::string_view::npos) continue;
+    const std::string_view icon = line.substr(space + 1);
+    if (std::ranges::binary_search(icons, icon)) add(std::string(line.substr(0, space)), icon);
+  }
+  std::ranges::sort(names);
+  names.erase(std::unique(names.begin(), names.end()), names.end());
   return names;
 }
 

@@ -15,4 +15,9 @@ namespace quillmar {
 /// name, for example because it is too long for a file name.
 std::vector<std::string> iconNamesForSymbol(std::string_view symbol);
 
+/// The names of the symbols to offer for these icons of the set, sorted and without duplicates: the
+/// names of the table, the icons' own names with dots for hyphens, and both with ".fill" where the
+/// icon also has a solid form, although the outlined one is shown for it.
+std::vector<std::string> symbolNamesForIcons(std::vector<std::string> icons);
+
 }  // namespace quillmar
