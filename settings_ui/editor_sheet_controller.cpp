@@ -6,6 +6,7 @@
 #include "platform/widgets/label.h"
 #include "platform/widgets/stack_view.h"
 #include "platform/widgets/text_field.h"
+#include "settings_ui/symbol_completions.h"
 #include "settings_ui/symbol_image.h"
 
 namespace quillmar {
@@ -83,6 +84,8 @@ EditorSheetController::SymbolField EditorSheetController::addSymbolField(
   field.setPlaceholder("SF Symbol name, e.g. bolt.fill");
   field.setText(initial);
   field.setWidth(symbolFieldWidth);
+  field.setCompletions(
+      [this](const std::string& typed) { return symbolCompletions(images_, typed); });
 
   auto& preview = row.add<ImageView>(symbolImage(images_, initial));
   preview.setWidth(symbolPreviewSize);

@@ -67,7 +67,8 @@ class EditorSheetController : public WindowDelegate {
   }
   /// Appends a small explanation of the row above.
   void addHint(const std::string& text);
-  /// Appends a row for a symbol. The preview follows the field.
+  /// Appends a row for a symbol. The field completes known names, and the preview follows the
+  /// field.
   SymbolField addSymbolField(const std::string& label, const std::string& initial);
 
  private:

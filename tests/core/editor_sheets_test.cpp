@@ -127,6 +127,18 @@ TEST_F(FolderEditorControllerTest, ThePreviewFollowsTheIconField) {
   EXPECT_FALSE(editor().iconPreview().image());
 }
 
+TEST_F(FolderEditorControllerTest, TheIconFieldCompletesNamesOfSymbols) {
+  add();
+  sheet()->focus(&editor().iconField());
+  editor().iconField().type("Fold");
+  EXPECT_THAT(
+      editor().iconField().completions(),
+      ElementsAre(TextCompletion{.text = "folder", .image = memory.images.symbol("folder")}));
+  editor().iconField().acceptCompletion(0);
+  EXPECT_EQ(editor().iconField().text(), "folder");
+  EXPECT_EQ(editor().iconPreview().image()->name, "folder");
+}
+
 TEST_F(FolderEditorControllerTest, CancelChangesNothing) {
   edit(folderWith("F", 0));
   editor().nameField().type("Other");
