@@ -48,6 +48,7 @@ QtWindowPeer::QtWindowPeer(Window& window)
            .key = [this](const KeyPress& press) { return keyPressed(press); },
            .mouseDown = [this] { window_.mouseDown(); },
            .close = [this] { window_.performClose(); },
+           .destroyed = [this] { windowDestroyed(); },
            .looksChanged = [this] { looksChanged(); },
            .layOut = [this] { layOut(); },
            .resized = [this] { placeContent(); }})) {
@@ -145,6 +146,22 @@ bool QtWindowPeer::keyPressed(const KeyPress& press) {
 
 void QtWindowPeer::contentChanged() {
   widget_->requestLayout();
+}
+
+void QtWindowPeer::windowDestroyed() {
+  // Closing may destroy this peer, and its widget in a later event.
+  const QPointer<WindowWidget> widget = widget_;
+  QPointer<WindowWidget> next;
+  const Window* const parent = window_.sheetParent();
+  if (parent != nullptr && widget_->isActiveWindow()) {
+    next = static_cast<QtWindowPeer*>(parent->peer())->widget_;
+  }
+  window_.close();
+  if (widget) widget->forgetDisplayWindow();
+  // The display may have given the keyboard to the parent while the toolkit still blocked it.
+  if (!next) return;
+  QApplication::setActiveWindow(nullptr);
+  QApplication::setActiveWindow(next);
 }
 
 void QtWindowPeer::looksChanged() {

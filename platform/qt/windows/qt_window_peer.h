@@ -53,6 +53,7 @@ class QtWindowPeer final : public WindowPeer {
  private:
   bool keyEquivalentPressed(const KeyPress& press);
   bool keyPressed(const KeyPress& press);
+  void windowDestroyed();
   void looksChanged();
   /// Gives the window the size that it needs and each view its place.
   void layOut();

@@ -32,8 +32,12 @@ KeyPress tabPress(bool forwards) {
 }  // namespace
 
 WindowWidget::WindowWidget(Handlers handlers)
-    : handlers_(std::move(handlers)), keyEquivalents_([this](const KeyPress& press) {
-        return call(handlers_.keyEquivalent, press);
+    : handlers_(std::move(handlers)),
+      keyEquivalents_(
+          [this](const KeyPress& press) { return call(handlers_.keyEquivalent, press); }),
+      destroyedWindow_([this] {
+        QMetaObject::invokeMethod(
+            this, [this] { call(handlers_.destroyed); }, Qt::QueuedConnection);
       }) {}
 
 void WindowWidget::requestLayout() {
@@ -51,6 +55,9 @@ bool WindowWidget::event(QEvent* event) {
         keyEquivalents_.watch(*windowHandle());
         // The last filter is asked first: keys that it drops are no key equivalents either.
         heldKeys_.watch(*windowHandle());
+        destroyedWindow_.watch(windowHandle()->winId());
+      } else {
+        destroyedWindow_.watch(0);
       }
       break;
     case QEvent::ApplicationFontChange:

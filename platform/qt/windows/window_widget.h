@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "platform/key_press.h"
+#include "platform/qt/windows/destroyed_window_filter.h"
 #include "platform/qt/windows/held_key_filter.h"
 #include "platform/qt/windows/key_equivalent_filter.h"
 
@@ -22,6 +23,8 @@ class WindowWidget final : public QWidget {
     /// A mouse button was pressed and no widget has used it.
     std::function<void()> mouseDown;
     std::function<void()> close;
+    /// Another program has destroyed the window on the display.
+    std::function<void()> destroyed;
     /// A font or the style has changed.
     std::function<void()> looksChanged;
     /// Called once for any number of updateGeometry().
@@ -35,6 +38,9 @@ class WindowWidget final : public QWidget {
   void detach() { handlers_ = {}; }
 
   void requestLayout();
+
+  /// Gives up the window on the display, which is made anew when it is shown again.
+  void forgetDisplayWindow() { destroy(); }
 
   /// Delivers all key presses to the window while it has the keyboard, as far as the desktop
   /// allows.
@@ -58,6 +64,7 @@ class WindowWidget final : public QWidget {
   Handlers handlers_;
   KeyEquivalentFilter keyEquivalents_;
   HeldKeyFilter heldKeys_;
+  DestroyedWindowFilter destroyedWindow_;
   bool ignoresEarlyClicks_ = false;
 };
 
