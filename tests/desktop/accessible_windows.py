@@ -15,6 +15,24 @@ FIELD = Atspi.Role.TEXT
 BUTTON = Atspi.Role.PUSH_BUTTON
 LINK = Atspi.Role.LINK
 IMAGE = Atspi.Role.IMAGE
+CHECKBOX = Atspi.Role.CHECK_BOX
+POP_UP_BUTTON = Atspi.Role.COMBO_BOX
+OUTLINE = Atspi.Role.TREE
+ROW = Atspi.Role.TABLE_CELL  # as the toolkit says
+TABS = Atspi.Role.PAGE_TAB_LIST
+TAB = Atspi.Role.PAGE_TAB
+
+
+def has(element, state):
+    """Whether an element of a window has a state now."""
+    element.clear_cache()
+    return element.get_state_set().contains(state)
+
+
+def text_of(field):
+    """What a field holds now."""
+    text = Atspi.Text.get_text(field, 0, Atspi.Text.get_character_count(field))
+    return text.replace("\u2029", "\n")
 
 
 class Window:
@@ -29,13 +47,13 @@ class Window:
         waiting = [self.accessible]
         while waiting:
             element = waiting.pop()
-            if element is None:
+            # What lies in a hidden element is hidden, too.
+            if element is None or not element.get_state_set().contains(Atspi.StateType.SHOWING):
                 continue
             found.append(element)
             waiting += [element.get_child_at_index(index)
                         for index in reversed(range(element.get_child_count()))]
-        return [element for element in found[1:]
-                if element.get_state_set().contains(Atspi.StateType.SHOWING)]
+        return found[1:]
 
     def names(self, *roles):
         """The names of the elements with one of the roles."""
@@ -71,8 +89,7 @@ class Window:
 
     def text(self):
         """What the window's one field holds."""
-        field = self.element(FIELD)
-        return Atspi.Text.get_text(field, 0, Atspi.Text.get_character_count(field))
+        return text_of(self.element(FIELD))
 
     def focused(self):
         """(role, name) of the element that has the keyboard; None when the window has it not."""

@@ -1,15 +1,26 @@
 """The keyboard of the X display, pressed with XTEST by its key codes, and another program's grabs."""
 
+import time
+
 from quillmar_desktop import run
 from Xlib import X, display, error
 from Xlib.ext import xtest
 
 # X key codes.
+ESCAPE = 9
+TAB = 23
+RETURN = 36
 CONTROL = 37
+A = 38
 SHIFT = 50
 ALT = 64
+SPACE = 65
 CAPS_LOCK = 66
 NUM_LOCK = 77
+HOME = 110
+LEFT = 113
+RIGHT = 114
+DOWN = 116
 SUPER = 133
 MENU = 135
 
@@ -58,9 +69,13 @@ class Keyboard:
     def release(self, *keys):
         self.send(X.KeyRelease, reversed(keys))
 
+    def tap(self, *keys):
+        """Presses keys one after another, then releases them."""
+        self.press(*keys)
+        self.release(*keys)
+
     def type(self, combination):
-        self.press(*combination.keys())
-        self.release(*combination.keys())
+        self.tap(*combination.keys())
 
     def send(self, event, keys):
         for key in keys:
@@ -73,8 +88,7 @@ class Keyboard:
 
     def set_lock(self, key, mask, locked):
         if bool(self.state() & mask) != locked:
-            self.press(key)
-            self.release(key)
+            self.tap(key)
 
     def set_locks(self, caps_lock, num_lock):
         self.set_lock(CAPS_LOCK, X.LockMask, caps_lock)
@@ -85,8 +99,7 @@ class Keyboard:
 
     def use_second_layout(self):
         """The layouts must have been set with the option grp:menu_toggle."""
-        self.press(MENU)
-        self.release(MENU)
+        self.tap(MENU)
 
 
 class OtherGrabs:
@@ -113,3 +126,15 @@ def is_free(combination):
     free = other.grab(combination)
     other.end()
     return free
+
+
+def keyboard_is_free():
+    """True if no program has grabbed the keyboard."""
+    other = display.Display()
+    # The server refuses a grab in the future, so this one takes the keyboard from nobody. It looks
+    # for other grabs first. Its clock is the system's.
+    in_an_hour = int(time.monotonic() * 1000) + 3_600_000
+    status = other.screen().root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync,
+                                               in_an_hour % 2**32)
+    other.close()
+    return status != X.AlreadyGrabbed

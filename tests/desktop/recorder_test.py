@@ -4,7 +4,6 @@ import os
 import pathlib
 import signal
 import subprocess
-import time
 import unittest
 
 from accessible_windows import BUTTON, AccessibleWindows
@@ -13,10 +12,10 @@ from gi.repository import Atspi
 from held_key import HeldKey
 from hot_keys_test import HotKeysTestCase
 from keyboard import (ALT, COMMAND_FLAG, CONTROL_FLAG, OPTION_FLAG, SECOND_LAYOUT, SHIFT_FLAG,
-                      SUPER_SHIFT_K, SUPER_SHIFT_L, Combination, Keyboard)
+                      SUPER_SHIFT_K, SUPER_SHIFT_L, Combination, Keyboard, keyboard_is_free)
 from other_program import OtherProgram
 from quillmar_desktop import DesktopTestCase, Screen, run, wait_until
-from Xlib import X, display
+from Xlib import X
 
 FUNCTION_KEYS = {67 + number: code for number, code in enumerate(
     (122, 120, 99, 118, 96, 97, 98, 100, 101, 109))} | {95: 103, 96: 111} | {
@@ -91,18 +90,6 @@ class Recorders:
 
     def wait_for_end(self, name="second"):
         wait_until(lambda: not self.is_recording(name), f"{name} does not record")
-
-
-def keyboard_is_free():
-    """True if no program has grabbed the keyboard."""
-    other = display.Display()
-    # The server refuses a grab in the future, so this one takes the keyboard from nobody. It looks
-    # for other grabs first. Its clock is the system's.
-    in_an_hour = int(time.monotonic() * 1000) + 3_600_000
-    status = other.screen().root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync,
-                                               in_an_hour % 2**32)
-    other.close()
-    return status != X.AlreadyGrabbed
 
 
 def line(name, virtual_key, character, flags, is_global=True):

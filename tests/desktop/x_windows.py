@@ -5,13 +5,14 @@ import contextlib
 
 from quillmar_desktop import wait_until
 from Xlib import X, display, error
+from Xlib.protocol import event
 
 
 class XWindows:
     """The windows of one process that are on the screen, in pixels of the screen. Of a window in a
     frame or in a tray this is the content, without what lies around it."""
 
-    Window = collections.namedtuple("Window", "title parent x y width height")
+    Window = collections.namedtuple("Window", "title parent x y width height resource")
 
     def __init__(self, process_id, display_name=None):
         self.process_id = process_id
@@ -42,7 +43,7 @@ class XWindows:
         geometry = window.get_geometry()
         place = self.root.translate_coords(window, 0, 0)
         return self.Window(title.value.decode() if title else "", parent, place.x, place.y,
-                           geometry.width, geometry.height)
+                           geometry.width, geometry.height, window)
 
     def embedded(self):
         """Those that lie in a window of another program."""
@@ -64,3 +65,22 @@ class XWindows:
         return wait_until(
             lambda: next((window for window in self.all() if window.title == title), None),
             f"there is a window “{title}”")
+
+    def ask_to_close(self, title):
+        """Asks the window manager to close a window, as a task bar does."""
+        window = self.titled(title).resource
+        request = event.ClientMessage(
+            window=window, client_type=self.display.intern_atom("_NET_CLOSE_WINDOW"),
+            data=(32, [X.CurrentTime, 2, 0, 0, 0]))
+        self.root.send_event(request, X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self.display.sync()
+
+    def destroy(self, title):
+        """Destroys a window without asking its program."""
+        self.titled(title).resource.destroy()
+        self.display.sync()
+
+    def kill_client(self, title):
+        """Closes the connection of a window's program to the server."""
+        self.titled(title).resource.kill_client()
+        self.display.sync()
