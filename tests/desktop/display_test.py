@@ -35,6 +35,13 @@ class DisplayTest(WindowsTestCase):
         self.windows.wait_for("About Quillmar")
         self.assert_that_it_ends_with_the_display()
 
+    def test_while_an_editor_is_open_the_program_ends_and_says_why(self):
+        self.start_on_display(tools(entry("Kept")))
+        self.icon.choose("Settings...")
+        self.windows.wait_for("Quillmar Settings").press("Add Item")
+        self.windows.wait_for("Add Item")
+        self.assert_that_it_ends_with_the_display()
+
     def test_while_the_welcome_window_is_open_the_starter_pack_is_saved_all_the_same(self):
         self.start_on_display(None)
         self.windows.wait_for("Welcome to Quillmar")
