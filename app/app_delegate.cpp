@@ -129,7 +129,7 @@ void AppDelegate::openSettings() {
             .log = collaborators_.log});
   }
   const Result<void> shown =
-      settingsWindowController_->window().show(collaborators_.application.takeActivation());
+      settingsWindowController_->show(collaborators_.application.takeActivation());
   if (!shown) reportFailure("Settings", shown.error());
 }
 

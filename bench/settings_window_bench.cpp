@@ -222,13 +222,14 @@ int measure(int argc, char** argv) {
 
   std::vector<double> opened;
   std::vector<double> ratios;
+  long memoryAtFirst = 0;
   for (int round = 0; round < rounds; ++round) {
     bench.forget();
     opened.push_back(bench.open());
     bench.close();
+    if (round == 0) memoryAtFirst = proportionalMemory();
     ratios.push_back(opened.back() / openBareTree(bench.config()));
   }
-  const long memoryAtFirst = proportionalMemory();
   for (int i = 0; i < openings; ++i) {
     bench.openAgain();
     bench.close();

@@ -52,7 +52,9 @@ std::vector<OutlineChild> DocumentRows::children(const std::string* row) {
   std::vector<OutlineChild> rows;
   if (row == nullptr) {
     for (const MenuCategory* const category : categoriesInDisplayOrder(settings_.config)) {
-      rows.push_back({.row = category->id, .isExpandable = !category->isSeparator});
+      // An id with the separator in it would be the row of an item.
+      const bool isItem = category->id.find(rowSeparator) != std::string::npos;
+      rows.push_back({.row = category->id, .isExpandable = !category->isSeparator && !isItem});
     }
   } else if (const MenuCategory* const category = findCategory(settings_.config, *row)) {
     rows.reserve(category->items.size());

@@ -42,7 +42,8 @@ void FolderEditorController::focusFirstField() {
 }
 
 bool FolderEditorController::save() {
-  const std::optional<std::string> name = trimmedOrAbsent(nameField_->text());
+  const std::string original = existing_ ? existing_->name : "";
+  const std::optional<std::string> name = trimmedOrAbsent(editedText(*nameField_, original));
   if (!name) {
     window().makeFirstResponder(nameField_);
     return false;

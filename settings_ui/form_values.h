@@ -8,6 +8,7 @@
 
 #include "platform/control_state.h"
 #include "platform/text.h"
+#include "platform/widgets/text_field.h"
 
 namespace quillmar {
 
@@ -16,6 +17,12 @@ inline std::optional<std::string> trimmedOrAbsent(std::string_view text) {
   const std::string_view trimmed = text::trimWhitespace(text);
   if (trimmed.empty()) return std::nullopt;
   return std::string(trimmed);
+}
+
+/// The text of the field or, if the field still shows `original`, which may have line breaks that a
+/// field cannot show, the original.
+inline std::string editedText(const TextField& field, const std::string& original) {
+  return field.text() == text::onOneLine(original) ? original : field.text();
 }
 
 inline ControlState controlState(bool isOn) {

@@ -137,7 +137,8 @@ void ItemEditorController::focusFirstField() {
 }
 
 bool ItemEditorController::save() {
-  std::optional<std::string> title = trimmedOrAbsent(titleField_->text());
+  const std::string original = existing_ ? existing_->title : "";
+  std::optional<std::string> title = trimmedOrAbsent(editedText(*titleField_, original));
   if (!title) {
     window().makeFirstResponder(titleField_);
     return false;
@@ -171,7 +172,7 @@ MenuItem ItemEditorController::editedItem(std::string title, std::string command
   item.shortcut = recorder_->shortcut();
   if (item.shortcut) item.shortcut->isGlobal = isOn(*globalCheckbox_);
   item.iconSymbolName = trimmedOrAbsent(iconField_->text());
-  item.inputPrompt = trimmedOrAbsent(inputPromptField_->text());
+  item.inputPrompt = trimmedOrAbsent(editedText(*inputPromptField_, item.inputPrompt.value_or("")));
   item.confirmBeforeRunning = isOn(*confirmCheckbox_);
   return item;
 }

@@ -62,6 +62,11 @@ SettingsWindowController::SettingsWindowController(Collaborators collaborators)
 
 SettingsWindowController::~SettingsWindowController() = default;
 
+Result<void> SettingsWindowController::show(const Activation& activation) {
+  generalTab_->refresh();
+  return window_.show(activation);
+}
+
 void SettingsWindowController::buildMenuTab(StackView& column) {
   column.setAlignment(StackAlignment::fill);
   column.setSpacing(rowSpacing);

@@ -49,6 +49,10 @@ class SettingsWindowController {
   SettingsWindowController& operator=(const SettingsWindowController&) = delete;
 
   Window& window() { return window_; }
+
+  /// Shows the window, with the current state of the login item, which other programs can change.
+  Result<void> show(const Activation& activation);
+
   OutlineView& outlineView() const { return *outlineView_; }
   TabView& tabView() const { return *tabView_; }
   GeneralTab& generalTab() const { return *generalTab_; }

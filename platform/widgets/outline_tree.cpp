@@ -78,6 +78,12 @@ void OutlineTree::collectVisible(const OutlineNode& node) const {
   }
 }
 
+bool OutlineTree::hasHiddenRows() const {
+  return std::ranges::any_of(visible(), [](const OutlineNode* node) {
+    return !node->expanded && !node->children.empty();
+  });
+}
+
 bool OutlineTree::looksLike(const OutlineTree& other) const {
   return std::ranges::equal(
       visible(), other.visible(), [](const OutlineNode* one, const OutlineNode* another) {

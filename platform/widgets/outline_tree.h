@@ -42,6 +42,9 @@ class OutlineTree {
   /// The rows that are not inside of a collapsed one, from top to bottom.
   const std::vector<OutlineNode*>& visible() const;
 
+  /// True if a collapsed row has children that were asked for while it was expanded.
+  bool hasHiddenRows() const;
+
   /// True if both trees have the same visible rows with the same expansion.
   bool looksLike(const OutlineTree& other) const;
 

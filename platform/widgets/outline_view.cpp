@@ -42,7 +42,8 @@ std::optional<std::size_t> OutlineView::indexOf(const OutlineNode& node) const {
 
 void OutlineView::reload() {
   auto tree = std::make_unique<OutlineTree>(dataSource_, tree_.get());
-  if (tree->looksLike(*tree_)) {
+  // Hidden rows may be other ones now.
+  if (!tree_->hasHiddenRows() && tree->looksLike(*tree_)) {
     if (observer() != nullptr) observer()->valuesChanged();
     return;
   }

@@ -303,6 +303,16 @@ TEST_F(ItemEditorControllerTest, ShowsTheItemThatIsEditedAndSavesItUnchanged) {
   EXPECT_EQ(posts, 1);
 }
 
+TEST_F(ItemEditorControllerTest, LineBreaksInUneditedTextsAreKept) {
+  MenuItem item = itemWith("I", "One\ntwo");
+  item.inputPrompt = "What\nelse?";
+  edit(item);
+  editor().iconField().type("star");
+  pressInSheet("Save");
+  EXPECT_EQ(this->item("I").title, "One\ntwo");
+  EXPECT_EQ(this->item("I").inputPrompt, "What\nelse?");
+}
+
 TEST_F(ItemEditorControllerTest, AnEditedItemKeepsItsIdentifierAndItsState) {
   MenuItem item = itemWith("I", "Item");
   item.isEnabled = false;

@@ -169,6 +169,15 @@ TEST_F(GeneralTabTest, OnlyAnEnabledLoginItemIsTicked) {
   EXPECT_EQ(shown(), ControlState::off);
 }
 
+TEST_F(GeneralTabTest, AWindowThatIsOpenedAgainShowsALoginItemThatWasSwitchedOff) {
+  openTab();
+  tab().launchAtLoginCheckbox().toggle();
+  controller->closeWindow();
+  memory.loginItem.switchOff();
+  EXPECT_TRUE(controller->show({}));
+  EXPECT_EQ(launchAtLogin(), ControlState::off);
+}
+
 TEST_F(GeneralTabTest, ShowInFinderRevealsTheSettingsFile) {
   openTab();
   press("Show in Finder");

@@ -22,6 +22,8 @@ namespace {
 /// The user does to the model what a real widget would.
 class MemoryHarness {
  public:
+  static constexpr int randomActions = 10000;
+
   WindowSystem& windows() { return screen_; }
   void settle() {}
 

@@ -210,6 +210,15 @@ TEST_F(SettingsWindowControllerTest,
   EXPECT_THAT(general.items, IsEmpty());
 }
 
+TEST_F(SettingsWindowControllerTest, InAnEmptyDocumentAddItemPutsTheItemIntoANewFolderGeneral) {
+  open({});
+  press("Add Item");
+  addNewItem();
+  ASSERT_THAT(onDisk().categories, SizeIs(1));
+  EXPECT_EQ(onDisk().categories[0].name, "General");
+  EXPECT_EQ(onDisk().categories[0].items.at(0).title, "New");
+}
+
 TEST_F(SettingsWindowControllerTest, AddItemInsertsBehindTheSelectedItem) {
   open({folderWith("F", 0), folderWith("G", 1, {itemWith("a", "A"), itemWith("b", "B")})});
   select("G|a");
@@ -380,6 +389,58 @@ TEST_F(SettingsWindowControllerTest, ChangesMadeElsewhereAppearAndExpandCollapse
   settings->save();
   EXPECT_THAT(rows(), ElementsAre("F", "F|a", "G", "G|b", "H", "H|c"));
   EXPECT_EQ(selectedRow(), "G|b");
+}
+
+TEST_F(SettingsWindowControllerTest, AnItemThatIsAddedToACollapsedFolderAppears) {
+  open({folderWith("F", 0, {itemWith("a", "A")})});
+  outline().collapse(0);
+  settings->addItem(itemWith("b", "B"), "F", std::nullopt);
+  EXPECT_THAT(rows(), ElementsAre("F", "F|a", "F|b"));
+}
+
+TEST_F(SettingsWindowControllerTest, AnItemThatIsDeletedElsewhereWhileItIsEditedStaysDeleted) {
+  open({folderWith("F", 0, {itemWith("a", "A")})});
+  select("F|a");
+  press("Edit");
+  settings->deleteItem("a", "F");
+  pressInSheet("Save");
+  EXPECT_THAT(controller->activeSheet(), IsNull());
+  EXPECT_THAT(folder("F").items, IsEmpty());
+}
+
+TEST_F(SettingsWindowControllerTest, AnItemIsAppendedIfTheSelectedOneIsDeletedElsewhere) {
+  open({folderWith("F", 0, {itemWith("a", "A"), itemWith("b", "B")})});
+  select("F|a");
+  press("Add Item");
+  settings->deleteItem("a", "F");
+  addNewItem();
+  EXPECT_EQ(folder("F").items[1].title, "New");
+}
+
+TEST_F(SettingsWindowControllerTest, AFolderThatIsDeletedElsewhereDuringTheQuestionIsNoError) {
+  open({folderWith("F", 0), folderWith("G", 1)});
+  select("F");
+  press("Delete");
+  settings->deleteCategory("F");
+  pressInSheet("Delete");
+  EXPECT_THAT(rows(), ElementsAre("G"));
+}
+
+TEST_F(SettingsWindowControllerTest,
+       AFolderWhoseIdLooksLikeAnItemIsAnEmptyRowThatCannotBeExpanded) {
+  open({folderWith("A|B", 0, {itemWith("a", "A")})});
+  EXPECT_THAT(rows(), ElementsAre("A|B"));
+  EXPECT_THAT(value("A|B").cells, IsEmpty());
+}
+
+TEST(Selection, ARowOfTwoPiecesIsAnItemAndAnyOtherAFolder) {
+  const auto of = [](const std::string& row) { return Selection::fromRow(&row); };
+  EXPECT_EQ(Selection::fromRow(nullptr), std::nullopt);
+  EXPECT_EQ(of("F"), (Selection{"F", std::nullopt}));
+  EXPECT_EQ(of("F|I"), (Selection{"F", "I"}));
+  EXPECT_EQ(of("|F||I|"), (Selection{"F", "I"}));
+  EXPECT_EQ(of("F|"), (Selection{"F|", std::nullopt}));
+  EXPECT_EQ(of("F|I|J"), (Selection{"F|I|J", std::nullopt}));
 }
 
 TEST_F(SettingsWindowControllerTest, AFileThatCannotBeWrittenIsLoggedAndTheChangeStays) {

@@ -4,7 +4,9 @@
 
 #include <QAccessible>
 #include <QHelpEvent>
+#include <QPaintEvent>
 #include <QScrollBar>
+#include <QTest>
 #include <QToolTip>
 #include <QTreeView>
 #include <string>
@@ -19,6 +21,23 @@
 
 namespace quillmar {
 namespace {
+
+/// What has been drawn of a widget since this was created.
+class PaintedRegion final : public QObject {
+ public:
+  explicit PaintedRegion(QWidget& widget) { widget.installEventFilter(this); }
+
+  const QRegion& region() const { return region_; }
+
+ protected:
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == QEvent::Paint) region_ += static_cast<QPaintEvent*>(event)->region();
+    return false;
+  }
+
+ private:
+  QRegion region_;
+};
 
 class OutlineViewTest : public WidgetsFixture<QtUser> {
  protected:
@@ -155,6 +174,30 @@ TEST_F(OutlineViewTest, NoTextIsCutOffWhereThereIsRoom) {
     const QRect last(inkFrame(picture).right() - 2, 0, 4, picture.height());
     EXPECT_GT(inkFrame(picture.copy(last)).height(), 8);
   }
+}
+
+TEST_F(OutlineViewTest, AChangedValueOfTheLastFolderIsDrawn) {
+  rows.folders.pop_back();
+  outline->reload();
+  outline->setExpanded("Audio", true);
+  show();
+  const PaintedRegion painted(*tree().viewport());
+  rows.states["Audio|Play"] = ControlState::on;
+  outline->reload();
+  harness.settle();
+  EXPECT_TRUE(painted.region().contains(tree().visualRect(index(2)).center()));
+}
+
+TEST_F(OutlineViewTest, APointerThatMovesOnACheckboxSelectsNothing) {
+  showExpanded();
+  QWidget& viewport = *tree().viewport();
+  const QPoint box = tree().visualRect(index(1)).topLeft() + QPoint(5, 12);
+  QTest::mousePress(&viewport, Qt::LeftButton, {}, box);
+  QMouseEvent move(QEvent::MouseMove, box + QPoint(1, 0), viewport.mapToGlobal(box + QPoint(1, 0)),
+                   Qt::NoButton, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(&viewport, &move);
+  QTest::mouseRelease(&viewport, Qt::LeftButton, {}, box + QPoint(1, 0));
+  EXPECT_EQ(outline->selectedIndex(), std::nullopt);
 }
 
 TEST_F(OutlineViewTest, TheFocusIsARing) {

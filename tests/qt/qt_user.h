@@ -41,6 +41,8 @@ QString withoutMnemonics(const QString& text);
 
 class QtUser {
  public:
+  static constexpr int randomActions = 1000;
+
   /// Nothing of other tests is left on the screen.
   QtUser() { handleReadyEvents(); }
 

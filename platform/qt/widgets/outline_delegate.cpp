@@ -24,6 +24,8 @@ namespace {
 
 /// Above and below a text.
 constexpr int verticalMargin = 2;
+/// Of a text. More does not fit on a screen, and drawing it would take long.
+constexpr std::size_t maximumShownBytes = 4000;
 /// Shares of the text's colour; the rest is the background's.
 constexpr float secondaryShare = 0.68F;
 constexpr float tertiaryShare = 0.5F;
@@ -33,7 +35,8 @@ const OutlineItemModel& modelOf(const QModelIndex& index) {
 }
 
 QString shownText(const TextCell& cell) {
-  return withVisibleCharacters(QString::fromStdString(text::onOneLine(cell.text)));
+  const std::string_view shown = text::firstBytes(cell.text, maximumShownBytes);
+  return withVisibleCharacters(QString::fromStdString(text::onOneLine(shown)));
 }
 
 QPalette::ColorGroup colorGroup(const QStyleOptionViewItem& option) {

@@ -78,6 +78,12 @@ void OutlinePeer::rowsChanged() {
   bar.setValue(position);
 }
 
+void OutlinePeer::valuesChanged() {
+  items_->valuesChanged();
+  // The toolkit draws only the rows of the top level again.
+  tree().viewport()->update();
+}
+
 void OutlinePeer::expansionChanged(const OutlineNode& node) {
   const QScopedValueRollback<bool> programActs(programActs_, true);
   showExpansion(node);

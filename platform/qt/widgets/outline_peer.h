@@ -13,7 +13,7 @@ class OutlinePeer final : public WidgetPeer, public OutlineObserver {
   ~OutlinePeer() override;
 
   void rowsChanged() override;
-  void valuesChanged() override { items_->valuesChanged(); }
+  void valuesChanged() override;
   void expansionChanged(const OutlineNode& node) override;
   void selectionChanged() override;
   std::size_t rowsPerPage() const override;

@@ -69,6 +69,11 @@ void OutlineWidget::mouseDoubleClickEvent(QMouseEvent* event) {
   if (!pressCheckbox(*event)) RingedArea::mouseDoubleClickEvent(event);
 }
 
+void OutlineWidget::mouseMoveEvent(QMouseEvent* event) {
+  // The toolkit would select the row that the pointer is dragged over.
+  if (!pressedIndex_.isValid()) RingedArea::mouseMoveEvent(event);
+}
+
 void OutlineWidget::mouseReleaseEvent(QMouseEvent* event) {
   if (!pressedIndex_.isValid()) return RingedArea::mouseReleaseEvent(event);
   const QPoint position = event->position().toPoint();
