@@ -136,12 +136,14 @@ class LostWindowTest(SettingsFailuresTestCase):
 
     def test_a_destroyed_editor_is_cancelled(self):
         self.start_program()
-        settings, sheet = self.open_editor()
+        _, sheet = self.open_editor()
         sheet.fill("Title", "Never added")
         sheet.fill("Command", "true")
         self.on_screen.destroy("Add Item")
-        settings.wait_until_sheet_is_gone("Add Item")
-        self.check_that_it_can_be_used(settings)
+        self.windows.wait_until_gone("Add Item")
+        # The window below it can be closed again.
+        self.on_screen.ask_to_close(TITLE)
+        self.check_that_it_opens_again()
 
     def test_without_its_connection_to_the_display_the_program_ends_and_nothing_is_lost(self):
         self.start_program()

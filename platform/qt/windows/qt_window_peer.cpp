@@ -151,17 +151,10 @@ void QtWindowPeer::contentChanged() {
 void QtWindowPeer::windowDestroyed() {
   // Closing may destroy this peer, and its widget in a later event.
   const QPointer<WindowWidget> widget = widget_;
-  QPointer<WindowWidget> next;
-  const Window* const parent = window_.sheetParent();
-  if (parent != nullptr && widget_->isActiveWindow()) {
-    next = static_cast<QtWindowPeer*>(parent->peer())->widget_;
-  }
   window_.close();
   if (widget) widget->forgetDisplayWindow();
-  // The display may have given the keyboard to the parent while the toolkit still blocked it.
-  if (!next) return;
+  // The toolkit would take the window that gets the keyboard next for one that has it already.
   QApplication::setActiveWindow(nullptr);
-  QApplication::setActiveWindow(next);
 }
 
 void QtWindowPeer::looksChanged() {

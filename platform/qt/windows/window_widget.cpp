@@ -14,6 +14,9 @@ namespace quillmar {
 
 namespace {
 
+/// Another program has destroyed the window on the display.
+constexpr QEvent::Type displayWindowDestroyed = QEvent::User;
+
 /// Calls a copy: the handler may destroy the one that it is called through.
 template <class Handler, class... Arguments>
 auto call(const Handler& handler, Arguments&&... arguments) {
@@ -35,10 +38,8 @@ WindowWidget::WindowWidget(Handlers handlers)
     : handlers_(std::move(handlers)),
       keyEquivalents_(
           [this](const KeyPress& press) { return call(handlers_.keyEquivalent, press); }),
-      destroyedWindow_([this] {
-        QMetaObject::invokeMethod(
-            this, [this] { call(handlers_.destroyed); }, Qt::QueuedConnection);
-      }) {}
+      destroyedWindow_(
+          [this] { QCoreApplication::postEvent(this, new QEvent(displayWindowDestroyed)); }) {}
 
 void WindowWidget::requestLayout() {
   QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
@@ -48,6 +49,9 @@ bool WindowWidget::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::LayoutRequest:
       call(handlers_.layOut);
+      return true;
+    case displayWindowDestroyed:
+      call(handlers_.destroyed);
       return true;
     case QEvent::WinIdChange:
       // Without one at the display there is nothing to watch: the window is about to go.
