@@ -135,8 +135,21 @@ class ByMouse:
         self.keyboard = Keyboard()
 
     def focus(self, _window, element):
-        self.click(element)
-        wait_until(lambda: has(element, Atspi.StateType.FOCUSED), "the control has the focus")
+        self.click_until(element, lambda: has(element, Atspi.StateType.FOCUSED),
+                         "the control has the focus")
+
+    def click_until(self, element, condition, what):
+        patience_ends = 0
+
+        def done():
+            nonlocal patience_ends
+            if condition():
+                return True
+            if time.monotonic() > patience_ends:
+                self.click(element)
+                patience_ends = time.monotonic() + 1
+            return False
+        wait_until(done, what)
 
     def click(self, element):
         Screen().click(*middle(element))
@@ -148,18 +161,9 @@ class ByMouse:
         self.click(pop_up)
         wait_until(lambda: has(pop_up, Atspi.StateType.EXPANDED), "the list is open")
         title = pop_up.get_child_at_index(0).get_child_at_index(index)
-        patience_ends = 0
-
         # The list ignores clicks right after it has opened.
-        def chosen():
-            nonlocal patience_ends
-            if not has(pop_up, Atspi.StateType.EXPANDED):
-                return True
-            if time.monotonic() > patience_ends:
-                self.click(title)
-                patience_ends = time.monotonic() + 0.5
-            return False
-        wait_until(chosen, "the list has closed")
+        self.click_until(title, lambda: not has(pop_up, Atspi.StateType.EXPANDED),
+                         "the list has closed")
 
     def select(self, _window, outline, index):
         self.click(outline_rows(outline)[index])
@@ -212,6 +216,10 @@ class Sheet:
                 self.hand.keyboard.tap(RETURN)
             run("xdotool", "type", "--delay", "1", line)
         wait_until(lambda: text_of(field) == text, f"“{name}” holds what was typed")
+
+    def leave_completions(self):
+        """The list of completions covers the next field."""
+        self.hand.keyboard.tap(TAB_KEY)
 
     def toggle(self, name):
         box = self.window.element(CHECKBOX, name)
@@ -315,6 +323,7 @@ class SettingsWindow:
         sheet.fill("Name", name)
         if icon:
             sheet.fill("Icon", icon)
+            sheet.leave_completions()
         if is_at_top:
             sheet.toggle("Show items directly in the menu, not in a submenu")
         sheet.confirm("Add")
@@ -327,6 +336,7 @@ class SettingsWindow:
         sheet.fill("Title", title)
         if icon:
             sheet.fill("Icon", icon)
+            sheet.leave_completions()
         if type_index:
             sheet.choose("Type", type_index, TYPES[type_index])
         sheet.fill("Command", command)
