@@ -9,9 +9,8 @@
 namespace quillmar {
 
 TabViewPeer::TabViewPeer(TabView& tabView, QtWindowPeer& window, QWidget& parent)
-    : WidgetPeer(tabView, window, new QWidget(&parent)),
-      tabView_(tabView),
-      bar_(new QTabBar(&widget())) {
+    : WidgetPeer(tabView, window, new QWidget(&parent)), tabView_(tabView) {
+  bar_ = new QTabBar(&widget());
   bar_->setDocumentMode(true);
   bar_->setExpanding(false);
   bar_->setFocusPolicy(Qt::TabFocus);

@@ -13,7 +13,7 @@ class TabViewPeer final : public WidgetPeer {
 
   void subviewsChanged() override;
   void place(const QRect& frame) override;
-  QWidget& keyWidget() const override { return *bar_; }
+  QWidget& keyWidget() const override { return bar_ == nullptr ? widget() : *bar_; }
 
  protected:
   void update() override;
@@ -25,8 +25,9 @@ class TabViewPeer final : public WidgetPeer {
   std::vector<WidgetPeer*> contents() const;
 
   TabView& tabView_;
-  /// A child of the widget.
-  QTabBar* bar_;
+  /// A child of the widget. Null while it is being created, when the toolkit already asks for the
+  /// widget that gets the keys.
+  QTabBar* bar_ = nullptr;
 };
 
 }  // namespace quillmar
