@@ -261,7 +261,13 @@ class RecorderAndDesktopTest(RecorderTestCase):
         self.recorders.start_recording()
         self.keyboard.type(SUPER_SHIFT_K)
         self.recorders.wait_for_line(1)
-        self.keyboard.type(Combination(36, 36))
+        # The end of the recording takes the X server a moment; until then keys reach nobody.
+        self.wait_until_free()
+
+        def pressed():
+            self.keyboard.type(Combination(36, 36))
+            return len(self.recorders.lines()) > 1
+        wait_until(pressed, "Return presses the button")
         self.assertEqual(self.recorders.wait_for_line(2), "pressed Save")
 
     def test_space_starts_the_recording_of_the_control_with_the_focus(self):
