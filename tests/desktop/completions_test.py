@@ -66,10 +66,10 @@ class Editor:
                     None)
 
 
-class CompletionTests:
-    """Both sessions pass these. `press` presses keys, and `write` types a text."""
+class Completions:
+    """What both sessions do. `press` presses keys, and `write` types a text."""
 
-    def test_keys_choose_a_name(self):
+    def choose_with_keys(self):
         editor = self.open_editor()
         self.write("arrow.clock")
         editor.wait_for_first_row("arrow.clockwise")
@@ -85,7 +85,7 @@ class CompletionTests:
         self.press("Return")
         wait_until(lambda: editor.icon_in_file() == "arrow.clockwise", "the icon is in the file")
 
-    def test_escape_closes_the_list_before_the_sheet(self):
+    def close_with_escape(self):
         editor = self.open_editor()
         self.write("fold")
         editor.wait_for_first_row("folder")
@@ -97,7 +97,7 @@ class CompletionTests:
         wait_until(lambda: not editor.is_open(), "the sheet is closed")
 
 
-class X11CompletionsTest(CompletionTests, WindowsTestCase):
+class CompletionsTest(Completions, WindowsTestCase):
 
     def press(self, *keys):
         run("xdotool", "key", *keys)
@@ -108,6 +108,12 @@ class X11CompletionsTest(CompletionTests, WindowsTestCase):
     def open_editor(self):
         self.open(tools(entry("One")), "Settings...", title="Quillmar Settings")
         return Editor(self.program, self.press)
+
+    def test_keys_choose_a_name(self):
+        self.choose_with_keys()
+
+    def test_escape_closes_the_list_before_the_sheet(self):
+        self.close_with_escape()
 
     def test_a_click_accepts_a_name(self):
         editor = self.open_editor()
@@ -121,7 +127,7 @@ class X11CompletionsTest(CompletionTests, WindowsTestCase):
         self.assertEqual(editor.rows(), [])
 
 
-class WaylandCompletionsTest(CompletionTests, WaylandTestCase):
+class WaylandCompletionsTest(Completions, WaylandTestCase):
 
     def press(self, *keys):
         self.compositor.press(*keys)
@@ -133,6 +139,12 @@ class WaylandCompletionsTest(CompletionTests, WaylandTestCase):
         program = self.start_on_bus(tools(entry("One")))
         StatusIcon(self.bus, program).choose("Settings...")
         return Editor(program, self.press)
+
+    def test_keys_choose_a_name(self):
+        self.choose_with_keys()
+
+    def test_escape_closes_the_list_before_the_sheet(self):
+        self.close_with_escape()
 
 
 if __name__ == "__main__":

@@ -141,9 +141,11 @@ class LostWindowTest(SettingsFailuresTestCase):
         sheet.fill("Command", "true")
         self.on_screen.destroy("Add Item")
         self.windows.wait_until_gone("Add Item")
-        # The window below it can be closed again.
+        # The window below it can be closed and opened again.
         self.on_screen.ask_to_close(TITLE)
-        self.check_that_it_opens_again()
+        self.windows.wait_until_gone(TITLE)
+        self.open_settings()
+        self.assertNotIn(b"Never added", (self.program.folder / "settings.json").read_bytes())
 
     def test_without_its_connection_to_the_display_the_program_ends_and_nothing_is_lost(self):
         self.start_program()
