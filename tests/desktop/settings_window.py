@@ -192,9 +192,15 @@ class ByMouse:
 
 
 def outline_rows(outline):
-    outline.clear_cache()
-    children = [outline.get_child_at_index(index) for index in range(outline.get_child_count())]
-    return [child for child in children if child is not None and child.get_role() == ROW]
+    """The rows. They are read again if one goes away meanwhile."""
+    def read():
+        with contextlib.suppress(GLib.Error):
+            outline.clear_cache()
+            children = [outline.get_child_at_index(index)
+                        for index in range(outline.get_child_count())]
+            return [[child for child in children if child is not None and child.get_role() == ROW]]
+        return None
+    return wait_until(read, "the rows can be read")[0]
 
 
 class Sheet:
