@@ -9,6 +9,7 @@ namespace quillmar {
 class AppleScriptEngine;
 class Application;
 class Bundle;
+class Downloader;
 struct Environment;
 class FileSystem;
 class HotKeys;
@@ -44,6 +45,7 @@ struct Platform {
   HotKeys& hotKeys;
   Updaters& updaters;
   LoginItem& loginItem;
+  Downloader& downloader;
 
   /// The process-wide platform that the `shared()` objects are built on. Precondition: install()
   /// has been called.

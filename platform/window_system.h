@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "platform/application.h"
 #include "platform/menu.h"
@@ -14,6 +15,9 @@
 
 namespace quillmar {
 
+class FilePanelPeer;
+struct OpenPanel;
+struct SavePanel;
 class StatusItem;
 class Window;
 class WindowPeer;
@@ -44,6 +48,19 @@ class WindowSystem {
   virtual Result<void> popUpMenu(Menu menu, std::optional<ScreenPoint> position,
                                  const Activation& activation,
                                  std::function<void(const ActionEntry& entry)> choose) = 0;
+
+  /// Shows a panel above `parent`, in which the user chooses a file to open, and returns. `onEnd`
+  /// is called once, when the panel has left the screen, with the absolute path, or absent if the
+  /// user cancelled. It may destroy the panel. It is not called if the panel is destroyed before.
+  virtual Result<std::unique_ptr<FilePanelPeer>> showOpenPanel(
+      Window& parent, const OpenPanel& panel,
+      std::function<void(std::optional<std::string> path)> onEnd) = 0;
+
+  /// Like showOpenPanel(), for a file to save. Asks the user before it returns the path of a file
+  /// that exists.
+  virtual Result<std::unique_ptr<FilePanelPeer>> showSavePanel(
+      Window& parent, const SavePanel& panel,
+      std::function<void(std::optional<std::string> path)> onEnd) = 0;
 
   /// Creates an icon for a legacy system tray (XEmbed). It is shown until destroyed, once there is
   /// such a tray. The window system outlives it.

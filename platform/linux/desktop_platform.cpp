@@ -54,6 +54,7 @@ DesktopPlatform::DesktopPlatform(const Environment& environment, ApplicationInst
       updaters_(std::move(options.notify)),
       loginItem_(AutostartLoginItem::pathOfThisProgram(), environment, system_.userDirectories,
                  system_.files),
+      downloader_(mainQueue_),
       services_{
           .application = instance,
           .queues = queues_,
@@ -73,6 +74,7 @@ DesktopPlatform::DesktopPlatform(const Environment& environment, ApplicationInst
           .hotKeys = *hotKeys_,
           .updaters = updaters_,
           .loginItem = loginItem_,
+          .downloader = downloader_,
       } {
   notifierItem_.setAppearance(appearance_.current());
   notifierItem_.setOpenHandler(

@@ -12,6 +12,7 @@
 #include "platform/linux/appearance/appearance_watch.h"
 #include "platform/linux/icons/icon_theme_images.h"
 #include "platform/linux/login/autostart_login_item.h"
+#include "platform/linux/network/curl_downloader.h"
 #include "platform/linux/notifications/desktop_notifications.h"
 #include "platform/linux/pasteboard/desktop_pasteboard.h"
 #include "platform/linux/processes/linux_task_queues.h"
@@ -76,6 +77,7 @@ class DesktopPlatform {
   std::unique_ptr<HotKeys> hotKeys_;
   UnavailableUpdaters updaters_;
   AutostartLoginItem loginItem_;
+  CurlDownloader downloader_;
   Platform services_;
 };
 

@@ -6,6 +6,7 @@
 #include "platform/memory/memory_apple_script_engine.h"
 #include "platform/memory/memory_application.h"
 #include "platform/memory/memory_bundle.h"
+#include "platform/memory/memory_downloader.h"
 #include "platform/memory/memory_file_system.h"
 #include "platform/memory/memory_hot_keys.h"
 #include "platform/memory/memory_images.h"
@@ -43,6 +44,7 @@ struct MemoryPlatform {
   MemoryHotKeys hotKeys{queues.mainQueue()};
   MemoryUpdaters updaters;
   MemoryLoginItem loginItem;
+  MemoryDownloader downloader;
 
   Platform platform{
       .application = application,
@@ -63,6 +65,7 @@ struct MemoryPlatform {
       .hotKeys = hotKeys,
       .updaters = updaters,
       .loginItem = loginItem,
+      .downloader = downloader,
   };
 };
 

@@ -182,6 +182,19 @@ class MemoryWindowSystem::EmbeddedItem final : public StatusItem {
   MemoryStatusItem item_;
 };
 
+class MemoryWindowSystem::PanelOnScreen final : public FilePanelPeer {
+ public:
+  PanelOnScreen(MemoryWindowSystem& screen, MemoryFilePanel panel)
+      : screen_(screen), panel_(std::move(panel)) {
+    screen_.filePanels_.push_back(&panel_);
+  }
+  ~PanelOnScreen() override { std::erase(screen_.filePanels_, &panel_); }
+
+ private:
+  MemoryWindowSystem& screen_;
+  MemoryFilePanel panel_;
+};
+
 MemoryWindowSystem::MemoryWindowSystem(TaskQueue& mainQueue) : mainQueue_(mainQueue) {}
 
 MemoryWindowSystem::~MemoryWindowSystem() = default;
@@ -220,6 +233,24 @@ bool MemoryWindowSystem::chooseFromPopUp(const MemoryStatusItem::Path& path) {
   if (!popUp_ || !popUpItem_->click(path)) return false;
   popUp_.reset();
   return true;
+}
+
+Result<std::unique_ptr<FilePanelPeer>> MemoryWindowSystem::showOpenPanel(
+    Window& parent, const OpenPanel& panel,
+    std::function<void(std::optional<std::string> path)> onEnd) {
+  if (failure) return *failure;
+  return std::unique_ptr<FilePanelPeer>(std::make_unique<PanelOnScreen>(
+      *this,
+      MemoryFilePanel{.parent = &parent, .open = panel, .save = {}, .end = std::move(onEnd)}));
+}
+
+Result<std::unique_ptr<FilePanelPeer>> MemoryWindowSystem::showSavePanel(
+    Window& parent, const SavePanel& panel,
+    std::function<void(std::optional<std::string> path)> onEnd) {
+  if (failure) return *failure;
+  return std::unique_ptr<FilePanelPeer>(std::make_unique<PanelOnScreen>(
+      *this,
+      MemoryFilePanel{.parent = &parent, .open = {}, .save = panel, .end = std::move(onEnd)}));
 }
 
 Result<std::unique_ptr<StatusItem>> MemoryWindowSystem::makeEmbeddedStatusItem() {

@@ -55,6 +55,16 @@ struct MemoryWidget {
   bool operator==(const MemoryWidget&) const = default;
 };
 
+/// An open panel.
+struct MemoryFilePanel {
+  Window* parent = nullptr;
+  /// Set for the kind of the panel.
+  std::optional<OpenPanel> open;
+  std::optional<SavePanel> save;
+  /// The user chooses this file, or cancels (absent). May destroy the panel.
+  std::function<void(std::optional<std::string> path)> end;
+};
+
 class MemoryWindowSystem final : public WindowSystem {
  public:
   struct PopUp {
@@ -74,6 +84,12 @@ class MemoryWindowSystem final : public WindowSystem {
   Result<void> popUpMenu(Menu menu, std::optional<ScreenPoint> position,
                          const Activation& activation,
                          std::function<void(const ActionEntry& entry)> choose) override;
+  Result<std::unique_ptr<FilePanelPeer>> showOpenPanel(
+      Window& parent, const OpenPanel& panel,
+      std::function<void(std::optional<std::string> path)> onEnd) override;
+  Result<std::unique_ptr<FilePanelPeer>> showSavePanel(
+      Window& parent, const SavePanel& panel,
+      std::function<void(std::optional<std::string> path)> onEnd) override;
   Result<std::unique_ptr<StatusItem>> makeEmbeddedStatusItem() override;
 
   // State on the screen.
@@ -96,6 +112,9 @@ class MemoryWindowSystem final : public WindowSystem {
   /// The view with the keyboard focus: the first responder, if it accepts input.
   View* focused(const Window& window) const;
 
+  /// The open panels, oldest first.
+  const std::vector<MemoryFilePanel*>& filePanels() const { return filePanels_; }
+
   /// How often the alert sound was played.
   int beeps() const { return beeps_; }
 
@@ -113,6 +132,7 @@ class MemoryWindowSystem final : public WindowSystem {
   class ViewOnScreen;
   class WindowOnScreen;
   class EmbeddedItem;
+  class PanelOnScreen;
 
   struct ShownWindow {
     std::string title;
@@ -134,6 +154,7 @@ class MemoryWindowSystem final : public WindowSystem {
   /// The open menu, as a status item that can be clicked.
   std::unique_ptr<MemoryStatusItem> popUpItem_;
   std::vector<MemoryStatusItem*> embedded_;
+  std::vector<MemoryFilePanel*> filePanels_;
 };
 
 }  // namespace quillmar

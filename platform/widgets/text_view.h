@@ -27,6 +27,11 @@ class TextView final : public View {
   bool editable() const { return editable_; }
   void setEditable(bool editable) { set(editable_, editable); }
 
+  /// If true, each invisible character is shown as its code point (text::withVisibleCharacters()).
+  /// Copied text contains the character itself. For views that are not editable.
+  bool showsInvisibleCharacters() const { return showsInvisibleCharacters_; }
+  void setShowsInvisibleCharacters(bool shows) { set(showsInvisibleCharacters_, shows); }
+
   const Font& font() const { return font_; }
   void setFont(const Font& font) { set(font_, font); }
 
@@ -51,6 +56,7 @@ class TextView final : public View {
  private:
   std::string text_;
   bool editable_ = true;
+  bool showsInvisibleCharacters_ = false;
   Font font_;
   std::function<void(const std::string&)> onEdit_;
 };

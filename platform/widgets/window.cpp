@@ -28,6 +28,8 @@ Window::Window(WindowSystem& windowSystem) : windowSystem_(windowSystem) {}
 Window::~Window() {
   delegate_ = nullptr;
   isClosing_ = true;
+  waitingTasks_.clear();
+  filePanel_.reset();
   if (sheet_ != nullptr) sheet_->close();
   leaveSheetParent();
   contentView_.reset();
@@ -54,6 +56,8 @@ Result<void> Window::show(const Activation& activation) {
 void Window::close() {
   if (!visible_) return;
   const std::weak_ptr<Window*> self = self_;
+  waitingTasks_.clear();
+  filePanel_.reset();
   if (sheet_ != nullptr) {
     isClosing_ = true;
     sheet_->close();
@@ -62,17 +66,18 @@ void Window::close() {
     if (!visible_) return;
   }
   visible_ = false;
+  std::weak_ptr<Window*> parent;
+  if (sheetParent_ != nullptr) parent = sheetParent_->self_;
   leaveSheetParent();
   peer_->hide();
   keyboardLost();
   if (delegate_ != nullptr) delegate_->windowWillClose(*this);
+  // The delegate may have destroyed this window.
+  if (const auto window = parent.lock()) (*window)->callWaitingTasks();
 }
 
 Result<void> Window::beginSheet(Window& sheet, const Activation& activation) {
-  if (sheet_ != nullptr || isClosing_) {
-    return Error{"The window “" + title_ + "” " +
-                 (isClosing_ ? "is closing." : "already has a sheet.")};
-  }
+  if (auto error = obstacle()) return *error;
   sheet.sheetParent_ = this;
   Result<void> shown = sheet.show(activation);
   if (shown) {
@@ -82,6 +87,61 @@ Result<void> Window::beginSheet(Window& sheet, const Activation& activation) {
     sheet.sheetParent_ = nullptr;
   }
   return shown;
+}
+
+std::optional<Error> Window::obstacle() const {
+  if (!isClosing_ && isFree()) return std::nullopt;
+  return Error{"The window “" + title_ + "” " +
+               (isClosing_ ? "is closing." : "already has a sheet.")};
+}
+
+template <class Show>
+Result<void> Window::beginPanel(const Show& show,
+                                std::function<void(const std::string& path)> onChoose) {
+  if (auto error = obstacle()) return *error;
+  if (!visible_) return Error{"The window “" + title_ + "” is not open."};
+  auto panel = show([this, onChoose = std::move(onChoose)](const std::optional<std::string>& path) {
+    // Destroying the panel destroys this function.
+    const auto choose = onChoose;
+    const std::optional<std::string> chosen = path;
+    const std::weak_ptr<Window*> self = self_;
+    filePanel_.reset();
+    if (chosen) choose(*chosen);
+    if (const auto window = self.lock()) (*window)->callWaitingTasks();
+  });
+  if (!panel) return panel.error();
+  filePanel_ = std::move(panel).value();
+  keyboardLost();
+  return {};
+}
+
+Result<void> Window::beginOpenPanel(const OpenPanel& panel,
+                                    std::function<void(const std::string& path)> onChoose) {
+  return beginPanel(
+      [&](auto onEnd) { return windowSystem_.showOpenPanel(*this, panel, std::move(onEnd)); },
+      std::move(onChoose));
+}
+
+Result<void> Window::beginSavePanel(const SavePanel& panel,
+                                    std::function<void(const std::string& path)> onChoose) {
+  return beginPanel(
+      [&](auto onEnd) { return windowSystem_.showSavePanel(*this, panel, std::move(onEnd)); },
+      std::move(onChoose));
+}
+
+void Window::whenFree(std::function<void()> task) {
+  if (!visible_) return;
+  waitingTasks_.push_back(std::move(task));
+  callWaitingTasks();
+}
+
+void Window::callWaitingTasks() {
+  const std::weak_ptr<Window*> self = self_;
+  while (!self.expired() && takesInput() && !isClosing_ && !waitingTasks_.empty()) {
+    const std::function<void()> task = std::move(waitingTasks_.front());
+    waitingTasks_.erase(waitingTasks_.begin());
+    task();
+  }
 }
 
 Result<void> Window::beginAlert(Alert alert, const Activation& activation,

@@ -18,6 +18,7 @@
 #include "platform/key_press.h"
 #include "platform/result.h"
 #include "platform/widgets/alert.h"
+#include "platform/widgets/file_panel.h"
 #include "platform/widgets/geometry.h"
 #include "platform/widgets/view.h"
 #include "platform/widgets/view_peer.h"
@@ -126,6 +127,22 @@ class Window {
   Result<void> beginAlert(Alert alert, const Activation& activation,
                           std::function<void(std::size_t button)> onAnswer = {});
 
+  /// Shows a panel in which the user chooses a file. This window accepts no input until the panel
+  /// has closed. `onChoose` gets the absolute path of the file, after the panel has closed; it is
+  /// not called if the user cancels, or if this window is closed or destroyed. Fails if a sheet or
+  /// panel is open or this window is not visible.
+  Result<void> beginOpenPanel(const OpenPanel& panel,
+                              std::function<void(const std::string& path)> onChoose);
+  Result<void> beginSavePanel(const SavePanel& panel,
+                              std::function<void(const std::string& path)> onChoose);
+  /// Null if no panel is open.
+  FilePanelPeer* filePanel() const { return filePanel_.get(); }
+
+  /// Calls the task when the window has no open sheet and no open panel: now, or after the open one
+  /// has closed and its handler has begun no other. Waiting tasks are called in their order, and
+  /// dropped when the window is closed or destroyed. Does nothing if the window is not visible.
+  void whenFree(std::function<void()> task);
+
   View* firstResponder() const { return firstResponder_; }
   /// `view` must belong to this window; null for no first responder.
   void makeFirstResponder(View* view);
@@ -137,8 +154,8 @@ class Window {
 
   // Events from the user.
 
-  /// True if the window accepts input: it is open and no sheet covers it.
-  bool takesInput() const { return visible_ && sheet_ == nullptr; }
+  /// True if the window accepts input: it is open, and it has no open sheet or panel.
+  bool takesInput() const { return visible_ && isFree(); }
 
   /// The user pressed a key in the window: performKeyEquivalent(), then keyDown(). Returns true if
   /// the key was handled.
@@ -184,6 +201,14 @@ class Window {
     property = std::forward<Value>(value);
     if (peer_) peer_->windowChanged();
   }
+  bool isFree() const { return sheet_ == nullptr && filePanel_ == nullptr; }
+  /// The error of a sheet or panel that cannot be shown now.
+  std::optional<Error> obstacle() const;
+  /// Adopts the panel that `show` returns. `show` gets the function to call when it has closed.
+  template <class Show>
+  Result<void> beginPanel(const Show& show, std::function<void(const std::string& path)> onChoose);
+  /// Calls waiting tasks while the window is free.
+  void callWaitingTasks();
   void setContentView(std::unique_ptr<View> view);
   /// Detaches this window from its sheet parent, which then accepts input again.
   void leaveSheetParent();
@@ -216,6 +241,9 @@ class Window {
   bool isClosing_ = false;
   Window* sheetParent_ = nullptr;
   std::unique_ptr<AlertSheet> alert_;
+  std::unique_ptr<FilePanelPeer> filePanel_;
+  /// See whenFree().
+  std::vector<std::function<void()>> waitingTasks_;
   /// Expires when the window is destroyed.
   std::shared_ptr<Window*> self_ = std::make_shared<Window*>(this);
 };

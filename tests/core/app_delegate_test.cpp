@@ -522,6 +522,7 @@ class AppDelegateOrderTest : public AppDelegateTest {
       .hotKeys = recordingHotKeys,
       .updaters = memory.updaters,
       .loginItem = memory.loginItem,
+      .downloader = memory.downloader,
   };
   HotKeyManager manager{hotKeyCollaborators(platform, settings, logLine())};
   RecordingAppDelegate recorded{

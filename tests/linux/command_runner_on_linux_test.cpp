@@ -93,6 +93,7 @@ class CommandRunnerOnLinuxTest : public testing::Test {
       .hotKeys = memory.hotKeys,
       .updaters = memory.updaters,
       .loginItem = memory.loginItem,
+      .downloader = memory.downloader,
   };
   NotificationCenter center;
   SettingsManager settings{

@@ -46,6 +46,18 @@ class FakeWindowModule final : public WindowModule, private WindowSystem {
     return {};
   }
 
+  Result<std::unique_ptr<FilePanelPeer>> showOpenPanel(
+      Window& parent, const OpenPanel& panel,
+      std::function<void(std::optional<std::string> path)> onEnd) override {
+    return memory_.showOpenPanel(parent, panel, std::move(onEnd));
+  }
+
+  Result<std::unique_ptr<FilePanelPeer>> showSavePanel(
+      Window& parent, const SavePanel& panel,
+      std::function<void(std::optional<std::string> path)> onEnd) override {
+    return memory_.showSavePanel(parent, panel, std::move(onEnd));
+  }
+
   Result<std::unique_ptr<StatusItem>> makeEmbeddedStatusItem() override {
     return memory_.makeEmbeddedStatusItem();
   }

@@ -12,6 +12,7 @@
 #include "platform/error_text.h"
 #include "platform/file_descriptor.h"
 #include "platform/status_item.h"
+#include "platform/widgets/file_panel.h"
 #include "platform/widgets/view_peer.h"
 
 namespace quillmar {
@@ -72,6 +73,22 @@ Result<void> LoadedWindowSystem::popUpMenu(Menu menu, std::optional<ScreenPoint>
   if (!system) return system.error();
   return reported(
       system.value()->popUpMenu(std::move(menu), position, activation, std::move(choose)));
+}
+
+Result<std::unique_ptr<FilePanelPeer>> LoadedWindowSystem::showOpenPanel(
+    Window& parent, const OpenPanel& panel,
+    std::function<void(std::optional<std::string> path)> onEnd) {
+  const auto system = windows();
+  if (!system) return system.error();
+  return system.value()->showOpenPanel(parent, panel, std::move(onEnd));
+}
+
+Result<std::unique_ptr<FilePanelPeer>> LoadedWindowSystem::showSavePanel(
+    Window& parent, const SavePanel& panel,
+    std::function<void(std::optional<std::string> path)> onEnd) {
+  const auto system = windows();
+  if (!system) return system.error();
+  return system.value()->showSavePanel(parent, panel, std::move(onEnd));
 }
 
 Result<std::unique_ptr<StatusItem>> LoadedWindowSystem::makeEmbeddedStatusItem() {

@@ -32,6 +32,18 @@ Result<void> QtWindowSystem::popUpMenu(Menu menu, std::optional<ScreenPoint> pos
   return {};
 }
 
+Result<std::unique_ptr<FilePanelPeer>> QtWindowSystem::showOpenPanel(
+    Window& /*parent*/, const OpenPanel& /*panel*/,
+    std::function<void(std::optional<std::string> path)> /*onEnd*/) {
+  return Error{"This build of Quillmar cannot show open panels."};
+}
+
+Result<std::unique_ptr<FilePanelPeer>> QtWindowSystem::showSavePanel(
+    Window& /*parent*/, const SavePanel& /*panel*/,
+    std::function<void(std::optional<std::string> path)> /*onEnd*/) {
+  return Error{"This build of Quillmar cannot show save panels."};
+}
+
 Result<std::unique_ptr<StatusItem>> QtWindowSystem::makeEmbeddedStatusItem() {
   return std::unique_ptr<StatusItem>(std::make_unique<EmbeddedStatusItem>(mainQueue_));
 }

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "platform/qt/windows/early_click_filter.h"
 #include "platform/task_queue.h"
@@ -21,6 +22,12 @@ class QtWindowSystem final : public WindowSystem {
   Result<void> popUpMenu(Menu menu, std::optional<ScreenPoint> position,
                          const Activation& activation,
                          std::function<void(const ActionEntry& entry)> choose) override;
+  Result<std::unique_ptr<FilePanelPeer>> showOpenPanel(
+      Window& parent, const OpenPanel& panel,
+      std::function<void(std::optional<std::string> path)> onEnd) override;
+  Result<std::unique_ptr<FilePanelPeer>> showSavePanel(
+      Window& parent, const SavePanel& panel,
+      std::function<void(std::optional<std::string> path)> onEnd) override;
   Result<std::unique_ptr<StatusItem>> makeEmbeddedStatusItem() override;
 
  private:

@@ -1,0 +1,41 @@
+// Panels in which the user chooses a file to open, or where to save one. See
+// Window::beginOpenPanel() and Window::beginSavePanel().
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace quillmar {
+
+struct FileType {
+  /// As shown to the user, such as "JSON files".
+  std::string name;
+  /// In lower case, without the dot. The user's file may use other case.
+  std::vector<std::string> extensions;
+
+  bool operator==(const FileType&) const = default;
+};
+
+struct OpenPanel {
+  /// The title of the panel.
+  std::string message;
+  /// The files that the user can choose.
+  std::vector<FileType> types;
+};
+
+struct SavePanel {
+  /// The title of the panel.
+  std::string message;
+  std::string proposedName;
+  /// The first extension is appended to a name without an extension.
+  FileType type;
+};
+
+/// An open panel. Destroying it closes the panel.
+class FilePanelPeer {
+ public:
+  virtual ~FilePanelPeer() = default;
+};
+
+}  // namespace quillmar
