@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "platform/environment.h"
@@ -30,6 +31,9 @@ struct WindowModuleHost {
   std::string iconThemePath;
   /// For problems that do not need a notification.
   LogLine log;
+  /// Starts the program again in this process, because the connection to the display was lost.
+  /// Returns only if that fails. The process then ends with status 1. May be empty.
+  std::function<void()> restart;
 };
 
 /// The started module. Never destroyed.
@@ -39,7 +43,7 @@ class WindowModule {
 
   /// Runs the module's main loop, which also dispatches GLib's default main context. The program
   /// switches from its own loop to this one once the module has started. Returns after quit(). If
-  /// the connection to the display is lost, the process ends.
+  /// the connection to the display is lost, the program starts again.
   virtual void run() = 0;
 
   /// Makes run() return after the current iteration. Called only inside run().

@@ -6,6 +6,7 @@
 
 #include "platform/linux/appearance/appearance.h"
 #include "platform/linux/application/application_instance.h"
+#include "platform/linux/application/restart_program.h"
 #include "platform/linux/bus/run_later.h"
 #include "platform/linux/hot_keys/desktop_hot_keys.h"
 #include "platform/linux/status_item/panel_traits.h"
@@ -26,7 +27,8 @@ DesktopPlatform::DesktopPlatform(const Environment& environment, ApplicationInst
                 .applicationName = options.name,
                 .applicationVersion = options.version,
                 .iconThemePath = system_.bundle.iconThemePath(),
-                .log = logToStandardOutput},
+                .log = logToStandardOutput,
+                .restart = [&environment] { restartProgram(environment); }},
                instance.mainLoop()),
       workspace_(environment, system_.files, system_.processes, instance.connection()),
       pasteboard_(environment, logToStandardOutput),

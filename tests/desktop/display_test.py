@@ -4,11 +4,11 @@
 import html
 import unittest
 
-from quillmar_desktop import Notifications, entry, tools, wait_until
+from quillmar_desktop import Notifications, StatusIcon, entry, tools, wait_until
 from windows_test_case import WindowsTestCase
 from x_display import Display
 
-FAREWELL = "Quillmar quits because the connection to the display was lost."
+RESTART = "Quillmar starts again because the connection to the display was lost."
 
 
 class DisplayTest(WindowsTestCase):
@@ -21,41 +21,48 @@ class DisplayTest(WindowsTestCase):
     def start_on_display(self, settings):
         self.start_with_windows(settings, environment={"DISPLAY": self.display.name})
 
-    def assert_that_it_ends_with_the_display(self):
+    def assert_that_it_continues_without_the_display(self):
         settings = self.program.folder / "settings.json"
         before = settings.read_bytes()
+        menu = self.icon.menu()
+        name = self.icon.name
         self.display.end()
-        self.assertEqual(self.program.exit_status(), 1)
-        self.assertEqual(self.program.output().splitlines()[-1], FAREWELL)
+        wait_until(lambda: (self.icon.find() or (name,))[0] != name,
+                   "the icon of a new start is in the panel")
+        self.icon = StatusIcon(self.bus, self.program)
+        self.assertEqual(self.icon.menu(), menu)
+        self.assertIn(RESTART, self.program.output().splitlines())
         self.assertEqual(settings.read_bytes(), before)
+        self.icon.choose("Quit Quillmar")
+        self.assertEqual(self.program.exit_status(), 0)
 
-    def test_while_a_window_is_open_the_program_ends_and_says_why(self):
+    def test_while_a_window_is_open_the_program_starts_again_without_windows(self):
         self.start_on_display(tools(entry("Kept")))
         self.icon.choose("About Quillmar")
         self.windows.wait_for("About Quillmar")
-        self.assert_that_it_ends_with_the_display()
+        self.assert_that_it_continues_without_the_display()
 
-    def test_while_an_editor_is_open_the_program_ends_and_says_why(self):
+    def test_while_an_editor_is_open_the_program_starts_again_without_windows(self):
         self.start_on_display(tools(entry("Kept")))
         self.icon.choose("Settings...")
         self.windows.wait_for("Quillmar Settings").press("Add Item")
         self.windows.wait_for("Add Item")
-        self.assert_that_it_ends_with_the_display()
+        self.assert_that_it_continues_without_the_display()
 
     def test_while_the_welcome_window_is_open_the_starter_pack_is_saved_all_the_same(self):
         self.start_on_display(None)
         self.windows.wait_for("Welcome to Quillmar")
-        self.assert_that_it_ends_with_the_display()
+        self.assert_that_it_continues_without_the_display()
         self.assertIn(b'"Copy"', (self.program.folder / "settings.json").read_bytes())
 
-    def test_after_the_last_window_has_closed_the_program_ends_and_says_why(self):
+    def test_after_the_last_window_has_closed_the_program_starts_again(self):
         self.start_on_display(self.ask())
         self.icon.choose("Ask")
         self.windows.wait_for("Quillmar").press("Cancel")
         self.windows.wait_until_gone("Quillmar")
-        self.assert_that_it_ends_with_the_display()
+        self.assert_that_it_continues_without_the_display()
 
-    def test_while_commands_run_the_program_ends_and_they_go_on(self):
+    def test_while_commands_run_the_program_starts_again_and_they_go_on(self):
         self.start_on_display(tools(entry(
             "Wait", f"touch '{self.scratch}/waits'; while ! [ -e '{self.scratch}/go' ]; do "
             f"sleep 0.1; done; touch '{self.scratch}/went'")))
@@ -63,7 +70,7 @@ class DisplayTest(WindowsTestCase):
         self.windows.wait_for("About Quillmar")
         self.icon.choose("Wait")
         self.wait_for_file("waits")
-        self.assert_that_it_ends_with_the_display()
+        self.assert_that_it_continues_without_the_display()
         (self.scratch / "go").touch()
         self.wait_for_file("went")
 

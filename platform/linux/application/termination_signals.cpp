@@ -71,6 +71,10 @@ TerminationSignals::~TerminationSignals() {
   if (source_ != 0) g_source_remove(source_);
 }
 
+bool TerminationSignals::haveOrderedEnd() {
+  return isOrdered;
+}
+
 void TerminationSignals::loopHasEnded() {
   isOrdered = true;
   alarm(graceSeconds);

@@ -27,6 +27,9 @@ class TerminationSignals {
   TerminationSignals(const TerminationSignals&) = delete;
   TerminationSignals& operator=(const TerminationSignals&) = delete;
 
+  /// True once one of the signals has arrived. Any thread.
+  static bool haveOrderedEnd();
+
   /// Call when the main loop has ended: restarts the grace period for the rest of the shutdown.
   void loopHasEnded();
 

@@ -64,7 +64,7 @@ QtWindowModule::QtWindowModule(const WindowModuleHost& host, std::string platfor
       application_(argumentCount_, argumentValues_.data()),
       colorScheme_(host.environment),
       windows_(host.mainQueue) {
-  watchForUnexpectedExit(host.log);
+  watchForUnexpectedExit(host.log, host.restart);
   QApplication::setQuitOnLastWindowClosed(false);
   // No display name: the toolkit would add it to every title.
   QApplication::setApplicationName(QString::fromStdString(host.applicationName));

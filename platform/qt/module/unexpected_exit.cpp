@@ -11,17 +11,26 @@ namespace quillmar {
 
 namespace {
 
+struct Watcher {
+  LogLine log;
+  std::function<void()> restart;
+};
+
 /// Empty while an exit is expected. Never destroyed: exit() destroys what is static.
-std::unique_ptr<LogLine>& watcher() {
-  static auto& log = *new std::unique_ptr<LogLine>;
-  return log;
+std::unique_ptr<Watcher>& watcher() {
+  static auto& instance = *new std::unique_ptr<Watcher>;
+  return instance;
 }
 
 void exitAtOnce() {
   if (!watcher()) return;
-  (*watcher())("Quillmar quits because the connection to the display was lost.");
+  const Watcher& watching = *watcher();
+  watching.log(watching.restart
+                   ? "Quillmar starts again because the connection to the display was lost."
+                   : "Quillmar quits because the connection to the display was lost.");
   flushStandardOutputLog();
   std::fflush(nullptr);
+  if (watching.restart) watching.restart();
   std::_Exit(EXIT_FAILURE);
 }
 
@@ -32,8 +41,8 @@ int connectionBroke(Display* /*display*/) {
 
 }  // namespace
 
-void watchForUnexpectedExit(LogLine log) {
-  watcher() = std::make_unique<LogLine>(std::move(log));
+void watchForUnexpectedExit(LogLine log, std::function<void()> restart) {
+  watcher() = std::make_unique<Watcher>(std::move(log), std::move(restart));
   [[maybe_unused]] static const bool isInstalled = std::atexit(exitAtOnce) == 0;
   XSetIOErrorHandler(connectionBroke);
 }
