@@ -17,7 +17,7 @@ class FirstKeyTest(WindowsTestCase):
     def setUp(self):
         super().setUp()
         self.other = OtherProgram()
-        wait_until(self.other.has_focus, "the other program has the focus")
+        self.other.take_focus()
         self.window = self.open(tools(entry("Mark", f"touch '{self.scratch}/mark'",
                                             confirmBeforeRunning=True)), "Mark")
         self.wait_for_focus(self.window, BUTTON, "Run")

@@ -34,7 +34,7 @@ class HotKeysTestCase(WindowsTestCase):
         super().setUp()
         self.keyboard = Keyboard()
         self.other = OtherProgram()
-        wait_until(self.other.has_focus, "the other program has the focus")
+        self.other.take_focus()
 
     def counting(self, name, combination, **keywords):
         """An item with a hot key, which adds a line with its name to a file."""

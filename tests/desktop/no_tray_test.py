@@ -69,7 +69,7 @@ class NoTrayTest(PopUpTestCase):
 
     def test_the_keys_go_to_the_menu_while_another_program_has_the_focus(self):
         other = OtherProgram()
-        wait_until(other.has_focus, "the other program has the focus")
+        other.take_focus()
         self.start_with_two_items()
         self.choose_second(self.ask_for_menu())
         self.wait_for_file("second")

@@ -212,7 +212,7 @@ class RecorderAndDesktopTest(RecorderTestCase):
     def test_the_keyboard_is_free_after_every_way_out(self):
         other = OtherProgram()
         self.addCleanup(other.display.close)
-        wait_until(other.has_focus, "the other program has the focus")
+        other.take_focus()
         # Away from the recorders, wherever the window manager has placed it.
         other.window.configure(x=40, y=80)
         root = other.display.screen().root

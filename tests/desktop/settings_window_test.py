@@ -37,7 +37,7 @@ class WholeMenuTest(WindowsTestCase):
     def setUp(self):
         super().setUp()
         self.other = OtherProgram()
-        wait_until(self.other.has_focus, "the other program has the focus")
+        self.other.take_focus()
         self.greet = f"printf %s '{{{{input}}}}' >'{self.scratch}/greeting'"
         self.mark = f"cd '{self.scratch}'\ntouch mark"
         self.script = f"{self.scratch}/script.sh"
@@ -149,7 +149,7 @@ class WholeMenuTest(WindowsTestCase):
             SEPARATOR))
 
     def run_items(self):
-        wait_until(self.other.has_focus, "the other program has the focus")
+        self.other.take_focus()
         Keyboard().type(SUPER_SHIFT_K)
         self.wait_for_file("mark")
         self.icon.choose("Office", "Greet all")

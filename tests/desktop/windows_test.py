@@ -41,7 +41,7 @@ class PromptPanelOnTheDesktopTest(WindowsTestCase):
 
     def test_one_can_type_at_once_while_another_program_had_the_focus(self):
         other = OtherProgram()
-        wait_until(other.has_focus, "the other program has the focus")
+        other.take_focus()
         self.open(self.ask(), "Ask")
         wait_until(lambda: not other.has_focus(), "the panel has the focus")
         run("xdotool", "type", "mine")
@@ -51,7 +51,7 @@ class PromptPanelOnTheDesktopTest(WindowsTestCase):
 
     def test_after_a_confirmation_with_the_mouse_one_can_type_the_answer_at_once(self):
         other = OtherProgram()
-        wait_until(other.has_focus, "the other program has the focus")
+        other.take_focus()
         window = self.open(self.ask(confirmBeforeRunning=True), "Ask")
         self.assertEqual(window.names(FIELD), [])
         self.read(window)
