@@ -80,22 +80,38 @@ QuillmarConfig QuillmarConfig::merging(const QuillmarConfig& other) const {
   return merged;
 }
 
-MergePreview QuillmarConfig::mergePreview(const QuillmarConfig& other) const {
+std::vector<AddedItem> QuillmarConfig::addedItems(const QuillmarConfig& other) const {
   const FolderPositions positions = positionsById(categories);
   ItemIdsOfFolders idsOfFolders;
-  MergePreview preview;
+  std::vector<AddedItem> added;
   for (const MenuCategory& folder : other.categories) {
     const auto found = positions.find(folder.id);
+    const MenuCategory* existing = nullptr;
     const ItemIds* known = nullptr;
     if (found != positions.end()) {
-      known = &idsOfFolders.at(found->second, categories[found->second]);
-    } else if (folder.isSeparator) {
-      continue;
-    } else {
-      preview.categories = checkedAdd(preview.categories, 1);
+      existing = &categories[found->second];
+      known = &idsOfFolders.at(found->second, *existing);
     }
     for (const MenuItem& item : folder.items) {
-      if (item.isSeparator || (known && known->contains(item.id))) continue;
+      if (known != nullptr && known->contains(item.id)) continue;
+      added.push_back({.item = &item,
+                       .folder = existing != nullptr ? existing : &folder,
+                       .isInNewFolder = existing == nullptr});
+    }
+  }
+  return added;
+}
+
+MergePreview QuillmarConfig::mergePreview(const QuillmarConfig& other) const {
+  const FolderPositions positions = positionsById(categories);
+  MergePreview preview;
+  for (const MenuCategory& folder : other.categories) {
+    if (folder.isSeparator || positions.contains(folder.id)) continue;
+    preview.categories = checkedAdd(preview.categories, 1);
+  }
+  for (const AddedItem& added : addedItems(other)) {
+    const bool isInNewSeparator = added.isInNewFolder && added.folder->isSeparator;
+    if (!added.item->isSeparator && !isInNewSeparator) {
       preview.items = checkedAdd(preview.items, 1);
     }
   }

@@ -105,6 +105,14 @@ struct MergePreview {
   bool operator==(const MergePreview&) const = default;
 };
 
+/// An item that a merge would add. The pointers refer to the merged documents.
+struct AddedItem {
+  const MenuItem* item = nullptr;
+  /// The folder that would get the item: one of the current document, or a new one of the pack.
+  const MenuCategory* folder = nullptr;
+  bool isInNewFolder = false;
+};
+
 /// The document. The default value is the empty document of a first launch.
 struct QuillmarConfig {
   /// Preserved, not interpreted. A document without a version decodes as version 1.
@@ -124,6 +132,10 @@ struct QuillmarConfig {
   /// What merging(other) would add, for display. Ids are looked up only in this document, so a new
   /// folder id that the pack repeats counts each time.
   MergePreview mergePreview(const QuillmarConfig& other) const;
+
+  /// The items that merging(other) would add, separators included, in the order of the pack. Ids
+  /// are looked up only in this document.
+  std::vector<AddedItem> addedItems(const QuillmarConfig& other) const;
 
   /// The pack's folders and version in place of this document's, with this document's preferences.
   QuillmarConfig replacingFolders(const QuillmarConfig& other) const;

@@ -14,9 +14,7 @@ inline constexpr std::size_t maximumLabelCharacters = 500;
 /// Maximum size of one label. A single character can have any number of bytes.
 inline constexpr std::size_t maximumLabelBytes = std::size_t{16} * 1024;
 
-/// The title on one line, with invisible characters made visible, truncated to
-/// maximumLabelCharacters and to `maximumBytes`. A truncated title ends in "…". Invalid UTF-8 and
-/// U+0000 are replaced by U+FFFD.
+/// The title as singleLineText() of at most maximumLabelCharacters and `maximumBytes`.
 std::string menuLabel(std::string_view title, std::size_t maximumBytes = maximumLabelBytes);
 
 }  // namespace quillmar

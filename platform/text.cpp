@@ -207,6 +207,22 @@ std::string onOneLine(std::string_view text) {
   return line;
 }
 
+std::size_t longestGap(std::string_view text) {
+  std::size_t longest = 0;
+  std::size_t run = 0;
+  while (!text.empty()) {
+    UChar32 character = 0;
+    text.remove_prefix(firstCharacter(text, character));
+    if (isWhitespaceOrNewline(character)) {
+      ++run;
+      continue;
+    }
+    longest = std::max(longest, run);
+    run = 0;
+  }
+  return longest;
+}
+
 std::vector<std::string> split(std::string_view text, char separator) {
   std::vector<std::string> parts;
   while (!text.empty()) {

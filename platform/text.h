@@ -26,6 +26,10 @@ bool containsNewline(std::string_view text);
 /// UTF-8.
 std::string onOneLine(std::string_view text);
 
+/// The length in characters of the longest run of white space and newlines, as defined above, that
+/// other text follows.
+std::size_t longestGap(std::string_view text);
+
 /// Splits the text at an ASCII separator and drops empty parts.
 std::vector<std::string> split(std::string_view text, char separator);
 

@@ -35,28 +35,47 @@ bool isUnseen(UChar32 character, UChar32 before) {
   }
 }
 
-}  // namespace
-
-std::string withVisibleCharacters(std::string_view text) {
-  std::string visible;
-  visible.reserve(text.size());
+/// Calls `see(bytes, character, isInvisible)` for each character until it returns false.
+template <class See>
+void forEachCharacter(std::string_view text, const See& see) {
   UChar32 before = 0;
   while (!text.empty()) {
     const std::string_view head = text.substr(0, U8_MAX_LENGTH);
     std::int32_t length = 0;
     UChar32 character = 0;
     U8_NEXT_OR_FFFD(head.data(), length, static_cast<std::int32_t>(head.size()), character);
-    if (isUnseen(character, before)) {
+    const std::string_view bytes = text.substr(0, static_cast<std::size_t>(length));
+    if (!see(bytes, character, isUnseen(character, before))) return;
+    before = character;
+    text.remove_prefix(bytes.size());
+  }
+}
+
+}  // namespace
+
+std::string withVisibleCharacters(std::string_view text) {
+  std::string visible;
+  visible.reserve(text.size());
+  forEachCharacter(text, [&](std::string_view bytes, UChar32 character, bool isInvisible) {
+    if (isInvisible) {
       std::array<char, 12> number{};
       std::snprintf(number.data(), number.size(), "U+%04X", static_cast<unsigned>(character));
       visible.append("‹").append(number.data()).append("›");
     } else {
-      visible += text.substr(0, static_cast<std::size_t>(length));
+      visible += bytes;
     }
-    before = character;
-    text.remove_prefix(static_cast<std::size_t>(length));
-  }
+    return true;
+  });
   return visible;
+}
+
+bool hasInvisibleCharacters(std::string_view text) {
+  bool found = false;
+  forEachCharacter(text, [&](std::string_view, UChar32, bool isInvisible) {
+    found = isInvisible;
+    return !found;
+  });
+  return found;
 }
 
 }  // namespace quillmar::text

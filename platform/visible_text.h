@@ -14,4 +14,7 @@ namespace quillmar::text {
 /// valid UTF-8.
 std::string withVisibleCharacters(std::string_view text);
 
+/// True if withVisibleCharacters() would change the text.
+bool hasInvisibleCharacters(std::string_view text);
+
 }  // namespace quillmar::text
