@@ -8,6 +8,7 @@
 #include "app/status_menu_action.h"
 #include "app/status_menu_builder.h"
 #include "app/welcome_window_controller.h"
+#include "import/url.h"
 #include "platform/application.h"
 #include "platform/updater.h"
 #include "platform/widgets/button.h"
@@ -19,12 +20,14 @@ namespace quillmar {
 AppDelegate::AppDelegate(Collaborators collaborators) : collaborators_(std::move(collaborators)) {}
 
 AppDelegate::~AppDelegate() {
+  collaborators_.importCoordinator.settingsWindowProvider = nullptr;
   collaborators_.hotKeys.handler = nullptr;
   collaborators_.statusItem.setActionHandler(nullptr);
   collaborators_.notifications.setDelegate(nullptr);
 }
 
 void AppDelegate::applicationWillFinishLaunching() {
+  collaborators_.importCoordinator.settingsWindowProvider = [this] { return settingsWindow(); };
   collaborators_.hotKeys.handler = [this](const std::string& itemId) { runCommand(itemId); };
 }
 
@@ -90,6 +93,16 @@ void AppDelegate::menuSettingsChanged() {
   collaborators_.hotKeys.reloadFromSettings();
 }
 
+void AppDelegate::openURLs(const std::vector<std::string>& urls) {
+  for (const std::string& url : urls) {
+    if (const std::optional<std::string> path = localFilePath(url)) {
+      collaborators_.importCoordinator.open(*path);
+    } else {
+      collaborators_.importCoordinator.handle(url);
+    }
+  }
+}
+
 void AppDelegate::perform(const StatusMenuAction& action) {
   switch (action.kind) {
     case StatusMenuAction::Kind::runCommand:
@@ -121,6 +134,9 @@ void AppDelegate::openSettings() {
         std::make_unique<SettingsWindowController>(SettingsWindowController::Collaborators{
             .settings = collaborators_.settings,
             .updaterManager = collaborators_.updaterManager(),
+            .importCoordinator = collaborators_.importCoordinator,
+            .files = collaborators_.files,
+            .mainQueue = collaborators_.mainQueue,
             .windows = collaborators_.windows,
             .images = collaborators_.images,
             .loginItem = collaborators_.loginItem,
@@ -131,6 +147,12 @@ void AppDelegate::openSettings() {
   const Result<void> shown =
       settingsWindowController_->show(collaborators_.application.takeActivation());
   if (!shown) reportFailure("Settings", shown.error());
+}
+
+Window* AppDelegate::settingsWindow() {
+  openSettings();
+  Window& window = settingsWindowController_->window();
+  return window.visible() ? &window : nullptr;
 }
 
 void AppDelegate::showAbout() {

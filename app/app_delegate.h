@@ -6,10 +6,12 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "about/updater_manager.h"
 #include "commands/command_runner.h"
 #include "config/settings_manager.h"
+#include "import/import_coordinator.h"
 #include "platform/log.h"
 #include "platform/notification_center.h"
 #include "platform/platform.h"
@@ -31,6 +33,7 @@ class AppDelegate : public UserNotificationCenterDelegate {
     SettingsManager& settings = SettingsManager::shared();
     CommandRunner& commandRunner = CommandRunner::shared();
     HotKeyManager& hotKeys = HotKeyManager::shared();
+    ImportCoordinator& importCoordinator = ImportCoordinator::shared();
     /// Returns the manager; the first call creates it.
     std::function<UpdaterManager&()> updaterManager = UpdaterManager::shared;
     Application& application = Platform::shared().application;
@@ -41,7 +44,8 @@ class AppDelegate : public UserNotificationCenterDelegate {
     Images& images = Platform::shared().images;
     LoginItem& loginItem = Platform::shared().loginItem;
     const Bundle& bundle = Platform::shared().bundle;
-    const FileSystem& files = Platform::shared().files;
+    FileSystem& files = Platform::shared().files;
+    TaskQueue& mainQueue = Platform::shared().queues.mainQueue();
     NotificationCenter& notificationCenter = NotificationCenter::defaultCenter();
     LogLine log = logToStandardOutput;
   };
@@ -71,6 +75,11 @@ class AppDelegate : public UserNotificationCenterDelegate {
   /// Called when the document has changed.
   void menuSettingsChanged();
 
+  /// The user opened files or links with the program. Each is an absolute path, a URL with the
+  /// scheme "file", or a link of the program. They are handled one after another; other URLs are
+  /// ignored.
+  void openURLs(const std::vector<std::string>& urls);
+
   // Actions of menu entries.
 
   /// Runs the item with this id from the current document. Does nothing if the id is unknown.
@@ -82,6 +91,8 @@ class AppDelegate : public UserNotificationCenterDelegate {
   void quitApp();
 
  private:
+  /// Opens the settings window and returns it; null if that failed.
+  Window* settingsWindow();
   void perform(const StatusMenuAction& action);
   /// Opens the URL with the default program for it. Shows a notification if that fails.
   void openURL(const std::string& url);

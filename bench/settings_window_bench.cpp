@@ -24,6 +24,7 @@
 #include "app/status_menu_builder.h"
 #include "bench/sample_document.h"
 #include "config/settings_manager.h"
+#include "import/import_coordinator.h"
 #include "platform/linux/bus/glib_pointers.h"
 #include "platform/linux/files/bundle_directory.h"
 #include "platform/linux/files/posix_file_system.h"
@@ -129,6 +130,12 @@ class Bench {
                                                   .mainQueue = mainQueue_,
                                                   .log = [](std::string_view) {}});
     updater_.emplace(memory_.bundle, memory_.updaters);
+    importCoordinator_.emplace(ImportCoordinator::Collaborators{.settings = *settings_,
+                                                                .files = files_,
+                                                                .downloader = memory_.downloader,
+                                                                .application = memory_.application,
+                                                                .windows = windows_,
+                                                                .log = [](std::string_view) {}});
     observation_ = center_.addObserver(menuItemSettingsChanged, [this] {
       item_.setMenu(buildStatusMenu(settings_->config, images_, false));
       hotKeys_->reloadFromSettings();
@@ -141,14 +148,18 @@ class Bench {
   /// Creates the window and returns the time until it is painted.
   double open() {
     const auto start = Clock::now();
-    controller_.emplace(SettingsWindowController::Collaborators{.settings = *settings_,
-                                                                .updaterManager = *updater_,
-                                                                .windows = windows_,
-                                                                .images = images_,
-                                                                .loginItem = memory_.loginItem,
-                                                                .workspace = memory_.workspace,
-                                                                .notificationCenter = center_,
-                                                                .log = [](std::string_view) {}});
+    controller_.emplace(
+        SettingsWindowController::Collaborators{.settings = *settings_,
+                                                .updaterManager = *updater_,
+                                                .importCoordinator = *importCoordinator_,
+                                                .files = files_,
+                                                .mainQueue = mainQueue_,
+                                                .windows = windows_,
+                                                .images = images_,
+                                                .loginItem = memory_.loginItem,
+                                                .workspace = memory_.workspace,
+                                                .notificationCenter = center_,
+                                                .log = [](std::string_view) {}});
     (void)controller_->window().show({});
     waitForPaint();
     return milliseconds(Clock::now() - start);
@@ -201,6 +212,7 @@ class Bench {
   std::optional<SettingsManager> settings_;
   std::optional<HotKeyManager> hotKeys_;
   std::optional<UpdaterManager> updater_;
+  std::optional<ImportCoordinator> importCoordinator_;
   NotificationCenter::Observation observation_;
   QtWindowSystem windows_{mainQueue_};
   std::optional<SettingsWindowController> controller_;

@@ -1,11 +1,17 @@
 #include "settings_ui/settings_window_controller.h"
 
+#include <optional>
 #include <utility>
 
+#include "import/import_coordinator.h"
+#include "platform/file_system.h"
+#include "platform/task_queue.h"
 #include "platform/widgets/button.h"
+#include "platform/widgets/file_panel.h"
 #include "platform/widgets/scroll_view.h"
 #include "platform/widgets/stack_view.h"
 #include "platform/widgets/tab_view.h"
+#include "settings_ui/drop_target_view.h"
 #include "settings_ui/flipped_view.h"
 #include "settings_ui/folder_editor_controller.h"
 #include "settings_ui/general_tab.h"
@@ -24,6 +30,13 @@ constexpr double buttonSpacing = 8;
 
 constexpr std::size_t deleteButton = 0;
 
+/// The types of the open panel; the first is selected at first.
+std::vector<FileType> importedTypes() {
+  return {{.name = "Quillmar packs and settings", .extensions = {"quillmarpack", "json"}},
+          {.name = "Quillmar packs", .extensions = {"quillmarpack"}},
+          {.name = "JSON files", .extensions = {"json"}}};
+}
+
 }  // namespace
 
 SettingsWindowController::SettingsWindowController(Collaborators collaborators)
@@ -37,7 +50,8 @@ SettingsWindowController::SettingsWindowController(Collaborators collaborators)
   window_.setClosesOnEscape(true);
   window_.center();
 
-  auto& content = window_.setContent<StackView>(Orientation::vertical);
+  auto& content = window_.setContent<DropTargetView>();
+  content.onDrop = [this](const std::string& path) { collaborators_.importCoordinator.open(path); };
   content.setAlignment(StackAlignment::fill);
   content.setEdgeInsets({margin, margin, margin, margin});
   tabView_ = &content.add<TabView>();
@@ -81,12 +95,7 @@ void SettingsWindowController::buildMenuTab(StackView& column) {
 
   addEditButtons(column);
 
-  auto& closeRow = column.add<StackView>(Orientation::horizontal);
-  closeRow.setSpacing(buttonSpacing);
-  closeRow.add<FlexibleSpace>();
-  auto& close = closeRow.add<Button>("Close");
-  close.setKeyEquivalent(keys::returnKey);
-  close.setOnPress([this] { closeWindow(); });
+  addFileButtons(column);
 }
 
 void SettingsWindowController::addEditButtons(StackView& column) {
@@ -105,6 +114,17 @@ void SettingsWindowController::addEditButtons(StackView& column) {
   row.add<FlexibleSpace>();
   add("▲", &SettingsWindowController::moveSelectionUp).setAccessibilityLabel("Move Up");
   add("▼", &SettingsWindowController::moveSelectionDown).setAccessibilityLabel("Move Down");
+}
+
+void SettingsWindowController::addFileButtons(StackView& column) {
+  auto& row = column.add<StackView>(Orientation::horizontal);
+  row.setSpacing(buttonSpacing);
+  row.add<Button>("Import…").setOnPress([this] { importSettings(); });
+  row.add<Button>("Export…").setOnPress([this] { exportSettings(); });
+  row.add<FlexibleSpace>();
+  auto& close = row.add<Button>("Close");
+  close.setKeyEquivalent(keys::returnKey);
+  close.setOnPress([this] { closeWindow(); });
 }
 
 std::optional<Selection> SettingsWindowController::selection() const {
@@ -240,6 +260,45 @@ void SettingsWindowController::itemCheckboxChanged(const std::string& row, Contr
   if (!toggled->itemId) return;
   collaborators_.settings.setItemEnabled(*toggled->itemId, toggled->categoryId,
                                          state == ControlState::on);
+}
+
+void SettingsWindowController::importSettings() {
+  const Result<void> shown = window_.beginOpenPanel(
+      {.message = "Choose a Quillmar pack or settings file", .types = importedTypes()},
+      [&queue = collaborators_.mainQueue,
+       &coordinator = collaborators_.importCoordinator](const std::string& path) {
+        // Only after the panel has gone.
+        queue.async([&coordinator, path] { coordinator.open(path); });
+      });
+  if (!shown) collaborators_.log("Could not show the open panel: " + shown.error().description);
+}
+
+void SettingsWindowController::exportSettings() {
+  const Result<void> shown =
+      window_.beginSavePanel({.message = "Choose where to save your Quillmar settings",
+                              .proposedName = "quillmar-settings.json",
+                              .type = {.name = "JSON files", .extensions = {"json"}}},
+                             [this](const std::string& path) { exportTo(path); });
+  if (!shown) collaborators_.log("Could not show the save panel: " + shown.error().description);
+}
+
+void SettingsWindowController::exportTo(const std::string& path) {
+  QuillmarConfig exported = collaborators_.settings.config;
+  exported.name.reset();
+  exported.description.reset();
+  // An existing file keeps its permissions.
+  std::optional<std::uint32_t> permissions;
+  if (const auto existing = collaborators_.files.permissions(path)) permissions = existing.value();
+  const Result<void> written =
+      collaborators_.files.replace(path, SettingsManager::encode(exported), permissions);
+  if (written) return;
+  const Result<void> shown = window_.beginAlert(
+      {.style = AlertStyle::warning,
+       .message = "Export Failed",
+       .informativeText = "Failed to export settings: " + written.error().description,
+       .buttons = {}},
+      {});
+  if (!shown) collaborators_.log("Could not show an alert: " + shown.error().description);
 }
 
 void SettingsWindowController::closeWindow() {

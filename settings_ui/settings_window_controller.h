@@ -1,7 +1,7 @@
 // The settings window: the tab "Menu Items" shows the whole document as an outline with buttons
 // that add, edit, delete, reorder and enable entries; the tab "General" is a GeneralTab. Each
 // change goes to the settings manager at once, and the window shows what the manager then posts, so
-// that changes made elsewhere appear, too. Main thread.
+// that changes made elsewhere appear, too. Packs can be dropped on the window. Main thread.
 
 #pragma once
 
@@ -21,10 +21,13 @@
 namespace quillmar {
 
 class EditorSheetController;
+class FileSystem;
 class GeneralTab;
+class ImportCoordinator;
 class LoginItem;
 class StackView;
 class TabView;
+class TaskQueue;
 class Workspace;
 
 class SettingsWindowController {
@@ -33,6 +36,9 @@ class SettingsWindowController {
   struct Collaborators {
     SettingsManager& settings;
     UpdaterManager& updaterManager;
+    ImportCoordinator& importCoordinator;
+    FileSystem& files;
+    TaskQueue& mainQueue;
     WindowSystem& windows;
     Images& images;
     LoginItem& loginItem;
@@ -74,6 +80,10 @@ class SettingsWindowController {
   void moveSelectionDown() { moveSelection(1); }
   /// Enables or disables the item of a row.
   void itemCheckboxChanged(const std::string& row, ControlState state);
+  /// Asks for a file with a pack or settings, and imports it.
+  void importSettings();
+  /// Asks for a file, and writes the document to it without its name and description.
+  void exportSettings();
   void closeWindow();
 
   /// Called when the document has changed.
@@ -82,6 +92,7 @@ class SettingsWindowController {
  private:
   void buildMenuTab(StackView& column);
   void addEditButtons(StackView& column);
+  void addFileButtons(StackView& column);
   /// The folder that gets a new item. Creates one if the document has no folder.
   std::string targetCategoryId();
   void present(std::unique_ptr<EditorSheetController> editor);
@@ -90,6 +101,7 @@ class SettingsWindowController {
   void deleteFolder(const MenuCategory& category);
   void deleteItem(const MenuCategory& category, const std::string& itemId);
   void moveSelection(std::int64_t offset);
+  void exportTo(const std::string& path);
 
   Collaborators collaborators_;
   DocumentRows rows_;

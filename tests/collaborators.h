@@ -9,6 +9,7 @@
 #include "app/app_delegate.h"
 #include "commands/command_runner.h"
 #include "commands/prompt_panel.h"
+#include "import/import_coordinator.h"
 #include "platform/platform.h"
 #include "shortcuts/hot_key_manager.h"
 
@@ -50,14 +51,29 @@ inline HotKeyManager::Collaborators hotKeyCollaborators(Platform& platform,
   };
 }
 
+inline ImportCoordinator::Collaborators importCollaborators(Platform& platform,
+                                                            SettingsManager& settings,
+                                                            LogLine log) {
+  return {
+      .settings = settings,
+      .files = platform.files,
+      .downloader = platform.downloader,
+      .application = platform.application,
+      .windows = platform.windows,
+      .log = std::move(log),
+  };
+}
+
 inline AppDelegate::Collaborators delegateCollaborators(
     Platform& platform, SettingsManager& settings, CommandRunner& commandRunner,
-    HotKeyManager& hotKeys, std::function<UpdaterManager&()> updaterManager,
-    NotificationCenter& notificationCenter, LogLine log) {
+    HotKeyManager& hotKeys, ImportCoordinator& importCoordinator,
+    std::function<UpdaterManager&()> updaterManager, NotificationCenter& notificationCenter,
+    LogLine log) {
   return {
       .settings = settings,
       .commandRunner = commandRunner,
       .hotKeys = hotKeys,
+      .importCoordinator = importCoordinator,
       .updaterManager = std::move(updaterManager),
       .application = platform.application,
       .statusItem = platform.statusItem,
@@ -68,6 +84,7 @@ inline AppDelegate::Collaborators delegateCollaborators(
       .loginItem = platform.loginItem,
       .bundle = platform.bundle,
       .files = platform.files,
+      .mainQueue = platform.queues.mainQueue(),
       .notificationCenter = notificationCenter,
       .log = std::move(log),
   };

@@ -30,7 +30,7 @@ void TextView::accept(ViewVisitor& visitor) {
 }
 
 void TextView::setText(std::string_view text) {
-  set(text_, withLineFeeds(text));
+  set(text_, showsInvisibleCharacters_ ? std::string(text) : withLineFeeds(text));
 }
 
 bool TextView::key(const KeyPress& press) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,7 +20,7 @@ class TextView final : public View {
   // State to show.
 
   /// Lines end with a line feed. A carriage return, with or without a line feed, and U+2029 in set
-  /// or pasted text become one.
+  /// or pasted text become one, unless the view shows invisible characters.
   const std::string& text() const { return text_; }
   void setText(std::string_view text);
 
@@ -28,12 +29,17 @@ class TextView final : public View {
   void setEditable(bool editable) { set(editable_, editable); }
 
   /// If true, each invisible character is shown as its code point (text::withVisibleCharacters()).
-  /// Copied text contains the character itself. For views that are not editable.
+  /// Copied text contains the character itself. For views that are not editable. Set it before the
+  /// text.
   bool showsInvisibleCharacters() const { return showsInvisibleCharacters_; }
   void setShowsInvisibleCharacters(bool shows) { set(showsInvisibleCharacters_, shows); }
 
   const Font& font() const { return font_; }
   void setFont(const Font& font) { set(font_, font); }
+
+  /// The space between the border and the text on each side; absent for the desktop's default.
+  std::optional<double> inset() const { return inset_; }
+  void setInset(std::optional<double> inset) { set(inset_, inset); }
 
   // Events from the user.
 
@@ -58,6 +64,7 @@ class TextView final : public View {
   bool editable_ = true;
   bool showsInvisibleCharacters_ = false;
   Font font_;
+  std::optional<double> inset_;
   std::function<void(const std::string&)> onEdit_;
 };
 

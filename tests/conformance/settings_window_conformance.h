@@ -18,6 +18,7 @@
 #include "about/updater_manager.h"
 #include "config/document_decoder.h"
 #include "config/settings_manager.h"
+#include "import/import_coordinator.h"
 #include "platform/memory/memory_platform.h"
 #include "platform/widgets/checkbox.h"
 #include "platform/widgets/outline_view.h"
@@ -48,14 +49,25 @@ class SettingsWindowConformance : public testing::Test {
                                                     .log = [](std::string_view) {}});
     settings->save();
     updaterManager.emplace(memory.bundle, memory.updaters);
-    controller.emplace(SettingsWindowController::Collaborators{.settings = *settings,
-                                                               .updaterManager = *updaterManager,
+    importCoordinator.emplace(ImportCoordinator::Collaborators{.settings = *settings,
+                                                               .files = memory.files,
+                                                               .downloader = memory.downloader,
+                                                               .application = memory.application,
                                                                .windows = harness.windows(),
-                                                               .images = memory.images,
-                                                               .loginItem = memory.loginItem,
-                                                               .workspace = memory.workspace,
-                                                               .notificationCenter = center,
                                                                .log = [](std::string_view) {}});
+    importCoordinator->settingsWindowProvider = [this] { return &window(); };
+    controller.emplace(
+        SettingsWindowController::Collaborators{.settings = *settings,
+                                                .updaterManager = *updaterManager,
+                                                .importCoordinator = *importCoordinator,
+                                                .files = memory.files,
+                                                .mainQueue = memory.queues.mainQueue(),
+                                                .windows = harness.windows(),
+                                                .images = memory.images,
+                                                .loginItem = memory.loginItem,
+                                                .workspace = memory.workspace,
+                                                .notificationCenter = center,
+                                                .log = [](std::string_view) {}});
     observation = center.addObserver(menuItemSettingsChanged, [this] { collapsed.clear(); });
     show();
   }
@@ -212,6 +224,7 @@ class SettingsWindowConformance : public testing::Test {
   NotificationCenter center;
   std::optional<SettingsManager> settings;
   std::optional<UpdaterManager> updaterManager;
+  std::optional<ImportCoordinator> importCoordinator;
   std::optional<SettingsWindowController> controller;
   NotificationCenter::Observation observation;
   /// Ids of the folders that the user has collapsed.

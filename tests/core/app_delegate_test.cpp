@@ -109,8 +109,10 @@ class AppDelegateTest : public testing::Test {
     return *updaterManager;
   };
   HotKeyManager hotKeys{hotKeyCollaborators(memory.platform, settings, logLine())};
+  ImportCoordinator importCoordinator{importCollaborators(memory.platform, settings, logLine())};
   AppDelegate delegate{delegateCollaborators(memory.platform, settings, runner, hotKeys,
-                                             updaterManagerOnFirstUse, center, logLine())};
+                                             importCoordinator, updaterManagerOnFirstUse, center,
+                                             logLine())};
 };
 
 TEST_F(AppDelegateTest, LaunchingAsksToShowAlertsSoundsAndBadges) {
@@ -238,7 +240,8 @@ TEST_F(AppDelegateTest, AHotKeyDoesNothingAfterTheDelegateIsDestroyed) {
   addItemWithHotKey("Greet", "echo hello");
   {
     AppDelegate other(delegateCollaborators(memory.platform, settings, runner, hotKeys,
-                                            updaterManagerOnFirstUse, center, logLine()));
+                                            importCoordinator, updaterManagerOnFirstUse, center,
+                                            logLine()));
     other.applicationWillFinishLaunching();
     other.applicationDidFinishLaunching();
   }
@@ -528,7 +531,7 @@ class AppDelegateOrderTest : public AppDelegateTest {
   RecordingAppDelegate recorded{
       events,
       delegateCollaborators(
-          platform, settings, runner, manager,
+          platform, settings, runner, manager, importCoordinator,
           [this]() -> UpdaterManager& { return recordedUpdaterManager(); }, center, logLine())};
 };
 

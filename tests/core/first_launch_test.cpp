@@ -72,9 +72,10 @@ class FirstLaunchTest : public testing::Test {
     loadSettings();
     runner.emplace(runnerCollaborators(memory.platform, *settings, prompts, logLine()));
     hotKeys.emplace(hotKeyCollaborators(memory.platform, *settings, logLine()));
+    importCoordinator.emplace(importCollaborators(memory.platform, *settings, logLine()));
     const auto updaters = [this]() -> UpdaterManager& { return updaterManager; };
-    delegate.emplace(delegateCollaborators(memory.platform, *settings, *runner, *hotKeys, updaters,
-                                           center, logLine()));
+    delegate.emplace(delegateCollaborators(memory.platform, *settings, *runner, *hotKeys,
+                                           *importCoordinator, updaters, center, logLine()));
     delegate->applicationWillFinishLaunching();
     delegate->applicationDidFinishLaunching();
     memory.queues.runAll();
@@ -88,6 +89,7 @@ class FirstLaunchTest : public testing::Test {
 
   void quit() {
     delegate.reset();
+    importCoordinator.reset();
     hotKeys.reset();
     runner.reset();
     settings.reset();
@@ -124,6 +126,7 @@ class FirstLaunchTest : public testing::Test {
   std::optional<SettingsManager> settings;
   std::optional<CommandRunner> runner;
   std::optional<HotKeyManager> hotKeys;
+  std::optional<ImportCoordinator> importCoordinator;
   std::optional<AppDelegate> delegate;
 };
 

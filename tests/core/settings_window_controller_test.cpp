@@ -60,7 +60,7 @@ TEST_F(SettingsWindowControllerTest, HasTheStatedSizes) {
 TEST_F(SettingsWindowControllerTest, ShowsTheMenuTabFirst) {
   open({});
   std::vector<std::string> lines = windowOutline(controller->window());
-  lines.resize(18);
+  lines.resize(20);
   EXPECT_THAT(lines, ElementsAre("column filled spacing 0 insets 12 12 12 12",  //
                                  "  tabs: [Menu Items], General",
                                  "    column filled spacing 8 insets 12 12 12 12",
@@ -75,6 +75,8 @@ TEST_F(SettingsWindowControllerTest, ShowsTheMenuTabFirst) {
                                  "        button called Move Up: ▲",    //
                                  "        button called Move Down: ▼",  //
                                  "      row centred spacing 8",         //
+                                 "        button: Import…",             //
+                                 "        button: Export…",             //
                                  "        space",                       //
                                  "        button return: Close",        //
                                  "    scroll hidden",                   //

@@ -18,6 +18,7 @@
 #include "platform/widgets/button.h"
 #include "settings_ui/editor_sheet_controller.h"
 #include "settings_ui/settings_window_controller.h"
+#include "tests/collaborators.h"
 #include "tests/core/window_contents.h"
 
 namespace quillmar {
@@ -73,9 +74,18 @@ class SettingsWindowFixture : public testing::Test {
     settings->config.categories = std::move(categories);
     settings->save();
     updaterManager.emplace(memory.bundle, memory.updaters);
+    importCoordinator.emplace(importCollaborators(
+        memory.platform, *settings, [this](std::string_view line) { log.emplace_back(line); }));
+    importCoordinator->settingsWindowProvider = [this] {
+      EXPECT_TRUE(controller->window().show({}));
+      return &controller->window();
+    };
     controller.emplace(SettingsWindowController::Collaborators{
         .settings = *settings,
         .updaterManager = *updaterManager,
+        .importCoordinator = *importCoordinator,
+        .files = memory.files,
+        .mainQueue = memory.queues.mainQueue(),
         .windows = memory.windows,
         .images = memory.images,
         .loginItem = memory.loginItem,
@@ -137,6 +147,7 @@ class SettingsWindowFixture : public testing::Test {
   int posts = 0;
   std::optional<SettingsManager> settings;
   std::optional<UpdaterManager> updaterManager;
+  std::optional<ImportCoordinator> importCoordinator;
   std::optional<SettingsWindowController> controller;
 
  private:

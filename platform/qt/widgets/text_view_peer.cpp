@@ -39,6 +39,7 @@ std::string TextViewPeer::shownText() const {
 void TextViewPeer::update() {
   edit().setFont(desktopFont(textView_.font(), edit()));
   edit().setReadOnly(!textView_.editable());
+  if (textView_.inset()) edit().document()->setDocumentMargin(*textView_.inset());
   // The same text set again would take the cursor and the undo history away.
   if (shownText() == textView_.text()) return;
   const QSignalBlocker setByProgram(edit());

@@ -1,0 +1,16 @@
+// Everything that a pack contains, as text. Any thread.
+
+#pragma once
+
+#include <string>
+
+#include "config/quillmar_config.h"
+
+namespace quillmar {
+
+/// A paragraph for each folder and item, with all fields and the whole command. Names and other
+/// short texts are on one line each, with invisible characters made visible. Lines of commands
+/// begin with "│", so that a command cannot imitate the other lines.
+std::string packDetails(const QuillmarConfig& config);
+
+}  // namespace quillmar

@@ -1,0 +1,102 @@
+#include "import/pack_warnings.h"
+
+#include <cstdint>
+#include <set>
+#include <string_view>
+#include <utility>
+
+#include "platform/key_equivalent.h"
+#include "platform/text.h"
+#include "platform/visible_text.h"
+
+namespace quillmar {
+
+namespace {
+
+/// In characters. Those of ordinary commands are shorter.
+constexpr std::size_t longGap = 100;
+
+bool isMisleadingName(std::string_view name) {
+  return text::hasInvisibleCharacters(name) || text::containsNewline(name) ||
+         text::longestGap(name) >= longGap;
+}
+
+bool hasHotKey(const MenuCategory& folder, const MenuItem& item) {
+  return !folder.isSeparator && !item.isSeparator && item.isEnabled && item.shortcut &&
+         item.shortcut->isGlobal;
+}
+
+/// The combinations of hot keys.
+class Combinations {
+ public:
+  /// Returns false if another hot key has the combination.
+  bool add(const KeyboardShortcut& shortcut) {
+    constexpr std::uint64_t mask =
+        modifiers::shift | modifiers::control | modifiers::option | modifiers::command;
+    return combinations_.emplace(shortcut.keyCode, shortcut.modifiers & mask).second;
+  }
+
+ private:
+  std::set<std::pair<std::uint16_t, std::uint64_t>> combinations_;
+};
+
+void checkContents(const MenuCategory& folder, PackWarnings& warnings) {
+  if (isMisleadingName(folder.name)) ++warnings.misleadingNames;
+  for (const MenuItem& item : folder.items) {
+    if (isMisleadingName(item.title)) ++warnings.misleadingNames;
+    const std::string& command = item.command.value;
+    if (text::hasInvisibleCharacters(command)) ++warnings.commandsWithHiddenCharacters;
+    if (text::longestGap(command) >= longGap) ++warnings.commandsWithLongGaps;
+    if (hasHotKey(folder, item) && !item.confirmBeforeRunning) ++warnings.unconfirmedHotKeys;
+  }
+}
+
+std::size_t countCollisions(const QuillmarConfig& current, const QuillmarConfig& pack) {
+  Combinations combinations;
+  for (const MenuCategory& folder : current.categories) {
+    for (const MenuItem& item : folder.items) {
+      if (hasHotKey(folder, item)) combinations.add(*item.shortcut);
+    }
+  }
+  std::size_t count = 0;
+  for (const AddedItem& added : current.addedItems(pack)) {
+    if (hasHotKey(*added.folder, *added.item) && !combinations.add(*added.item->shortcut)) ++count;
+  }
+  return count;
+}
+
+void addSentence(std::string& text, std::size_t count, std::string_view one,
+                 std::string_view several) {
+  if (count == 0) return;
+  if (!text.empty()) text += ' ';
+  text.append(std::to_string(count)).append(" ").append(count == 1 ? one : several);
+}
+
+}  // namespace
+
+PackWarnings findWarnings(const QuillmarConfig& current, const QuillmarConfig& pack) {
+  PackWarnings warnings;
+  for (const MenuCategory& folder : pack.categories) checkContents(folder, warnings);
+  warnings.collidingHotKeys = countCollisions(current, pack);
+  return warnings;
+}
+
+std::string warningText(const PackWarnings& warnings) {
+  std::string text;
+  addSentence(text, warnings.commandsWithHiddenCharacters, "command contains hidden characters.",
+              "commands contain hidden characters.");
+  addSentence(text, warnings.commandsWithLongGaps,
+              "command contains a long gap before part of its text.",
+              "commands contain a long gap before part of their text.");
+  addSentence(text, warnings.misleadingNames,
+              "name contains hidden characters, line breaks or a long gap.",
+              "names contain hidden characters, line breaks or a long gap.");
+  addSentence(text, warnings.unconfirmedHotKeys,
+              "item with a global hot key runs without confirmation.",
+              "items with a global hot key run without confirmation.");
+  addSentence(text, warnings.collidingHotKeys, "global hot key is already used by another item.",
+              "global hot keys are already used by other items.");
+  return text;
+}
+
+}  // namespace quillmar

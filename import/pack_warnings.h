@@ -1,0 +1,35 @@
+// What a user should know about a pack before importing it. Any thread.
+
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "config/quillmar_config.h"
+
+namespace quillmar {
+
+struct PackWarnings {
+  /// Commands with characters that text::withVisibleCharacters() makes visible.
+  std::size_t commandsWithHiddenCharacters = 0;
+  /// Commands with so much white space before some text that the text may be out of view.
+  std::size_t commandsWithLongGaps = 0;
+  /// Names of folders and titles of items that contain such characters or line breaks. A line break
+  /// can imitate a line of the listing.
+  std::size_t misleadingNames = 0;
+  /// Items whose shortcut works in all programs and that run without asking.
+  std::size_t unconfirmedHotKeys = 0;
+  /// Hot keys that a merge would add and that another item, of the user or of the pack, has too.
+  std::size_t collidingHotKeys = 0;
+
+  bool operator==(const PackWarnings&) const = default;
+};
+
+/// Only items that would get a hot key count as such: enabled ones that are not separators, with a
+/// global shortcut. O(n log n) for any pack.
+PackWarnings findWarnings(const QuillmarConfig& current, const QuillmarConfig& pack);
+
+/// A sentence for each kind of warning, on one line; empty if there is nothing to report.
+std::string warningText(const PackWarnings& warnings);
+
+}  // namespace quillmar
