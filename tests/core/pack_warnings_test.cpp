@@ -1,0 +1,173 @@
+#include "import/pack_warnings.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/key_equivalent.h"
+#include "tests/core/settings_window_fixture.h"
+
+namespace quillmar {
+namespace {
+
+using testing::IsEmpty;
+
+QuillmarConfig documentWith(std::vector<MenuCategory> folders) {
+  QuillmarConfig document;
+  document.categories = std::move(folders);
+  return document;
+}
+
+/// An item that asks before it runs.
+MenuItem itemWithHotKey(const std::string& id, std::uint16_t keyCode,
+                        std::uint64_t modifierMask = modifiers::command) {
+  MenuItem item = itemWith(id, "Item " + id);
+  item.shortcut = KeyboardShortcut{.keyCode = keyCode, .character = "k", .modifiers = modifierMask};
+  item.confirmBeforeRunning = true;
+  return item;
+}
+
+/// The warnings about a pack with these items, for a user without any.
+PackWarnings warningsAbout(std::vector<MenuItem> items) {
+  return findWarnings({}, documentWith({folderWith("F", 0, std::move(items))}));
+}
+
+std::size_t collisions(const QuillmarConfig& current, std::vector<MenuItem> items) {
+  return findWarnings(current, documentWith({folderWith("F", 0, std::move(items))}))
+      .collidingHotKeys;
+}
+
+MenuItem itemRunning(const std::string& command) {
+  MenuItem item = itemWith("1", "One");
+  item.command.value = command;
+  return item;
+}
+
+TEST(PackWarnings, AnOrdinaryPackHasNone) {
+  MenuItem script =
+      itemRunning("for x in 1 2; do\n\techo \"é 👨‍👩‍👧 שלום $x\"\ndone\n");
+  EXPECT_EQ(warningsAbout({script, separatorItem("s"), itemWithHotKey("2", 40)}), PackWarnings{});
+  EXPECT_EQ(warningText({}), "");
+}
+
+TEST(PackWarnings, CountCommandsWithHiddenCharacters) {
+  for (const char* const command : {"ls \u202Egpj.x", "ls\u200B", "ls \U000E0041\U000E0042",
+                                    "printf '\x1B[8m'", "ls\rrm", "ls\u2028rm", "ls \u3164"}) {
+    EXPECT_EQ(warningsAbout({itemRunning(command), itemRunning("ls")}),
+              PackWarnings{.commandsWithHiddenCharacters = 1})
+        << command;
+  }
+}
+
+TEST(PackWarnings, CountCommandsWhoseTextIsPushedOutOfView) {
+  for (const std::string gap : {" ", "\n", "\u00A0", "\t", " \n"}) {
+    std::string blanks;
+    for (int i = 0; i < 10'000; ++i) blanks += gap;
+    EXPECT_EQ(warningsAbout({itemRunning(blanks + "rm"), itemRunning("ls" + blanks + "; rm"),
+                             itemRunning("ls" + blanks)}),
+              PackWarnings{.commandsWithLongGaps = 2});
+  }
+  EXPECT_EQ(warningsAbout({itemRunning(std::string(99, ' ') + "rm")}), PackWarnings{});
+  EXPECT_EQ(warningsAbout({itemRunning(std::string(100, ' ') + "rm")}),
+            PackWarnings{.commandsWithLongGaps = 1});
+}
+
+TEST(PackWarnings, CountNamesThatCanImitateOtherLinesOfTheListing) {
+  MenuCategory folder =
+      folderWith("F", 0, {itemWith("1", "Safe: ls\n    Evil"), itemWith("2", "Two")});
+  folder.name = "Fo\u202Eder";
+  folder.items[0].command.value = folder.items[1].command.value = "ls";
+  EXPECT_EQ(findWarnings({}, documentWith({folder, separatorFolder("S", 1)})),
+            PackWarnings{.misleadingNames = 2});
+  folder.name = "Folder" + std::string(200, ' ') + "(0 items)";
+  folder.items[0].title = "One";
+  EXPECT_EQ(findWarnings({}, documentWith({folder})), PackWarnings{.misleadingNames = 1});
+}
+
+TEST(PackWarnings, CountHotKeysThatRunWithoutConfirmation) {
+  MenuItem item = itemWithHotKey("1", 40);
+  item.confirmBeforeRunning = false;
+  EXPECT_EQ(warningsAbout({item, itemWithHotKey("2", 41)}), PackWarnings{.unconfirmedHotKeys = 1});
+}
+
+TEST(PackWarnings, ItemsThatGetNoHotKeyAreNotCounted) {
+  MenuItem disabled = itemWithHotKey("1", 40);
+  disabled.confirmBeforeRunning = false;
+  MenuItem inMenuOnly = disabled;
+  MenuItem separator = disabled;
+  disabled.isEnabled = false;
+  inMenuOnly.shortcut->isGlobal = false;
+  separator.isSeparator = true;
+  const QuillmarConfig user = documentWith({folderWith("G", 0, {itemWithHotKey("1", 40)})});
+  const std::vector<MenuItem> items = {disabled, inMenuOnly, separator, itemWith("2", "None")};
+  EXPECT_EQ(findWarnings(user, documentWith({folderWith("F", 0, items)})), PackWarnings{});
+
+  MenuCategory line = separatorFolder("S", 0);
+  line.items = {itemWithHotKey("1", 40)};
+  line.items[0].confirmBeforeRunning = false;
+  EXPECT_EQ(findWarnings(user, documentWith({line})), PackWarnings{});
+}
+
+TEST(PackWarnings, CountHotKeysThatTheUserHas) {
+  const QuillmarConfig user = documentWith({folderWith("G", 0, {itemWithHotKey("1", 40)})});
+  EXPECT_EQ(collisions(user, {itemWithHotKey("1", 40), itemWithHotKey("2", 41)}), 1U);
+}
+
+TEST(PackWarnings, CountHotKeysThatThePackHasTwice) {
+  EXPECT_EQ(collisions({}, {itemWithHotKey("1", 40), itemWithHotKey("2", 40),
+                            itemWithHotKey("3", 40), itemWithHotKey("4", 41)}),
+            2U);
+}
+
+TEST(PackWarnings, AHotKeyIsItsKeyCodeAndItsFourModifiers) {
+  MenuItem other = itemWithHotKey("2", 40);
+  other.shortcut->character = "x";
+  other.shortcut->modifiers |= 0x100;
+  EXPECT_EQ(collisions({}, {itemWithHotKey("1", 40), other}), 1U);
+  EXPECT_EQ(collisions({}, {itemWithHotKey("1", 40),
+                            itemWithHotKey("2", 40, modifiers::command | modifiers::shift)}),
+            0U);
+}
+
+TEST(PackWarnings, ItemsThatTheUserAlreadyHasDoNotCollide) {
+  const QuillmarConfig user = documentWith({folderWith("F", 0, {itemWithHotKey("1", 40)})});
+  EXPECT_EQ(findWarnings(user, user), PackWarnings{});
+  EXPECT_EQ(collisions(user, {itemWithHotKey("1", 40), itemWithHotKey("2", 40)}), 1U);
+}
+
+TEST(PackWarnings, ADisabledItemOfTheUserDoesNotCollide) {
+  QuillmarConfig user = documentWith({folderWith("G", 0, {itemWithHotKey("1", 40)})});
+  user.categories[0].items[0].isEnabled = false;
+  EXPECT_EQ(collisions(user, {itemWithHotKey("1", 40)}), 0U);
+}
+
+TEST(PackWarnings, AreSentencesInTheSingularAndThePlural) {
+  EXPECT_EQ(warningText({.commandsWithHiddenCharacters = 1,
+                         .commandsWithLongGaps = 1,
+                         .misleadingNames = 1,
+                         .unconfirmedHotKeys = 1,
+                         .collidingHotKeys = 1}),
+            "1 command contains hidden characters. "
+            "1 command contains a long gap before part of its text. "
+            "1 name contains hidden characters, line breaks or a long gap. "
+            "1 item with a global hot key runs without confirmation. "
+            "1 global hot key is already used by another item.");
+  EXPECT_EQ(warningText({.commandsWithHiddenCharacters = 2,
+                         .commandsWithLongGaps = 3,
+                         .misleadingNames = 4,
+                         .unconfirmedHotKeys = 5,
+                         .collidingHotKeys = 6}),
+            "2 commands contain hidden characters. "
+            "3 commands contain a long gap before part of their text. "
+            "4 names contain hidden characters, line breaks or a long gap. "
+            "5 items with a global hot key run without confirmation. "
+            "6 global hot keys are already used by other items.");
+  EXPECT_EQ(warningText({.unconfirmedHotKeys = 12}),
+            "12 items with a global hot key run without confirmation.");
+}
+
+}  // namespace
+}  // namespace quillmar
