@@ -56,7 +56,7 @@ DesktopPlatform::DesktopPlatform(const Environment& environment, ApplicationInst
       updaters_(std::move(options.notify)),
       loginItem_(AutostartLoginItem::pathOfThisProgram(), environment, system_.userDirectories,
                  system_.files),
-      downloader_(mainQueue_),
+      downloader_(mainQueue_, {.transfer = withProxyOf(environment, {})}),
       services_{
           .application = instance,
           .queues = queues_,
