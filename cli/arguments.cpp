@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/result.h"
+#include "platform/text.h"
 
 namespace quillmar {
 
@@ -97,7 +98,48 @@ Result<Invocation> parseRun(const std::vector<std::string>& words) {
       RunInvocation{std::move(found.operands.front()), std::move(found.input), found.yes});
 }
 
+/// True if the argument cannot be meant as anything but a file.
+bool isFileName(const std::string& argument) {
+  const std::string lower = text::lowercased(argument);
+  return argument.find('/') != std::string::npos || lower.ends_with(".json") ||
+         lower.ends_with(".quillmarpack");
+}
+
+/// True for an address of a kind that Quillmar does not open, such as “https://…”.
+bool isOtherAddress(std::string_view argument) {
+  const std::size_t colon = argument.find("://");
+  return colon != std::string_view::npos && argument.find('/') > colon && !isLink(argument);
+}
+
+Result<Invocation> parseFilesAndLinks(const std::vector<std::string>& words) {
+  ResidentInvocation invocation;
+  bool onlyFiles = false;
+  for (const std::string& word : words) {
+    if (!onlyFiles && word == "--") {
+      onlyFiles = true;
+    } else if (onlyFiles) {
+      invocation.filesAndLinks.push_back(isLink(word) ? "./" + word : word);
+    } else if (word.starts_with('-')) {
+      return unknownOption(word);
+    } else if (isOtherAddress(word)) {
+      return Error{"Quillmar opens files and links that begin with “quillmar:” (got “" + word +
+                   "”)."};
+    } else if (isLink(word) || isFileName(word)) {
+      invocation.filesAndLinks.push_back(word);
+    } else {
+      return Error{"Unknown sub-command “" + word + "”. To open a file of this name, write “./" +
+                   word + "”."};
+    }
+  }
+  return Invocation(std::move(invocation));
+}
+
 }  // namespace
+
+bool isLink(std::string_view argument) {
+  const std::string scheme = text::lowercased(argument.substr(0, argument.find(':') + 1));
+  return scheme == "quillmar:" || scheme == "file:";
+}
 
 Result<Invocation> parseArguments(const std::vector<std::string>& words) {
   if (words.empty()) return Invocation(ResidentInvocation{});
@@ -120,15 +162,16 @@ Result<Invocation> parseArguments(const std::vector<std::string>& words) {
   }
   if (first == "check") return parseCheck(words);
   if (first == "run") return parseRun(words);
-  if (first.starts_with('-')) return unknownOption(first);
-  return Error{"Unknown sub-command “" + first + "”."};
+  return parseFilesAndLinks(words);
 }
 
 std::string_view helpText() {
   return R"(Quillmar puts your own commands into a menu in the desktop's panel.
 
 Usage:
-  quillmar                        run in the panel until “Quit Quillmar”
+  quillmar [FILE|LINK…]           run in the panel until “Quit Quillmar”; show the
+                                  packs for review, in the running Quillmar if
+                                  there is one
   quillmar menu                   open the menu of the running Quillmar at the
                                   pointer; assign a keyboard shortcut of your
                                   desktop to this command
@@ -152,6 +195,7 @@ Examples:
   quillmar run "Ping a host" --input example.org --yes
   quillmar run 0B9D7A52-5E33-4E0C-8F3A-6C1B2D4E5F60
   quillmar check ~/Downloads/*.quillmarpack
+  quillmar ~/Downloads/git.quillmarpack
   QUILLMAR_SETTINGS_DIR=~/quillmar-test quillmar
 
 Exit status: 0 on success; 1 if the command failed, a file is not valid, you declined, the menu could

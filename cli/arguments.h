@@ -12,8 +12,10 @@
 
 namespace quillmar {
 
-/// No arguments: run in the panel.
+/// Run in the panel, or pass the files and links on to the instance that does.
 struct ResidentInvocation {
+  /// Names of pack files, and links with the scheme “quillmar” or “file”; see isLink().
+  std::vector<std::string> filesAndLinks;
   bool operator==(const ResidentInvocation&) const = default;
 };
 
@@ -60,6 +62,10 @@ using Invocation =
 /// begin with a hyphen. --help or -h before it takes precedence over everything else. The error
 /// names the wrong argument.
 Result<Invocation> parseArguments(const std::vector<std::string>& words);
+
+/// True if an element of ResidentInvocation::filesAndLinks is a link rather than the name of a
+/// file.
+bool isLink(std::string_view argument);
 
 /// The text of --help.
 std::string_view helpText();

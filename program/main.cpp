@@ -27,7 +27,9 @@ ExitStatus dispatch(const Invocation& invocation, const Environment& environment
                     Console& console) {
   return std::visit(
       Overloaded{
-          [&](const ResidentInvocation&) { return runResidentProgram(environment, console); },
+          [&](const ResidentInvocation& resident) {
+            return runResidentProgram(resident, environment, console);
+          },
           [&](const HelpInvocation&) {
             console.print(helpText());
             return ExitStatus::success;

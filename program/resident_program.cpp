@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "app/app_delegate.h"
 #include "commands/command_environment.h"
@@ -15,6 +16,7 @@
 #include "platform/linux/application/platform_data.h"
 #include "platform/linux/application/running_instance.h"
 #include "platform/linux/desktop_platform.h"
+#include "platform/linux/files/file_url.h"
 #include "platform/log.h"
 #include "platform/pasteboard.h"
 #include "platform/platform.h"
@@ -37,13 +39,49 @@ void notify(const std::string& title, const std::string& body) {
   std::_Exit(status);
 }
 
+/// The files and links as URLs.
+Result<std::vector<std::string>> urlsOf(const ResidentInvocation& invocation) {
+  std::vector<std::string> urls;
+  for (const std::string& argument : invocation.filesAndLinks) {
+    const Result<std::string> url =
+        isLink(argument) ? Result<std::string>(argument) : fileUrl(argument);
+    if (!url) return url.error();
+    urls.push_back(url.value());
+  }
+  return urls;
+}
+
+/// Passes this start on to the running instance. Prints nothing if it opens something.
+ExitStatus useRunningInstance(const std::vector<std::string>& urls, const Environment& environment,
+                              Console& console) {
+  RunningInstance running(environment);
+  if (urls.empty()) {
+    // The result is ignored: the message below tells the user enough.
+    (void)running.activate();
+    console.print("Quillmar is already running.\n");
+    return ExitStatus::success;
+  }
+  if (const auto outcome = running.open(urls); !outcome) {
+    console.printError(outcome.error().description + ", so nothing was opened.\n");
+    return ExitStatus::failure;
+  }
+  return ExitStatus::success;
+}
+
 }  // namespace
 
-ExitStatus runResidentProgram(const Environment& environment, Console& console) {
+ExitStatus runResidentProgram(const ResidentInvocation& invocation, const Environment& environment,
+                              Console& console) {
+  const auto urls = urlsOf(invocation);
+  if (!urls) {
+    console.printError(urls.error().description + "\n");
+    return ExitStatus::failure;
+  }
   ignoreBrokenPipes();
   const Environment commandEnvironment = withoutActivation(environment);
   std::optional<DesktopPlatform> desktop;
   std::optional<ApplicationInstance> instance;
+  std::optional<AppDelegate> delegate;
   const auto showMenu = [&] { return desktop->showMenu(instance->takeActivation()); };
   instance.emplace(ApplicationInstance::Handlers{
       .activate =
@@ -52,6 +90,7 @@ ExitStatus runResidentProgram(const Environment& environment, Console& console) 
             // system logs a failure.
             if (!desktop->showsStatusIcon()) (void)showMenu();
           },
+      .open = [&](const std::vector<std::string>& opened) { delegate->openURLs(opened); },
       .showMenu = showMenu,
       .setClipboard =
           [&](std::string text) { desktop->services().pasteboard.setString(std::move(text)); },
@@ -68,10 +107,7 @@ ExitStatus runResidentProgram(const Environment& environment, Console& console) 
     return ExitStatus::failure;
   }
   if (start.value() == ApplicationInstance::Start::alreadyRunning) {
-    // The result is ignored: the message below tells the user enough.
-    (void)RunningInstance(environment).activate();
-    console.print("Quillmar is already running.\n");
-    return ExitStatus::success;
+    return useRunningInstance(urls.value(), environment, console);
   }
 
   instance->setActivation(activationOf(environment));
@@ -81,9 +117,10 @@ ExitStatus runResidentProgram(const Environment& environment, Console& console) 
                                            .commandEnvironment = augmentedEnvironment,
                                            .notify = notify});
   Platform::install(desktop->services());
-  AppDelegate delegate({});
-  delegate.applicationWillFinishLaunching();
-  delegate.applicationDidFinishLaunching();
+  delegate.emplace(AppDelegate::Collaborators{});
+  delegate->applicationWillFinishLaunching();
+  delegate->applicationDidFinishLaunching();
+  delegate->openURLs(urls.value());
   const int status = instance->run();
   desktop->saveClipboardForQuit();
   endProcess(status);

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "cli/arguments.h"
 #include "cli/console.h"
 #include "platform/environment.h"
 
@@ -9,7 +10,9 @@ namespace quillmar {
 
 /// Runs the program until it quits, then ends the process; background commands keep running.
 /// Returns only if the program cannot start, after printing the reason, or if another instance is
-/// running. That instance then shows its menu if no panel shows its icon.
-ExitStatus runResidentProgram(const Environment& environment, Console& console);
+/// running. That instance then opens the files and links; without any, it shows its menu if no
+/// panel shows its icon.
+ExitStatus runResidentProgram(const ResidentInvocation& invocation, const Environment& environment,
+                              Console& console);
 
 }  // namespace quillmar

@@ -378,6 +378,55 @@ TEST_F(InstanceTest, ASecondStartHandsItsActivationOn) {
   expectRecord("activate 77 token\n");
 }
 
+TEST_F(InstanceTest, OpensWhatItsDesktopEntryIsGivenInOrder) {
+  startOther();
+  EXPECT_EQ(call("Open", g_variant_new_parsed(
+                             "(['file:///b.json', 'quillmar://import?url=x', 'file:///a.json'], "
+                             "{'activation-token': <'a token'>})"))
+                .errorName,
+            "");
+  EXPECT_EQ(call("Open", g_variant_new_parsed("(@as [], @a{sv} {})")).errorName, "");
+  EXPECT_EQ(recorded(),
+            "open 0 a token file:///b.json quillmar://import?url=x file:///a.json\n"
+            "open 0 \n");
+}
+
+TEST_F(InstanceTest, ASecondStartPassesItsFilesAndItsActivationOn) {
+  startOther();
+  const Environment environment = startedWith("token", "id_TIME77");
+  EXPECT_TRUE(RunningInstance(environment).open({"file:///b.json", "quillmar:\xff", "file:///a"}));
+  expectRecord("open 77 token file:///b.json quillmar:\uFFFD file:///a\n");
+}
+
+TEST_F(InstanceTest, AnInstanceThatIsBusyOpensFilesLater) {
+  startOther();
+  other_->signal(SIGSTOP);
+  RunningInstance impatient(environment_, std::chrono::milliseconds(100));
+  EXPECT_TRUE(impatient.open({"file:///a.json"}));
+  EXPECT_TRUE(impatient.open({"file:///b.json"}));
+  other_->signal(SIGCONT);
+  expectRecord("open 0  file:///a.json\nopen 0  file:///b.json\n");
+}
+
+TEST_F(InstanceTest, WhatArrivesBeforeItRunsWaits) {
+  std::vector<std::string> opened;
+  ApplicationInstance* started = nullptr;
+  ApplicationInstance instance({.open = [&](const std::vector<std::string>& urls) {
+    opened = urls;
+    started->terminate();
+  }});
+  started = &instance;
+  ASSERT_TRUE(instance.start(environment_));
+  ASSERT_TRUE(running_.open({"file:///a.json"}));
+  EXPECT_TRUE(opened.empty());
+  EXPECT_EQ(instance.run(), 0);
+  EXPECT_EQ(opened, std::vector<std::string>{"file:///a.json"});
+}
+
+TEST_F(InstanceTest, WithoutAnInstanceNothingIsOpened) {
+  EXPECT_EQ(running_.open({"file:///a.json"}).error().description, "Quillmar is not running");
+}
+
 TEST_F(InstanceTest, ShowsItsMenuToTheActivationOfWhoAsks) {
   startOther();
   const Environment environment = startedWith("", "id_TIME77");

@@ -6,6 +6,7 @@
 
 #include <fstream>
 #include <string>
+#include <vector>
 
 #include <unistd.h>
 
@@ -26,6 +27,13 @@ int main(int, char** arguments) {
           [&] {
             const auto [timestamp, token] = running->takeActivation();
             out << "activate " << timestamp << " " << token << std::endl;
+          },
+      .open =
+          [&](const std::vector<std::string>& urls) {
+            const auto [timestamp, token] = running->takeActivation();
+            out << "open " << timestamp << " " << token;
+            for (const std::string& url : urls) out << " " << url;
+            out << std::endl;
           },
       .showMenu = [&]() -> Result<void> {
         const auto [timestamp, token] = running->takeActivation();

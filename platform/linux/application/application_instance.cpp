@@ -5,6 +5,7 @@
 #include <memory>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "platform/linux/application/platform_data.h"
 #include "platform/linux/bus/session_bus.h"
@@ -20,6 +21,10 @@ constexpr std::chrono::milliseconds flushTimeout = std::chrono::seconds(1);
 constexpr const char* introspection = R"xml(<node>
   <interface name="org.freedesktop.Application">
     <method name="Activate">
+      <arg type="a{sv}" name="platform_data" direction="in"/>
+    </method>
+    <method name="Open">
+      <arg type="as" name="uris" direction="in"/>
       <arg type="a{sv}" name="platform_data" direction="in"/>
     </method>
     <method name="ActivateAction">
@@ -38,6 +43,15 @@ constexpr const char* ownIntrospection = R"xml(<node>
 
 Error cannotStart(const Error& cause) {
   return {cause.description + ", so Quillmar cannot start."};
+}
+
+std::vector<std::string> stringsIn(GVariant* array) {
+  std::vector<std::string> strings;
+  GVariantIter iterator;
+  g_variant_iter_init(&iterator, array);
+  const char* string = nullptr;
+  while (g_variant_iter_next(&iterator, "&s", &string)) strings.emplace_back(string);
+  return strings;
 }
 
 /// Waits, but not for a bus that hangs, until everything has been sent.
@@ -104,13 +118,24 @@ void ApplicationInstance::terminate() {
 
 void ApplicationInstance::answer(const char* method, GVariant* arguments,
                                  GDBusMethodInvocation* invocation) {
-  if (method != std::string_view("Activate")) return activateAction(arguments, invocation);
-  const GVariantPtr platformData(g_variant_get_child_value(arguments, 0));
-  if (!hasExpired(platformData.get())) {
-    setActivation(activationIn(platformData.get()));
-    if (handlers_.activate) handlers_.activate();
+  if (method == std::string_view("ActivateAction")) return activateAction(arguments, invocation);
+  if (method == std::string_view("Open")) {
+    open(arguments);
+  } else {
+    const GVariantPtr platformData(g_variant_get_child_value(arguments, 0));
+    if (!hasExpired(platformData.get())) {
+      setActivation(activationIn(platformData.get()));
+      if (handlers_.activate) handlers_.activate();
+    }
   }
   g_dbus_method_invocation_return_value(invocation, nullptr);
+}
+
+void ApplicationInstance::open(GVariant* arguments) {
+  const GVariantPtr urls(g_variant_get_child_value(arguments, 0));
+  const GVariantPtr platformData(g_variant_get_child_value(arguments, 1));
+  setActivation(activationIn(platformData.get()));
+  if (handlers_.open) handlers_.open(stringsIn(urls.get()));
 }
 
 void ApplicationInstance::activateAction(GVariant* arguments, GDBusMethodInvocation* invocation) {

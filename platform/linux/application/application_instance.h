@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <gio/gio.h>
 
@@ -40,11 +41,14 @@ inline constexpr const char* showMenuAction = "menu";
 
 class ApplicationInstance final : public Application {
  public:
-  /// Requests from other processes. Each handler may be empty.
+  /// Requests from other processes. Those that arrive before run() wait for it, so the handlers may
+  /// use what is created in between. Each handler may be empty.
   struct Handlers {
     /// The program was started again, or through its desktop entry. The caller's activation is
     /// already this application's.
     std::function<void()> activate;
+    /// Opens files and links, given as URLs, in this order. The caller's activation is already set.
+    std::function<void(const std::vector<std::string>& urls)> open;
     /// Shows the menu; the caller's activation is already set. An error, a full sentence, is
     /// returned to the caller.
     std::function<Result<void>()> showMenu;
@@ -88,6 +92,7 @@ class ApplicationInstance final : public Application {
 
  private:
   void answer(const char* method, GVariant* arguments, GDBusMethodInvocation* invocation);
+  void open(GVariant* arguments);
   void activateAction(GVariant* arguments, GDBusMethodInvocation* invocation);
   Result<void> showMenu(GVariant* platformData);
   GVariant* hotKeyReport() const;

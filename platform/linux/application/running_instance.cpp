@@ -42,6 +42,16 @@ Result<void> RunningInstance::activate() {
   return send("Activate", g_variant_new("(@a{sv})", platformData(environment_, timeout_)));
 }
 
+Result<void> RunningInstance::open(const std::vector<std::string>& urls) {
+  GVariantBuilder strings;
+  g_variant_builder_init(&strings, G_VARIANT_TYPE_STRING_ARRAY);
+  for (const std::string& url : urls) {
+    g_variant_builder_add(&strings, "s", text::replacingInvalidCharacters(url).c_str());
+  }
+  // No expiry: the user wants to see a pack even if the instance is busy now.
+  return send("Open", g_variant_new("(as@a{sv})", &strings, platformData(environment_)));
+}
+
 Result<void> RunningInstance::activateAction(const char* action, GVariant* parameter) {
   const GVariantPtr own(g_variant_ref_sink(parameter));
   if (g_variant_get_size(parameter) > maximumParameterBytes) {

@@ -1,5 +1,6 @@
-// The running Quillmar of the session, as used by a short-lived process such as “quillmar run”: it
-// sets the clipboard and shows notifications, which only a resident process can do. Main thread.
+// The running Quillmar of the session, as used by a short-lived process: “quillmar run” lets it set
+// the clipboard and show notifications, which only a resident process can do; a second start passes
+// on the files that it was started with. Main thread.
 // Calls wait for the bus, with a timeout. Only showMenu() and hotKeyReport() wait for the other
 // process, which may be busy with a foreground command.
 
@@ -10,6 +11,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <gio/gio.h>
 
@@ -41,6 +43,10 @@ class RunningInstance {
   /// Tells the instance that the program was started again. The request expires after the timeout.
   /// The error begins a sentence.
   Result<void> activate();
+
+  /// Passes URLs on to the instance, which opens them as soon as it can. The error is a sentence
+  /// without its full stop, such as "Quillmar is not running".
+  Result<void> open(const std::vector<std::string>& urls);
 
   /// Makes the instance show its menu. Waits at most the timeout until the instance replies, and
   /// then as long as a menu may take to open. The request expires if the instance receives it late.
