@@ -11,8 +11,32 @@ namespace quillmar {
 namespace {
 
 constexpr char rowSeparator = '|';
+constexpr char escape = '\\';
+constexpr char escapedSeparator = 'p';
 constexpr double noteFontSize = 11;
 constexpr const char* fallbackFolderSymbol = "folder";
+
+std::string escaped(const std::string& id) {
+  std::string result;
+  for (const char character : id) {
+    if (character == rowSeparator || character == escape) result += escape;
+    result += character == rowSeparator ? escapedSeparator : character;
+  }
+  return result;
+}
+
+std::string unescaped(const std::string& text) {
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != escape || i + 1 == text.size()) {
+      result += text[i];
+    } else {
+      ++i;
+      result += text[i] == escapedSeparator ? rowSeparator : text[i];
+    }
+  }
+  return result;
+}
 
 TextCell noteCell(std::string text) {
   return {.text = std::move(text),
@@ -29,13 +53,17 @@ OutlineRow separatorRow(std::string text, std::string spokenText) {
 
 std::optional<Selection> Selection::fromRow(const std::string* row) {
   if (row == nullptr) return std::nullopt;
-  std::vector<std::string> ids = text::split(*row, rowSeparator);
-  if (ids.size() == 2) return Selection{std::move(ids[0]), std::move(ids[1])};
-  return Selection{*row, std::nullopt};
+  const std::vector<std::string> ids = text::split(*row, rowSeparator);
+  if (ids.size() == 2) return Selection{unescaped(ids[0]), unescaped(ids[1])};
+  return Selection{unescaped(*row), std::nullopt};
+}
+
+std::string rowOfFolder(const std::string& categoryId) {
+  return escaped(categoryId);
 }
 
 std::string rowOfItem(const std::string& categoryId, const std::string& itemId) {
-  return categoryId + rowSeparator + itemId;
+  return escaped(categoryId) + rowSeparator + escaped(itemId);
 }
 
 const MenuCategory* findCategory(const QuillmarConfig& config, std::string_view id) {
@@ -52,11 +80,9 @@ std::vector<OutlineChild> DocumentRows::children(const std::string* row) {
   std::vector<OutlineChild> rows;
   if (row == nullptr) {
     for (const MenuCategory* const category : categoriesInDisplayOrder(settings_.config)) {
-      // An id with the separator in it would be the row of an item.
-      const bool isItem = category->id.find(rowSeparator) != std::string::npos;
-      rows.push_back({.row = category->id, .isExpandable = !category->isSeparator && !isItem});
+      rows.push_back({.row = rowOfFolder(category->id), .isExpandable = !category->isSeparator});
     }
-  } else if (const MenuCategory* const category = findCategory(settings_.config, *row)) {
+  } else if (const MenuCategory* const category = findCategory(settings_.config, unescaped(*row))) {
     rows.reserve(category->items.size());
     for (const MenuItem& item : category->items) {
       rows.push_back({.row = rowOfItem(category->id, item.id), .isExpandable = false});

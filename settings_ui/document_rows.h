@@ -1,7 +1,8 @@
 // The rows of the outline in the settings window: the folders of the document and their items.
 //
 // The row of a folder is its id. The row of an item is the id of its folder, "|" and its own id.
-// Ids do not contain "|". Main thread.
+// Ids should not contain "|", but those of a pack may: in a row, "|" of an id is "\p" and "\" is
+// "\\". Main thread.
 
 #pragma once
 
@@ -28,6 +29,7 @@ struct Selection {
   bool operator==(const Selection&) const = default;
 };
 
+std::string rowOfFolder(const std::string& categoryId);
 std::string rowOfItem(const std::string& categoryId, const std::string& itemId);
 
 /// Null if there is none. The pointers are valid until the document changes.

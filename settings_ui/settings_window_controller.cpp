@@ -243,7 +243,7 @@ void SettingsWindowController::moveSelection(std::int64_t offset) {
   const auto selected = selection();
   if (!selected) return;
   const auto index = outlineView_->selectedIndex();
-  std::string row = selected->categoryId;
+  std::string row = rowOfFolder(selected->categoryId);
   if (selected->itemId) {
     collaborators_.settings.moveItem(*selected->itemId, selected->categoryId, offset);
     row = rowOfItem(selected->categoryId, *selected->itemId);

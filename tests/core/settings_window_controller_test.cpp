@@ -428,11 +428,20 @@ TEST_F(SettingsWindowControllerTest, AFolderThatIsDeletedElsewhereDuringTheQuest
   EXPECT_THAT(rows(), ElementsAre("G"));
 }
 
-TEST_F(SettingsWindowControllerTest,
-       AFolderWhoseIdLooksLikeAnItemIsAnEmptyRowThatCannotBeExpanded) {
-  open({folderWith("A|B", 0, {itemWith("a", "A")})});
-  EXPECT_THAT(rows(), ElementsAre("A|B"));
-  EXPECT_THAT(value("A|B").cells, IsEmpty());
+TEST_F(SettingsWindowControllerTest, AFolderWhoseIdLooksLikeAnItemIsNotMistakenForIt) {
+  open({folderWith("F", 0, {itemWith("I", "Mine")}),
+        folderWith("F|I", 1, {itemWith("a|b\\", "Theirs")})});
+  EXPECT_THAT(rows(), ElementsAre("F", "F|I", R"(F\pI)", R"(F\pI|a\pb\\)"));
+  outline().toggle(3, R"(F\pI|a\pb\\)");
+  EXPECT_FALSE(item("a|b\\").isEnabled);
+  EXPECT_TRUE(item("I").isEnabled);
+
+  select(R"(F\pI)");
+  press("▲");
+  EXPECT_EQ(selectedRow(), R"(F\pI)");
+  press("Delete");
+  pressInSheet("Delete");
+  EXPECT_THAT(rows(), ElementsAre("F", "F|I"));
 }
 
 TEST(Selection, ARowOfTwoPiecesIsAnItemAndAnyOtherAFolder) {
