@@ -69,11 +69,41 @@ TEST(ArgumentsTest, HelpAsAValueOrAnItemShowsNoHelp) {
   EXPECT_EQ(parsed({"run", "--", "-h"}), Invocation(RunInvocation{"-h", std::nullopt, false}));
 }
 
+TEST(ArgumentsTest, FilesAndLinksAreOpenedInOrder) {
+  const auto opens = [](const std::vector<std::string>& words) {
+    return std::get<ResidentInvocation>(parsed(words)).filesAndLinks;
+  };
+  const std::vector<std::string> words{
+      "b.json", "a.QuillmarPack", "folder/pack",  "/c:d",
+      "./list", "quillmar:",      "QUILLMAR://x", "file:///a.json"};
+  EXPECT_EQ(opens(words), words);
+  EXPECT_THAT(opens({"a.json", "--", "list", "--yes", "file:a"}),
+              ElementsAre("a.json", "list", "--yes", "./file:a"));
+}
+
+TEST(ArgumentsTest, LinksAreToldFromFiles) {
+  for (const char* link : {"quillmar:", "QuillMar://import?url=x", "file:///a", "FILE:a"}) {
+    EXPECT_TRUE(isLink(link)) << link;
+  }
+  for (const char* file : {"./quillmar:", "a.json", "xquillmar:", "quillmar", ":file:", ""}) {
+    EXPECT_FALSE(isLink(file)) << file;
+  }
+}
+
 TEST(ArgumentsTest, WrongArgumentsAreNamed) {
   const auto error = [](const std::vector<std::string>& words) {
     return parseArguments(words).error().description;
   };
-  EXPECT_EQ(error({"start"}), "Unknown sub-command “start”.");
+  const std::string unknown =
+      "Unknown sub-command “start”. To open a file of this name, write “./start”.";
+  EXPECT_EQ(error({"start"}), unknown);
+  EXPECT_EQ(error({"a.json", "start"}), unknown);
+  for (const char* address : {"https://example.org/a.json", "sftp://host/a.quillmarpack"}) {
+    EXPECT_EQ(error({address}),
+              "Quillmar opens files and links that begin with “quillmar:” (got “" +
+                  std::string(address) + "”).");
+  }
+  EXPECT_EQ(error({"a.json", "--start"}), "Unknown option “--start”.");
   EXPECT_EQ(error({"--start"}), "Unknown option “--start”.");
   EXPECT_EQ(error({"list", "--yes"}), "Unknown option “--yes”.");
   EXPECT_EQ(error({"list", "all"}), "“list” takes no arguments (got “all”).");
