@@ -1,7 +1,8 @@
 // Measures the settings window with a document of 10,000 items on an X display: the first opening,
 // compared with a bare tree view with as many rows; an edit, from the change of the document until
-// the file, the menu, the hot keys and the window have it; the change of one row; and the memory
-// after the first and after 100 openings. Prints medians. Needs a session bus and a display.
+// the file, the menu, the hot keys and the window have it; the change of one row; the memory after
+// the first and after 100 openings; and the review and the merge of a large pack. Prints medians.
+// Needs a session bus and a display.
 
 #include <QApplication>
 #include <QStandardItemModel>
@@ -25,6 +26,7 @@
 #include "bench/sample_document.h"
 #include "config/settings_manager.h"
 #include "import/import_coordinator.h"
+#include "import/import_sheet_controller.h"
 #include "platform/linux/bus/glib_pointers.h"
 #include "platform/linux/files/bundle_directory.h"
 #include "platform/linux/files/posix_file_system.h"
@@ -45,9 +47,14 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int rounds = 15;
 constexpr int openings = 100;
+constexpr int packRounds = 5;
 constexpr double openLimit = 300;
 constexpr double editLimit = 60;
 constexpr double rowLimit = 10;
+constexpr double reviewLimit = 1000;
+constexpr double mergeLimit = 2000;
+constexpr int packFolders = 20;
+constexpr int itemsPerPackFolder = 1000;
 
 double milliseconds(Clock::duration duration) {
   return std::chrono::duration<double, std::milli>(duration).count();
@@ -113,6 +120,23 @@ double openBareTree(const QuillmarConfig& config) {
   return milliseconds(Clock::now() - start);
 }
 
+/// A pack of almost 2 MiB, with ids that begin with `prefix`.
+std::string largePack(const std::string& prefix) {
+  std::string json = R"({"version":2,"name":"Large","categories":[)";
+  for (int folder = 0; folder < packFolders; ++folder) {
+    const std::string folderId = prefix + std::to_string(folder);
+    json += (folder == 0 ? "" : ",") + (R"({"id":")" + folderId) + R"(","name":"Folder","items":[)";
+    for (int item = 0; item < itemsPerPackFolder; ++item) {
+      const std::string number = std::to_string(item);
+      json += (item == 0 ? "" : ",") + (R"({"id":")" + folderId) + "-" + number +
+              R"(","title":"Item )" + number + R"(","command":{"value":"printf '%s\\n' one two )" +
+              number + R"("}})";
+    }
+    json += "]}";
+  }
+  return json + "]}";
+}
+
 class Bench {
  public:
   Bench(GDBusConnection* bus, const std::string& folder)
@@ -140,6 +164,10 @@ class Bench {
       item_.setMenu(buildStatusMenu(settings_->config, images_, false));
       hotKeys_->reloadFromSettings();
     });
+    importCoordinator_->settingsWindowProvider = [this] {
+      (void)controller_->window().show({});
+      return &controller_->window();
+    };
     settings_->save();
   }
 
@@ -182,6 +210,22 @@ class Bench {
     changed.title = "Round " + std::to_string(round);
     const auto start = Clock::now();
     settings_->updateItem(changed, settings_->config.categories[0].id);
+    waitForPaint();
+    return milliseconds(Clock::now() - start);
+  }
+
+  /// Reads the pack and returns the time until its review is painted.
+  double review(const std::string& path) {
+    const auto start = Clock::now();
+    importCoordinator_->open(path);
+    Window& sheet = importCoordinator_->activeSheet()->window();
+    PaintWatch(widgetPeer(*sheet.contentView()).widget()).waitForPaint();
+    return milliseconds(Clock::now() - start);
+  }
+
+  double merge() {
+    const auto start = Clock::now();
+    importCoordinator_->activeSheet()->mergePressed();
     waitForPaint();
     return milliseconds(Clock::now() - start);
   }
@@ -255,6 +299,15 @@ int measure(int argc, char** argv) {
     edits.push_back(bench.edit(round));
     rows.push_back(bench.changeRow(round));
   }
+  // Each merge adds 20,000 items, so the document grows.
+  std::vector<double> reviews;
+  std::vector<double> merges;
+  for (int round = 0; round < packRounds; ++round) {
+    const std::string path = std::string(folder) + "/large.quillmarpack";
+    std::ofstream(path) << largePack(std::string(1, static_cast<char>('a' + round)));
+    reviews.push_back(bench.review(path));
+    merges.push_back(bench.merge());
+  }
   bench.forget();
   std::filesystem::remove_all(folder);
 
@@ -265,6 +318,9 @@ int measure(int argc, char** argv) {
   std::printf("  one changed row:     %6.1f ms (limit %.0f)\n", median(rows), rowLimit);
   std::printf("  PSS after the first and after %d more openings: %ld kB, %ld kB\n", openings,
               memoryAtFirst, memoryAtLast);
+  std::printf("a pack of %d items, median of %d:\n", packFolders * itemsPerPackFolder, packRounds);
+  std::printf("  reviewed and painted: %6.1f ms (limit %.0f)\n", median(reviews), reviewLimit);
+  std::printf("  merged:               %6.1f ms (limit %.0f)\n", median(merges), mergeLimit);
   return EXIT_SUCCESS;
 }
 
