@@ -42,7 +42,7 @@ int connectionBroke(Display* /*display*/) {
 }  // namespace
 
 void watchForUnexpectedExit(LogLine log, std::function<void()> restart) {
-  watcher() = std::make_unique<Watcher>(std::move(log), std::move(restart));
+  watcher() = std::make_unique<Watcher>(Watcher{std::move(log), std::move(restart)});
   [[maybe_unused]] static const bool isInstalled = std::atexit(exitAtOnce) == 0;
   XSetIOErrorHandler(connectionBroke);
 }
