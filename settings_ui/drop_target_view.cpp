@@ -2,12 +2,14 @@
 
 #include <filesystem>
 
+#include "platform/pack_file_type.h"
 #include "platform/text.h"
 
 namespace quillmar {
 
 const std::set<std::string>& DropTargetView::acceptedExtensions() {
-  static const auto* extensions = new std::set<std::string>{"json", "quillmarpack"};
+  static const auto* extensions =
+      new std::set<std::string>{"json", std::string(packFileType::extension)};
   return *extensions;
 }
 

@@ -5,6 +5,7 @@
 
 #include "import/import_coordinator.h"
 #include "platform/file_system.h"
+#include "platform/pack_file_type.h"
 #include "platform/task_queue.h"
 #include "platform/widgets/button.h"
 #include "platform/widgets/file_panel.h"
@@ -32,8 +33,9 @@ constexpr std::size_t deleteButton = 0;
 
 /// The types of the open panel; the first is selected at first.
 std::vector<FileType> importedTypes() {
-  return {{.name = "Quillmar packs and settings", .extensions = {"quillmarpack", "json"}},
-          {.name = "Quillmar packs", .extensions = {"quillmarpack"}},
+  const std::string pack(packFileType::extension);
+  return {{.name = "Quillmar packs and settings", .extensions = {pack, "json"}},
+          {.name = "Quillmar packs", .extensions = {pack}},
           {.name = "JSON files", .extensions = {"json"}}};
 }
 
