@@ -65,13 +65,39 @@ class RegisterTest(WindowsTestCase):
         build = self.scratch / "a \"b\" $c `d` \\e"
         (build / "bin").mkdir(parents=True)
         program = build / "bin/quillmar"
-        program.write_text(f"#!/bin/sh\ntouch '{self.scratch}/started'\n")
+        program.write_text(f"#!/bin/sh\nprintf '%s,' \"$@\" >'{self.scratch}/started'\n")
         program.chmod(0o755)
         shutil.copytree(self.build / "share/icons", build / "share/icons")
         self.register(str(build))
         run("desktop-file-validate", str(self.data / ENTRY))
         self.launch()
         self.wait_for_file("started")
+
+    def test_the_desktop_knows_links_and_pack_files_while_it_is_registered(self):
+        pack = self.scratch / "A Pack.QuillmarPack"
+        pack.write_text("{}")
+        variables = {**os.environ, "XDG_DATA_HOME": str(self.data)}
+
+        def types():
+            """What opens links, and what the file is for two readers of the types."""
+            link = run("gio", "mime", "x-scheme-handler/quillmar", env=variables)
+            info = run("gio", "info", "-a", "standard::content-type", str(pack), env=variables)
+            return (pathlib.Path(ENTRY).name in link, info.split()[-1],
+                    run("xdg-mime", "query", "filetype", str(pack), env=variables).strip())
+
+        self.register(str(self.build))
+        pack_type = "application/vnd.tovenworks.quillmar.pack+json"
+        self.assertEqual(types(), (True, pack_type, pack_type))
+        opener = run("xdg-mime", "query", "default", pack_type, env=variables)
+        self.assertEqual(opener.strip(), pathlib.Path(ENTRY).name)
+        self.register("--remove")
+        self.assertEqual(types()[0], False)
+        self.assertNotIn(pack_type, types())
+
+    def test_remove_leaves_no_folder(self):
+        self.register(str(self.build))
+        self.register("--remove")
+        self.assertEqual(list(self.data.iterdir()), [])
 
     def test_remove_leaves_nothing_and_touches_no_other_file(self):
         others = {"applications/other.desktop", "icons/hicolor/scalable/apps/other.svg"}

@@ -85,7 +85,21 @@ class InstallationTest(DesktopTestCase):
         name = "com.tovenworks.quillmar"
         run("desktop-file-validate", str(share / f"applications/{name}.desktop"))
         run("appstreamcli", "validate", "--no-net", str(share / f"metainfo/{name}.metainfo.xml"))
-        self.assertTrue((share / f"icons/hicolor/scalable/apps/{name}.svg").is_file())
+        icons = share / "icons/hicolor/scalable"
+        self.assertTrue((icons / f"apps/{name}.svg").is_file())
+        self.assertTrue((icons / f"mimetypes/{name}-pack.svg").is_file())
+
+    def test_desktops_know_the_links_and_files_that_it_opens(self):
+        share = self.prefix / "share"
+        variables = {**os.environ, "XDG_DATA_DIRS": f"{share}:/usr/share"}
+        for kind in ("x-scheme-handler/quillmar", "application/vnd.tovenworks.quillmar.pack+json"):
+            default = run("xdg-mime", "query", "default", kind, env=variables)
+            self.assertEqual(default.strip(), "com.tovenworks.quillmar.desktop")
+        pack = share / "quillmar/packs/starter.quillmarpack"
+        info = run("gio", "info", "-a", "standard::content-type", str(pack), env=variables)
+        self.assertEqual(info.split()[-1], "application/vnd.tovenworks.quillmar.pack+json")
+        service = (share / "dbus-1/services/com.tovenworks.quillmar.service").read_text()
+        self.assertEqual(service.splitlines()[-1], f'Exec="{self.prefix}/bin/quillmar"')
 
 
 if __name__ == "__main__":

@@ -9,6 +9,7 @@ Runs until it is killed.
 """
 
 import gzip
+import json
 import os
 import socket
 import ssl
@@ -84,6 +85,10 @@ class Exchange:
 
     def answer_text(self):
         self.reply("200 OK", b"some text")
+
+    def answer_pack(self):
+        """A pack whose name is the query."""
+        self.reply("200 OK", json.dumps({"name": self.query, "categories": []}).encode())
 
     def answer_request(self):
         """The request itself."""
