@@ -12,26 +12,45 @@ namespace quillmar::text {
 
 namespace {
 
-/// Letters without a glyph: the Hangul fillers.
-constexpr std::array<UChar32, 4> fillers = {0x115F, 0x1160, 0x3164, 0xFFA0};
+/// Blank although they are no spaces: Braille without dots, and the place of an embedded object.
+constexpr std::array<UChar32, 2> blanks = {0x2800, 0xFFFC};
 
 constexpr UChar32 endOfAscii = 0x80;
+constexpr UChar32 nonJoiner = 0x200C;
+constexpr UChar32 joiner = 0x200D;
+constexpr UChar32 emojiSelector = 0xFE0F;
+
+bool isJoiner(UChar32 character) {
+  return character == joiner || character == nonJoiner;
+}
+
+bool isSelector(UChar32 character) {
+  return u_hasBinaryProperty(character, UCHAR_VARIATION_SELECTOR);
+}
+
+/// Whether the character after `before` changes how that is drawn.
+bool modifies(UChar32 character, UChar32 before) {
+  if (isJoiner(character)) return before >= endOfAscii && !isJoiner(before);
+  // Digits have emoji, too.
+  const bool isKeycap = character == emojiSelector && u_hasBinaryProperty(before, UCHAR_EMOJI);
+  return (before >= endOfAscii || isKeycap) && !isJoiner(before) && !isSelector(before);
+}
 
 bool isUnseen(UChar32 character, UChar32 before) {
-  constexpr UChar32 nonJoiner = 0x200C;
-  constexpr UChar32 joiner = 0x200D;
+  if (isJoiner(character) || isSelector(character)) return !modifies(character, before);
   switch (u_charType(character)) {
     case U_CONTROL_CHAR:
       return character != '\n' && character != '\t';
     case U_FORMAT_CHAR:
-      if (character == joiner || character == nonJoiner) return before < endOfAscii;
       // Number signs of some scripts are format characters, but visible.
       return !u_hasBinaryProperty(character, UCHAR_PREPENDED_CONCATENATION_MARK);
     case U_LINE_SEPARATOR:
     case U_PARAGRAPH_SEPARATOR:
       return true;
     default:
-      return std::ranges::find(fillers, character) != fillers.end();
+      return u_hasBinaryProperty(character, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) ||
+             u_hasBinaryProperty(character, UCHAR_NONCHARACTER_CODE_POINT) ||
+             std::ranges::find(blanks, character) != blanks.end();
   }
 }
 
@@ -51,22 +70,17 @@ void forEachCharacter(std::string_view text, const See& see) {
   }
 }
 
+/// Such as "‹U+202E›".
+std::string markOf(UChar32 character) {
+  std::array<char, 12> number{};
+  std::snprintf(number.data(), number.size(), "U+%04X", static_cast<unsigned>(character));
+  return std::string("‹") + number.data() + "›";
+}
+
 }  // namespace
 
 std::string withVisibleCharacters(std::string_view text) {
-  std::string visible;
-  visible.reserve(text.size());
-  forEachCharacter(text, [&](std::string_view bytes, UChar32 character, bool isInvisible) {
-    if (isInvisible) {
-      std::array<char, 12> number{};
-      std::snprintf(number.data(), number.size(), "U+%04X", static_cast<unsigned>(character));
-      visible.append("‹").append(number.data()).append("›");
-    } else {
-      visible += bytes;
-    }
-    return true;
-  });
-  return visible;
+  return VisibleText(text).text();
 }
 
 bool hasInvisibleCharacters(std::string_view text) {
@@ -76,6 +90,33 @@ bool hasInvisibleCharacters(std::string_view text) {
     return !found;
   });
   return found;
+}
+
+VisibleText::VisibleText(std::string_view original) {
+  text_.reserve(original.size());
+  forEachCharacter(original, [this](std::string_view bytes, UChar32 character, bool isInvisible) {
+    const std::size_t begin = text_.size();
+    if (!isInvisible) {
+      text_ += bytes;
+    } else {
+      text_ += markOf(character);
+      marks_.push_back({.begin = begin, .end = text_.size(), .character = std::string(bytes)});
+    }
+    return true;
+  });
+}
+
+std::string VisibleText::original(std::size_t begin, std::size_t end) const {
+  std::string result;
+  if (begin >= end) return result;
+  auto mark = std::ranges::upper_bound(marks_, begin, {}, &Mark::end);
+  for (; mark != marks_.end() && mark->begin < end; ++mark) {
+    if (begin < mark->begin) result += text_.substr(begin, mark->begin - begin);
+    result += mark->character;
+    begin = mark->end;
+  }
+  if (begin < end) result += text_.substr(begin, end - begin);
+  return result;
 }
 
 }  // namespace quillmar::text

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/visible_text.h"
 #include "platform/widgets/button.h"
 #include "platform/widgets/checkbox.h"
 #include "platform/widgets/custom_view.h"
@@ -92,7 +93,9 @@ class Painter final : public ViewVisitor {
   }
   void visit(TextView& textView) override {
     widget_.accessibilityRole = AccessibilityRole::textArea;
-    widget_.text = textView.text();
+    widget_.text = textView.showsInvisibleCharacters()
+                       ? text::withVisibleCharacters(textView.text())
+                       : textView.text();
     widget_.editable = textView.editable();
   }
 

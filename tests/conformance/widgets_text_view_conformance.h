@@ -102,6 +102,34 @@ TYPED_TEST_P(TextViewConformance, AReadOnlyOrDisabledViewKeepsItsText) {
   EXPECT_THAT(this->edits, testing::IsEmpty());
 }
 
+TYPED_TEST_P(TextViewConformance, InvisibleCharactersAreShownAsMarks) {
+  TextView& view = this->addTextView("");
+  view.setEditable(false);
+  view.setShowsInvisibleCharacters(true);
+  view.setText("a\u202eb\u200bc\u2028\u2029\r\n\tend");
+  this->show();
+  const std::string shown = "a‹U+202E›b‹U+200B›c‹U+2028›‹U+2029›‹U+000D›\n\tend";
+  EXPECT_EQ(this->harness.textOnScreen(view), shown);
+  EXPECT_EQ(view.text(), "a\u202eb\u200bc\u2028\u2029\r\n\tend");
+  view.setText("x\u200b");
+  this->harness.settle();
+  EXPECT_EQ(this->harness.textOnScreen(view), "x‹U+200B›");
+  EXPECT_THAT(this->edits, testing::IsEmpty());
+}
+
+TYPED_TEST_P(TextViewConformance, TabLeavesAReadOnlyViewAndReturnPressesTheDefaultButton) {
+  TextView& view = this->addTextView("text");
+  view.setEditable(false);
+  Button& button = this->addButton("Merge");
+  button.setKeyEquivalent(keys::returnKey);
+  this->window->makeFirstResponder(&view);
+  this->show();
+  this->harness.pressKey(*this->window, pressOf(keys::returnKey));
+  EXPECT_THAT(this->pressed, testing::ElementsAre("Merge"));
+  this->harness.pressKey(*this->window, pressOf(keys::tab));
+  EXPECT_EQ(this->harness.focusedOnScreen(*this->window), &button);
+}
+
 TYPED_TEST_P(TextViewConformance, AnEditMayDestroyItsOwnWindow) {
   TextView& view = this->addTextView("");
   view.setOnEdit([this](const std::string&) { this->window.reset(); });
@@ -123,6 +151,8 @@ REGISTER_TYPED_TEST_SUITE_P(TextViewConformance, TypedLinesReachTheModelAndItsHa
                             TabLeavesTheViewInBothDirections,
                             ATextThatTheProgramSetsIsShownAndIsNoEdit, UnusualSpacesSurviveAnEdit,
                             AHandlerMayCorrectWhatIsTyped, AReadOnlyOrDisabledViewKeepsItsText,
+                            InvisibleCharactersAreShownAsMarks,
+                            TabLeavesAReadOnlyViewAndReturnPressesTheDefaultButton,
                             AnEditMayDestroyItsOwnWindow, AScreenReaderSaysTheLabelOfTheView);
 
 }  // namespace quillmar

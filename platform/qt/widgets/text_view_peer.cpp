@@ -1,11 +1,9 @@
 #include "platform/qt/widgets/text_view_peer.h"
 
-#include <QSignalBlocker>
 #include <QTextDocument>
-#include <algorithm>
+#include <string>
 
 #include "platform/qt/widgets/fonts.h"
-#include "platform/qt/widgets/ringed_area.h"
 
 namespace quillmar {
 
@@ -20,35 +18,28 @@ constexpr int preferredLine = 40;
 }  // namespace
 
 TextViewPeer::TextViewPeer(TextView& textView, QtWindowPeer& window, QWidget& parent)
-    : WidgetPeer(textView, window, new RingedArea<QPlainTextEdit>(&parent)), textView_(textView) {
+    : WidgetPeer(textView, window, new TextViewWidget(&parent)), textView_(textView) {
   edit().setTabChangesFocus(true);
   edit().setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  edit().setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   QObject::connect(&edit(), &QPlainTextEdit::textChanged, receiver(), [this] {
     // Also sent when only the looks have changed.
-    const std::string text = shownText();
+    const std::string text = edit().shownText();
     if (text != textView_.text()) textView_.type(text);
   });
-}
-
-std::string TextViewPeer::shownText() const {
-  // The document's plain text has ordinary spaces for non-breaking ones.
-  return edit().document()->toRawText().replace(QChar::ParagraphSeparator, u'\n').toStdString();
 }
 
 void TextViewPeer::update() {
   edit().setFont(desktopFont(textView_.font(), edit()));
   edit().setReadOnly(!textView_.editable());
   if (textView_.inset()) edit().document()->setDocumentMargin(*textView_.inset());
-  // The same text set again would take the cursor and the undo history away.
-  if (shownText() == textView_.text()) return;
-  const QSignalBlocker setByProgram(edit());
-  const int position = edit().textCursor().position();
-  edit().setPlainText(QString::fromStdString(textView_.text()));
-  if (!edit().hasFocus()) return;
-  QTextCursor cursor = edit().textCursor();
-  cursor.setPosition(std::min(position, edit().document()->characterCount() - 1));
-  edit().setTextCursor(cursor);
+  if (!textView_.editable()) {
+    edit().setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  }
+  if (textView_.showsInvisibleCharacters()) {
+    edit().showVisibleText(textView_.text());
+  } else {
+    edit().showText(textView_.text());
+  }
 }
 
 int TextViewPeer::margin() const {

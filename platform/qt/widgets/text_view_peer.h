@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QPlainTextEdit>
-
+#include "platform/qt/widgets/text_view_widget.h"
 #include "platform/qt/widgets/widget_peer.h"
 #include "platform/widgets/text_view.h"
 
@@ -20,8 +19,7 @@ class TextViewPeer final : public WidgetPeer {
   bool scrolls() const override { return true; }
 
  private:
-  QPlainTextEdit& edit() const { return static_cast<QPlainTextEdit&>(widget()); }
-  std::string shownText() const;
+  TextViewWidget& edit() const { return static_cast<TextViewWidget&>(widget()); }
   /// Between the edge and the text.
   int margin() const;
 

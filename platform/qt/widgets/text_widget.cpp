@@ -14,6 +14,7 @@
 
 #include "platform/qt/widgets/colors.h"
 #include "platform/qt/widgets/extent.h"
+#include "platform/qt/widgets/text_wrapping.h"
 #include "platform/qt/widgets/visible_text.h"
 
 namespace quillmar {
@@ -22,20 +23,6 @@ namespace {
 
 /// Of its colour, the rest being the window's.
 constexpr float secondaryShare = 0.68F;
-
-/// Words from this length on are broken without a look for their ends, which takes time that grows
-/// with the square of the length.
-constexpr qsizetype longWord = 2000;
-
-qsizetype longestWord(const QString& text) {
-  qsizetype longest = 0;
-  qsizetype length = 0;
-  for (const QChar character : text) {
-    length = character.isSpace() ? 0 : length + 1;
-    longest = std::max(longest, length);
-  }
-  return longest;
-}
 
 qreal heightOf(const QTextLayout& layout) {
   const int count = layout.lineCount();
@@ -52,7 +39,7 @@ void TextWidget::setText(const QString& text) {
   if (text_ == text) return;
   text_ = text;
   shown_ = withVisibleCharacters(text);
-  hasLongWord_ = longestWord(text) > longWord;
+  wrapMode_ = wrapModeFor(shown_);
   anchor_ = cursor_ = 0;
   textChanged();
 }
@@ -92,9 +79,7 @@ std::unique_ptr<QTextLayout> TextWidget::lines(int width) const {
   auto layout = std::make_unique<QTextLayout>(text, font());
   QTextOption option(alignment_);
   const bool wraps = wraps_ && width < Extent::unlimited;
-  const QTextOption::WrapMode mode =
-      hasLongWord_ ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere;
-  option.setWrapMode(wraps ? mode : QTextOption::NoWrap);
+  option.setWrapMode(wraps ? wrapMode_ : QTextOption::NoWrap);
   layout->setTextOption(option);
   layout->beginLayout();
   qreal y = 0;

@@ -10,6 +10,7 @@
 #include <QColor>
 #include <QString>
 #include <QTextLayout>
+#include <QTextOption>
 #include <QWidget>
 #include <memory>
 #include <optional>
@@ -66,7 +67,7 @@ class TextWidget final : public QWidget {
   QString text_;
   /// As it is drawn.
   QString shown_;
-  bool hasLongWord_ = false;
+  QTextOption::WrapMode wrapMode_ = QTextOption::WrapAtWordBoundaryOrAnywhere;
   bool secondary_ = false;
   Qt::Alignment alignment_ = Qt::AlignLeft;
   bool wraps_ = false;

@@ -1,0 +1,42 @@
+// Several lines of plain text. Invisible characters can be shown as marks; copied, selected and
+// dragged text contains the characters themselves.
+
+#pragma once
+
+#include <QPlainTextEdit>
+#include <optional>
+#include <string>
+
+#include "platform/qt/widgets/ringed_area.h"
+#include "platform/visible_text.h"
+
+namespace quillmar {
+
+class TextViewWidget final : public RingedArea<QPlainTextEdit> {
+ public:
+  using RingedArea::RingedArea;
+
+  /// Shows the text as it is. Keeps the cursor and the undo history if it is shown already.
+  void showText(const std::string& text);
+  /// Shows the text with visible characters.
+  void showVisibleText(const std::string& text);
+
+  /// What the document contains.
+  std::string shownText() const;
+
+ protected:
+  QMimeData* createMimeDataFromSelection() const override;
+
+ private:
+  struct Marked {
+    std::string original;
+    text::VisibleText visible;
+  };
+
+  void setDocumentText(const std::string& text);
+
+  /// Absent if the text is shown as it is.
+  std::optional<Marked> marked_;
+};
+
+}  // namespace quillmar
