@@ -32,4 +32,20 @@ bool View::takesInput() const {
   return false;
 }
 
+View* View::dragDestination() {
+  View* view = this;
+  while (view != nullptr && !view->isDragDestination()) view = view->superview_;
+  return view != nullptr && view->takesInput() ? view : nullptr;
+}
+
+bool View::dragFiles(const std::vector<std::string>& files) {
+  View* const destination = dragDestination();
+  return destination != nullptr && destination->draggingEntered(files);
+}
+
+bool View::dropFiles(const std::vector<std::string>& files) {
+  View* const destination = dragDestination();
+  return destination != nullptr && destination->performDragOperation(files);
+}
+
 }  // namespace quillmar

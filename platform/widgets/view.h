@@ -101,14 +101,19 @@ class View {
   /// The user pressed a key in the window. Every view that takes input is asked before the first
   /// responder and the default button. Returns true if the view handled the key.
   virtual bool performKeyEquivalent(const KeyPress& /*press*/) { return false; }
-  /// True if files can be dropped on the view, depending on the files.
+  /// True if files can be dropped on the view and its subviews, depending on the files.
   virtual bool isDragDestination() const { return false; }
   /// The user drags files over the view. `files` holds the absolute paths of the local ones among
   /// the dragged items, in their order. Returns true if the view would take a drop; the pointer
-  /// shows it. Only called while the view takes input.
+  /// shows it. May be called often during a drag, and only while the view takes input.
   virtual bool draggingEntered(const std::vector<std::string>& /*files*/) { return false; }
-  /// The user dropped the files on the view. Returns false if the view did not take them.
+  /// The user dropped the files on the view. Returns false if the view did not take them. May
+  /// destroy the view and its window.
   virtual bool performDragOperation(const std::vector<std::string>& /*files*/) { return false; }
+  /// The user drags or drops files at this view: asks the nearest drag destination around it, if
+  /// that takes input.
+  bool dragFiles(const std::vector<std::string>& files);
+  bool dropFiles(const std::vector<std::string>& files);
   /// The view no longer gets key presses: another view or none is the first responder, the window
   /// has lost the keyboard, or the view takes no input any more. May be called more than once.
   /// The view must not destroy itself or its window.
@@ -132,6 +137,9 @@ class View {
 
  private:
   friend class Window;
+
+  /// The view or the nearest superview on which files can be dropped now; null if there is none.
+  View* dragDestination();
 
   View* superview_ = nullptr;
   /// Set only in the root view of a window.

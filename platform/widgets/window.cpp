@@ -31,8 +31,11 @@ Window::~Window() {
   waitingTasks_.clear();
   filePanel_.reset();
   if (sheet_ != nullptr) sheet_->close();
+  std::weak_ptr<Window*> parent;
+  if (sheetParent_ != nullptr) parent = sheetParent_->self_;
   leaveSheetParent();
   contentView_.reset();
+  if (const auto window = parent.lock()) (*window)->callWaitingTasks();
 }
 
 void Window::setContentView(std::unique_ptr<View> view) {
@@ -130,7 +133,7 @@ Result<void> Window::beginSavePanel(const SavePanel& panel,
 }
 
 void Window::whenFree(std::function<void()> task) {
-  if (!visible_) return;
+  if (!visible_ || isClosing_) return;
   waitingTasks_.push_back(std::move(task));
   callWaitingTasks();
 }

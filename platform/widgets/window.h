@@ -140,7 +140,8 @@ class Window {
 
   /// Calls the task when the window has no open sheet and no open panel: now, or after the open one
   /// has closed and its handler has begun no other. Waiting tasks are called in their order, and
-  /// dropped when the window is closed or destroyed. Does nothing if the window is not visible.
+  /// dropped when the window is closed or destroyed. Does nothing if the window is not visible or
+  /// is closing.
   void whenFree(std::function<void()> task);
 
   View* firstResponder() const { return firstResponder_; }

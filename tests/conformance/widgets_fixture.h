@@ -24,10 +24,18 @@
 //   void typeAtFocus(Window& window, const std::string& text);
 //   void pressKey(Window& window, const KeyPress& press);
 //   void closeByTitleBar(Window& window);
+//   bool dragFiles(const View& view, const std::vector<std::string>& files);
+//                                               over the view; true if the pointer shows that it
+//                                               would take them
+//   bool dropFiles(const View& view, const std::vector<std::string>& files);
+//                                               true if the view took them
+//   void chooseInPanel(Window& parent, const std::string& path);
+//   void cancelPanel(Window& parent);
 //
 //   What the user sees:
 //   bool isOnScreen(const Window& window);
 //   std::string titleOnScreen(const Window& window);
+//   std::string panelTitleOnScreen(const Window& parent);   empty if no panel is open
 //   bool isResizableOnScreen(const Window& window);
 //   Size minimumSizeOnScreen(const Window& window);   of a resizable window
 //   bool isShown(const View& view);             it has a widget, and that is not hidden

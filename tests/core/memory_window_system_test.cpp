@@ -11,10 +11,13 @@
 #include "tests/conformance/widgets_completions_conformance.h"
 #include "tests/conformance/widgets_controls_conformance.h"
 #include "tests/conformance/widgets_custom_view_conformance.h"
+#include "tests/conformance/widgets_drops_conformance.h"
 #include "tests/conformance/widgets_keyboard_conformance.h"
 #include "tests/conformance/widgets_outline_conformance.h"
+#include "tests/conformance/widgets_panels_conformance.h"
 #include "tests/conformance/widgets_tabs_conformance.h"
 #include "tests/conformance/widgets_text_view_conformance.h"
+#include "tests/conformance/widgets_waiting_conformance.h"
 
 namespace quillmar {
 namespace {
@@ -78,11 +81,24 @@ class MemoryHarness {
   }
   void pressKey(Window& window, const KeyPress& press) { window.key(press); }
   void closeByTitleBar(Window& window) { window.performClose(); }
+  bool dragFiles(const View& view, const std::vector<std::string>& files) {
+    return const_cast<View&>(view).dragFiles(files);
+  }
+  bool dropFiles(const View& view, const std::vector<std::string>& files) {
+    return const_cast<View&>(view).dropFiles(files);
+  }
+  void chooseInPanel(Window& parent, const std::string& path) { endPanel(parent, path); }
+  void cancelPanel(Window& parent) { endPanel(parent, std::nullopt); }
 
   bool isOnScreen(const Window& window) const {
     return testing::Value(screen_.windows(), testing::Contains(&window));
   }
   std::string titleOnScreen(const Window& window) const { return screen_.titleOnScreen(window); }
+  std::string panelTitleOnScreen(const Window& parent) const {
+    const MemoryFilePanel* const panel = panelOf(parent);
+    if (panel == nullptr) return "";
+    return panel->open ? panel->open->message : panel->save->message;
+  }
   bool isResizableOnScreen(const Window& window) const { return screen_.resizableOnScreen(window); }
   Size minimumSizeOnScreen(const Window& window) const {
     return screen_.minimumSizeOnScreen(window);
@@ -146,6 +162,17 @@ class MemoryHarness {
   int widgetCount() const { return static_cast<int>(screen_.widgetCount()); }
 
  private:
+  const MemoryFilePanel* panelOf(const Window& parent) const {
+    for (const MemoryFilePanel* const panel : screen_.filePanels()) {
+      if (panel->parent == &parent) return panel;
+    }
+    return nullptr;
+  }
+  void endPanel(const Window& parent, const std::optional<std::string>& path) {
+    // A copy, because the function destroys the panel.
+    const auto end = panelOf(parent)->end;
+    end(path);
+  }
   static OutlineView& changeable(const OutlineView& outline) {
     return const_cast<OutlineView&>(outline);
   }
@@ -163,6 +190,9 @@ class MemoryHarness {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, AlertConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, CompletionsConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, DropsConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, PanelsConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WaitingConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SettingsWindowConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetChoicesConformance, MemoryHarness);
 INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetControlsConformance, MemoryHarness);

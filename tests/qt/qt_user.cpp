@@ -6,13 +6,16 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDeadlineTimer>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QListView>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTest>
 #include <QTreeView>
+#include <QUrl>
 #include <QWindow>
 #include <algorithm>
 #include <array>
@@ -190,6 +193,40 @@ QListView* completionListOf(const TextField& field) {
   return list != nullptr && list->isVisible() ? list : nullptr;
 }
 
+QFileDialog* panelOf(const Window& parent) {
+  if (parent.peer() == nullptr) return nullptr;
+  auto* const panel = widgetOf(parent).findChild<QFileDialog*>();
+  return panel != nullptr && panel->isVisible() ? panel : nullptr;
+}
+
+void setFiles(QMimeData& data, const std::vector<std::string>& files) {
+  QList<QUrl> urls;
+  for (const std::string& file : files) urls += QUrl::fromLocalFile(QString::fromStdString(file));
+  data.setUrls(urls);
+}
+
+bool dragOver(const View& view, QMimeData& data) {
+  QWidget& widget = widgetOf(view);
+  const QPoint position = widget.mapTo(widget.window(), widget.rect().center());
+  constexpr Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction;
+  QDragEnterEvent enter(position, actions, &data, Qt::LeftButton, Qt::NoModifier);
+  enter.ignore();
+  qApp->notify(widget.window()->windowHandle(), &enter);
+  QDragMoveEvent move(position, actions, &data, Qt::LeftButton, Qt::NoModifier);
+  // The toolkit takes the answer to the entering over.
+  move.setAccepted(enter.isAccepted());
+  qApp->notify(widget.window()->windowHandle(), &move);
+  return move.isAccepted() && move.dropAction() == Qt::CopyAction;
+}
+
+bool dropOn(const View& view, QMimeData& data) {
+  QWidget& widget = widgetOf(view);
+  const QPoint position = widget.mapTo(widget.window(), widget.rect().center());
+  QDropEvent drop(position, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+  qApp->notify(widget.window()->windowHandle(), &drop);
+  return drop.isAccepted() && drop.dropAction() == Qt::CopyAction;
+}
+
 QString withoutMnemonics(const QString& text) {
   QString shown;
   for (qsizetype i = 0; i < text.size(); ++i) {
@@ -287,6 +324,41 @@ void QtUser::pressKey(Window& window, const KeyPress& press) {
 
 void QtUser::closeByTitleBar(Window& window) {
   widgetOf(window).windowHandle()->close();
+}
+
+bool QtUser::dragFiles(const View& view, const std::vector<std::string>& files) {
+  QMimeData data;
+  setFiles(data, files);
+  return dragOver(view, data);
+}
+
+bool QtUser::dropFiles(const View& view, const std::vector<std::string>& files) {
+  QMimeData data;
+  setFiles(data, files);
+  // Other programs drop only where the pointer shows that they can.
+  return dragOver(view, data) && dropOn(view, data);
+}
+
+void QtUser::chooseInPanel(Window& parent, const std::string& path) {
+  auto* const name = panelOf(parent)->findChild<QLineEdit*>();
+  ASSERT_NE(name, nullptr);
+  name->selectAll();
+  for (const QChar character : QString::fromStdString(path)) {
+    QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(character));
+    qApp->notify(name, &press);
+  }
+  QTest::keyClick(name, Qt::Key_Return);
+  settle();
+}
+
+void QtUser::cancelPanel(Window& parent) {
+  QTest::keyClick(panelOf(parent), Qt::Key_Escape);
+  settle();
+}
+
+std::string QtUser::panelTitleOnScreen(const Window& parent) const {
+  const QFileDialog* const panel = panelOf(parent);
+  return panel == nullptr ? "" : panel->windowHandle()->title().toStdString();
 }
 
 bool QtUser::isOnScreen(const Window& window) const {

@@ -16,7 +16,9 @@
 #include "platform/widgets/text_field.h"
 #include "platform/widgets/window.h"
 
+class QFileDialog;
 class QListView;
+class QMimeData;
 class QString;
 class QWidget;
 
@@ -35,6 +37,19 @@ QWidget& widgetOf(const View& view);
 
 /// The list of completions below the field; null if it is closed.
 QListView* completionListOf(const TextField& field);
+
+/// The open panel of the window; null if there is none.
+QFileDialog* panelOf(const Window& parent);
+
+/// As a file manager offers the files.
+void setFiles(QMimeData& data, const std::vector<std::string>& files);
+
+/// Moves the pointer over the view with the data, as another program that offers to copy or move
+/// it. True if the pointer shows that the view would take it.
+bool dragOver(const View& view, QMimeData& data);
+
+/// Releases the button there. True if the view took the data.
+bool dropOn(const View& view, QMimeData& data);
 
 /// What is left of a text's mnemonics when it is drawn.
 QString withoutMnemonics(const QString& text);
@@ -63,9 +78,14 @@ class QtUser {
   void typeAtFocus(Window& window, const std::string& text);
   void pressKey(Window& window, const KeyPress& press);
   void closeByTitleBar(Window& window);
+  bool dragFiles(const View& view, const std::vector<std::string>& files);
+  bool dropFiles(const View& view, const std::vector<std::string>& files);
+  void chooseInPanel(Window& parent, const std::string& path);
+  void cancelPanel(Window& parent);
 
   bool isOnScreen(const Window& window) const;
   std::string titleOnScreen(const Window& window) const;
+  std::string panelTitleOnScreen(const Window& parent) const;
   bool isResizableOnScreen(const Window& window) const;
   Size minimumSizeOnScreen(const Window& window) const;
   bool isShown(const View& view) const;

@@ -48,6 +48,16 @@ QtWindowPeer::QtWindowPeer(Window& window)
            .key = [this](const KeyPress& press) { return keyPressed(press); },
            .mouseDown = [this] { window_.mouseDown(); },
            .close = [this] { window_.performClose(); },
+           .dragFiles =
+               [this](QWidget& widget, const std::vector<std::string>& files) {
+                 View* const view = viewOf(widget);
+                 return view != nullptr && view->dragFiles(files);
+               },
+           .dropFiles =
+               [this](QWidget& widget, const std::vector<std::string>& files) {
+                 View* const view = viewOf(widget);
+                 return view != nullptr && view->dropFiles(files);
+               },
            .destroyed = [this] { windowDestroyed(); },
            .looksChanged = [this] { looksChanged(); },
            .layOut = [this] { layOut(); },
@@ -134,6 +144,16 @@ void QtWindowPeer::captureKeyboard(bool captures) {
 
 void QtWindowPeer::beep() {
   QApplication::beep();
+}
+
+View* QtWindowPeer::viewOf(const QWidget& widget) const {
+  View* found = nullptr;
+  if (window_.contentView() == nullptr) return found;
+  // Inner views come after the outer ones.
+  walkPeers(*window_.contentView(), [&](WidgetPeer& peer) {
+    if (&peer.widget() == &widget || peer.widget().isAncestorOf(&widget)) found = &peer.view();
+  });
+  return found;
 }
 
 bool QtWindowPeer::keyEquivalentPressed(const KeyPress& press) {

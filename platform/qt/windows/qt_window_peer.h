@@ -51,6 +51,8 @@ class QtWindowPeer final : public WindowPeer {
   void captureKeyboard(bool captures);
 
  private:
+  /// The view that the widget belongs to; null if there is none.
+  View* viewOf(const QWidget& widget) const;
   bool keyEquivalentPressed(const KeyPress& press);
   bool keyPressed(const KeyPress& press);
   void windowDestroyed();

@@ -5,10 +5,20 @@
 #include "platform/qt/menus/embedded_status_item.h"
 #include "platform/qt/menus/pop_up_menu.h"
 #include "platform/qt/widgets/accessible_widgets.h"
+#include "platform/qt/windows/file_panel.h"
 #include "platform/qt/windows/keyboard_layout.h"
 #include "platform/qt/windows/qt_window_peer.h"
 
 namespace quillmar {
+
+namespace {
+
+/// Precondition: the window has been shown.
+QWidget& widgetOf(const Window& window) {
+  return static_cast<QtWindowPeer*>(window.peer())->widget();
+}
+
+}  // namespace
 
 QtWindowSystem::QtWindowSystem(TaskQueue& mainQueue) : mainQueue_(mainQueue) {
   makeWidgetsAccessible();
@@ -33,15 +43,17 @@ Result<void> QtWindowSystem::popUpMenu(Menu menu, std::optional<ScreenPoint> pos
 }
 
 Result<std::unique_ptr<FilePanelPeer>> QtWindowSystem::showOpenPanel(
-    Window& /*parent*/, const OpenPanel& /*panel*/,
-    std::function<void(std::optional<std::string> path)> /*onEnd*/) {
-  return Error{"This build of Quillmar cannot show open panels."};
+    Window& parent, const OpenPanel& panel,
+    std::function<void(std::optional<std::string> path)> onEnd) {
+  return std::unique_ptr<FilePanelPeer>(
+      std::make_unique<QtFilePanel>(panel, widgetOf(parent), std::move(onEnd)));
 }
 
 Result<std::unique_ptr<FilePanelPeer>> QtWindowSystem::showSavePanel(
-    Window& /*parent*/, const SavePanel& /*panel*/,
-    std::function<void(std::optional<std::string> path)> /*onEnd*/) {
-  return Error{"This build of Quillmar cannot show save panels."};
+    Window& parent, const SavePanel& panel,
+    std::function<void(std::optional<std::string> path)> onEnd) {
+  return std::unique_ptr<FilePanelPeer>(
+      std::make_unique<QtFilePanel>(panel, widgetOf(parent), std::move(onEnd)));
 }
 
 Result<std::unique_ptr<StatusItem>> QtWindowSystem::makeEmbeddedStatusItem() {

@@ -38,8 +38,21 @@ WindowWidget::WindowWidget(Handlers handlers)
     : handlers_(std::move(handlers)),
       keyEquivalents_(
           [this](const KeyPress& press) { return call(handlers_.keyEquivalent, press); }),
+      fileDrops_({.drag =
+                      [this](const QPoint& position, const std::vector<std::string>& files) {
+                        return call(handlers_.dragFiles, widgetAt(position), files);
+                      },
+                  .drop =
+                      [this](const QPoint& position, const std::vector<std::string>& files) {
+                        return call(handlers_.dropFiles, widgetAt(position), files);
+                      }}),
       destroyedWindow_(
           [this] { QCoreApplication::postEvent(this, new QEvent(displayWindowDestroyed)); }) {}
+
+QWidget& WindowWidget::widgetAt(const QPoint& position) {
+  QWidget* const child = childAt(position);
+  return child == nullptr ? *this : *child;
+}
 
 void WindowWidget::requestLayout() {
   QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
@@ -59,6 +72,7 @@ bool WindowWidget::event(QEvent* event) {
         keyEquivalents_.watch(*windowHandle());
         // The last filter is asked first: keys that it drops are no key equivalents either.
         heldKeys_.watch(*windowHandle());
+        fileDrops_.watch(*windowHandle());
         destroyedWindow_.watch(windowHandle()->winId());
       } else {
         destroyedWindow_.watch(0);

@@ -4,9 +4,12 @@
 
 #include <QWidget>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "platform/key_press.h"
 #include "platform/qt/windows/destroyed_window_filter.h"
+#include "platform/qt/windows/file_drop_filter.h"
 #include "platform/qt/windows/held_key_filter.h"
 #include "platform/qt/windows/key_equivalent_filter.h"
 
@@ -23,6 +26,10 @@ class WindowWidget final : public QWidget {
     /// A mouse button was pressed and no widget has used it.
     std::function<void()> mouseDown;
     std::function<void()> close;
+    /// Files were dragged over a widget. True if the view there would take them.
+    std::function<bool(QWidget& widget, const std::vector<std::string>& files)> dragFiles;
+    /// Files were dropped on a widget. True if the view there has taken them.
+    std::function<bool(QWidget& widget, const std::vector<std::string>& files)> dropFiles;
     /// Another program has destroyed the window on the display.
     std::function<void()> destroyed;
     /// A font or the style has changed.
@@ -61,9 +68,13 @@ class WindowWidget final : public QWidget {
   bool focusNextPrevChild(bool next) override;
 
  private:
+  /// The innermost widget at the position.
+  QWidget& widgetAt(const QPoint& position);
+
   Handlers handlers_;
   KeyEquivalentFilter keyEquivalents_;
   HeldKeyFilter heldKeys_;
+  FileDropFilter fileDrops_;
   DestroyedWindowFilter destroyedWindow_;
   bool ignoresEarlyClicks_ = false;
 };
