@@ -119,7 +119,9 @@ class FirstStartTest(OpenTestCase):
         self.variables = {"QUILLMAR_SETTINGS_DIR": str(self.settings)}
 
     def test_the_program_starts_with_the_file(self):
-        run("gio", "open", str(self.pack("first")), env={**os.environ, **self.variables})
+        # The program keeps its standard output open, so nobody reads it.
+        subprocess.run(["gio", "open", self.pack("first")], env={**os.environ, **self.variables},
+                       stdout=subprocess.DEVNULL, check=True, timeout=DEADLINE_SECONDS)
         self.wait_for_review("first")
 
     def test_a_call_on_the_bus_starts_the_program_with_the_file(self):
