@@ -27,7 +27,7 @@ constexpr double listingInset = 6;
 // Limits in characters. A pack must not imitate the dialog's own text or push the listing out of
 // the window. No host name and no file name is longer than the last one.
 constexpr std::size_t maximumNameLength = 100;
-constexpr std::size_t maximumDescriptionLength = 240;
+constexpr std::size_t maximumDescriptionLength = 160;
 constexpr std::size_t maximumSourceLength = 255;
 
 std::string counted(std::int64_t count, const std::string& noun) {

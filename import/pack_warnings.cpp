@@ -1,5 +1,6 @@
 #include "import/pack_warnings.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <set>
 #include <string_view>
@@ -40,8 +41,19 @@ class Combinations {
   std::set<std::pair<std::uint16_t, std::uint64_t>> combinations_;
 };
 
+/// The folders and items of the folder that have no row of their own in the settings window.
+std::size_t countUneditable(const MenuCategory& folder) {
+  constexpr char separator = '|';
+  if (folder.id.find(separator) != std::string::npos) return 1 + folder.items.size();
+  if (folder.id.empty()) return folder.items.size();
+  return static_cast<std::size_t>(std::ranges::count_if(folder.items, [](const MenuItem& item) {
+    return item.id.empty() || item.id.find(separator) != std::string::npos;
+  }));
+}
+
 void checkContents(const MenuCategory& folder, PackWarnings& warnings) {
   if (isMisleadingName(folder.name)) ++warnings.misleadingNames;
+  warnings.uneditableEntries += countUneditable(folder);
   for (const MenuItem& item : folder.items) {
     if (isMisleadingName(item.title)) ++warnings.misleadingNames;
     const std::string& command = item.command.value;
@@ -51,18 +63,23 @@ void checkContents(const MenuCategory& folder, PackWarnings& warnings) {
   }
 }
 
-std::size_t countCollisions(const QuillmarConfig& current, const QuillmarConfig& pack) {
+/// Compares what a merge would add with the user's items and with each other.
+void checkAdditions(const QuillmarConfig& current, const QuillmarConfig& pack,
+                    PackWarnings& warnings) {
+  std::set<std::string_view> ids;
   Combinations combinations;
   for (const MenuCategory& folder : current.categories) {
     for (const MenuItem& item : folder.items) {
+      ids.insert(item.id);
       if (hasHotKey(folder, item)) combinations.add(*item.shortcut);
     }
   }
-  std::size_t count = 0;
-  for (const AddedItem& added : current.addedItems(pack)) {
-    if (hasHotKey(*added.folder, *added.item) && !combinations.add(*added.item->shortcut)) ++count;
+  for (const auto& [item, folder, isInNewFolder] : current.addedItems(pack)) {
+    if (!ids.insert(item->id).second) ++warnings.repeatedIds;
+    if (hasHotKey(*folder, *item) && !combinations.add(*item->shortcut)) {
+      ++warnings.collidingHotKeys;
+    }
   }
-  return count;
 }
 
 void addSentence(std::string& text, std::size_t count, std::string_view one,
@@ -77,7 +94,7 @@ void addSentence(std::string& text, std::size_t count, std::string_view one,
 PackWarnings findWarnings(const QuillmarConfig& current, const QuillmarConfig& pack) {
   PackWarnings warnings;
   for (const MenuCategory& folder : pack.categories) checkContents(folder, warnings);
-  warnings.collidingHotKeys = countCollisions(current, pack);
+  checkAdditions(current, pack, warnings);
   return warnings;
 }
 
@@ -91,6 +108,11 @@ std::string warningText(const PackWarnings& warnings) {
   addSentence(text, warnings.misleadingNames,
               "name contains hidden characters, line breaks or a long gap.",
               "names contain hidden characters, line breaks or a long gap.");
+  addSentence(text, warnings.repeatedIds,
+              "item has the identifier of another item and may run in its place.",
+              "items have the identifiers of other items and may run in their place.");
+  addSentence(text, warnings.uneditableEntries, "entry cannot be edited or deleted in Settings.",
+              "entries cannot be edited or deleted in Settings.");
   addSentence(text, warnings.unconfirmedHotKeys,
               "item with a global hot key runs without confirmation.",
               "items with a global hot key run without confirmation.");

@@ -303,8 +303,8 @@ TEST_F(ImportSheetTest, ALongNameEndsInAnEllipsis) {
 TEST_F(ImportSheetTest, ADescriptionIsOneParagraphOfLimitedLength) {
   EXPECT_EQ(subtitleFor("Safe.\nFrom quillmar.example\n\n\n"),
             "Safe. From quillmar.example   \nFrom tools.json");
-  EXPECT_EQ(subtitleFor(std::string(240, 'd')), std::string(240, 'd') + "\nFrom tools.json");
-  EXPECT_EQ(subtitleFor(std::string(1'000'000, 'd')), std::string(239, 'd') + "…\nFrom tools.json");
+  EXPECT_EQ(subtitleFor(std::string(160, 'd')), std::string(160, 'd') + "\nFrom tools.json");
+  EXPECT_EQ(subtitleFor(std::string(1'000'000, 'd')), std::string(159, 'd') + "…\nFrom tools.json");
   EXPECT_EQ(subtitleFor("\u202Eevil"), "‹U+202E›evil\nFrom tools.json");
 }
 

@@ -41,7 +41,8 @@ std::size_t collisions(const QuillmarConfig& current, std::vector<MenuItem> item
 }
 
 MenuItem itemRunning(const std::string& command) {
-  MenuItem item = itemWith("1", "One");
+  static int count = 0;
+  MenuItem item = itemWith("id" + std::to_string(++count), "One");
   item.command.value = command;
   return item;
 }
@@ -87,6 +88,34 @@ TEST(PackWarnings, CountNamesThatCanImitateOtherLinesOfTheListing) {
   EXPECT_EQ(findWarnings({}, documentWith({folder})), PackWarnings{.misleadingNames = 1});
 }
 
+TEST(PackWarnings, CountItemsThatRunInPlaceOfAnItemOfTheUser) {
+  const QuillmarConfig user = documentWith(
+      {folderWith("F", 0, {itemWith("1", "One")}), folderWith("G", 1, {itemWith("2", "Two")})});
+  EXPECT_EQ(findWarnings(user, documentWith({folderWith("F", 0, {itemWith("2", "Evil two")})})),
+            PackWarnings{.repeatedIds = 1});
+  EXPECT_EQ(findWarnings(user, documentWith({folderWith("H", 0, {itemWith("1", "Evil one")})})),
+            PackWarnings{.repeatedIds = 1});
+  // An item that the user already has is not added.
+  EXPECT_EQ(findWarnings(user, documentWith({folderWith("F", 0, {itemWith("1", "Evil one")})})),
+            PackWarnings{});
+}
+
+TEST(PackWarnings, CountItemsThatRunInPlaceOfAnItemOfThePack) {
+  EXPECT_EQ(findWarnings({}, documentWith({folderWith("F", 0, {itemWith("1", "Evil")}),
+                                           folderWith("G", 1, {itemWith("1", "Safe")})})),
+            PackWarnings{.repeatedIds = 1});
+}
+
+TEST(PackWarnings, CountEntriesThatTheSettingsWindowCannotShow) {
+  const std::vector<MenuItem> twoItems = {itemWith("1", "One"), itemWith("2", "Two")};
+  EXPECT_EQ(findWarnings({}, documentWith({folderWith("F|1", 0, twoItems)})),
+            PackWarnings{.uneditableEntries = 3});
+  EXPECT_EQ(findWarnings({}, documentWith({folderWith("", 0, twoItems)})),
+            PackWarnings{.uneditableEntries = 2});
+  EXPECT_EQ(warningsAbout({itemWith("a|b", "One"), itemWith("", "Two"), itemWith("3", "Three")}),
+            PackWarnings{.uneditableEntries = 2});
+}
+
 TEST(PackWarnings, CountHotKeysThatRunWithoutConfirmation) {
   MenuItem item = itemWithHotKey("1", 40);
   item.confirmBeforeRunning = false;
@@ -97,12 +126,14 @@ TEST(PackWarnings, ItemsThatGetNoHotKeyAreNotCounted) {
   MenuItem disabled = itemWithHotKey("1", 40);
   disabled.confirmBeforeRunning = false;
   MenuItem inMenuOnly = disabled;
+  inMenuOnly.id = "2";
   MenuItem separator = disabled;
+  separator.id = "3";
   disabled.isEnabled = false;
   inMenuOnly.shortcut->isGlobal = false;
   separator.isSeparator = true;
-  const QuillmarConfig user = documentWith({folderWith("G", 0, {itemWithHotKey("1", 40)})});
-  const std::vector<MenuItem> items = {disabled, inMenuOnly, separator, itemWith("2", "None")};
+  const QuillmarConfig user = documentWith({folderWith("G", 0, {itemWithHotKey("user", 40)})});
+  const std::vector<MenuItem> items = {disabled, inMenuOnly, separator, itemWith("4", "None")};
   EXPECT_EQ(findWarnings(user, documentWith({folderWith("F", 0, items)})), PackWarnings{});
 
   MenuCategory line = separatorFolder("S", 0);
@@ -148,23 +179,31 @@ TEST(PackWarnings, AreSentencesInTheSingularAndThePlural) {
   EXPECT_EQ(warningText({.commandsWithHiddenCharacters = 1,
                          .commandsWithLongGaps = 1,
                          .misleadingNames = 1,
+                         .repeatedIds = 1,
+                         .uneditableEntries = 1,
                          .unconfirmedHotKeys = 1,
                          .collidingHotKeys = 1}),
             "1 command contains hidden characters. "
             "1 command contains a long gap before part of its text. "
             "1 name contains hidden characters, line breaks or a long gap. "
+            "1 item has the identifier of another item and may run in its place. "
+            "1 entry cannot be edited or deleted in Settings. "
             "1 item with a global hot key runs without confirmation. "
             "1 global hot key is already used by another item.");
   EXPECT_EQ(warningText({.commandsWithHiddenCharacters = 2,
                          .commandsWithLongGaps = 3,
                          .misleadingNames = 4,
-                         .unconfirmedHotKeys = 5,
-                         .collidingHotKeys = 6}),
+                         .repeatedIds = 5,
+                         .uneditableEntries = 6,
+                         .unconfirmedHotKeys = 7,
+                         .collidingHotKeys = 8}),
             "2 commands contain hidden characters. "
             "3 commands contain a long gap before part of their text. "
             "4 names contain hidden characters, line breaks or a long gap. "
-            "5 items with a global hot key run without confirmation. "
-            "6 global hot keys are already used by other items.");
+            "5 items have the identifiers of other items and may run in their place. "
+            "6 entries cannot be edited or deleted in Settings. "
+            "7 items with a global hot key run without confirmation. "
+            "8 global hot keys are already used by other items.");
   EXPECT_EQ(warningText({.unconfirmedHotKeys = 12}),
             "12 items with a global hot key run without confirmation.");
 }
