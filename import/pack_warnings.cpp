@@ -1,6 +1,5 @@
 #include "import/pack_warnings.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <set>
 #include <string_view>
@@ -41,19 +40,8 @@ class Combinations {
   std::set<std::pair<std::uint16_t, std::uint64_t>> combinations_;
 };
 
-/// The folders and items of the folder that have no row of their own in the settings window.
-std::size_t countUneditable(const MenuCategory& folder) {
-  constexpr char separator = '|';
-  if (folder.id.find(separator) != std::string::npos) return 1 + folder.items.size();
-  if (folder.id.empty()) return folder.items.size();
-  return static_cast<std::size_t>(std::ranges::count_if(folder.items, [](const MenuItem& item) {
-    return item.id.empty() || item.id.find(separator) != std::string::npos;
-  }));
-}
-
 void checkContents(const MenuCategory& folder, PackWarnings& warnings) {
   if (isMisleadingName(folder.name)) ++warnings.misleadingNames;
-  warnings.uneditableEntries += countUneditable(folder);
   for (const MenuItem& item : folder.items) {
     if (isMisleadingName(item.title)) ++warnings.misleadingNames;
     const std::string& command = item.command.value;
@@ -111,8 +99,6 @@ std::string warningText(const PackWarnings& warnings) {
   addSentence(text, warnings.repeatedIds,
               "item has the identifier of another item and may run in its place.",
               "items have the identifiers of other items and may run in their place.");
-  addSentence(text, warnings.uneditableEntries, "entry cannot be edited or deleted in Settings.",
-              "entries cannot be edited or deleted in Settings.");
   addSentence(text, warnings.unconfirmedHotKeys,
               "item with a global hot key runs without confirmation.",
               "items with a global hot key run without confirmation.");

@@ -20,9 +20,6 @@ struct PackWarnings {
   /// Items that a merge would add and that have the id of another item, of the user or of the pack.
   /// A click or a hot key runs the first item with the id.
   std::size_t repeatedIds = 0;
-  /// Folders and items with ids that the settings window cannot address
-  /// (settings_ui/document_rows.h).
-  std::size_t uneditableEntries = 0;
   /// Items whose shortcut works in all programs and that run without asking.
   std::size_t unconfirmedHotKeys = 0;
   /// Hot keys that a merge would add and that another item, of the user or of the pack, has too.

@@ -106,16 +106,6 @@ TEST(PackWarnings, CountItemsThatRunInPlaceOfAnItemOfThePack) {
             PackWarnings{.repeatedIds = 1});
 }
 
-TEST(PackWarnings, CountEntriesThatTheSettingsWindowCannotShow) {
-  const std::vector<MenuItem> twoItems = {itemWith("1", "One"), itemWith("2", "Two")};
-  EXPECT_EQ(findWarnings({}, documentWith({folderWith("F|1", 0, twoItems)})),
-            PackWarnings{.uneditableEntries = 3});
-  EXPECT_EQ(findWarnings({}, documentWith({folderWith("", 0, twoItems)})),
-            PackWarnings{.uneditableEntries = 2});
-  EXPECT_EQ(warningsAbout({itemWith("a|b", "One"), itemWith("", "Two"), itemWith("3", "Three")}),
-            PackWarnings{.uneditableEntries = 2});
-}
-
 TEST(PackWarnings, CountHotKeysThatRunWithoutConfirmation) {
   MenuItem item = itemWithHotKey("1", 40);
   item.confirmBeforeRunning = false;
@@ -180,30 +170,26 @@ TEST(PackWarnings, AreSentencesInTheSingularAndThePlural) {
                          .commandsWithLongGaps = 1,
                          .misleadingNames = 1,
                          .repeatedIds = 1,
-                         .uneditableEntries = 1,
                          .unconfirmedHotKeys = 1,
                          .collidingHotKeys = 1}),
             "1 command contains hidden characters. "
             "1 command contains a long gap before part of its text. "
             "1 name contains hidden characters, line breaks or a long gap. "
             "1 item has the identifier of another item and may run in its place. "
-            "1 entry cannot be edited or deleted in Settings. "
             "1 item with a global hot key runs without confirmation. "
             "1 global hot key is already used by another item.");
   EXPECT_EQ(warningText({.commandsWithHiddenCharacters = 2,
                          .commandsWithLongGaps = 3,
                          .misleadingNames = 4,
                          .repeatedIds = 5,
-                         .uneditableEntries = 6,
-                         .unconfirmedHotKeys = 7,
-                         .collidingHotKeys = 8}),
+                         .unconfirmedHotKeys = 6,
+                         .collidingHotKeys = 7}),
             "2 commands contain hidden characters. "
             "3 commands contain a long gap before part of their text. "
             "4 names contain hidden characters, line breaks or a long gap. "
             "5 items have the identifiers of other items and may run in their place. "
-            "6 entries cannot be edited or deleted in Settings. "
-            "7 items with a global hot key run without confirmation. "
-            "8 global hot keys are already used by other items.");
+            "6 items with a global hot key run without confirmation. "
+            "7 global hot keys are already used by other items.");
   EXPECT_EQ(warningText({.unconfirmedHotKeys = 12}),
             "12 items with a global hot key run without confirmation.");
 }

@@ -444,6 +444,19 @@ TEST_F(SettingsWindowControllerTest, AFolderWhoseIdLooksLikeAnItemIsNotMistakenF
   EXPECT_THAT(rows(), ElementsAre("F", "F|I"));
 }
 
+TEST_F(SettingsWindowControllerTest, EntriesWithEmptyIdsCanBeDeleted) {
+  open({folderWith("", 0, {itemWith("", "First"), itemWith("b", "Second")})});
+  ASSERT_THAT(rows(), SizeIs(3));
+  select(rows()[1]);
+  press("Delete");
+  pressInSheet("Delete");
+  EXPECT_THAT(settings->config.categories.at(0).items, ElementsAre(itemWith("b", "Second")));
+  select(rows()[0]);
+  press("Delete");
+  pressInSheet("Delete");
+  EXPECT_THAT(rows(), IsEmpty());
+}
+
 TEST(Selection, ARowOfTwoPiecesIsAnItemAndAnyOtherAFolder) {
   const auto of = [](const std::string& row) { return Selection::fromRow(&row); };
   EXPECT_EQ(Selection::fromRow(nullptr), std::nullopt);
