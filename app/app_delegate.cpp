@@ -151,8 +151,7 @@ void AppDelegate::openSettings() {
 
 Window* AppDelegate::settingsWindow() {
   openSettings();
-  Window& window = settingsWindowController_->window();
-  return window.visible() ? &window : nullptr;
+  return &settingsWindowController_->window();
 }
 
 void AppDelegate::showAbout() {

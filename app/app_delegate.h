@@ -91,7 +91,7 @@ class AppDelegate : public UserNotificationCenterDelegate {
   void quitApp();
 
  private:
-  /// Opens the settings window and returns it; null if that failed.
+  /// Opens the settings window and returns it. It is not visible if that failed.
   Window* settingsWindow();
   void perform(const StatusMenuAction& action);
   /// Opens the URL with the default program for it. Shows a notification if that fails.

@@ -139,9 +139,7 @@ void ImportCoordinator::review(QuillmarConfig config, std::string source) {
   waitingReview_ = waiting;
   window->whenFree([self = std::weak_ptr(self_), waiting, window] {
     const auto coordinator = self.lock();
-    if (!coordinator) return;
-    (*coordinator)->waitingReview_.reset();
-    (*coordinator)->presentReview(std::move(*waiting), *window);
+    if (coordinator) (*coordinator)->presentReview(std::move(*waiting), *window);
   });
 }
 

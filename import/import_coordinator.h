@@ -48,8 +48,8 @@ class ImportCoordinator {
   /// The process-wide coordinator, created on first use from the installed platform.
   static ImportCoordinator& shared();
 
-  /// Opens the settings window and returns it; null if that failed. Without a window, imports and
-  /// failures are dropped.
+  /// Opens the settings window and returns it; null if there is none. Without a window that is
+  /// visible, imports and failures are dropped.
   std::function<Window*()> settingsWindowProvider;
 
   /// Downloads the pack that the link "quillmar://import?url=…" points at, and reviews it. Ignores

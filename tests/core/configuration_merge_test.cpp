@@ -274,6 +274,14 @@ TEST(ConfigurationMerge, MatchesSeparatorFoldersById) {
   EXPECT_EQ(current().mergePreview(document({rule})), (MergePreview{0, 0}));
 }
 
+TEST(ConfigurationMerge, CountsNewItemsOfAKnownSeparatorFolder) {
+  QuillmarConfig user = document({folder("rule", 0, {})});
+  user.categories[0].isSeparator = true;
+  MenuCategory rule = folder("rule", 0, {item("new")});
+  rule.isSeparator = true;
+  EXPECT_EQ(user.mergePreview(document({rule})), (MergePreview{0, 1}));
+}
+
 TEST(ConfigurationMerge, AddsANewFoldersItemsUnchangedDuplicatesIncluded) {
   MenuCategory theirs = folder("new", 3, {item("x"), item("x"), separatorItem("s"), item("a")});
   theirs.iconSymbolName = "bolt";

@@ -418,7 +418,7 @@ TEST_F(ImportCoordinatorTest, AFailureCanBeShownAgainAfterTheWindowWasClosed) {
 
 TEST_F(ImportCoordinatorTest, OfManyFailuresMostAreOnlyLogged) {
   for (int i = 0; i < 100; ++i) importCoordinator->fail("Failure.", std::to_string(i));
-  EXPECT_THAT(log, SizeIs(95));
+  ASSERT_THAT(log, SizeIs(95));
   EXPECT_EQ(log[0], "Failure. 5");
   int alerts = 0;
   for (; sheet() != nullptr; ++alerts) pressInSheet("OK");

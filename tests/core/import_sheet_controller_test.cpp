@@ -145,16 +145,17 @@ TEST(ImportSheet, DescribesFoldersByTheirOrderAndItemsAsTheyAreStored) {
   MenuItem disabled = itemWith("3", "Off");
   disabled.isEnabled = false;
   const std::string listing = ImportSheetController::describe(packOf(
-      {folderWith("B", 2, {itemWith("2", "Zeta"), separatorItem("s"), disabled}),
+      {folderWith("B", 2, {itemWith("2", "Zeta"), separatorItem("s"), disabled, disabled}),
        separatorFolder("S", 1), folderWith("C", 3), folderWith("A", 0, {itemWith("1", "One")})}));
   EXPECT_EQ(listing,
             "Folder A  (1 items)\n"
             "    One: echo One\n"
             "\n"
             "----\n"
-            "Folder B  (2 items)\n"
+            "Folder B  (3 items)\n"
             "    Zeta: echo Zeta\n"
             "    ----\n"
+            "    Off: echo Off\n"
             "    Off: echo Off\n"
             "\n"
             "Folder C  (0 items)\n");

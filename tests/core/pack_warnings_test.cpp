@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -83,9 +84,11 @@ TEST(PackWarnings, CountNamesThatCanImitateOtherLinesOfTheListing) {
   folder.items[0].command.value = folder.items[1].command.value = "ls";
   EXPECT_EQ(findWarnings({}, documentWith({folder, separatorFolder("S", 1)})),
             PackWarnings{.misleadingNames = 2});
-  folder.name = "Folder" + std::string(200, ' ') + "(0 items)";
   folder.items[0].title = "One";
-  EXPECT_EQ(findWarnings({}, documentWith({folder})), PackWarnings{.misleadingNames = 1});
+  for (const auto& [length, count] : {std::pair(99, 0U), {100, 1U}}) {
+    folder.name = "Folder" + std::string(static_cast<std::size_t>(length), ' ') + "(0 items)";
+    EXPECT_EQ(findWarnings({}, documentWith({folder})), PackWarnings{.misleadingNames = count});
+  }
 }
 
 TEST(PackWarnings, CountItemsThatRunInPlaceOfAnItemOfTheUser) {

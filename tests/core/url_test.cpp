@@ -51,6 +51,12 @@ TEST(Url, BytesThatNoUrlMayContainAreEncoded) {
             "a:?q=%C3%A9%20%22%3C%3E%5C%5E%60%7B%7C%7D%0A%7F%FF%20100%25%20%254%20%25zz%20%5Bx%5D");
 }
 
+TEST(Url, APercentSignAtTheEndIsEncoded) {
+  EXPECT_EQ(parseUrl("a:?%")->absoluteString, "a:?%25");
+  // The byte behind the text would complete a code.
+  EXPECT_EQ(parseUrl(std::string_view("a:?%41", 5))->absoluteString, "a:?%254");
+}
+
 TEST(Url, TheAddressOfAHostMayBeInBrackets) {
   EXPECT_EQ(parseUrl("https://[::1]:80/p")->host, "::1");
 }
