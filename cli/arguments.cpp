@@ -37,6 +37,11 @@ Error unknownOption(const std::string& word) {
   return Error{"Unknown option “" + word + "”."};
 }
 
+Error unknownSubCommand(const std::string& word) {
+  return Error{"Unknown sub-command “" + word + "”. To open a file of this name, write “./" + word +
+               "”."};
+}
+
 Result<Words> splitWords(const std::vector<std::string>& words, unsigned allowed) {
   constexpr std::string_view inputEquals = "--input=";
   Words split;
@@ -127,8 +132,7 @@ Result<Invocation> parseFilesAndLinks(const std::vector<std::string>& words) {
     } else if (isLink(word) || isFileName(word)) {
       invocation.filesAndLinks.push_back(word);
     } else {
-      return Error{"Unknown sub-command “" + word + "”. To open a file of this name, write “./" +
-                   word + "”."};
+      return unknownSubCommand(word);
     }
   }
   return Invocation(std::move(invocation));

@@ -199,7 +199,8 @@ TEST(CurlDownloader, ACompressedBodyIsNotUnpackedBeyondTheMaximum) {
   resetPeakMemory();
   const long before = peakMemory();
   EXPECT_THAT(download(server, "/bomb"), HasStatusAndBody(200, std::string(limit + 1, 0)));
-  EXPECT_LT(peakMemory() - before, 24 << 10);
+  // The address sanitizer needs some tens of MiB of its own.
+  EXPECT_LT(peakMemory() - before, 48 << 10);
 }
 
 TEST(CurlDownloader, ABrokenCompressionIsAnError) {
@@ -429,6 +430,28 @@ TEST(CurlDownloader, ManyDownloadsRunAFewAtATimeInOrder) {
     ASSERT_EQ(completed, expected);
     if (i >= 96) threads.resize(CurlDownloader::maximumConcurrentTransfers);
   }
+}
+
+TEST(CurlDownloader, DestroysTheCompletionOnTheMainThread) {
+  MainLoopTaskQueue mainQueue;
+  std::optional<std::thread::id> thread;
+  const auto recordThread = [&](const int*) { thread = std::this_thread::get_id(); };
+  std::function<void()> start;
+  {
+    CurlDownloader downloader(
+        mainQueue, {.library = "libmissing.so.4", .startThread = [&](std::function<void()> task) {
+                      start = std::move(task);
+                      return true;
+                    }});
+    const std::shared_ptr<const int> owned(nullptr, recordThread);
+    downloader.get("https://localhost/", limit, [owned](const Result<HttpResponse>&) {});
+  }
+  // The thread still has its task when the main thread has called the completion.
+  std::thread worker([&] { start(); });
+  worker.join();
+  runMainLoopWhileReady();
+  EXPECT_EQ(thread, std::this_thread::get_id());
+  start = nullptr;
 }
 
 TEST(CurlDownloader, WithoutAThreadEveryDownloadFails) {

@@ -28,15 +28,14 @@ class CurlDownloader::Transfers : public std::enable_shared_from_this<Transfers>
   void startNext() {
     if (running_ == maximumConcurrentTransfers || waiting_.empty()) return;
     ++running_;
-    const auto request = std::make_shared<Request>(std::move(waiting_.front()));
+    auto request = std::make_shared<Request>(std::move(waiting_.front()));
     waiting_.pop_front();
-    const auto self = shared_from_this();
-    const bool isStarted = options_.startThread([self, request]() mutable {
+    const bool isStarted = options_.startThread([self = shared_from_this(), request]() mutable {
       Result<HttpResponse> response = self->download(*request);
       finish(std::move(self), std::move(request), std::move(response));
     });
     if (!isStarted) {
-      finish(self, request,
+      finish(shared_from_this(), std::move(request),
              Error{"Quillmar could not start a download, because the system cannot create another "
                    "thread."});
     }
