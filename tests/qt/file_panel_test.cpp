@@ -141,6 +141,17 @@ TEST_F(FilePanelTest, TheWindowMayCloseWhileTheUserIsAsked) {
   EXPECT_THAT(chosen, testing::IsEmpty());
 }
 
+TEST_F(FilePanelTest, AWindowThatGetsTheFocusBelowItsPanelKeepsItsFirstResponder) {
+  Button& button = addButton("Import…");
+  show();
+  window->makeFirstResponder(&button);
+  beginOpenPanel();
+  QFocusEvent event(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+  qApp->notify(&widgetOf(button), &event);
+  harness.cancelPanel(*window);
+  EXPECT_EQ(harness.focusedOnScreen(*window), &button);
+}
+
 TEST_F(FilePanelTest, TheNextPanelShowsTheFolderOfTheLastChoice) {
   show();
   beginOpenPanel();

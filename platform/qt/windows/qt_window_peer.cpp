@@ -129,7 +129,8 @@ void QtWindowPeer::reveal(const View& view) {
 }
 
 void QtWindowPeer::userFocused(View& view) {
-  if (programActs_ > 0) return;
+  // The dialog of a platform theme does not keep the focus from the window that it covers.
+  if (programActs_ > 0 || !window_.takesInput()) return;
   window_.focus(view.acceptsFirstResponder() ? &view : nullptr);
 }
 
