@@ -8,7 +8,8 @@ from gi.repository import Atspi, GLib  # noqa: E402  (the version comes first)
 
 from quillmar_desktop import wait_until  # noqa: E402
 
-WINDOW_ROLES = {Atspi.Role.FRAME, Atspi.Role.DIALOG, Atspi.Role.WINDOW}
+WINDOW_ROLES = {Atspi.Role.FRAME, Atspi.Role.DIALOG, Atspi.Role.WINDOW, Atspi.Role.FILE_CHOOSER,
+                Atspi.Role.ALERT}
 
 LABEL = Atspi.Role.LABEL
 FIELD = Atspi.Role.TEXT

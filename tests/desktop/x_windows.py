@@ -55,9 +55,13 @@ class XWindows:
 
     def have_focus(self):
         """Whether key presses reach one of them."""
-        focus = self.display.get_input_focus().focus
+        window = self.display.get_input_focus().focus
         with contextlib.suppress(error.XError):  # it went away in between
-            return focus not in (X.NONE, X.PointerRoot) and self.is_ours(focus)
+            # Some toolkits give the focus to a window inside of theirs.
+            while window not in (X.NONE, X.PointerRoot, self.root):
+                if self.is_ours(window):
+                    return True
+                window = window.query_tree().parent
         return False
 
     def titled(self, title):
