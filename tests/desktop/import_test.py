@@ -15,6 +15,7 @@ from settings_window import ByKeyboard, ByMouse, SettingsWindow
 from windows_test_case import WindowsTestCase
 
 SHEET = "Import"
+DETAILS = "Details of the Pack"
 OPEN_PANEL = "Choose a Quillmar pack or settings file"
 SAVE_PANEL = "Choose where to save your Quillmar settings"
 QUESTION = "Replace everything?"
@@ -154,6 +155,19 @@ class PanelTest(ImportTestCase):
         self.keyboard.tap(RETURN)
         self.wait_until_reviewed()
         self.wait_for_folders(("Mine", "Old"), ("Tools", "Hammer"))
+
+    def test_the_review_has_the_keyboard_again_after_its_details(self):
+        self.open_settings()
+        panel = self.panel("Import…", OPEN_PANEL)
+        self.choose(panel, self.packs / "tools pack.quillmarpack", "Open")
+        sheet = self.review("Tools", "tools pack.quillmarpack")
+        sheet.press("Show Details…")
+        self.settings.wait_for_keyboard(self.windows.wait_for(DETAILS))
+        self.keyboard.tap(ESCAPE)
+        self.windows.wait_until_gone(DETAILS)
+        self.settings.wait_for_keyboard(sheet)
+        self.keyboard.tap(ESCAPE)
+        self.wait_until_reviewed()
 
     def test_a_pack_replaces_everything_after_a_question(self):
         self.open_settings()

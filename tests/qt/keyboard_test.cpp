@@ -67,6 +67,20 @@ class KeyboardTest : public testing::Test {
   StackView& column = window.setContent<StackView>(Orientation::vertical);
 };
 
+TEST_F(KeyboardTest, AWindowThatGetsTheKeyboardBelowItsSheetsPassesItOn) {
+  Window sheet(user.windows());
+  Window details(user.windows());
+  show();
+  ASSERT_TRUE(window.beginSheet(sheet, {}));
+  ASSERT_TRUE(sheet.beginSheet(details, {}));
+  user.settle();
+  for (Window* const front : {&details, &sheet}) {
+    QApplication::setActiveWindow(&widgetOf(window));
+    handleEventsUntil([&] { return QApplication::activeWindow() == &widgetOf(*front); });
+    front->close();
+  }
+}
+
 TEST_F(KeyboardTest, AKeyThatIsHeldDownPressesNoButton) {
   auto& cancel = addButton("Cancel", keys::escape);
   auto& run = addButton("Run", keys::returnKey);

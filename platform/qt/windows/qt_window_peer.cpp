@@ -48,6 +48,7 @@ QtWindowPeer::QtWindowPeer(Window& window)
            .key = [this](const KeyPress& press) { return keyPressed(press); },
            .mouseDown = [this] { window_.mouseDown(); },
            .close = [this] { window_.performClose(); },
+           .activated = [this] { activateSheet(); },
            .dragFiles =
                [this](QWidget& widget, const std::vector<std::string>& files) {
                  View* const view = viewOf(widget);
@@ -145,6 +146,13 @@ void QtWindowPeer::captureKeyboard(bool captures) {
 
 void QtWindowPeer::beep() {
   QApplication::beep();
+}
+
+void QtWindowPeer::activateSheet() {
+  const Window* sheet = window_.sheet();
+  if (sheet == nullptr) return;
+  while (sheet->sheet() != nullptr) sheet = sheet->sheet();
+  presentWindow(static_cast<QtWindowPeer*>(sheet->peer())->widget(), {});
 }
 
 View* QtWindowPeer::viewOf(const QWidget& widget) const {

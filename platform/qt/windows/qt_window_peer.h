@@ -56,6 +56,9 @@ class QtWindowPeer final : public WindowPeer {
   bool keyEquivalentPressed(const KeyPress& press);
   bool keyPressed(const KeyPress& press);
   void windowDestroyed();
+  /// Gives the keyboard to the window's sheet, if there is one. When a sheet of a sheet closes,
+  /// some window managers give it to the window below both.
+  void activateSheet();
   void looksChanged();
   /// Gives the window the size that it needs and each view its place.
   void layOut();

@@ -78,6 +78,9 @@ bool WindowWidget::event(QEvent* event) {
         destroyedWindow_.watch(0);
       }
       break;
+    case QEvent::WindowActivate:
+      call(handlers_.activated);
+      break;
     case QEvent::ApplicationFontChange:
     case QEvent::StyleChange:
       call(handlers_.looksChanged);

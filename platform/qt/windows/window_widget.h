@@ -26,6 +26,8 @@ class WindowWidget final : public QWidget {
     /// A mouse button was pressed and no widget has used it.
     std::function<void()> mouseDown;
     std::function<void()> close;
+    /// The window has got the keyboard.
+    std::function<void()> activated;
     /// Files were dragged over a widget. True if the view there would take them.
     std::function<bool(QWidget& widget, const std::vector<std::string>& files)> dragFiles;
     /// Files were dropped on a widget. True if the view there has taken them.
