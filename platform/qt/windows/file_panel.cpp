@@ -139,11 +139,10 @@ void QtFilePanel::askToReplace(const std::string& path) {
   question_->open();
 }
 
-void QtFilePanel::end(const std::optional<std::string>& path) {
-  // Copies, because the function may destroy this panel.
+void QtFilePanel::end(std::optional<std::string> path) {
+  // A copy, because the function may destroy this panel.
   const OnEnd onEnd = onEnd_;
-  const std::optional<std::string> chosen = path;
-  onEnd(chosen);
+  onEnd(std::move(path));
 }
 
 }  // namespace quillmar

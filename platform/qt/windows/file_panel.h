@@ -35,7 +35,7 @@ class QtFilePanel final : public FilePanelPeer {
   void finished(int result);
   /// Asks whether to replace a file that the dialog did not know of.
   void askToReplace(const std::string& path);
-  void end(const std::optional<std::string>& path);
+  void end(std::optional<std::string> path);
 
   OnEnd onEnd_;
   /// Appended to a name without an extension; empty for none.
