@@ -108,7 +108,7 @@ class DropTest(ImportTestCase):
         self.assertEqual(self.folders(), [("Mine", "Old")])
 
 
-class PanelTest(ImportTestCase):
+class FilePanelTest(ImportTestCase):
 
     def setUp(self):
         super().setUp()
