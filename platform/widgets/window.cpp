@@ -21,6 +21,12 @@ void walk(View& view, const See& see) {
   for (View* const subview : view.subviews()) walk(*subview, see);
 }
 
+/// The window; null if it has been destroyed. The pointer does not keep `window` from expiring.
+Window* existing(const std::weak_ptr<Window*>& window) {
+  const auto locked = window.lock();
+  return locked ? *locked : nullptr;
+}
+
 }  // namespace
 
 Window::Window(WindowSystem& windowSystem) : windowSystem_(windowSystem) {}
@@ -76,7 +82,7 @@ void Window::close() {
   keyboardLost();
   if (delegate_ != nullptr) delegate_->windowWillClose(*this);
   // The delegate may have destroyed this window.
-  if (const auto window = parent.lock()) (*window)->callWaitingTasks();
+  if (Window* const window = existing(parent)) window->callWaitingTasks();
 }
 
 Result<void> Window::beginSheet(Window& sheet, const Activation& activation) {
@@ -110,7 +116,7 @@ Result<void> Window::beginPanel(const Show& show,
     const std::weak_ptr<Window*> self = self_;
     filePanel_.reset();
     if (chosen) choose(*chosen);
-    if (const auto window = self.lock()) (*window)->callWaitingTasks();
+    if (Window* const window = existing(self)) window->callWaitingTasks();
   });
   if (!panel) return panel.error();
   filePanel_ = std::move(panel).value();

@@ -207,7 +207,7 @@ void PortalService::createSession(GVariant* arguments, GDBusMethodInvocation* in
     return respond(invocation, options.get(), success, g_variant_new_parsed(replacedHandle_));
   }
   EXPECT_FALSE(session_ && session_->isAlive) << "Another session is open.";
-  session_.emplace();
+  session_ = Session();
   session_->path = path;
   session_->sender = sender;
   session_->identity = applicationID_ + token;

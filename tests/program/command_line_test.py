@@ -87,7 +87,8 @@ class InformationTestCase(CommandLineTestCase):
 
     def test_words_without_sense_are_usage_errors(self):
         self.assert_outcome(self.quillmar("start"), 2, "",
-                            "Unknown sub-command “start”.\nTry “quillmar --help”.\n")
+                            "Unknown sub-command “start”. To open a file of this name, write "
+                            "“./start”.\nTry “quillmar --help”.\n")
         self.assertEqual(self.quillmar("run", "").returncode, 2)
 
     def test_a_sub_command_writes_nothing_and_leaves_the_first_launch(self):
