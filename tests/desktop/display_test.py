@@ -4,7 +4,7 @@
 import html
 import unittest
 
-from quillmar_desktop import Notifications, StatusIcon, entry, tools, wait_until
+from quillmar_desktop import Notifications, entry, tools, wait_until
 from windows_test_case import WindowsTestCase
 from x_display import Display
 
@@ -25,11 +25,8 @@ class DisplayTest(WindowsTestCase):
         settings = self.program.folder / "settings.json"
         before = settings.read_bytes()
         menu = self.icon.menu()
-        name = self.icon.name
         self.display.end()
-        wait_until(lambda: (self.icon.find() or (name,))[0] != name,
-                   "the icon of a new start is in the panel")
-        self.icon = StatusIcon(self.bus, self.program)
+        self.icon = self.icon.of_next_start()
         self.assertEqual(self.icon.menu(), menu)
         self.assertIn(RESTART, self.program.output().splitlines())
         self.assertEqual(settings.read_bytes(), before)

@@ -197,6 +197,12 @@ class StatusIcon:
                 return name, path
         return None
 
+    def of_next_start(self):
+        """The icon of the program once it has started again in its process."""
+        wait_until(lambda: (self.find() or (self.name,))[0] != self.name,
+                   "the icon of a new start is in the panel")
+        return StatusIcon(self.bus, self.program)
+
     def properties(self):
         return self.bus.properties(self.name, self.path, ITEM_INTERFACE)
 

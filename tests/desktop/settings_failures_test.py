@@ -147,13 +147,15 @@ class LostWindowTest(SettingsFailuresTestCase):
         self.open_settings()
         self.assertNotIn(b"Never added", (self.program.folder / "settings.json").read_bytes())
 
-    def test_without_its_connection_to_the_display_the_program_ends_and_nothing_is_lost(self):
+    def test_without_its_connection_to_the_display_it_starts_again_and_nothing_is_lost(self):
         self.start_program()
         self.open_settings().add_item("Second", "true")
         before = (self.program.folder / "settings.json").read_bytes()
         self.on_screen.kill_client(TITLE)
-        self.assertEqual(self.program.exit_status(), 1)
+        self.icon = self.icon.of_next_start()
         self.assertEqual((self.program.folder / "settings.json").read_bytes(), before)
+        self.check_that_it_continues("First", "Second")
+        self.open_settings().add_item("Third", "true")
 
 
 if __name__ == "__main__":
