@@ -218,7 +218,7 @@ class AccessibleSettingsTest(WindowsTestCase):
         settings = self.open_settings()
         main = settings.window
         self.check(main, *self.buttons("Add Folder", "Add Item", "Add Separator", "Edit", "Delete",
-                                       "Move Up", "Move Down", "Close"),
+                                       "Move Up", "Move Down", "Import…", "Export…", "Close"),
                    (TABS, "Menu Items"), (OUTLINE, "Menu items"))
 
         settings.press("Add Folder")
