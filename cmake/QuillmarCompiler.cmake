@@ -13,9 +13,11 @@ set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  # Without this, ccache never has a hit for a file that uses a precompiled header.
+  # Without the first setting, ccache never has a hit for a file that uses a precompiled header. The
+  # second one makes build folders share what they compile with the same options.
   set(CMAKE_CXX_COMPILER_LAUNCHER
-      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
+      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros
+      CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} ${CCACHE})
 endif()
 
 add_library(quillmar_compiler INTERFACE)
