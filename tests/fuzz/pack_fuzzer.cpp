@@ -10,6 +10,9 @@
 #include "config/document_decoder.h"
 #include "config/quillmar_config.h"
 #include "config/settings_manager.h"
+#include "import/import_sheet_controller.h"
+#include "import/pack_details.h"
+#include "import/pack_warnings.h"
 #include "platform/visible_text.h"
 
 namespace quillmar {
@@ -46,7 +49,14 @@ void review(const std::string& json) {
   const Result<QuillmarConfig> again = decode(SettingsManager::encode(pack));
   check(again.ok() && again.value() == pack, "a document is read as it was written");
 
+  for (const std::string& shown : {ImportSheetController::describe(pack), packDetails(pack)}) {
+    const text::VisibleText visible(shown);
+    check(visible.original(0, visible.text().size()) == shown, "everything is copied as it was");
+    check(!text::hasInvisibleCharacters(visible.text()), "no character stays invisible");
+  }
+
   const QuillmarConfig before = current();
+  (void)warningText(findWarnings(before, pack));
   const QuillmarConfig merged = before.merging(pack);
   check(merged.categories.front().items.front() == before.categories.front().items.front(),
         "a merge leaves the user's items unchanged");

@@ -1,14 +1,27 @@
 #include "platform/qt/widgets/text_view_widget.h"
 
 #include <QMimeData>
+#include <QPainter>
 #include <QSignalBlocker>
+#include <QTextBlock>
 #include <QTextCursor>
+#include <QTextLayout>
 #include <algorithm>
 #include <cstddef>
 
+#include "platform/qt/widgets/colors.h"
 #include "platform/qt/widgets/text_wrapping.h"
 
 namespace quillmar {
+
+namespace {
+
+// In the left margin of the text.
+constexpr qreal barLeft = 2;
+constexpr qreal barWidth = 2;
+constexpr float barContrast = 0.5F;
+
+}  // namespace
 
 void TextViewWidget::showText(const std::string& text) {
   marked_.reset();
@@ -39,6 +52,24 @@ void TextViewWidget::setDocumentText(const std::string& text) {
   QTextCursor cursor = textCursor();
   cursor.setPosition(std::min(position, document()->characterCount() - 1));
   setTextCursor(cursor);
+}
+
+void TextViewWidget::paintEvent(QPaintEvent* event) {
+  RingedArea::paintEvent(event);
+  if (marked_) paintContinuationBars();
+}
+
+void TextViewWidget::paintContinuationBars() {
+  QPainter painter(viewport());
+  const QColor color =
+      mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), barContrast);
+  for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
+    const QRectF area = blockBoundingGeometry(block).translated(contentOffset());
+    if (area.top() > viewport()->height()) return;
+    if (block.layout()->lineCount() < 2) continue;
+    const qreal top = area.top() + block.layout()->lineAt(1).y();
+    painter.fillRect(QRectF(barLeft, top, barWidth, area.bottom() - top), color);
+  }
 }
 
 QMimeData* TextViewWidget::createMimeDataFromSelection() const {

@@ -1,5 +1,6 @@
 // Several lines of plain text. Invisible characters can be shown as marks; copied, selected and
-// dragged text contains the characters themselves.
+// dragged text contains the characters themselves. A text with marks also has a bar beside each
+// line that continues a wrapped one, so that no text can wrap to look like another line.
 
 #pragma once
 
@@ -26,6 +27,7 @@ class TextViewWidget final : public RingedArea<QPlainTextEdit> {
 
  protected:
   QMimeData* createMimeDataFromSelection() const override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   struct Marked {
@@ -33,6 +35,7 @@ class TextViewWidget final : public RingedArea<QPlainTextEdit> {
     text::VisibleText visible;
   };
 
+  void paintContinuationBars();
   void setDocumentText(const std::string& text);
 
   /// Absent if the text is shown as it is.
