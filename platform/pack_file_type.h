@@ -4,11 +4,11 @@
 
 #include <string_view>
 
-namespace quillmar::packFileType {
+namespace quillmar::pack_file_type {
 
 /// Uniform type identifier.
 inline constexpr std::string_view identifier = "com.tovenworks.quillmar.pack";
 /// In lower case; files may have it in capitals.
 inline constexpr std::string_view extension = "quillmarpack";
 
-}  // namespace quillmar::packFileType
+}  // namespace quillmar::pack_file_type

@@ -9,7 +9,7 @@ namespace quillmar {
 
 const std::set<std::string>& DropTargetView::acceptedExtensions() {
   static const auto* extensions =
-      new std::set<std::string>{"json", std::string(packFileType::extension)};
+      new std::set<std::string>{"json", std::string(pack_file_type::extension)};
   return *extensions;
 }
 

@@ -33,7 +33,7 @@ constexpr std::size_t deleteButton = 0;
 
 /// The types of the open panel; the first is selected at first.
 std::vector<FileType> importedTypes() {
-  const std::string pack(packFileType::extension);
+  const std::string pack(pack_file_type::extension);
   return {{.name = "Quillmar packs and settings", .extensions = {pack, "json"}},
           {.name = "Quillmar packs", .extensions = {pack}},
           {.name = "JSON files", .extensions = {"json"}}};

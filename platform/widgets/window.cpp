@@ -109,10 +109,10 @@ Result<void> Window::beginPanel(const Show& show,
                                 std::function<void(const std::string& path)> onChoose) {
   if (auto error = obstacle()) return *error;
   if (!visible_) return Error{"The window “" + title_ + "” is not open."};
-  auto panel = show([this, onChoose = std::move(onChoose)](const std::optional<std::string>& path) {
+  auto panel = show([this, onChoose = std::move(onChoose)](std::optional<std::string> path) {
     // Destroying the panel destroys this function.
     const auto choose = onChoose;
-    const std::optional<std::string> chosen = path;
+    const std::optional<std::string> chosen = std::move(path);
     const std::weak_ptr<Window*> self = self_;
     filePanel_.reset();
     if (chosen) choose(*chosen);

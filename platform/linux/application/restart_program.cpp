@@ -13,7 +13,9 @@ namespace quillmar {
 void restartProgram(const Environment& environment) {
   if (TerminationSignals::haveOrderedEnd()) return;
   std::vector<std::string> entries;
-  for (const auto& [name, value] : environment.variables) entries.push_back(name + "=" + value);
+  for (const auto& [name, value] : environment.variables) {
+    entries.emplace_back(name).append("=").append(value);
+  }
   std::vector<char*> variables;
   variables.reserve(entries.size() + 1);
   for (std::string& entry : entries) variables.push_back(entry.data());
