@@ -2,8 +2,6 @@
 // the document and its copy, rebuilding the menu, sending the change, and answering the panel's
 // request for the whole menu. Prints medians in milliseconds. Needs a session bus.
 
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -15,6 +13,7 @@
 
 #include "app/status_menu_builder.h"
 #include "bench/sample_document.h"
+#include "bench/statistics.h"
 #include "config/settings_manager.h"
 #include "platform/linux/bus/glib_pointers.h"
 #include "platform/linux/files/bundle_directory.h"
@@ -27,7 +26,7 @@
 namespace quillmar {
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using Clock = BenchClock;
 
 constexpr int rounds = 15;
 
@@ -90,15 +89,6 @@ class Panel {
   GMainLoopPtr loop_{g_main_loop_new(context_.get(), false)};
   std::thread thread_;
 };
-
-double milliseconds(Clock::duration duration) {
-  return std::chrono::duration<double, std::milli>(duration).count();
-}
-
-double median(std::vector<double> values) {
-  std::ranges::sort(values);
-  return values[values.size() / 2];
-}
 
 int measure() {
   const auto connection = connectToBus();

@@ -7,8 +7,6 @@
 #include <QApplication>
 #include <QStandardItemModel>
 #include <QTreeView>
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -24,6 +22,7 @@
 #include "about/updater_manager.h"
 #include "app/status_menu_builder.h"
 #include "bench/sample_document.h"
+#include "bench/statistics.h"
 #include "config/settings_manager.h"
 #include "import/import_coordinator.h"
 #include "import/import_sheet_controller.h"
@@ -43,7 +42,7 @@
 namespace quillmar {
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using Clock = BenchClock;
 
 constexpr int rounds = 15;
 constexpr int openings = 100;
@@ -55,15 +54,6 @@ constexpr double reviewLimit = 1000;
 constexpr double mergeLimit = 2000;
 constexpr int packFolders = 20;
 constexpr int itemsPerPackFolder = 1000;
-
-double milliseconds(Clock::duration duration) {
-  return std::chrono::duration<double, std::milli>(duration).count();
-}
-
-double median(std::vector<double> values) {
-  std::ranges::sort(values);
-  return values[values.size() / 2];
-}
 
 /// Notes when a widget is painted.
 class PaintWatch final : public QObject {

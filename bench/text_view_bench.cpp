@@ -3,13 +3,13 @@
 
 #include <QApplication>
 #include <QPlainTextEdit>
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "bench/statistics.h"
 #include "platform/memory/memory_task_queues.h"
 #include "platform/qt/windows/qt_window_system.h"
 #include "platform/widgets/text_view.h"
@@ -18,8 +18,6 @@
 namespace quillmar {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr int rounds = 7;
 constexpr int width = 480;
 constexpr int height = 300;
@@ -27,12 +25,11 @@ constexpr int height = 300;
 double medianTime(const std::function<void()>& action) {
   std::vector<double> times;
   for (int round = 0; round < rounds; ++round) {
-    const auto start = Clock::now();
+    const auto start = BenchClock::now();
     action();
-    times.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
+    times.push_back(milliseconds(BenchClock::now() - start));
   }
-  std::ranges::sort(times);
-  return times[times.size() / 2];
+  return median(std::move(times));
 }
 
 std::string manyLines() {
