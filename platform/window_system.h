@@ -12,12 +12,10 @@
 #include "platform/application.h"
 #include "platform/menu.h"
 #include "platform/result.h"
+#include "platform/widgets/file_panel.h"
 
 namespace quillmar {
 
-class FilePanelPeer;
-struct OpenPanel;
-struct SavePanel;
 class StatusItem;
 class Window;
 class WindowPeer;
@@ -49,18 +47,16 @@ class WindowSystem {
                                  const Activation& activation,
                                  std::function<void(const ActionEntry& entry)> choose) = 0;
 
-  /// Shows a panel above `parent`, in which the user chooses a file to open, and returns. `onEnd`
-  /// is called once, when the panel has left the screen, with the absolute path, or absent if the
-  /// user cancelled. It may destroy the panel. It is not called if the panel is destroyed before.
-  virtual Result<std::unique_ptr<FilePanelPeer>> showOpenPanel(
-      Window& parent, const OpenPanel& panel,
-      std::function<void(std::optional<std::string> path)> onEnd) = 0;
+  /// Shows a panel above `parent`, in which the user chooses a file to open, and returns.
+  virtual Result<std::unique_ptr<FilePanelPeer>> showOpenPanel(Window& parent,
+                                                               const OpenPanel& panel,
+                                                               FilePanelCompletion onEnd) = 0;
 
   /// Like showOpenPanel(), for a file to save. Asks the user before it returns the path of a file
   /// that exists.
-  virtual Result<std::unique_ptr<FilePanelPeer>> showSavePanel(
-      Window& parent, const SavePanel& panel,
-      std::function<void(std::optional<std::string> path)> onEnd) = 0;
+  virtual Result<std::unique_ptr<FilePanelPeer>> showSavePanel(Window& parent,
+                                                               const SavePanel& panel,
+                                                               FilePanelCompletion onEnd) = 0;
 
   /// Creates an icon for a legacy system tray (XEmbed). It is shown until destroyed, once there is
   /// such a tray. The window system outlives it.

@@ -239,8 +239,7 @@ bool MemoryWindowSystem::chooseFromPopUp(const MemoryStatusItem::Path& path) {
 }
 
 Result<std::unique_ptr<FilePanelPeer>> MemoryWindowSystem::showOpenPanel(
-    Window& parent, const OpenPanel& panel,
-    std::function<void(std::optional<std::string> path)> onEnd) {
+    Window& parent, const OpenPanel& panel, FilePanelCompletion onEnd) {
   if (failure) return *failure;
   return std::unique_ptr<FilePanelPeer>(std::make_unique<PanelOnScreen>(
       *this,
@@ -248,8 +247,7 @@ Result<std::unique_ptr<FilePanelPeer>> MemoryWindowSystem::showOpenPanel(
 }
 
 Result<std::unique_ptr<FilePanelPeer>> MemoryWindowSystem::showSavePanel(
-    Window& parent, const SavePanel& panel,
-    std::function<void(std::optional<std::string> path)> onEnd) {
+    Window& parent, const SavePanel& panel, FilePanelCompletion onEnd) {
   if (failure) return *failure;
   return std::unique_ptr<FilePanelPeer>(std::make_unique<PanelOnScreen>(
       *this,

@@ -62,7 +62,7 @@ struct MemoryFilePanel {
   std::optional<OpenPanel> open;
   std::optional<SavePanel> save;
   /// The user chooses this file, or cancels (absent). May destroy the panel.
-  std::function<void(std::optional<std::string> path)> end;
+  FilePanelCompletion end;
 };
 
 class MemoryWindowSystem final : public WindowSystem {
@@ -84,12 +84,10 @@ class MemoryWindowSystem final : public WindowSystem {
   Result<void> popUpMenu(Menu menu, std::optional<ScreenPoint> position,
                          const Activation& activation,
                          std::function<void(const ActionEntry& entry)> choose) override;
-  Result<std::unique_ptr<FilePanelPeer>> showOpenPanel(
-      Window& parent, const OpenPanel& panel,
-      std::function<void(std::optional<std::string> path)> onEnd) override;
-  Result<std::unique_ptr<FilePanelPeer>> showSavePanel(
-      Window& parent, const SavePanel& panel,
-      std::function<void(std::optional<std::string> path)> onEnd) override;
+  Result<std::unique_ptr<FilePanelPeer>> showOpenPanel(Window& parent, const OpenPanel& panel,
+                                                       FilePanelCompletion onEnd) override;
+  Result<std::unique_ptr<FilePanelPeer>> showSavePanel(Window& parent, const SavePanel& panel,
+                                                       FilePanelCompletion onEnd) override;
   Result<std::unique_ptr<StatusItem>> makeEmbeddedStatusItem() override;
 
   // State on the screen.

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +33,11 @@ struct SavePanel {
   /// The first extension is appended to a name without an extension.
   FileType type;
 };
+
+/// Called once, when the panel has left the screen, with the absolute path of the chosen file, or
+/// absent if the user cancelled. It may destroy the panel. Not called if the panel is destroyed
+/// before.
+using FilePanelCompletion = std::function<void(std::optional<std::string> path)>;
 
 /// An open panel. Destroying it closes the panel.
 class FilePanelPeer {

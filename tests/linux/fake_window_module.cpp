@@ -46,15 +46,13 @@ class FakeWindowModule final : public WindowModule, private WindowSystem {
     return {};
   }
 
-  Result<std::unique_ptr<FilePanelPeer>> showOpenPanel(
-      Window& parent, const OpenPanel& panel,
-      std::function<void(std::optional<std::string> path)> onEnd) override {
+  Result<std::unique_ptr<FilePanelPeer>> showOpenPanel(Window& parent, const OpenPanel& panel,
+                                                       FilePanelCompletion onEnd) override {
     return memory_.showOpenPanel(parent, panel, std::move(onEnd));
   }
 
-  Result<std::unique_ptr<FilePanelPeer>> showSavePanel(
-      Window& parent, const SavePanel& panel,
-      std::function<void(std::optional<std::string> path)> onEnd) override {
+  Result<std::unique_ptr<FilePanelPeer>> showSavePanel(Window& parent, const SavePanel& panel,
+                                                       FilePanelCompletion onEnd) override {
     return memory_.showSavePanel(parent, panel, std::move(onEnd));
   }
 

@@ -76,16 +76,14 @@ Result<void> LoadedWindowSystem::popUpMenu(Menu menu, std::optional<ScreenPoint>
 }
 
 Result<std::unique_ptr<FilePanelPeer>> LoadedWindowSystem::showOpenPanel(
-    Window& parent, const OpenPanel& panel,
-    std::function<void(std::optional<std::string> path)> onEnd) {
+    Window& parent, const OpenPanel& panel, FilePanelCompletion onEnd) {
   const auto system = windows();
   if (!system) return system.error();
   return system.value()->showOpenPanel(parent, panel, std::move(onEnd));
 }
 
 Result<std::unique_ptr<FilePanelPeer>> LoadedWindowSystem::showSavePanel(
-    Window& parent, const SavePanel& panel,
-    std::function<void(std::optional<std::string> path)> onEnd) {
+    Window& parent, const SavePanel& panel, FilePanelCompletion onEnd) {
   const auto system = windows();
   if (!system) return system.error();
   return system.value()->showSavePanel(parent, panel, std::move(onEnd));

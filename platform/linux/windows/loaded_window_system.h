@@ -31,12 +31,10 @@ class LoadedWindowSystem final : public WindowSystem {
   Result<void> popUpMenu(Menu menu, std::optional<ScreenPoint> position,
                          const Activation& activation,
                          std::function<void(const ActionEntry& entry)> choose) override;
-  Result<std::unique_ptr<FilePanelPeer>> showOpenPanel(
-      Window& parent, const OpenPanel& panel,
-      std::function<void(std::optional<std::string> path)> onEnd) override;
-  Result<std::unique_ptr<FilePanelPeer>> showSavePanel(
-      Window& parent, const SavePanel& panel,
-      std::function<void(std::optional<std::string> path)> onEnd) override;
+  Result<std::unique_ptr<FilePanelPeer>> showOpenPanel(Window& parent, const OpenPanel& panel,
+                                                       FilePanelCompletion onEnd) override;
+  Result<std::unique_ptr<FilePanelPeer>> showSavePanel(Window& parent, const SavePanel& panel,
+                                                       FilePanelCompletion onEnd) override;
   Result<std::unique_ptr<StatusItem>> makeEmbeddedStatusItem() override;
 
  private:

@@ -76,7 +76,7 @@ QString initialFolder() {
 }  // namespace
 
 QtFilePanel::QtFilePanel(const std::string& message, const std::vector<FileType>& types,
-                         QWidget& parent, OnEnd onEnd)
+                         QWidget& parent, FilePanelCompletion onEnd)
     : onEnd_(std::move(onEnd)), dialog_(new FileDialog(&parent)) {
   QStringList filters;
   for (const FileType& type : types) filters += filterOf(type);
@@ -88,13 +88,13 @@ QtFilePanel::QtFilePanel(const std::string& message, const std::vector<FileType>
   QObject::connect(dialog_, &QDialog::finished, dialog_, [this](int result) { finished(result); });
 }
 
-QtFilePanel::QtFilePanel(const OpenPanel& panel, QWidget& parent, OnEnd onEnd)
+QtFilePanel::QtFilePanel(const OpenPanel& panel, QWidget& parent, FilePanelCompletion onEnd)
     : QtFilePanel(panel.message, panel.types, parent, std::move(onEnd)) {
   dialog_->setFileMode(QFileDialog::ExistingFile);
   dialog_->open();
 }
 
-QtFilePanel::QtFilePanel(const SavePanel& panel, QWidget& parent, OnEnd onEnd)
+QtFilePanel::QtFilePanel(const SavePanel& panel, QWidget& parent, FilePanelCompletion onEnd)
     : QtFilePanel(panel.message, {panel.type}, parent, std::move(onEnd)) {
   dialog_->setAcceptMode(QFileDialog::AcceptSave);
   // Some dialogs ask whether to replace a file before they append their default suffix.
@@ -141,7 +141,7 @@ void QtFilePanel::askToReplace(const std::string& path) {
 
 void QtFilePanel::end(std::optional<std::string> path) {
   // A copy, because the function may destroy this panel.
-  const OnEnd onEnd = onEnd_;
+  const FilePanelCompletion onEnd = onEnd_;
   onEnd(std::move(path));
 }
 

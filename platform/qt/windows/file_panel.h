@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QPointer>
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,25 +18,22 @@ class FileDialog;
 
 class QtFilePanel final : public FilePanelPeer {
  public:
-  /// See WindowSystem::showOpenPanel().
-  using OnEnd = std::function<void(std::optional<std::string> path)>;
-
   /// Shows the panel above the window `parent`.
-  QtFilePanel(const OpenPanel& panel, QWidget& parent, OnEnd onEnd);
-  QtFilePanel(const SavePanel& panel, QWidget& parent, OnEnd onEnd);
+  QtFilePanel(const OpenPanel& panel, QWidget& parent, FilePanelCompletion onEnd);
+  QtFilePanel(const SavePanel& panel, QWidget& parent, FilePanelCompletion onEnd);
   ~QtFilePanel() override;
   QtFilePanel(const QtFilePanel&) = delete;
   QtFilePanel& operator=(const QtFilePanel&) = delete;
 
  private:
   QtFilePanel(const std::string& message, const std::vector<FileType>& types, QWidget& parent,
-              OnEnd onEnd);
+              FilePanelCompletion onEnd);
   void finished(int result);
   /// Asks whether to replace a file that the dialog did not know of.
   void askToReplace(const std::string& path);
   void end(std::optional<std::string> path);
 
-  OnEnd onEnd_;
+  FilePanelCompletion onEnd_;
   /// Appended to a name without an extension; empty for none.
   std::string extension_;
   /// Null when it was destroyed with its parent.

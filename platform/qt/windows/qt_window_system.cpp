@@ -42,16 +42,16 @@ Result<void> QtWindowSystem::popUpMenu(Menu menu, std::optional<ScreenPoint> pos
   return {};
 }
 
-Result<std::unique_ptr<FilePanelPeer>> QtWindowSystem::showOpenPanel(
-    Window& parent, const OpenPanel& panel,
-    std::function<void(std::optional<std::string> path)> onEnd) {
+Result<std::unique_ptr<FilePanelPeer>> QtWindowSystem::showOpenPanel(Window& parent,
+                                                                     const OpenPanel& panel,
+                                                                     FilePanelCompletion onEnd) {
   return std::unique_ptr<FilePanelPeer>(
       std::make_unique<QtFilePanel>(panel, widgetOf(parent), std::move(onEnd)));
 }
 
-Result<std::unique_ptr<FilePanelPeer>> QtWindowSystem::showSavePanel(
-    Window& parent, const SavePanel& panel,
-    std::function<void(std::optional<std::string> path)> onEnd) {
+Result<std::unique_ptr<FilePanelPeer>> QtWindowSystem::showSavePanel(Window& parent,
+                                                                     const SavePanel& panel,
+                                                                     FilePanelCompletion onEnd) {
   return std::unique_ptr<FilePanelPeer>(
       std::make_unique<QtFilePanel>(panel, widgetOf(parent), std::move(onEnd)));
 }
