@@ -11,7 +11,7 @@
 namespace quillmar {
 
 void restartProgram(const Environment& environment) {
-  if (TerminationSignals::haveOrderedEnd()) return;
+  if (TerminationSignals::isShuttingDown()) return;
   std::vector<std::string> entries;
   for (const auto& [name, value] : environment.variables) {
     entries.emplace_back(name).append("=").append(value);

@@ -8,7 +8,7 @@ namespace quillmar {
 
 /// Replaces the program in this process by a new start of it, without arguments and with this
 /// environment. The process keeps its id, its standard streams and its children; all else is lost.
-/// Returns only if that fails, or if a signal has already asked the program to end. Any thread.
+/// Returns only if that fails, or if the program is already shutting down. Any thread.
 void restartProgram(const Environment& environment);
 
 }  // namespace quillmar

@@ -71,7 +71,7 @@ TerminationSignals::~TerminationSignals() {
   if (source_ != 0) g_source_remove(source_);
 }
 
-bool TerminationSignals::haveOrderedEnd() {
+bool TerminationSignals::isShuttingDown() {
   return isOrdered;
 }
 

@@ -27,8 +27,8 @@ class TerminationSignals {
   TerminationSignals(const TerminationSignals&) = delete;
   TerminationSignals& operator=(const TerminationSignals&) = delete;
 
-  /// True once one of the signals has arrived. Any thread.
-  static bool haveOrderedEnd();
+  /// True once a signal has arrived or the main loop has ended. Any thread.
+  static bool isShuttingDown();
 
   /// Call when the main loop has ended: restarts the grace period for the rest of the shutdown.
   void loopHasEnded();
