@@ -14,12 +14,12 @@ constexpr char rowSeparator = '|';
 constexpr char escape = '\\';
 constexpr char escapedSeparator = 'p';
 /// Stands for an empty id.
-constexpr std::string_view escapedNothing = "\\e";
+constexpr std::string_view escapedEmptyId = "\\e";
 constexpr double noteFontSize = 11;
 constexpr const char* fallbackFolderSymbol = "folder";
 
 std::string escaped(const std::string& id) {
-  if (id.empty()) return std::string(escapedNothing);
+  if (id.empty()) return std::string(escapedEmptyId);
   std::string result;
   for (const char character : id) {
     if (character == rowSeparator || character == escape) result += escape;
@@ -29,7 +29,7 @@ std::string escaped(const std::string& id) {
 }
 
 std::string unescaped(const std::string& text) {
-  if (text == escapedNothing) return "";
+  if (text == escapedEmptyId) return "";
   std::string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] != escape || i + 1 == text.size()) {

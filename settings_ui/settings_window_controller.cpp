@@ -31,7 +31,7 @@ constexpr double buttonSpacing = 8;
 
 constexpr std::size_t deleteButton = 0;
 
-/// The types of the open panel; the first is selected at first.
+/// The types of the open panel; the first is preselected.
 std::vector<FileType> importedTypes() {
   const std::string pack(pack_file_type::extension);
   return {{.name = "Quillmar packs and settings", .extensions = {pack, "json"}},
@@ -266,10 +266,10 @@ void SettingsWindowController::itemCheckboxChanged(const std::string& row, Contr
 
 void SettingsWindowController::importSettings() {
   const Result<void> shown = window_.beginOpenPanel(
-      {.message = "Choose a Quillmar pack or settings file", .types = importedTypes()},
+      {.title = "Choose a Quillmar pack or settings file", .types = importedTypes()},
       [&queue = collaborators_.mainQueue,
        &coordinator = collaborators_.importCoordinator](const std::string& path) {
-        // Only after the panel has gone.
+        // In a later task, after the panel has left the screen.
         queue.async([&coordinator, path] { coordinator.open(path); });
       });
   if (!shown) collaborators_.log("Could not show the open panel: " + shown.error().description);
@@ -277,7 +277,7 @@ void SettingsWindowController::importSettings() {
 
 void SettingsWindowController::exportSettings() {
   const Result<void> shown =
-      window_.beginSavePanel({.message = "Choose where to save your Quillmar settings",
+      window_.beginSavePanel({.title = "Choose where to save your Quillmar settings",
                               .proposedName = "quillmar-settings.json",
                               .type = {.name = "JSON files", .extensions = {"json"}}},
                              [this](const std::string& path) { exportTo(path); });

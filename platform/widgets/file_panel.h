@@ -20,15 +20,13 @@ struct FileType {
 };
 
 struct OpenPanel {
-  /// The title of the panel.
-  std::string message;
+  std::string title;
   /// The files that the user can choose.
   std::vector<FileType> types;
 };
 
 struct SavePanel {
-  /// The title of the panel.
-  std::string message;
+  std::string title;
   std::string proposedName;
   /// The first extension is appended to a name without an extension.
   FileType type;

@@ -1,4 +1,4 @@
-// Panels in which the user chooses a file: what every window system promises of them.
+// Conformance tests of window systems: panels in which the user chooses a file.
 
 #pragma once
 
@@ -32,7 +32,7 @@ class PanelsConformance : public WidgetsFixture<Harness> {
 
   std::string pathOf(const std::string& name) const { return (folder / name).string(); }
   void beginOpenPanel() {
-    const OpenPanel panel{.message = "Choose a pack",
+    const OpenPanel panel{.title = "Choose a pack",
                           .types = {{.name = "Packs", .extensions = {"pack", "json"}}}};
     ASSERT_TRUE(
         this->window
@@ -41,7 +41,7 @@ class PanelsConformance : public WidgetsFixture<Harness> {
     this->harness.settle();
   }
   void beginSavePanel() {
-    const SavePanel panel{.message = "Choose where to save",
+    const SavePanel panel{.title = "Choose where to save",
                           .proposedName = "proposed.json",
                           .type = {.name = "JSON files", .extensions = {"json"}}};
     ASSERT_TRUE(
@@ -145,7 +145,7 @@ TYPED_TEST_P(PanelsConformance, AnAnswerMayBeginASheet) {
   this->show();
   Window sheet(this->harness.windows());
   ASSERT_TRUE(this->window
-                  ->beginOpenPanel({.message = "Open", .types = {}},
+                  ->beginOpenPanel({.title = "Open", .types = {}},
                                    [&](const std::string&) {
                                      EXPECT_TRUE(this->window->beginSheet(sheet, {}).ok());
                                    })
@@ -160,7 +160,7 @@ TYPED_TEST_P(PanelsConformance, AnAnswerMayDestroyTheWindow) {
   const int before = this->harness.widgetCount();
   this->show();
   ASSERT_TRUE(this->window
-                  ->beginOpenPanel({.message = "Open", .types = {}},
+                  ->beginOpenPanel({.title = "Open", .types = {}},
                                    [this](const std::string&) { this->window.reset(); })
                   .ok());
   this->harness.settle();

@@ -97,7 +97,7 @@ class MemoryHarness {
   std::string panelTitleOnScreen(const Window& parent) const {
     const MemoryFilePanel* const panel = panelOf(parent);
     if (panel == nullptr) return "";
-    return panel->open ? panel->open->message : panel->save->message;
+    return panel->open ? panel->open->title : panel->save->title;
   }
   bool isResizableOnScreen(const Window& window) const { return screen_.resizableOnScreen(window); }
   Size minimumSizeOnScreen(const Window& window) const {

@@ -34,13 +34,13 @@ class FilePanelTest : public WidgetsFixture<QtUser> {
   ~FilePanelTest() override { std::filesystem::remove_all(folder); }
 
   void beginOpenPanel() {
-    const OpenPanel panel{.message = "Choose", .types = {{"Packs", {"pack", "json"}}}};
+    const OpenPanel panel{.title = "Choose", .types = {{"Packs", {"pack", "json"}}}};
     ASSERT_TRUE(window->beginOpenPanel(panel, [this](auto& path) { chosen.push_back(path); }).ok());
     harness.settle();
   }
   void beginSavePanel() {
     const SavePanel panel{
-        .message = "Save", .proposedName = "new.json", .type = {"JSON files", {"json"}}};
+        .title = "Save", .proposedName = "new.json", .type = {"JSON files", {"json"}}};
     ASSERT_TRUE(window->beginSavePanel(panel, [this](auto& path) { chosen.push_back(path); }).ok());
     harness.settle();
   }

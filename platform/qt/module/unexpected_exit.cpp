@@ -22,7 +22,7 @@ std::unique_ptr<Watcher>& watcher() {
   return instance;
 }
 
-void exitAtOnce() {
+void restartOrExit() {
   if (!watcher()) return;
   const Watcher& watching = *watcher();
   watching.log(watching.restart
@@ -35,7 +35,7 @@ void exitAtOnce() {
 }
 
 int connectionBroke(Display* /*display*/) {
-  exitAtOnce();
+  restartOrExit();
   return 0;
 }
 
@@ -43,7 +43,7 @@ int connectionBroke(Display* /*display*/) {
 
 void watchForUnexpectedExit(LogLine log, std::function<void()> restart) {
   watcher() = std::make_unique<Watcher>(Watcher{std::move(log), std::move(restart)});
-  [[maybe_unused]] static const bool isInstalled = std::atexit(exitAtOnce) == 0;
+  [[maybe_unused]] static const bool isInstalled = std::atexit(restartOrExit) == 0;
   XSetIOErrorHandler(connectionBroke);
 }
 

@@ -80,10 +80,10 @@ QMimeData* TextViewWidget::createMimeDataFromSelection() const {
     return static_cast<std::size_t>(QStringView(shown).first(position).toUtf8().size());
   };
   const QTextCursor cursor = textCursor();
-  auto* const data = new QMimeData;
-  data->setText(QString::fromStdString(marked_->visible.original(
+  auto* const selected = new QMimeData;
+  selected->setText(QString::fromStdString(marked_->visible.original(
       bytesBefore(cursor.selectionStart()), bytesBefore(cursor.selectionEnd()))));
-  return data;
+  return selected;
 }
 
 }  // namespace quillmar

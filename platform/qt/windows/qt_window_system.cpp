@@ -5,8 +5,8 @@
 #include "platform/qt/menus/embedded_status_item.h"
 #include "platform/qt/menus/pop_up_menu.h"
 #include "platform/qt/widgets/accessible_widgets.h"
-#include "platform/qt/windows/file_panel.h"
 #include "platform/qt/windows/keyboard_layout.h"
+#include "platform/qt/windows/qt_file_panel.h"
 #include "platform/qt/windows/qt_window_peer.h"
 
 namespace quillmar {

@@ -26,10 +26,10 @@ class QtFilePanel final : public FilePanelPeer {
   QtFilePanel& operator=(const QtFilePanel&) = delete;
 
  private:
-  QtFilePanel(const std::string& message, const std::vector<FileType>& types, QWidget& parent,
+  QtFilePanel(const std::string& title, const std::vector<FileType>& types, QWidget& parent,
               FilePanelCompletion onEnd);
   void finished(int result);
-  /// Asks whether to replace a file that the dialog did not know of.
+  /// Asks whether to replace the file whose name got its extension after the dialog had closed.
   void askToReplace(const std::string& path);
   void end(std::optional<std::string> path);
 

@@ -20,9 +20,9 @@ using testing::NotNull;
 using testing::SizeIs;
 
 /// Import, export and drops of files in the settings window.
-class SettingsFilesTest : public ImportFixture {
+class SettingsImportExportTest : public ImportFixture {
  protected:
-  SettingsFilesTest() {
+  SettingsImportExportTest() {
     open({folderWith("F", 0, {itemWith("I", "Mine")})});
     memory.files.addFile("/home/user/tools.json", encodeDocument(packNamed("Tools")));
   }
@@ -32,20 +32,20 @@ class SettingsFilesTest : public ImportFixture {
 
 // Import.
 
-TEST_F(SettingsFilesTest, ImportAsksForAPackOrASettingsFile) {
+TEST_F(SettingsImportExportTest, ImportAsksForAPackOrASettingsFile) {
   press("Import…");
   ASSERT_THAT(memory.windows.filePanels(), SizeIs(1));
   const MemoryFilePanel& panel = *memory.windows.filePanels()[0];
   EXPECT_EQ(panel.parent, &controller->window());
   ASSERT_TRUE(panel.open);
-  EXPECT_EQ(panel.open->message, "Choose a Quillmar pack or settings file");
+  EXPECT_EQ(panel.open->title, "Choose a Quillmar pack or settings file");
   EXPECT_THAT(
       panel.open->types,
       ElementsAre(FileType{"Quillmar packs and settings", {"quillmarpack", "json"}},
                   FileType{"Quillmar packs", {"quillmarpack"}}, FileType{"JSON files", {"json"}}));
 }
 
-TEST_F(SettingsFilesTest, TheChosenFileIsReviewedAfterThePanelHasGone) {
+TEST_F(SettingsImportExportTest, TheChosenFileIsReviewedAfterThePanelHasGone) {
   press("Import…");
   const auto end = memory.windows.filePanels().at(0)->end;
   end("/home/user/tools.json");
@@ -56,14 +56,14 @@ TEST_F(SettingsFilesTest, TheChosenFileIsReviewedAfterThePanelHasGone) {
               ElementsAre("Add “Tools” to Quillmar?", "From tools.json", HasSubstr("Merge adds")));
 }
 
-TEST_F(SettingsFilesTest, ACancelledImportDoesNothing) {
+TEST_F(SettingsImportExportTest, ACancelledImportDoesNothing) {
   press("Import…");
   endPanel("");
   EXPECT_THAT(memory.windows.filePanels(), IsEmpty());
   EXPECT_THAT(sheet(), IsNull());
 }
 
-TEST_F(SettingsFilesTest, AFileThatIsNotADocumentIsReportedAndChangesNothing) {
+TEST_F(SettingsImportExportTest, AFileThatIsNotADocumentIsReportedAndChangesNothing) {
   for (const char* const content : {"not JSON", "[1]", R"({"version" : "x"})", ""}) {
     memory.files.addFile("/home/user/odd.json", content);
     press("Import…");
@@ -75,7 +75,7 @@ TEST_F(SettingsFilesTest, AFileThatIsNotADocumentIsReportedAndChangesNothing) {
   EXPECT_EQ(posts, 0);
 }
 
-TEST_F(SettingsFilesTest, APanelThatCannotBeShownIsLogged) {
+TEST_F(SettingsImportExportTest, APanelThatCannotBeShownIsLogged) {
   memory.windows.failure = Error{"There is no display."};
   press("Import…");
   press("Export…");
@@ -85,14 +85,14 @@ TEST_F(SettingsFilesTest, APanelThatCannotBeShownIsLogged) {
 
 // Drops.
 
-TEST_F(SettingsFilesTest, AFileThatIsDroppedOnTheWindowIsReviewed) {
+TEST_F(SettingsImportExportTest, AFileThatIsDroppedOnTheWindowIsReviewed) {
   View& content = *controller->window().contentView();
   ASSERT_TRUE(content.isDragDestination());
   EXPECT_TRUE(content.performDragOperation({"/home/user/x.txt", "/home/user/tools.json"}));
   EXPECT_EQ(titleOfSheet(), "Add “Tools” to Quillmar?");
 }
 
-TEST_F(SettingsFilesTest, ADroppedFileThatIsNoDocumentIsReported) {
+TEST_F(SettingsImportExportTest, ADroppedFileThatIsNoDocumentIsReported) {
   memory.files.addFile("/home/user/odd.json", "odd");
   EXPECT_TRUE(controller->window().contentView()->performDragOperation({"/home/user/odd.json"}));
   EXPECT_EQ(titleOfSheet(), "Could not read “odd.json”.");
@@ -100,18 +100,18 @@ TEST_F(SettingsFilesTest, ADroppedFileThatIsNoDocumentIsReported) {
 
 // Export.
 
-TEST_F(SettingsFilesTest, ExportAsksForAJsonFile) {
+TEST_F(SettingsImportExportTest, ExportAsksForAJsonFile) {
   press("Export…");
   ASSERT_THAT(memory.windows.filePanels(), SizeIs(1));
   const MemoryFilePanel& panel = *memory.windows.filePanels()[0];
   EXPECT_EQ(panel.parent, &controller->window());
   ASSERT_TRUE(panel.save);
-  EXPECT_EQ(panel.save->message, "Choose where to save your Quillmar settings");
+  EXPECT_EQ(panel.save->title, "Choose where to save your Quillmar settings");
   EXPECT_EQ(panel.save->proposedName, "quillmar-settings.json");
   EXPECT_EQ(panel.save->type, (FileType{"JSON files", {"json"}}));
 }
 
-TEST_F(SettingsFilesTest, AnExportHasEverythingButNameAndDescription) {
+TEST_F(SettingsImportExportTest, AnExportHasEverythingButNameAndDescription) {
   settings->config.version = 5;
   settings->config.name = "Mine";
   settings->config.description = "All of it";
@@ -129,7 +129,7 @@ TEST_F(SettingsFilesTest, AnExportHasEverythingButNameAndDescription) {
   EXPECT_THAT(memory.windows.filePanels(), IsEmpty());
 }
 
-TEST_F(SettingsFilesTest, AnExportReplacesAFileAndKeepsItsPermissions) {
+TEST_F(SettingsImportExportTest, AnExportReplacesAFileAndKeepsItsPermissions) {
   memory.files.addFile(exportPath, std::string(100'000, 'x'), 0600);
   press("Export…");
   endPanel(exportPath);
@@ -137,14 +137,14 @@ TEST_F(SettingsFilesTest, AnExportReplacesAFileAndKeepsItsPermissions) {
   EXPECT_EQ(memory.files.permissions(exportPath).value(), 0600U);
 }
 
-TEST_F(SettingsFilesTest, ACancelledExportWritesNothing) {
+TEST_F(SettingsImportExportTest, ACancelledExportWritesNothing) {
   const std::vector<std::string> paths = memory.files.paths();
   press("Export…");
   endPanel("");
   EXPECT_EQ(memory.files.paths(), paths);
 }
 
-TEST_F(SettingsFilesTest, AnExportThatCannotBeWrittenIsReported) {
+TEST_F(SettingsImportExportTest, AnExportThatCannotBeWrittenIsReported) {
   memory.files.addFolder("/read-only", 0555);
   press("Export…");
   endPanel("/read-only/settings.json");
@@ -154,7 +154,7 @@ TEST_F(SettingsFilesTest, AnExportThatCannotBeWrittenIsReported) {
   EXPECT_THAT(sheet(), IsNull());
 }
 
-TEST_F(SettingsFilesTest, AnExportedFileCanBeImportedAgain) {
+TEST_F(SettingsImportExportTest, AnExportedFileCanBeImportedAgain) {
   press("Export…");
   endPanel(exportPath);
   const std::vector<MenuCategory> before = settings->config.categories;

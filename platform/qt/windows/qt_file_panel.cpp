@@ -1,4 +1,4 @@
-#include "platform/qt/windows/file_panel.h"
+#include "platform/qt/windows/qt_file_panel.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,8 +13,8 @@
 
 namespace quillmar {
 
-/// The toolkit's dialog asks in a nested event loop whether to replace a file, so it may be closed
-/// inside of accept().
+/// QFileDialog asks in a nested event loop whether to replace a file, so the dialog may be
+/// abandoned during accept().
 class FileDialog final : public QFileDialog {
  public:
   using QFileDialog::QFileDialog;
@@ -75,12 +75,12 @@ QString initialFolder() {
 
 }  // namespace
 
-QtFilePanel::QtFilePanel(const std::string& message, const std::vector<FileType>& types,
+QtFilePanel::QtFilePanel(const std::string& title, const std::vector<FileType>& types,
                          QWidget& parent, FilePanelCompletion onEnd)
     : onEnd_(std::move(onEnd)), dialog_(new FileDialog(&parent)) {
   QStringList filters;
   for (const FileType& type : types) filters += filterOf(type);
-  dialog_->setWindowTitle(QString::fromStdString(message));
+  dialog_->setWindowTitle(QString::fromStdString(title));
   dialog_->setSupportedSchemes({QStringLiteral("file")});
   dialog_->setOption(QFileDialog::HideNameFilterDetails);
   dialog_->setNameFilters(filters);
@@ -89,13 +89,13 @@ QtFilePanel::QtFilePanel(const std::string& message, const std::vector<FileType>
 }
 
 QtFilePanel::QtFilePanel(const OpenPanel& panel, QWidget& parent, FilePanelCompletion onEnd)
-    : QtFilePanel(panel.message, panel.types, parent, std::move(onEnd)) {
+    : QtFilePanel(panel.title, panel.types, parent, std::move(onEnd)) {
   dialog_->setFileMode(QFileDialog::ExistingFile);
   dialog_->open();
 }
 
 QtFilePanel::QtFilePanel(const SavePanel& panel, QWidget& parent, FilePanelCompletion onEnd)
-    : QtFilePanel(panel.message, {panel.type}, parent, std::move(onEnd)) {
+    : QtFilePanel(panel.title, {panel.type}, parent, std::move(onEnd)) {
   dialog_->setAcceptMode(QFileDialog::AcceptSave);
   // Some dialogs ask whether to replace a file before they append their default suffix.
   if (!panel.type.extensions.empty()) extension_ = panel.type.extensions.front();
