@@ -1,5 +1,5 @@
-// A user who does anything at all in the settings window, on any window system. The harness is that
-// of the widgets (widgets_fixture.h), and tells how many actions to try (randomActions). The random
+// Conformance tests of window systems: random actions of a user in the settings window. The harness
+// is that of widgets_fixture.h, and says how many actions to try (randomActions). The random
 // choices are the same in every run.
 
 #pragma once

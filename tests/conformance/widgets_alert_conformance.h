@@ -1,4 +1,4 @@
-// Alerts: sheets with a message and buttons.
+// Conformance tests of window systems: alerts.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Checkboxes and pop-up buttons: what every window system promises of them.
+// Conformance tests of window systems: checkboxes and pop-up buttons.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Fields that offer completions: what every window system promises of them.
+// Conformance tests of window systems: fields that offer completions.
 
 #pragma once
 

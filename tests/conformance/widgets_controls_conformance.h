@@ -1,4 +1,4 @@
-// Buttons, fields and whatever else is shown: what every window system promises of each view.
+// Conformance tests of window systems: labels, buttons, fields and other single views.
 
 #pragma once
 

@@ -1,5 +1,5 @@
-// Custom views: what every window system promises to a control that draws itself and waits for
-// keys.
+// Conformance tests of window systems: custom views, which draw themselves and may wait
+// for keys.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Files that the user drops on a window: what every window system promises of them.
+// Conformance tests of window systems: file drops.
 
 #pragma once
 

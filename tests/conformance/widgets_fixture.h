@@ -1,10 +1,9 @@
-// What the conformance suites of widgets (widgets_*_conformance.h) have in common. They say what
-// every window system promises of the widget model, in both directions: what the program sets is
-// seen on the screen, what the user does to the widgets is heard by the model, once. A harness is a
-// screen and the user in front of it:
+// What the conformance tests of window systems (widgets_*_conformance.h) have in common. They test
+// both directions: what the program sets appears on the screen, and each action of the user reaches
+// the model once. A harness stands for a screen and its user:
 //
 //   WindowSystem& windows();
-//   void settle();                              lets everything that was asked for happen
+//   void settle();                              completes all requested changes
 //
 //   The user:
 //   void click(const View& view);               with the pointer, in the middle

@@ -1,4 +1,4 @@
-// Keys and the focus: what every window system promises to a user without a pointer.
+// Conformance tests of window systems: keys and the focus.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Outlines: what every window system promises of them.
+// Conformance tests of window systems: outlines.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Tab views: what every window system promises of them.
+// Conformance tests of window systems: tab views.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// Views for several lines of text: what every window system promises of them.
+// Conformance tests of window systems: views for several lines of text.
 
 #pragma once
 

@@ -1,5 +1,5 @@
-// Tasks that wait until a window has no sheet and no panel, and sheets of sheets: what every window
-// system promises of them.
+// Conformance tests of window systems: tasks that wait until a window has no sheet or panel, and
+// sheets of sheets.
 
 #pragma once
 

@@ -50,7 +50,7 @@ class OpenTestCase(DesktopTestCase):
 
 class RunningProgramTest(OpenTestCase):
 
-    def test_files_reach_the_program_by_every_way(self):
+    def test_packs_open_through_gio_xdg_open_and_the_bus(self):
         self.start_on_bus(document())
         for name, *command in (("gio open", "gio", "open"), ("xdg-open", "xdg-open")):
             run(*command, str(self.pack(name)))
@@ -60,7 +60,7 @@ class RunningProgramTest(OpenTestCase):
         self.call_open(self.pack("first").as_uri(), self.pack("second, é").as_uri())
         self.wait_for_review("second, é")
 
-    def test_a_second_start_passes_its_files_on_in_silence(self):
+    def test_a_second_start_forwards_its_files_and_prints_nothing(self):
         program = self.start_on_bus(document())
         self.pack("first")
         last = self.pack("last")
@@ -98,7 +98,7 @@ class LinkTest(OpenTestCase):
     def link(self, target):
         return "quillmar://import?url=" + urllib.parse.quote(self.server + target, safe="")
 
-    def test_a_pack_is_downloaded_with_a_library_that_is_loaded_for_it(self):
+    def test_libcurl_is_loaded_with_the_first_download(self):
         program = self.start_on_bus(document())
         maps = pathlib.Path(f"/proc/{program.process.pid}/maps")
         self.assertNotIn("libcurl", maps.read_text())

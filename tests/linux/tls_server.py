@@ -4,7 +4,7 @@
 
 Writes its certificates to FOLDER; “ca.pem” there is the authority of all but the self-signed one.
 CERTIFICATE is "valid", "expired", "wrong-host" or "self-signed". Writes two ports to descriptor 3 once
-it accepts connections: its own and that of a proxy server, which leads to it whatever host is asked for.
+it accepts connections: its own and that of a proxy, which connects every request to this server.
 Runs until it is killed.
 """
 

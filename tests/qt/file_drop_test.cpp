@@ -63,13 +63,13 @@ TEST_F(FileDropTest, ANameThatIsNotUtf8KeepsItsBytes) {
   EXPECT_THAT(column.drops, testing::ElementsAre(Files{"/tmp/caf\xe9.json"}));
 }
 
-TEST_F(FileDropTest, OtherDataIsNotForTheModel) {
+TEST_F(FileDropTest, OtherDataGoesToTheWidgets) {
   show();
   EXPECT_FALSE(dropUrls(label, "https://example.org/a.json\r\n"));
   QMimeData text;
   text.setText(QStringLiteral("/tmp/a.json"));
   EXPECT_FALSE(dragOver(label, text));
-  // As before, a text field takes a text.
+  // A text field still takes text.
   ASSERT_TRUE(dragOver(field, text));
   dropOn(field, text);
   EXPECT_EQ(field.text(), "/tmp/a.json");

@@ -213,7 +213,7 @@ bool dragOver(const View& view, QMimeData& data) {
   enter.ignore();
   qApp->notify(widget.window()->windowHandle(), &enter);
   QDragMoveEvent move(position, actions, &data, Qt::LeftButton, Qt::NoModifier);
-  // The toolkit takes the answer to the entering over.
+  // Qt starts the move event with the answer to the enter event.
   move.setAccepted(enter.isAccepted());
   qApp->notify(widget.window()->windowHandle(), &move);
   return move.isAccepted() && move.dropAction() == Qt::CopyAction;
