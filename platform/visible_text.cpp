@@ -12,7 +12,8 @@ namespace quillmar::text {
 
 namespace {
 
-/// Blank although they are no spaces: Braille without dots, and the place of an embedded object.
+/// Drawn blank, although not classed as spaces: the blank Braille pattern and the object
+/// replacement character.
 constexpr std::array<UChar32, 2> blanks = {0x2800, 0xFFFC};
 
 constexpr UChar32 endOfAscii = 0x80;
@@ -28,10 +29,10 @@ bool isSelector(UChar32 character) {
   return u_hasBinaryProperty(character, UCHAR_VARIATION_SELECTOR);
 }
 
-/// Whether the character after `before` changes how that is drawn.
+/// True if `character` changes how the preceding `before` is drawn.
 bool modifies(UChar32 character, UChar32 before) {
   if (isJoiner(character)) return before >= endOfAscii && !isJoiner(before);
-  // Digits have emoji, too.
+  // A digit with U+FE0F forms a keycap emoji.
   const bool isKeycap = character == emojiSelector && u_hasBinaryProperty(before, UCHAR_EMOJI);
   return (before >= endOfAscii || isKeycap) && !isJoiner(before) && !isSelector(before);
 }

@@ -13,7 +13,7 @@ namespace quillmar::text {
 /// controls, other format characters, characters without a glyph, and control characters and line
 /// separators other than line feed and tab. Otherwise one command could look like another. A joiner
 /// or variation selector is kept after a visible non-ASCII character, because emoji and many
-/// scripts need it. Precondition: valid UTF-8.
+/// scripts need it; U+FE0F also after an ASCII digit, "#" and "*". Precondition: valid UTF-8.
 std::string withVisibleCharacters(std::string_view text);
 
 /// True if withVisibleCharacters() would change the text.
@@ -28,8 +28,8 @@ class VisibleText {
   /// See withVisibleCharacters().
   const std::string& text() const { return text_; }
 
-  /// The original characters of a range of text(), in bytes. A code point that lies in the range
-  /// only partly counts as a whole.
+  /// The original characters of a range of text(), in bytes. A mark that is only partly in the
+  /// range counts as a whole.
   std::string original(std::size_t begin, std::size_t end) const;
 
  private:

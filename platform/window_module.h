@@ -31,8 +31,8 @@ struct WindowModuleHost {
   std::string iconThemePath;
   /// For problems that do not need a notification.
   LogLine log;
-  /// Starts the program again in this process, because the connection to the display was lost.
-  /// Returns only if that fails. The process then ends with status 1. May be empty.
+  /// Called when the X connection is lost. Starts the program again in this process. Returns only
+  /// if that fails. The process then ends with status 1. May be empty.
   std::function<void()> restart;
 };
 
@@ -43,7 +43,8 @@ class WindowModule {
 
   /// Runs the module's main loop, which also dispatches GLib's default main context. The program
   /// switches from its own loop to this one once the module has started. Returns after quit(). If
-  /// the connection to the display is lost, the program starts again.
+  /// the X connection is lost, `restart` is called; if the Wayland connection is lost, the process
+  /// ends.
   virtual void run() = 0;
 
   /// Makes run() return after the current iteration. Called only inside run().

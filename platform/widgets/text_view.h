@@ -29,8 +29,8 @@ class TextView final : public View {
   void setEditable(bool editable) { set(editable_, editable); }
 
   /// If true, each invisible character is shown as its code point (text::withVisibleCharacters()).
-  /// Copied text contains the character itself. For views that are not editable. Set it before the
-  /// text.
+  /// Copied text contains the character itself. A bar marks each line that continues a wrapped one.
+  /// For views that are not editable. Set it before the text.
   bool showsInvisibleCharacters() const { return showsInvisibleCharacters_; }
   void setShowsInvisibleCharacters(bool shows) { set(showsInvisibleCharacters_, shows); }
 
