@@ -1,4 +1,4 @@
-// Texts from strangers, in a form that fits into one line of a menu or a dialog. Any thread.
+// Untrusted text on one line of a menu or a dialog. Any thread.
 
 #pragma once
 

@@ -1,8 +1,8 @@
 // The rows of the outline in the settings window: the folders of the document and their items.
 //
 // The row of a folder is its id. The row of an item is the id of its folder, "|" and its own id.
-// Ids should not be empty or contain "|", but those of a pack may: in a row, an empty id is "\e",
-// "|" of an id is "\p" and "\" is "\\". Main thread.
+// Ids are escaped in rows: an empty id becomes "\e", "|" becomes "\p" and "\" becomes "\\". Main
+// thread.
 
 #pragma once
 

@@ -45,7 +45,7 @@ EditorSheetController::EditorSheetController(WindowSystem& windows, Images& imag
   grid_->setRowSpacing(gridSpacing);
   grid_->setColumnSpacing(gridSpacing);
   grid_->setFirstColumnWidth(labelColumnWidth);
-  // The buttons are at the bottom even if the form is lower than the sheet.
+  // Keeps the buttons at the bottom if the sheet is taller than the form.
   column.setCustomSpacing(0, *grid_);
   column.add<FlexibleSpace>();
   addButtons(column, contentWidth, saveTitle);

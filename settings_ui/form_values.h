@@ -19,8 +19,8 @@ inline std::optional<std::string> trimmedOrAbsent(std::string_view text) {
   return std::string(trimmed);
 }
 
-/// The text of the field or, if the field still shows `original`, which may have line breaks that a
-/// field cannot show, the original.
+/// The text of the field, or `original` if the user has not changed it. A field shows line breaks
+/// as spaces, so its text may differ from the original.
 inline std::string editedText(const TextField& field, const std::string& original) {
   return field.text() == text::onOneLine(original) ? original : field.text();
 }

@@ -48,7 +48,7 @@ class GeneralTab {
   // Actions of the controls.
 
   void launchAtLoginChanged();
-  /// Stores the three preferences and saves the document, unless none of them differs.
+  /// Stores the three preferences and saves the document, if one of them has changed.
   void preferenceChanged();
   void autoUpdateChanged();
   void checkForUpdates();

@@ -1,7 +1,7 @@
 // The settings window: the tab "Menu Items" shows the whole document as an outline with buttons
 // that add, edit, delete, reorder and enable entries; the tab "General" is a GeneralTab. Each
-// change goes to the settings manager at once, and the window shows what the manager then posts, so
-// that changes made elsewhere appear, too. Packs can be dropped on the window. Main thread.
+// change goes to the settings manager at once. The window is updated when the manager posts a
+// change, so it also shows changes made elsewhere. Packs can be dropped on the window. Main thread.
 
 #pragma once
 

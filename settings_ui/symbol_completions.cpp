@@ -11,7 +11,8 @@ namespace quillmar {
 
 namespace {
 
-/// The names that begin with the part come first. Otherwise they keep their order.
+/// The names that contain the part, in any case: first those that begin with it. Otherwise they
+/// keep their order.
 std::vector<std::string> namesWith(const std::string& part, std::vector<std::string> names) {
   const auto contains = [&](const std::string& name) {
     return text::lowercased(name).find(part) != std::string::npos;

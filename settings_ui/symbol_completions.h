@@ -14,9 +14,9 @@ class Images;
 
 inline constexpr std::size_t maximumSymbolCompletions = 50;
 
-/// The names of known symbols, with their images, that complete the typed text, in any case and
-/// without white space at its ends: first the names that begin with it, then those that contain it.
-/// Empty for an empty text, and if the text itself is the only such name.
+/// The known symbols whose names begin with the typed text, then those whose names contain it, with
+/// their images. Ignores case, and white space around the text. Empty if the text is empty or is
+/// the only such name.
 std::vector<TextCompletion> symbolCompletions(Images& images, std::string_view typed);
 
 }  // namespace quillmar

@@ -138,8 +138,8 @@ class Window {
   /// Null if no panel is open.
   FilePanelPeer* filePanel() const { return filePanel_.get(); }
 
-  /// Calls the task when the window has no open sheet and no open panel: now, or after the open one
-  /// has closed and its handler has begun no other. Waiting tasks are called in their order, and
+  /// Calls the task as soon as the window has no open sheet or panel: at once, or after the open
+  /// one has closed, unless its handler opens another. Waiting tasks are called in their order, and
   /// dropped when the window is closed or destroyed. Does nothing if the window is not visible or
   /// is closing.
   void whenFree(std::function<void()> task);

@@ -14,7 +14,7 @@ namespace quillmar {
 /// The icon of that name in the icon theme; null for no image and for an unknown name.
 QIcon iconOf(const std::optional<Image>& image);
 
-/// Gives what is drawn in the pixmap one colour, as templates want it.
+/// Gives everything in the pixmap this colour, as template images need it.
 void tint(QPixmap& pixmap, const QColor& color);
 
 /// The colours for a template image: of normal text, and of selected text.

@@ -14,9 +14,9 @@ namespace quillmar {
 
 class EmbeddedStatusItem final : public StatusItem {
  public:
-  /// Shown with its first image, or with the program's icon where that image is missing. Actions
-  /// run in tasks of `mainQueue`. Precondition: there is no StatusNotifier host, or the toolkit
-  /// would show the icon there.
+  /// The icon appears with the first image, or as the program's icon if that image is missing.
+  /// Actions run in tasks of `mainQueue`. Precondition: there is no StatusNotifier host; otherwise
+  /// the toolkit shows the icon there.
   explicit EmbeddedStatusItem(TaskQueue& mainQueue);
   ~EmbeddedStatusItem() override;
   EmbeddedStatusItem(const EmbeddedStatusItem&) = delete;

@@ -8,14 +8,13 @@ class QMenu;
 
 namespace quillmar {
 
-/// The application's style, except that a menu longer than the screen scrolls, that a long title
-/// ends in "…" instead of making the menu as wide as the screen, and that separators are seen on
-/// dark desktops as well as on light ones. The entries keep their whole text for assistive
-/// technology.
+/// The application's style with three differences: a menu that is longer than the screen scrolls; a
+/// long title ends in "…" instead of making the menu as wide as the screen; separators are visible
+/// on dark desktops, too. Screen readers still get the whole text of an entry.
 class MenuStyle final : public QProxyStyle {
  public:
-  /// Gives the menu the one style that all menus share. Before each opening, too: the application
-  /// may have another style by then.
+  /// Gives the menu the style that all menus share. Call it again before the menu opens, because
+  /// the application's style may have changed.
   static void applyTo(QMenu& widget);
 
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -22,8 +22,8 @@ struct MenuChoice {
 /// Fills the toolkit's menu with the entries.
 void fillMenu(ScrollingMenu& widget, const Menu& menu, const MenuChoice& choice);
 
-/// Opens the menu below the point, or above it where it does not fit below. Every other menu of the
-/// program closes.
+/// Opens the menu below the point, or above it if there is not enough space below. Closes every
+/// other menu of the program.
 void openAt(QPoint point, QMenu& widget);
 
 }  // namespace quillmar

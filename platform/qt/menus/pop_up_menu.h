@@ -1,4 +1,4 @@
-// The menu that pops up without a panel's help. Main thread.
+// Pop-up menus, which need no panel. Main thread.
 
 #pragma once
 
@@ -12,8 +12,7 @@
 namespace quillmar {
 
 /// Opens the menu as WindowSystem::popUpMenu describes. On displays where programs cannot position
-/// windows (Wayland), the menu opens in a small window of its own, which `activation` gives the
-/// focus.
+/// windows (Wayland), the menu opens in a small window, which gets the focus with `activation`.
 void popUpMenuWidget(const Menu& menu, std::optional<ScreenPoint> position,
                      const Activation& activation, const MenuChoice& choice);
 

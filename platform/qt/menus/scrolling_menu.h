@@ -6,8 +6,8 @@
 
 namespace quillmar {
 
-/// Longer than the screen, it scrolls: with the keyboard, whose selection is always in sight, with
-/// the wheel, and with the arrows at its ends. Its submenus are such menus, too.
+/// A menu that is longer than the screen scrolls: with the wheel, with the arrows at its ends, and
+/// with the keyboard, which keeps the selected entry visible. So do its submenus.
 class ScrollingMenu final : public QMenu {
  public:
   explicit ScrollingMenu(QWidget* parent = nullptr);

@@ -29,7 +29,7 @@ class ColorScheme final : public QObject {
   Q_SLOT void portalChanged(const QString& group, const QString& key, const QDBusVariant& value);
 
   void askPortal();
-  /// Absent when the portal has no preference.
+  /// Absent if the portal has no preference.
   void setFromPortal(std::optional<bool> dark);
   void apply();
   void followKde();
@@ -39,9 +39,9 @@ class ColorScheme final : public QObject {
   QFileSystemWatcher files_;
   const bool darkBySettings_;
   std::optional<bool> darkByPortal_;
-  /// True when the toolkit has no theme for the desktop.
+  /// True if the toolkit has no theme for the desktop.
   bool isUnthemed_ = false;
-  /// What the toolkit came with, while its colours are not shown.
+  /// The name of the desktop's style, while windows use the dark palette instead.
   QString ownStyle_;
   bool isDarkened_ = false;
 };

@@ -12,11 +12,11 @@
 
 namespace quillmar {
 
-/// Whether windows should be dark, by the name of the theme; GTK_THEME in the environment comes
-/// first.
+/// True if the name of the theme asks for dark windows. GTK_THEME in the environment takes
+/// precedence.
 bool settingsAskForDark(const Environment& environment);
 
-/// The font of windows; absent when none is set.
+/// The font of windows; absent if none is set.
 std::optional<QFont> fontOfSettings(const Environment& environment);
 
 /// True for the name of a theme's dark variant ("Adwaita-dark", "Adwaita:dark").

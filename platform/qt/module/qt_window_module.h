@@ -1,5 +1,5 @@
 // Owns the toolkit's application object, its main loop and its screen. There is one in a process,
-// and it lives until the end.
+// and it is never destroyed.
 
 #pragma once
 

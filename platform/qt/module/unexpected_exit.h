@@ -1,7 +1,7 @@
-// Handles the loss of the display. No toolkit can use another display afterwards, so the program
-// starts again, and loads the toolkit with the next window. The toolkit would call exit() at any
-// point, which destroys objects that other threads use; the desktop's theme plugin ends the process
-// without a message.
+// Handles the loss of the X display. The toolkit cannot connect to another display, so the program
+// starts again, and loads the toolkit with the next window. Otherwise the toolkit would call exit()
+// at any point, which destroys objects that other threads use, or the desktop's theme plugin would
+// end the process without a message.
 
 #pragma once
 

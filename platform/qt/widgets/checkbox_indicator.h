@@ -8,8 +8,8 @@
 
 namespace quillmar {
 
-/// Draws the box as the style of `widget` does. The toolkit's own style gives an empty box on a
-/// dark background hardly any edge, so it gets one.
+/// Draws the box as the style of `widget` does. In the toolkit's own style, an empty box on a dark
+/// background has hardly any edge, so this function adds one.
 void drawCheckboxIndicator(QPainter& painter, const QStyleOptionButton& option,
                            const QWidget& widget);
 

@@ -17,7 +17,7 @@ class CheckboxWidget final : public QCheckBox {
   QSize sizeHint() const override;
 
  protected:
-  /// Leaves Return, with which some desktops press checkboxes, to the window's default button.
+  /// Leaves Return to the default button. On some desktops it would press the checkbox.
   void keyPressEvent(QKeyEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   bool hitButton(const QPoint& position) const override { return rect().contains(position); }

@@ -9,8 +9,8 @@ namespace quillmar {
 /// Blends two colours; `share` is the fraction of `other`, 0 to 1.
 QColor mixed(const QColor& color, const QColor& other, float share);
 
-/// The colour, or, where it is too close to the background, as little of `text` mixed in as makes
-/// it readable: a contrast of 4.5, by the Web Content Accessibility Guidelines 2.1, section 1.4.3.
+/// The colour, mixed with as little of `text` as gives it a contrast of 4.5 to the background (Web
+/// Content Accessibility Guidelines 2.1, section 1.4.3).
 QColor readableColor(const QColor& color, const QColor& background, const QColor& text);
 
 }  // namespace quillmar

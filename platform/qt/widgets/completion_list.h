@@ -51,7 +51,7 @@ class CompletionList final : public QListView {
  private:
   void colorFrame();
   void select(std::optional<std::size_t> row);
-  /// Below the field, or above it where the screen ends.
+  /// Puts the list below the field, or above it if there is not enough space below.
   void place();
   QSize wantedSize() const;
 

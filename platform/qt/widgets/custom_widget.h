@@ -1,4 +1,4 @@
-// The widget of a custom view: reports the mouse and keeps what screen readers are told.
+// The widget of a custom view: reports mouse presses, and stores the state for screen readers.
 
 #pragma once
 

@@ -9,8 +9,8 @@ namespace quillmar {
 class QtWindowPeer;
 class View;
 
-/// Gives the view and all views in it their peers, whose widgets lie in `parent`. Precondition: the
-/// view has none.
+/// Creates the peers of the view and of all views in it. Their widgets are inside `parent`.
+/// Precondition: the view has no peer.
 void makeWidgets(View& view, QtWindowPeer& window, QWidget& parent);
 
 }  // namespace quillmar

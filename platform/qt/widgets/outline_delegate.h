@@ -21,9 +21,9 @@ class OutlineDelegate final : public QStyledItemDelegate {
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override;
-  /// Asks for no values: all rows are equally high.
+  /// Reads no values, because all rows have the same height.
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-  /// Shows the whole text of a row that is cut off.
+  /// Shows the whole texts of a row as a tool tip, if they are cut off.
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                  const QModelIndex& index) override;
 

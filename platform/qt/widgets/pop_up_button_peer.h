@@ -13,7 +13,7 @@ class PopUpWidget final : public QComboBox {
   explicit PopUpWidget(QWidget* parent) : QComboBox(parent) {}
 
  protected:
-  /// Turning the wheel over a form would change what it passes over.
+  /// Ignores the wheel, so that scrolling a form changes no values.
   void wheelEvent(QWheelEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 };

@@ -28,7 +28,7 @@ class QtCanvas final : public Canvas {
   void drawText(const std::string& text, const Point& origin, const Font& font,
                 const Paint& paint) override;
 
-  /// For what the view does not draw itself.
+  /// For parts that the view does not draw itself, such as the focus ring.
   QPainter& painter() { return painter_; }
 
  private:
@@ -41,7 +41,7 @@ class QtCanvas final : public Canvas {
 /// Draws nothing; determines how much space the texts of a view need.
 class MeasuringCanvas final : public Canvas {
  public:
-  /// `size` is what the view has to expect.
+  /// `size` is the size that the view is told.
   MeasuringCanvas(const QWidget& widget, const Size& size) : widget_(widget), size_(size) {}
 
   /// The size of the widest text and of the highest.

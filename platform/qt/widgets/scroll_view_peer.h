@@ -14,7 +14,7 @@ class ScrollViewPeer final : public WidgetPeer {
   void subviewsChanged() override;
   void place(const QRect& frame) override;
   bool scroll(ScrollStep step) override;
-  /// Scrolls until as much as possible of the widget, which lies in the content, can be seen.
+  /// Scrolls until as much as possible of a widget in the content is visible.
   void reveal(QWidget& widget);
 
  protected:

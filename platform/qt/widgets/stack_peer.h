@@ -23,12 +23,12 @@ class StackPeer final : public WidgetPeer {
 
  private:
   bool isRow() const { return stack_.orientation() == Orientation::horizontal; }
-  /// Those that are not hidden.
+  /// The peers of the views that are not hidden.
   std::vector<WidgetPeer*> shown() const;
-  /// Of all gaps between the shown ones.
+  /// The sum of the gaps between the peers.
   int gaps(const std::vector<WidgetPeer*>& peers) const;
   std::vector<Extent> horizontals(const std::vector<WidgetPeer*>& peers) const;
-  /// The width of each when all together have `width`.
+  /// The width of each peer, if `width` is available for all.
   std::vector<int> widths(const std::vector<WidgetPeer*>& peers, int width) const;
   static std::vector<Extent> verticals(const std::vector<WidgetPeer*>& peers,
                                        const std::vector<int>& widths);

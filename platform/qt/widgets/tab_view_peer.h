@@ -25,8 +25,7 @@ class TabViewPeer final : public WidgetPeer {
   std::vector<WidgetPeer*> contents() const;
 
   TabView& tabView_;
-  /// A child of the widget. Null while it is being created, when the toolkit already asks for the
-  /// widget that gets the keys.
+  /// A child of the widget. Null during the construction, in which keyWidget() is called already.
   QTabBar* bar_ = nullptr;
 };
 

@@ -1,8 +1,8 @@
 // Plain text, in one line or wrapped. Words longer than a line are broken; text that does not fit
 // ends in an ellipsis. If enabled, the text can be selected with the pointer and copied.
 //
-// Invisible characters, and those that change the direction of writing, are shown as their numbers.
-// Otherwise a command could look like another one.
+// Invisible characters, and those that change the direction of writing, are shown as their code
+// points. Otherwise one command could look like another.
 
 #pragma once
 
@@ -22,9 +22,9 @@ class TextWidget final : public QWidget {
   explicit TextWidget(QWidget* parent);
 
   const QString& text() const { return text_; }
-  /// What is drawn, and copied, is withVisibleCharacters(text).
+  /// The widget draws and copies withVisibleCharacters(text).
   void setText(const QString& text);
-  /// In a paler colour than other texts.
+  /// If true, the text is paler than other texts.
   void setSecondary(bool secondary);
   /// Qt::AlignLeft stands for the side where lines begin.
   void setTextAlignment(Qt::Alignment alignment);
@@ -33,7 +33,7 @@ class TextWidget final : public QWidget {
 
   QString selectedText() const;
 
-  /// Of the text's widest line when nothing is wrapped.
+  /// The width of the widest line if nothing is wrapped.
   int naturalWidth() const;
   bool hasHeightForWidth() const override { return true; }
   int heightForWidth(int width) const override;
@@ -53,7 +53,7 @@ class TextWidget final : public QWidget {
  private:
   /// Lays out the text at the given width; an unlimited width does not wrap.
   std::unique_ptr<QTextLayout> lines(int width) const;
-  /// Those that are shown now.
+  /// The lines that are shown now.
   const QTextLayout& shownLines() const;
   void textChanged();
   QColor textColor() const;

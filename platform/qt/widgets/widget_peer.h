@@ -51,12 +51,12 @@ class WidgetPeer : public ViewPeer {
   virtual void takeFocus();
 
  protected:
-  /// Shows the view's state; what all views have in common is shown already.
+  /// Shows the state of the view, except for the state that all views have.
   virtual void update() = 0;
   /// What the content needs.
   virtual Extent contentHorizontal() const = 0;
   virtual Extent contentVertical(int width) const = 0;
-  /// True for a view that fills its place even when a width is stated for it.
+  /// True for a view that can be wider than its stated width.
   virtual bool growsBeyondStatedWidth() const { return false; }
   /// True for a view that scrolls what does not fit.
   virtual bool scrolls() const { return false; }
@@ -91,7 +91,7 @@ inline WidgetPeer& widgetPeer(const View& view) {
   return static_cast<WidgetPeer&>(*view.peer());
 }
 
-/// Lengths of the model are fractions, those of the toolkit are not.
+/// A length of the model, rounded up to whole pixels.
 int pixels(double length);
 
 }  // namespace quillmar

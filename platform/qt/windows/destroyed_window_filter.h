@@ -1,5 +1,5 @@
-// Notices that another program has destroyed a window of this one, which the toolkit does not. Only
-// X11 allows that.
+// Detects that another program has destroyed a window of this program, which X11 allows. The
+// toolkit does not report it.
 
 #pragma once
 
@@ -12,8 +12,7 @@ namespace quillmar {
 /// Main thread.
 class DestroyedWindowFilter final : public QAbstractNativeEventFilter {
  public:
-  /// `onDestroyed` is called in the middle of an event of the toolkit. Precondition: a
-  /// QApplication.
+  /// `onDestroyed` is called while the toolkit handles an event. Precondition: a QApplication.
   explicit DestroyedWindowFilter(std::function<void()> onDestroyed);
 
   /// Watches this window on the display from now on; 0 for none.

@@ -18,8 +18,8 @@ namespace quillmar {
 
 /// Filters the events of the whole application while it lives. In windows that ignore early clicks
 /// it drops presses within the double-click interval after the window has appeared, or after a
-/// press in another window or a menu. Appearing counts, not activation: a click on a window that
-/// lies behind others works. Main thread.
+/// press in another window or a menu. Activation does not count, so a click on a window that lies
+/// behind others works. Main thread.
 class EarlyClickFilter final : public QObject {
  public:
   /// Precondition: a QApplication.
@@ -30,7 +30,7 @@ class EarlyClickFilter final : public QObject {
  private:
   struct Press {
     QPointer<const QWindow> window;
-    /// In milliseconds, of the display's clock.
+    /// In milliseconds of the display's clock.
     quint64 time = 0;
   };
 
@@ -43,7 +43,7 @@ class EarlyClickFilter final : public QObject {
   /// The time since each window appeared.
   std::map<const QWindow*, QElapsedTimer> appeared_;
   std::optional<Press> last_;
-  /// The last press in another window than that of `last_`.
+  /// The last press in a window other than that of `last_`.
   std::optional<Press> elsewhere_;
   /// Buttons whose press was dropped.
   Qt::MouseButtons dropped_;

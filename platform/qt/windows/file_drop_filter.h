@@ -13,8 +13,8 @@
 
 namespace quillmar {
 
-/// Handles drags that contain a local file; widgets get all others. A drop copies the files, that
-/// is, the program that they come from must not remove them. Main thread.
+/// Handles drags that contain a local file; widgets get all others. Every drop is a copy, so the
+/// source program keeps its files. Main thread.
 class FileDropFilter final : public QObject {
  public:
   /// `position` is in the window's coordinates; `files` holds absolute paths.

@@ -24,7 +24,7 @@ class HeldKeyFilter final : public QObject, public QAbstractNativeEventFilter {
   /// Precondition: a QApplication.
   HeldKeyFilter();
 
-  /// Filters the events of this window from now on. It exists on the display already.
+  /// Filters the events of this window from now on. Precondition: it exists on the display.
   void watch(QWindow& window);
 
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -16,8 +16,8 @@
 namespace quillmar {
 
 /// A key that a view has used belongs to that view until it is released: its repeated presses are
-/// dropped, and the capture lasts until then. Otherwise a combination such as Alt+F4 that the user
-/// holds a little longer would be recorded first and close the window then. Main thread.
+/// dropped, and the capture lasts until then. Otherwise, if the user held Alt+F4 a little
+/// longer, the combination would be recorded and then close the window. Main thread.
 class KeyEquivalentFilter final : public QObject {
  public:
   using Perform = std::function<bool(const KeyPress& press)>;

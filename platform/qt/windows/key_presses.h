@@ -1,4 +1,4 @@
-// Key events of the toolkit as the widget model has them.
+// Converts key events of the toolkit to key presses of the widget model.
 
 #pragma once
 
@@ -10,7 +10,7 @@ class QKeyEvent;
 
 namespace quillmar {
 
-/// Absent for the press of a modifier, and for events without a key, as input methods make them.
+/// Absent for modifiers, and for events without a key, which input methods send.
 std::optional<KeyPress> keyPressOf(const QKeyEvent& event);
 
 }  // namespace quillmar

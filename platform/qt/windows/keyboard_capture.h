@@ -11,7 +11,7 @@
 
 namespace quillmar {
 
-/// Ends with the process, however that ends. Main thread.
+/// The capture also ends when the process exits or crashes. Main thread.
 class KeyboardCapture {
  public:
   KeyboardCapture() = default;

@@ -9,7 +9,7 @@
 namespace quillmar {
 
 /// The absolute path, byte by byte, even if it is not valid UTF-8; absent if the URL is not that of
-/// a file on this machine.
+/// a local file.
 std::optional<std::string> localPath(const QUrl& url);
 
 }  // namespace quillmar

@@ -57,13 +57,13 @@ class QtWindowPeer final : public WindowPeer {
   bool keyPressed(const KeyPress& press);
   void windowDestroyed();
   /// Gives the keyboard to the window's sheet, if there is one. When a sheet of a sheet closes,
-  /// some window managers give it to the window below both.
+  /// some window managers give the keyboard to the window below both.
   void activateSheet();
   void looksChanged();
   /// Gives the window the size that it needs and each view its place.
   void layOut();
-  /// The stated size, or more where the content needs it, up to `room`. `contentLength` tells which
-  /// of the content's lengths counts.
+  /// The stated size, or more where the content needs it, up to `room`. `contentLength` selects the
+  /// length that the content gets.
   QSize neededSize(const Size& stated, const QSize& room, int Extent::*contentLength) const;
   void updateSize(const QSize& room);
   /// The content fills the window.
@@ -73,9 +73,9 @@ class QtWindowPeer final : public WindowPeer {
   /// A place for a window with that frame, moved until it covers no title bar of another window.
   QPoint cascaded(QRect frame, const QRect& screen) const;
   void becomeSheet();
-  /// Gives the focus to the first responder, if that can have it.
+  /// Gives the focus to the first responder, if it can have the focus.
   void showFocus();
-  /// Scrolls the views around it to the view.
+  /// Scrolls the scroll views around the view until it is visible.
   static void reveal(const View& view);
 
   Window& window_;

@@ -1,4 +1,4 @@
-// The screen, through Qt. Precondition of everything: a QApplication. Main thread.
+// Shows the windows of the model with Qt. Precondition: a QApplication. Main thread.
 
 #pragma once
 

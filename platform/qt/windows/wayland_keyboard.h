@@ -1,5 +1,5 @@
-// Keyboard state of a Wayland session that the toolkit does not expose: its layout, and how to keep
-// the compositor from using key combinations itself.
+// What the toolkit does not offer in a Wayland session: the keyboard layout, and a request to the
+// compositor not to use key combinations itself.
 
 #pragma once
 
@@ -20,7 +20,7 @@ struct zwp_keyboard_shortcuts_inhibitor_v1;
 
 namespace quillmar {
 
-/// A request to the compositor not to use its shortcuts, until it is destroyed.
+/// While it exists, the compositor is asked not to use its shortcuts.
 class ShortcutsInhibitor {
  public:
   /// Owns the object.
@@ -41,8 +41,8 @@ class ShortcutsInhibitor {
 /// the events. Main thread.
 class WaylandKeyboard {
  public:
-  /// Null if the toolkit's display is no Wayland compositor. The first call starts to listen; what
-  /// the compositor tells arrives later.
+  /// Null if the toolkit's display is not a Wayland compositor. The first call subscribes to
+  /// events, which arrive later.
   static WaylandKeyboard* shared();
 
   WaylandKeyboard(const WaylandKeyboard&) = delete;
@@ -54,7 +54,7 @@ class WaylandKeyboard {
   xkb_layout_index_t layout() const { return layout_; }
 
   /// Asks the compositor to deliver all key combinations to the window while it has the keyboard.
-  /// The compositor may ask the user, or not do it. Null if it does not have the protocol.
+  /// The compositor may ask the user, or refuse. Null if it does not support the protocol.
   std::unique_ptr<ShortcutsInhibitor> inhibitShortcuts(QWindow& window) const;
 
  private:

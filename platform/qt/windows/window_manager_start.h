@@ -1,6 +1,6 @@
 // Keeps the keyboard in a window when the window manager of an X display starts after the window
-// was shown. A window manager that starts puts the windows that are there into frames, which takes
-// the keyboard from them, and does not always give it back.
+// was shown. When a window manager starts, it puts frames around existing windows. They lose the
+// keyboard, and some window managers do not give it back.
 
 #pragma once
 
@@ -15,7 +15,7 @@ namespace quillmar {
 /// Activates one window again when a window manager starts. Main thread.
 class WindowManagerStart final : public QAbstractNativeEventFilter {
  public:
-  /// The one of the process. Precondition: a QApplication on an X display.
+  /// The only instance. Precondition: a QApplication on an X display.
   static WindowManagerStart& shared();
 
   /// Sets the window to reactivate. It was shown while no window manager was running.

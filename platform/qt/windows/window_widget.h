@@ -1,4 +1,4 @@
-// The toolkit's side of a window: reports what the user does to the window as a whole.
+// The toolkit's widget of a window: reports what the user does to the window as a whole.
 
 #pragma once
 
@@ -19,24 +19,24 @@ class WindowWidget final : public QWidget {
  public:
   /// Each may destroy the window, and with it these handlers.
   struct Handlers {
-    /// A key, before any widget uses it. True when it did something.
+    /// A key, before any widget uses it. Returns true if the key was used.
     std::function<bool(const KeyPress& press)> keyEquivalent;
-    /// A key that no widget has used. True when it did something.
+    /// A key that no widget has used. Returns true if the key was used.
     std::function<bool(const KeyPress& press)> key;
     /// A mouse button was pressed and no widget has used it.
     std::function<void()> mouseDown;
     std::function<void()> close;
     /// The window has got the keyboard.
     std::function<void()> activated;
-    /// Files were dragged over a widget. True if the view there would take them.
+    /// Files were dragged over a widget. Returns true if the view there would take them.
     std::function<bool(QWidget& widget, const std::vector<std::string>& files)> dragFiles;
-    /// Files were dropped on a widget. True if the view there has taken them.
+    /// Files were dropped on a widget. Returns true if the view there has taken them.
     std::function<bool(QWidget& widget, const std::vector<std::string>& files)> dropFiles;
     /// Another program has destroyed the window on the display.
     std::function<void()> destroyed;
     /// A font or the style has changed.
     std::function<void()> looksChanged;
-    /// Called once for any number of updateGeometry().
+    /// Called once for several calls of updateGeometry().
     std::function<void()> layOut;
     std::function<void()> resized;
   };
@@ -48,7 +48,7 @@ class WindowWidget final : public QWidget {
 
   void requestLayout();
 
-  /// Gives up the window on the display, which is made anew when it is shown again.
+  /// Destroys the window on the display. It is created again when it is next shown.
   void forgetDisplayWindow() { destroy(); }
 
   /// Delivers all key presses to the window while it has the keyboard, as far as the desktop
