@@ -91,10 +91,14 @@ class InstallationTest(DesktopTestCase):
 
     def test_desktops_know_the_links_and_files_that_it_opens(self):
         share = self.prefix / "share"
-        variables = {**os.environ, "XDG_DATA_DIRS": f"{share}:/usr/share"}
+        variables = {**os.environ, "XDG_DATA_DIRS": f"{share}:/usr/share",
+                     "PATH": f"{self.prefix}/bin:{os.environ['PATH']}"}
         for kind in ("x-scheme-handler/quillmar", "application/vnd.tovenworks.quillmar.pack+json"):
             default = run("xdg-mime", "query", "default", kind, env=variables)
             self.assertEqual(default.strip(), "com.tovenworks.quillmar.desktop")
+            # Unlike xdg-mime, GLib ignores an entry whose TryExec is not a program.
+            default = run("gio", "mime", kind, env=variables).splitlines()[0]
+            self.assertEqual(default.split()[-1], "com.tovenworks.quillmar.desktop")
         pack = share / "quillmar/packs/starter.quillmarpack"
         info = run("gio", "info", "-a", "standard::content-type", str(pack), env=variables)
         self.assertEqual(info.split()[-1], "application/vnd.tovenworks.quillmar.pack+json")
