@@ -1,4 +1,5 @@
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <set>
 #include <string_view>
@@ -44,74 +45,70 @@ class ItemIdsOfFolders {
 
 }  // namespace
 
+std::vector<MergeStep> QuillmarConfig::mergeSteps(const QuillmarConfig& other) const {
+  // The folders of the result.
+  std::vector<const MenuCategory*> folders;
+  folders.reserve(categories.size() + other.categories.size());
+  for (const MenuCategory& folder : categories) folders.push_back(&folder);
+
+  FolderPositions positions = positionsById(categories);
+  ItemIdsOfFolders idsOfFolders;
+  std::vector<MergeStep> steps;
+  for (const MenuCategory* folder : categoriesInDisplayOrder(other)) {
+    const auto [found, isNew] = positions.emplace(folder->id, folders.size());
+    const std::size_t position = found->second;
+    if (isNew) folders.push_back(folder);
+    MergeStep& step = steps.emplace_back(MergeStep{.source = folder,
+                                                   .target = folders[position],
+                                                   .position = position,
+                                                   .items = {},
+                                                   .addsFolder = isNew});
+    if (isNew) {
+      for (const MenuItem& item : folder->items) step.items.push_back(&item);
+      continue;
+    }
+    ItemIds& known = idsOfFolders.at(position, *step.target);
+    for (const MenuItem& item : folder->items) {
+      if (!known.contains(item.id)) step.items.push_back(&item);
+    }
+    // Updated only now: a pack's folder may contain several items with the same new id, and all of
+    // them are added.
+    for (const MenuItem* item : step.items) known.insert(item->id);
+  }
+  return steps;
+}
+
 QuillmarConfig QuillmarConfig::merging(const QuillmarConfig& other) const {
   QuillmarConfig merged = *this;
   merged.version = QuillmarConfig().version;
   std::int64_t nextOrder = nextSortOrder(*this);
-
-  // The source of each folder of the result. The strings of the result move when it grows.
-  std::vector<const MenuCategory*> origins;
-  origins.reserve(categories.size() + other.categories.size());
-  for (const MenuCategory& folder : categories) origins.push_back(&folder);
-
-  FolderPositions positions = positionsById(categories);
-  ItemIdsOfFolders idsOfFolders;
-  for (const MenuCategory* folder : categoriesInDisplayOrder(other)) {
-    const auto [found, isNew] = positions.emplace(folder->id, merged.categories.size());
-    if (isNew) {
-      origins.push_back(folder);
-      merged.categories.push_back(*folder);
+  for (const MergeStep& step : mergeSteps(other)) {
+    if (step.addsFolder) {
+      merged.categories.push_back(*step.source);
       merged.categories.back().sortOrder = nextOrder;
       nextOrder = checkedAdd(nextOrder, 1);
       continue;
     }
-    const std::size_t position = found->second;
-    ItemIds& known = idsOfFolders.at(position, *origins[position]);
-    std::vector<std::string_view> added;
-    for (const MenuItem& item : folder->items) {
-      if (known.contains(item.id)) continue;
-      merged.categories[position].items.push_back(item);
-      added.emplace_back(item.id);
-    }
-    // Updated only now: a pack's folder may contain several items with the same new id, and all of
-    // them are added.
-    known.insert(added.begin(), added.end());
+    std::vector<MenuItem>& items = merged.categories[step.position].items;
+    for (const MenuItem* item : step.items) items.push_back(*item);
   }
   return merged;
 }
 
-std::vector<AddedItem> QuillmarConfig::addedItems(const QuillmarConfig& other) const {
-  const FolderPositions positions = positionsById(categories);
-  ItemIdsOfFolders idsOfFolders;
-  std::vector<AddedItem> added;
-  for (const MenuCategory& folder : other.categories) {
-    const auto found = positions.find(folder.id);
-    const MenuCategory* existing = nullptr;
-    const ItemIds* known = nullptr;
-    if (found != positions.end()) {
-      existing = &categories[found->second];
-      known = &idsOfFolders.at(found->second, *existing);
-    }
-    for (const MenuItem& item : folder.items) {
-      if (known != nullptr && known->contains(item.id)) continue;
-      added.push_back({.item = &item,
-                       .folder = existing != nullptr ? existing : &folder,
-                       .isInNewFolder = existing == nullptr});
-    }
-  }
-  return added;
-}
-
 MergePreview QuillmarConfig::mergePreview(const QuillmarConfig& other) const {
   const FolderPositions positions = positionsById(categories);
+  ItemIdsOfFolders idsOfFolders;
   MergePreview preview;
   for (const MenuCategory& folder : other.categories) {
-    if (folder.isSeparator || positions.contains(folder.id)) continue;
-    preview.categories = checkedAdd(preview.categories, 1);
-  }
-  for (const AddedItem& added : addedItems(other)) {
-    const bool isInNewSeparator = added.isInNewFolder && added.folder->isSeparator;
-    if (!added.item->isSeparator && !isInNewSeparator) {
+    const auto found = positions.find(folder.id);
+    const bool isNew = found == positions.end();
+    if (isNew && folder.isSeparator) continue;
+    if (isNew) preview.categories = checkedAdd(preview.categories, 1);
+    const ItemIds noIds;
+    const ItemIds& known =
+        isNew ? noIds : idsOfFolders.at(found->second, categories[found->second]);
+    for (const MenuItem& item : folder.items) {
+      if (item.isSeparator || known.contains(item.id)) continue;
       preview.items = checkedAdd(preview.items, 1);
     }
   }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -105,12 +106,19 @@ struct MergePreview {
   bool operator==(const MergePreview&) const = default;
 };
 
-/// An item that a merge would add. The pointers refer to the merged documents.
-struct AddedItem {
-  const MenuItem* item = nullptr;
-  /// The folder that would get the item: one of the current document, or a new one of the pack.
-  const MenuCategory* folder = nullptr;
-  bool isInNewFolder = false;
+/// What a merge does with one folder of the pack. The pointers refer to the merged documents.
+struct MergeStep {
+  /// The folder of the pack.
+  const MenuCategory* source = nullptr;
+  /// The folder that gets the items: `source` if its id is new, otherwise the folder with this id,
+  /// which the user or an earlier step has added.
+  const MenuCategory* target = nullptr;
+  /// Index of the target in the folders of the result.
+  std::size_t position = 0;
+  /// The items that are added, separators included.
+  std::vector<const MenuItem*> items;
+  /// True if the target is new, with all its items.
+  bool addsFolder = false;
 };
 
 /// The document. The default value is the empty document of a first launch.
@@ -133,9 +141,8 @@ struct QuillmarConfig {
   /// folder id that the pack repeats counts each time.
   MergePreview mergePreview(const QuillmarConfig& other) const;
 
-  /// The items that merging(other) would add, separators included, in the order of the pack. Ids
-  /// are looked up only in this document.
-  std::vector<AddedItem> addedItems(const QuillmarConfig& other) const;
+  /// The steps of merging(other), in their order: one for each folder of the pack.
+  std::vector<MergeStep> mergeSteps(const QuillmarConfig& other) const;
 
   /// The pack's folders and version in place of this document's, with this document's preferences.
   QuillmarConfig replacingFolders(const QuillmarConfig& other) const;

@@ -178,7 +178,7 @@ void ImportSheetController::cancelPressed() {
 }
 
 void ImportSheetController::showDetailsPressed() {
-  details_ = std::make_unique<PackDetailsController>(windows_, incoming_);
+  details_ = std::make_unique<PackDetailsController>(windows_, settings_.config, incoming_);
   // A window system that has shown this sheet can show another.
   (void)window_.beginSheet(details_->window(), {});
 }

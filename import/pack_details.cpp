@@ -26,8 +26,9 @@ std::string onOneLine(const std::string& text) {
 
 class DetailsWriter {
  public:
-  void addFolder(const MenuCategory& folder, std::size_t number, std::size_t count) {
+  void addFolder(const MergeStep& step, std::size_t number, std::size_t count) {
     beginParagraph();
+    const MenuCategory& folder = *step.source;
     const std::string position = std::to_string(number) + " of " + std::to_string(count);
     if (folder.isSeparator) {
       addLine("Separator between folders (" + position + ")");
@@ -36,7 +37,8 @@ class DetailsWriter {
     }
     addIcon(folder.iconSymbolName);
     if (folder.showAtTopLevel) addField("Shown at the top level of the menu");
-    // Items of a separator are not shown in the menu, but become part of the document.
+    addTarget(step);
+    // Also those of a separator: a merge may add them to a folder with the same id.
     for (std::size_t i = 0; i < folder.items.size(); ++i) {
       addItem(folder.items[i], i + 1, folder.items.size());
     }
@@ -45,6 +47,15 @@ class DetailsWriter {
   std::string takeText() { return std::move(text_); }
 
  private:
+  /// Where a merge adds the items if that is another folder.
+  void addTarget(const MergeStep& step) {
+    if (step.addsFolder || step.items.empty()) return;
+    const std::string target = step.target->isSeparator
+                                   ? "a separator, where they are not shown"
+                                   : "the folder “" + onOneLine(step.target->name) + "”";
+    addField("Merge adds its new items to " + target);
+  }
+
   void addItem(const MenuItem& item, std::size_t number, std::size_t count) {
     beginParagraph();
     const std::string position = std::to_string(number) + " of " + std::to_string(count);
@@ -111,12 +122,10 @@ class DetailsWriter {
 
 }  // namespace
 
-std::string packDetails(const QuillmarConfig& config) {
-  const std::vector<const MenuCategory*> folders = categoriesInDisplayOrder(config);
+std::string packDetails(const QuillmarConfig& current, const QuillmarConfig& pack) {
+  const std::vector<MergeStep> steps = current.mergeSteps(pack);
   DetailsWriter writer;
-  for (std::size_t i = 0; i < folders.size(); ++i) {
-    writer.addFolder(*folders[i], i + 1, folders.size());
-  }
+  for (std::size_t i = 0; i < steps.size(); ++i) writer.addFolder(steps[i], i + 1, steps.size());
   return writer.takeText();
 }
 

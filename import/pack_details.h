@@ -1,4 +1,4 @@
-// Everything that a pack contains, as text. Any thread.
+// Everything that a pack contains, and where a merge adds it, as text. Any thread.
 
 #pragma once
 
@@ -11,6 +11,6 @@ namespace quillmar {
 /// A paragraph for each folder and item, with all fields and the whole command. Names and other
 /// short texts are on one line each, with invisible characters made visible. Lines of commands
 /// begin with "│", so that a command cannot imitate the other lines.
-std::string packDetails(const QuillmarConfig& config);
+std::string packDetails(const QuillmarConfig& current, const QuillmarConfig& pack);
 
 }  // namespace quillmar

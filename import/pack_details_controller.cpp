@@ -17,7 +17,8 @@ constexpr double textInset = 6;
 
 }  // namespace
 
-PackDetailsController::PackDetailsController(WindowSystem& windows, const QuillmarConfig& pack)
+PackDetailsController::PackDetailsController(WindowSystem& windows, const QuillmarConfig& current,
+                                             const QuillmarConfig& pack)
     : window_(windows) {
   window_.setTitle("Details of the Pack");
   window_.setContentSize(contentSize);
@@ -33,7 +34,7 @@ PackDetailsController::PackDetailsController(WindowSystem& windows, const Quillm
   text.setInset(textInset);
   text.setEditable(false);
   text.setShowsInvisibleCharacters(true);
-  text.setText(packDetails(pack));
+  text.setText(packDetails(current, pack));
   window_.makeFirstResponder(&text);
 
   auto& row = column.add<StackView>(Orientation::horizontal);

@@ -11,7 +11,8 @@ class PackDetailsController final {
  public:
   /// Builds the window without showing it. The window system is not owned and must outlive the
   /// controller.
-  PackDetailsController(WindowSystem& windows, const QuillmarConfig& pack);
+  PackDetailsController(WindowSystem& windows, const QuillmarConfig& current,
+                        const QuillmarConfig& pack);
 
   PackDetailsController(const PackDetailsController&) = delete;
   PackDetailsController& operator=(const PackDetailsController&) = delete;

@@ -13,7 +13,7 @@ namespace quillmar {
 
 namespace {
 
-/// In characters. Those of ordinary commands are shorter.
+/// In characters. Ordinary commands contain no gap of this length.
 constexpr std::size_t longGap = 100;
 
 bool isMisleadingName(std::string_view name) {
@@ -21,6 +21,7 @@ bool isMisleadingName(std::string_view name) {
          text::longestGap(name) >= longGap;
 }
 
+/// `folder` is the one that would hold the item.
 bool hasHotKey(const MenuCategory& folder, const MenuItem& item) {
   return !folder.isSeparator && !item.isSeparator && item.isEnabled && item.shortcut &&
          item.shortcut->isGlobal;
@@ -47,6 +48,7 @@ void checkContents(const MenuCategory& folder, PackWarnings& warnings) {
     const std::string& command = item.command.value;
     if (text::hasInvisibleCharacters(command)) ++warnings.commandsWithHiddenCharacters;
     if (text::longestGap(command) >= longGap) ++warnings.commandsWithLongGaps;
+    // "Replace" leaves the item in this folder.
     if (hasHotKey(folder, item) && !item.confirmBeforeRunning) ++warnings.unconfirmedHotKeys;
   }
 }
@@ -62,10 +64,15 @@ void checkAdditions(const QuillmarConfig& current, const QuillmarConfig& pack,
       if (hasHotKey(folder, item)) combinations.add(*item.shortcut);
     }
   }
-  for (const auto& [item, folder, isInNewFolder] : current.addedItems(pack)) {
-    if (!ids.insert(item->id).second) ++warnings.repeatedIds;
-    if (hasHotKey(*folder, *item) && !combinations.add(*item->shortcut)) {
-      ++warnings.collidingHotKeys;
+  for (const MergeStep& step : current.mergeSteps(pack)) {
+    const bool revealsItems = step.source->isSeparator && !step.target->isSeparator;
+    for (const MenuItem* item : step.items) {
+      if (!ids.insert(item->id).second) ++warnings.repeatedIds;
+      if (revealsItems && !item->isSeparator) ++warnings.hiddenItems;
+      // Those in other folders are counted with the contents of the pack.
+      const bool isHotKey = hasHotKey(*step.target, *item);
+      if (revealsItems && isHotKey && !item->confirmBeforeRunning) ++warnings.unconfirmedHotKeys;
+      if (isHotKey && !combinations.add(*item->shortcut)) ++warnings.collidingHotKeys;
     }
   }
 }
@@ -88,6 +95,9 @@ PackWarnings findWarnings(const QuillmarConfig& current, const QuillmarConfig& p
 
 std::string warningText(const PackWarnings& warnings) {
   std::string text;
+  addSentence(text, warnings.hiddenItems,
+              "item is hidden in a separator, and Merge adds it to a folder.",
+              "items are hidden in separators, and Merge adds them to folders.");
   addSentence(text, warnings.commandsWithHiddenCharacters, "command contains hidden characters.",
               "commands contain hidden characters.");
   addSentence(text, warnings.commandsWithLongGaps,

@@ -10,6 +10,9 @@
 namespace quillmar {
 
 struct PackWarnings {
+  /// Items that the listing does not show, because their folder in the pack is a separator, but
+  /// that a merge would add to a folder with the same id that is none.
+  std::size_t hiddenItems = 0;
   /// Commands with characters that text::withVisibleCharacters() makes visible.
   std::size_t commandsWithHiddenCharacters = 0;
   /// Commands with so much white space before some text that the text may be out of view.
@@ -20,7 +23,7 @@ struct PackWarnings {
   /// Items that a merge would add and that have the id of another item, of the user or of the pack.
   /// A click or a hot key runs the first item with the id.
   std::size_t repeatedIds = 0;
-  /// Items whose shortcut works in all programs and that run without asking.
+  /// Items that would get a hot key, by a merge or by a replacement, and that run without asking.
   std::size_t unconfirmedHotKeys = 0;
   /// Hot keys that a merge would add and that another item, of the user or of the pack, has too.
   std::size_t collidingHotKeys = 0;

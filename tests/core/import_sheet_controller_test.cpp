@@ -309,6 +309,21 @@ TEST_F(ImportSheetTest, ADescriptionIsOneParagraphOfLimitedLength) {
   EXPECT_EQ(subtitleFor("\u202Eevil"), "‹U+202E›evil\nFrom tools.json");
 }
 
+TEST_F(ImportSheetTest, AnItemThatASeparatorHidesIsCountedAndShownInTheDetails) {
+  MenuCategory hiding = separatorFolder("F", 0);
+  hiding.items = {itemWith("J", "Hidden")};
+  present(packOf({hiding}));
+  EXPECT_EQ(listing(), "----");
+  EXPECT_THAT(summary(), ElementsAre("Merge adds 0 folders and 1 item. Items you already have are "
+                                     "left unchanged.",
+                                     "1 item is hidden in a separator, and Merge adds it to a "
+                                     "folder."));
+  pressInSheet("Show Details…");
+  const std::string details = viewsOf<TextView>(*sheet()->sheet()).at(0)->text();
+  EXPECT_THAT(details, HasSubstr("Merge adds its new items to the folder “Folder F”"));
+  EXPECT_THAT(details, HasSubstr("Hidden"));
+}
+
 TEST_F(ImportSheetTest, TheSourceIsShownInFull) {
   const std::string host = "github.example." + std::string(232, 'a') + ".evil.org";
   ASSERT_LE(host.size(), 256U);

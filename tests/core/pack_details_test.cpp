@@ -21,14 +21,14 @@ QuillmarConfig packWith(std::vector<MenuCategory> folders) {
 }
 
 std::string detailsOf(const MenuItem& item) {
-  return packDetails(packWith({folderWith("F", 0, {item})}));
+  return packDetails({}, packWith({folderWith("F", 0, {item})}));
 }
 
 TEST(PackDetails, ListEveryFolderAndItemInTheOrderOfTheMenu) {
   MenuCategory first = folderWith("A", 0, {itemWith("1", "One"), separatorItem("s")});
   first.iconSymbolName = "star";
   first.showAtTopLevel = true;
-  EXPECT_EQ(packDetails(packWith({folderWith("B", 2), separatorFolder("S", 1), first})),
+  EXPECT_EQ(packDetails({}, packWith({folderWith("B", 2), separatorFolder("S", 1), first})),
             "Folder 1 of 3: Folder A\n"
             "    Icon: star\n"
             "    Shown at the top level of the menu\n"
@@ -118,13 +118,33 @@ TEST(PackDetails, NoTextCanImitateALineOfAnotherKind) {
   item.shortcut = KeyboardShortcut{.keyCode = 0, .character = "k\nItem 2 of 2: B"};
   MenuCategory folder = folderWith("F", 0, {item});
   folder.name = "F\n\nItem 2 of 2: B";
-  const std::string details = packDetails(packWith({folder}));
+  const std::string details = packDetails({}, packWith({folder}));
   EXPECT_THAT(details, Not(HasSubstr("\nItem 2")));
   EXPECT_THAT(details, HasSubstr("Item 1 of 1: A Item 2 of 2: B‹U+202E›\n"));
 }
 
+TEST(PackDetails, TellTheFolderThatAMergeAddsTheItemsTo) {
+  MenuCategory hiding = separatorFolder("N", 1);
+  hiding.items = {itemWith("b", "Hidden")};
+  const QuillmarConfig pack = packWith({folderWith("N", 0, {itemWith("a", "Date")}), hiding});
+  EXPECT_THAT(packDetails({}, pack),
+              HasSubstr("Separator between folders (2 of 2)\n"
+                        "    Merge adds its new items to the folder “Folder N”\n"
+                        "\n"
+                        "Item 1 of 1: Hidden\n"));
+  MenuCategory mine = folderWith("N", 0, {itemWith("a", "Date")});
+  mine.name = "My\nfolder";
+  const std::string details = packDetails(packWith({mine}), pack);
+  EXPECT_THAT(details, HasSubstr("Folder 1 of 2: Folder N\n\nItem"));
+  EXPECT_THAT(details, HasSubstr("Separator between folders (2 of 2)\n"
+                                 "    Merge adds its new items to the folder “My folder”\n"));
+  EXPECT_THAT(packDetails(packWith({separatorFolder("N", 0)}), pack),
+              HasSubstr("Folder 1 of 2: Folder N\n"
+                        "    Merge adds its new items to a separator, where they are not shown\n"));
+}
+
 TEST(PackDetails, AnEmptyPackHasNone) {
-  EXPECT_EQ(packDetails({}), "");
+  EXPECT_EQ(packDetails({}, {}), "");
 }
 
 }  // namespace

@@ -41,6 +41,13 @@ std::size_t collisions(const QuillmarConfig& current, std::vector<MenuItem> item
       .collidingHotKeys;
 }
 
+MenuCategory separatorWith(const std::string& id, std::int64_t sortOrder,
+                           std::vector<MenuItem> items) {
+  MenuCategory separator = separatorFolder(id, sortOrder);
+  separator.items = std::move(items);
+  return separator;
+}
+
 MenuItem itemRunning(const std::string& command) {
   static int count = 0;
   MenuItem item = itemWith("id" + std::to_string(++count), "One");
@@ -109,6 +116,51 @@ TEST(PackWarnings, CountItemsThatRunInPlaceOfAnItemOfThePack) {
             PackWarnings{.repeatedIds = 1});
 }
 
+TEST(PackWarnings, CountItemsThatASeparatorHidesAndAMergeAddsToAFolder) {
+  MenuItem hidden = itemWithHotKey("b", 40);
+  hidden.confirmBeforeRunning = false;
+  const PackWarnings expected{.hiddenItems = 1, .unconfirmedHotKeys = 1};
+  EXPECT_EQ(findWarnings({}, documentWith({folderWith("N", 0, {itemWith("a", "Date")}),
+                                           separatorWith("N", 1, {hidden})})),
+            expected);
+  const QuillmarConfig user = documentWith({folderWith("N", 0, {itemWithHotKey("mine", 40)})});
+  EXPECT_EQ(findWarnings(user, documentWith({separatorWith("N", 0, {hidden})})),
+            (PackWarnings{.hiddenItems = 1, .unconfirmedHotKeys = 1, .collidingHotKeys = 1}));
+  // The order of the merge counts, not the one of the file.
+  EXPECT_EQ(findWarnings({}, documentWith({separatorWith("N", 1, {hidden}),
+                                           folderWith("N", 0, {itemWith("a", "Date")})})),
+            expected);
+}
+
+TEST(PackWarnings, ItemsThatStayInASeparatorAreNotCounted) {
+  MenuItem hidden = itemWithHotKey("b", 40);
+  hidden.confirmBeforeRunning = false;
+  EXPECT_EQ(findWarnings({}, documentWith({separatorWith("N", 0, {hidden}),
+                                           folderWith("N", 1, {itemWith("a", "Date")})})),
+            PackWarnings{});
+  const QuillmarConfig user = documentWith({separatorWith("N", 0, {itemWith("mine", "Mine")}),
+                                            folderWith("F", 1, {itemWith("b", "Known")})});
+  EXPECT_EQ(
+      findWarnings(
+          user,
+          documentWith({separatorWith("N", 0, {itemWithHotKey("c", 40)}),
+                        separatorWith("F", 1, {itemWith("b", "Known"), separatorItem("line")})})),
+      PackWarnings{});
+}
+
+TEST(PackWarnings, AnItemIsJudgedByTheFolderThatGetsIt) {
+  // The folder of the pack would become part of the user's separator.
+  const QuillmarConfig user =
+      documentWith({separatorWith("N", 0, {}), folderWith("F", 1, {itemWithHotKey("mine", 40)})});
+  EXPECT_EQ(findWarnings(user, documentWith({folderWith("N", 0, {itemWithHotKey("a", 40)})})),
+            PackWarnings{});
+}
+
+TEST(PackWarnings, AFolderThatThePackRepeatsAddsItsItemsOnce) {
+  const MenuCategory folder = folderWith("N", 0, {itemWithHotKey("x", 40)});
+  EXPECT_EQ(findWarnings({}, documentWith({folder, folder})), PackWarnings{});
+}
+
 TEST(PackWarnings, CountHotKeysThatRunWithoutConfirmation) {
   MenuItem item = itemWithHotKey("1", 40);
   item.confirmBeforeRunning = false;
@@ -120,10 +172,10 @@ TEST(PackWarnings, ItemsThatGetNoHotKeyAreNotCounted) {
   disabled.confirmBeforeRunning = false;
   MenuItem inMenuOnly = disabled;
   inMenuOnly.id = "2";
+  inMenuOnly.shortcut->isGlobal = false;
   MenuItem separator = disabled;
   separator.id = "3";
   disabled.isEnabled = false;
-  inMenuOnly.shortcut->isGlobal = false;
   separator.isSeparator = true;
   const QuillmarConfig user = documentWith({folderWith("G", 0, {itemWithHotKey("user", 40)})});
   const std::vector<MenuItem> items = {disabled, inMenuOnly, separator, itemWith("4", "None")};
@@ -169,24 +221,28 @@ TEST(PackWarnings, ADisabledItemOfTheUserDoesNotCollide) {
 }
 
 TEST(PackWarnings, AreSentencesInTheSingularAndThePlural) {
-  EXPECT_EQ(warningText({.commandsWithHiddenCharacters = 1,
+  EXPECT_EQ(warningText({.hiddenItems = 1,
+                         .commandsWithHiddenCharacters = 1,
                          .commandsWithLongGaps = 1,
                          .misleadingNames = 1,
                          .repeatedIds = 1,
                          .unconfirmedHotKeys = 1,
                          .collidingHotKeys = 1}),
+            "1 item is hidden in a separator, and Merge adds it to a folder. "
             "1 command contains hidden characters. "
             "1 command contains a long gap before part of its text. "
             "1 name contains hidden characters, line breaks or a long gap. "
             "1 item has the identifier of another item and may run in its place. "
             "1 item with a global hot key runs without confirmation. "
             "1 global hot key is already used by another item.");
-  EXPECT_EQ(warningText({.commandsWithHiddenCharacters = 2,
+  EXPECT_EQ(warningText({.hiddenItems = 8,
+                         .commandsWithHiddenCharacters = 2,
                          .commandsWithLongGaps = 3,
                          .misleadingNames = 4,
                          .repeatedIds = 5,
                          .unconfirmedHotKeys = 6,
                          .collidingHotKeys = 7}),
+            "8 items are hidden in separators, and Merge adds them to folders. "
             "2 commands contain hidden characters. "
             "3 commands contain a long gap before part of their text. "
             "4 names contain hidden characters, line breaks or a long gap. "

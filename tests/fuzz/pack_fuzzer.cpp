@@ -49,13 +49,14 @@ void review(const std::string& json) {
   const Result<QuillmarConfig> again = decode(SettingsManager::encode(pack));
   check(again.ok() && again.value() == pack, "a document is read as it was written");
 
-  for (const std::string& shown : {ImportSheetController::describe(pack), packDetails(pack)}) {
+  const QuillmarConfig before = current();
+  for (const std::string& shown :
+       {ImportSheetController::describe(pack), packDetails(before, pack)}) {
     const text::VisibleText visible(shown);
     check(visible.original(0, visible.text().size()) == shown, "everything is copied as it was");
     check(!text::hasInvisibleCharacters(visible.text()), "no character stays invisible");
   }
 
-  const QuillmarConfig before = current();
   (void)warningText(findWarnings(before, pack));
   const QuillmarConfig merged = before.merging(pack);
   check(merged.categories.front().items.front() == before.categories.front().items.front(),
