@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <set>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -21,24 +22,35 @@ bool isMisleadingName(std::string_view name) {
          text::longestGap(name) >= longGap;
 }
 
-/// `folder` is the one that would hold the item.
-bool hasHotKey(const MenuCategory& folder, const MenuItem& item) {
-  return !folder.isSeparator && !item.isSeparator && item.isEnabled && item.shortcut &&
-         item.shortcut->isGlobal;
+/// True if the item would be in the menu. `folder` is the one that would hold it.
+bool isShown(const MenuCategory& folder, const MenuItem& item) {
+  return !folder.isSeparator && !item.isSeparator && item.isEnabled;
 }
 
-/// The combinations of hot keys.
+bool hasUnconfirmedHotKey(const MenuCategory& folder, const MenuItem& item) {
+  return isShown(folder, item) && item.shortcut && item.shortcut->isGlobal &&
+         !item.confirmBeforeRunning;
+}
+
+/// The combinations of shortcuts. Hot keys are registered by key code, and the menu compares
+/// characters, so two shortcuts collide if either is the same.
 class Combinations {
  public:
-  /// Returns false if another hot key has the combination.
+  /// Returns false if another shortcut has the combination.
   bool add(const KeyboardShortcut& shortcut) {
     constexpr std::uint64_t mask =
         modifiers::shift | modifiers::control | modifiers::option | modifiers::command;
-    return combinations_.emplace(shortcut.keyCode, shortcut.modifiers & mask).second;
+    const std::uint64_t modifierMask = shortcut.modifiers & mask;
+    const std::string character = text::lowercased(shortcut.character);
+    const bool isNewCode = codes_.emplace(shortcut.keyCode, modifierMask).second;
+    const bool isNewCharacter =
+        character.empty() || characters_.emplace(character, modifierMask).second;
+    return isNewCode && isNewCharacter;
   }
 
  private:
-  std::set<std::pair<std::uint16_t, std::uint64_t>> combinations_;
+  std::set<std::pair<std::uint16_t, std::uint64_t>> codes_;
+  std::set<std::pair<std::string, std::uint64_t>> characters_;
 };
 
 void checkContents(const MenuCategory& folder, PackWarnings& warnings) {
@@ -49,7 +61,7 @@ void checkContents(const MenuCategory& folder, PackWarnings& warnings) {
     if (text::hasInvisibleCharacters(command)) ++warnings.commandsWithHiddenCharacters;
     if (text::longestGap(command) >= longGap) ++warnings.commandsWithLongGaps;
     // "Replace" leaves the item in this folder.
-    if (hasHotKey(folder, item) && !item.confirmBeforeRunning) ++warnings.unconfirmedHotKeys;
+    if (hasUnconfirmedHotKey(folder, item)) ++warnings.unconfirmedHotKeys;
   }
 }
 
@@ -61,7 +73,7 @@ void checkAdditions(const QuillmarConfig& current, const QuillmarConfig& pack,
   for (const MenuCategory& folder : current.categories) {
     for (const MenuItem& item : folder.items) {
       ids.insert(item.id);
-      if (hasHotKey(folder, item)) combinations.add(*item.shortcut);
+      if (isShown(folder, item) && item.shortcut) combinations.add(*item.shortcut);
     }
   }
   for (const MergeStep& step : current.mergeSteps(pack)) {
@@ -70,9 +82,10 @@ void checkAdditions(const QuillmarConfig& current, const QuillmarConfig& pack,
       if (!ids.insert(item->id).second) ++warnings.repeatedIds;
       if (revealsItems && !item->isSeparator) ++warnings.hiddenItems;
       // Those in other folders are counted with the contents of the pack.
-      const bool isHotKey = hasHotKey(*step.target, *item);
-      if (revealsItems && isHotKey && !item->confirmBeforeRunning) ++warnings.unconfirmedHotKeys;
-      if (isHotKey && !combinations.add(*item->shortcut)) ++warnings.collidingHotKeys;
+      if (revealsItems && hasUnconfirmedHotKey(*step.target, *item)) ++warnings.unconfirmedHotKeys;
+      if (isShown(*step.target, *item) && item->shortcut && !combinations.add(*item->shortcut)) {
+        ++warnings.collidingShortcuts;
+      }
     }
   }
 }
@@ -112,8 +125,8 @@ std::string warningText(const PackWarnings& warnings) {
   addSentence(text, warnings.unconfirmedHotKeys,
               "item with a global hot key runs without confirmation.",
               "items with a global hot key run without confirmation.");
-  addSentence(text, warnings.collidingHotKeys, "global hot key is already used by another item.",
-              "global hot keys are already used by other items.");
+  addSentence(text, warnings.collidingShortcuts, "shortcut is already used by another item.",
+              "shortcuts are already used by other items.");
   return text;
 }
 

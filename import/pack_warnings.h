@@ -25,14 +25,14 @@ struct PackWarnings {
   std::size_t repeatedIds = 0;
   /// Items that would get a hot key, by a merge or by a replacement, and that run without asking.
   std::size_t unconfirmedHotKeys = 0;
-  /// Hot keys that a merge would add and that another item, of the user or of the pack, has too.
-  std::size_t collidingHotKeys = 0;
+  /// Shortcuts that a merge would add and that another item, of the user or of the pack, has too.
+  std::size_t collidingShortcuts = 0;
 
   bool operator==(const PackWarnings&) const = default;
 };
 
-/// Only items that would get a hot key count as such: enabled ones that are not separators, with a
-/// global shortcut. O(n log n) for any pack.
+/// Shortcuts count only if they work: those of enabled items that are not separators, in folders
+/// that are not separators. O(n log n) for any pack.
 PackWarnings findWarnings(const QuillmarConfig& current, const QuillmarConfig& pack);
 
 /// A sentence for each kind of warning, on one line; empty if there is nothing to report.

@@ -26,7 +26,10 @@ QuillmarConfig documentWith(std::vector<MenuCategory> folders) {
 MenuItem itemWithHotKey(const std::string& id, std::uint16_t keyCode,
                         std::uint64_t modifierMask = modifiers::command) {
   MenuItem item = itemWith(id, "Item " + id);
-  item.shortcut = KeyboardShortcut{.keyCode = keyCode, .character = "k", .modifiers = modifierMask};
+  // A character of its own for each key.
+  const std::string character(1, static_cast<char>('k' + keyCode - 40));
+  item.shortcut =
+      KeyboardShortcut{.keyCode = keyCode, .character = character, .modifiers = modifierMask};
   item.confirmBeforeRunning = true;
   return item;
 }
@@ -38,7 +41,13 @@ PackWarnings warningsAbout(std::vector<MenuItem> items) {
 
 std::size_t collisions(const QuillmarConfig& current, std::vector<MenuItem> items) {
   return findWarnings(current, documentWith({folderWith("F", 0, std::move(items))}))
-      .collidingHotKeys;
+      .collidingShortcuts;
+}
+
+MenuItem itemWithMenuShortcut(const std::string& id, std::uint16_t keyCode) {
+  MenuItem item = itemWithHotKey(id, keyCode);
+  item.shortcut->isGlobal = false;
+  return item;
 }
 
 MenuCategory separatorWith(const std::string& id, std::int64_t sortOrder,
@@ -125,7 +134,7 @@ TEST(PackWarnings, CountItemsThatASeparatorHidesAndAMergeAddsToAFolder) {
             expected);
   const QuillmarConfig user = documentWith({folderWith("N", 0, {itemWithHotKey("mine", 40)})});
   EXPECT_EQ(findWarnings(user, documentWith({separatorWith("N", 0, {hidden})})),
-            (PackWarnings{.hiddenItems = 1, .unconfirmedHotKeys = 1, .collidingHotKeys = 1}));
+            (PackWarnings{.hiddenItems = 1, .unconfirmedHotKeys = 1, .collidingShortcuts = 1}));
   // The order of the merge counts, not the one of the file.
   EXPECT_EQ(findWarnings({}, documentWith({separatorWith("N", 1, {hidden}),
                                            folderWith("N", 0, {itemWith("a", "Date")})})),
@@ -170,9 +179,8 @@ TEST(PackWarnings, CountHotKeysThatRunWithoutConfirmation) {
 TEST(PackWarnings, ItemsThatGetNoHotKeyAreNotCounted) {
   MenuItem disabled = itemWithHotKey("1", 40);
   disabled.confirmBeforeRunning = false;
-  MenuItem inMenuOnly = disabled;
-  inMenuOnly.id = "2";
-  inMenuOnly.shortcut->isGlobal = false;
+  MenuItem inMenuOnly = itemWithMenuShortcut("2", 41);
+  inMenuOnly.confirmBeforeRunning = false;
   MenuItem separator = disabled;
   separator.id = "3";
   disabled.isEnabled = false;
@@ -187,18 +195,37 @@ TEST(PackWarnings, ItemsThatGetNoHotKeyAreNotCounted) {
   EXPECT_EQ(findWarnings(user, documentWith({line})), PackWarnings{});
 }
 
-TEST(PackWarnings, CountHotKeysThatTheUserHas) {
+TEST(PackWarnings, CountShortcutsThatTheUserHas) {
   const QuillmarConfig user = documentWith({folderWith("G", 0, {itemWithHotKey("1", 40)})});
   EXPECT_EQ(collisions(user, {itemWithHotKey("1", 40), itemWithHotKey("2", 41)}), 1U);
 }
 
-TEST(PackWarnings, CountHotKeysThatThePackHasTwice) {
+TEST(PackWarnings, CountShortcutsOfTheMenuThatCollideWithAnyOther) {
+  const QuillmarConfig user =
+      documentWith({folderWith("G", 0, {itemWithHotKey("1", 40), itemWithMenuShortcut("2", 41)})});
+  EXPECT_EQ(collisions(user, {itemWithMenuShortcut("3", 40), itemWithMenuShortcut("4", 42)}), 1U);
+  EXPECT_EQ(collisions(user, {itemWithHotKey("3", 41), itemWithHotKey("4", 42)}), 1U);
+  EXPECT_EQ(collisions({}, {itemWithMenuShortcut("3", 40), itemWithMenuShortcut("4", 40)}), 1U);
+}
+
+TEST(PackWarnings, AShortcutCollidesByItsCharacterToo) {
+  MenuItem other = itemWithMenuShortcut("2", 0);
+  other.shortcut->character = "K";
+  EXPECT_EQ(collisions({}, {itemWithMenuShortcut("1", 40), other}), 1U);
+  // Key codes alone are enough for a hot key.
+  MenuItem first = itemWithHotKey("1", 40);
+  MenuItem second = itemWithHotKey("2", 41);
+  first.shortcut->character = second.shortcut->character = "";
+  EXPECT_EQ(collisions({}, {first, second}), 0U);
+}
+
+TEST(PackWarnings, CountShortcutsThatThePackHasTwice) {
   EXPECT_EQ(collisions({}, {itemWithHotKey("1", 40), itemWithHotKey("2", 40),
                             itemWithHotKey("3", 40), itemWithHotKey("4", 41)}),
             2U);
 }
 
-TEST(PackWarnings, AHotKeyIsItsKeyCodeAndItsFourModifiers) {
+TEST(PackWarnings, ACombinationIsAKeyAndItsFourModifiers) {
   MenuItem other = itemWithHotKey("2", 40);
   other.shortcut->character = "x";
   other.shortcut->modifiers |= 0x100;
@@ -227,28 +254,28 @@ TEST(PackWarnings, AreSentencesInTheSingularAndThePlural) {
                          .misleadingNames = 1,
                          .repeatedIds = 1,
                          .unconfirmedHotKeys = 1,
-                         .collidingHotKeys = 1}),
+                         .collidingShortcuts = 1}),
             "1 item is hidden in a separator, and Merge adds it to a folder. "
             "1 command contains hidden characters. "
             "1 command contains a long gap before part of its text. "
             "1 name contains hidden characters, line breaks or a long gap. "
             "1 item has the identifier of another item and may run in its place. "
             "1 item with a global hot key runs without confirmation. "
-            "1 global hot key is already used by another item.");
+            "1 shortcut is already used by another item.");
   EXPECT_EQ(warningText({.hiddenItems = 8,
                          .commandsWithHiddenCharacters = 2,
                          .commandsWithLongGaps = 3,
                          .misleadingNames = 4,
                          .repeatedIds = 5,
                          .unconfirmedHotKeys = 6,
-                         .collidingHotKeys = 7}),
+                         .collidingShortcuts = 7}),
             "8 items are hidden in separators, and Merge adds them to folders. "
             "2 commands contain hidden characters. "
             "3 commands contain a long gap before part of their text. "
             "4 names contain hidden characters, line breaks or a long gap. "
             "5 items have the identifiers of other items and may run in their place. "
             "6 items with a global hot key run without confirmation. "
-            "7 global hot keys are already used by other items.");
+            "7 shortcuts are already used by other items.");
   EXPECT_EQ(warningText({.unconfirmedHotKeys = 12}),
             "12 items with a global hot key run without confirmation.");
 }
