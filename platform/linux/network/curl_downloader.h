@@ -1,10 +1,9 @@
-// Downloads through libcurl, which is loaded with the first one. Each transfer has its own thread;
-// a few run at a time, and the others wait for their turn. Main thread.
+// Downloads through libcurl, which is loaded with the first one. Each transfer has its own thread,
+// which needs little memory beside the buffers and the TLS state of the transfer. Main thread.
 
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <string>
 
 #include "platform/detached_thread.h"
@@ -17,8 +16,6 @@ namespace quillmar {
 
 class CurlDownloader final : public Downloader {
  public:
-  static constexpr std::size_t maximumConcurrentTransfers = 4;
-
   struct Options {
     HttpsTransferOptions transfer;
     /// File name of libcurl.
@@ -35,9 +32,8 @@ class CurlDownloader final : public Downloader {
   void get(const std::string& url, std::size_t maximumBodySize, Completion completion) override;
 
  private:
-  class Transfers;
-
-  std::shared_ptr<Transfers> transfers_;
+  TaskQueue& mainQueue_;
+  const Options options_;
 };
 
 }  // namespace quillmar
