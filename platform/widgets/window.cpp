@@ -41,7 +41,7 @@ Window::~Window() {
   if (sheetParent_ != nullptr) parent = sheetParent_->self_;
   leaveSheetParent();
   contentView_.reset();
-  if (const auto window = parent.lock()) (*window)->callWaitingTasks();
+  if (Window* const window = existing(parent)) window->callWaitingTasks();
 }
 
 void Window::setContentView(std::unique_ptr<View> view) {

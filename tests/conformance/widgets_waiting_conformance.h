@@ -125,6 +125,17 @@ TYPED_TEST_P(WaitingConformance, ATaskMayDestroyItsWindow) {
   EXPECT_THAT(this->called, testing::IsEmpty());
 }
 
+TYPED_TEST_P(WaitingConformance, ATaskMayDestroyItsWindowWhenTheSheetIsDestroyed) {
+  this->show();
+  auto sheet = std::make_unique<Window>(this->harness.windows());
+  this->begin(*sheet);
+  this->window->whenFree([this] { this->window.reset(); });
+  this->callWhenFree("later");
+  sheet.reset();
+  EXPECT_EQ(this->window, nullptr);
+  EXPECT_THAT(this->called, testing::IsEmpty());
+}
+
 TYPED_TEST_P(WaitingConformance, ASheetThatIsDestroyedFreesItsParent) {
   this->show();
   auto sheet = std::make_unique<Window>(this->harness.windows());
@@ -177,8 +188,9 @@ REGISTER_TYPED_TEST_SUITE_P(WaitingConformance, ATaskOfAFreeWindowIsCalledAtOnce
                             TasksWaitForTheSheetAndKeepTheirOrder, TasksWaitForThePanel,
                             TasksWaitForTheAlertAndItsAnswer, ATaskThatBeginsASheetDelaysTheOthers,
                             AWindowThatClosesDropsItsTasks, AWindowThatIsDestroyedDropsItsTasks,
-                            ATaskMayDestroyItsWindow, ASheetThatIsDestroyedFreesItsParent,
-                            ASheetBlocksTheSheetBelowItOnly,
+                            ATaskMayDestroyItsWindow,
+                            ATaskMayDestroyItsWindowWhenTheSheetIsDestroyed,
+                            ASheetThatIsDestroyedFreesItsParent, ASheetBlocksTheSheetBelowItOnly,
                             AWindowThatClosesClosesTheSheetOfItsSheetFirst);
 
 }  // namespace quillmar
