@@ -101,7 +101,7 @@ Result<void> Window::beginSheet(Window& sheet, const Activation& activation) {
 std::optional<Error> Window::obstacle() const {
   if (!isClosing_ && isFree()) return std::nullopt;
   return Error{"The window “" + title_ + "” " +
-               (isClosing_ ? "is closing." : "already has a sheet.")};
+               (isClosing_ ? "is closing." : "already has an open sheet or panel.")};
 }
 
 template <class Show>

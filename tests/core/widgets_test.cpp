@@ -288,7 +288,7 @@ TEST_F(WidgetsTest, AWindowWithASheetRefusesASecondOne) {
   ASSERT_TRUE(window.beginSheet(first, {}));
   Window second(screen);
   EXPECT_EQ(window.beginSheet(second, {}).error().description,
-            "The window “Settings” already has a sheet.");
+            "The window “Settings” already has an open sheet or panel.");
   EXPECT_FALSE(second.visible());
   first.close();
   EXPECT_TRUE(window.takesInput());
