@@ -24,11 +24,12 @@ class Downloader {
 
   virtual ~Downloader() = default;
 
-  /// Starts a GET request for the https URL and returns at once. Follows at most five redirects, to
-  /// https URLs only. Sends no cookies, no credentials and no referrer. Verifies the server's
-  /// certificate against the system's authorities. Ends the transfer as soon as the decoded body
-  /// exceeds `maximumBodySize` bytes. The completion runs once, as a task of the main queue. It
-  /// gets an error, whose description is a full sentence, if the transfer failed. Main thread.
+  /// Starts a GET request for the https URL, which must be percent-encoded, and returns at once.
+  /// Any number of downloads may run at a time. Follows at most five redirects, to https URLs only.
+  /// Sends no cookies, no credentials and no referrer. Verifies the server's certificate against
+  /// the system's authorities. Ends the transfer as soon as the decoded body exceeds
+  /// `maximumBodySize` bytes. The completion runs once, as a task of the main queue. It gets an
+  /// error, whose description is a full sentence, if the transfer failed. Main thread.
   virtual void get(const std::string& url, std::size_t maximumBodySize, Completion completion) = 0;
 };
 

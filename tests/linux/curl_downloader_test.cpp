@@ -248,11 +248,6 @@ TEST(CurlDownloader, RefusesCredentialsInTheAddress) {
   EXPECT_EQ(errorOf(download(server, "/redirect-to?" + withUser)), error);
 }
 
-TEST(CurlDownloader, EscapesWhatAnAddressMayNotContain) {
-  EXPECT_THAT(download(TlsServer(), "/request/é x?a b&c=%20\x01"),
-              HasStatusAndBody(200, StartsWith("GET /request/%C3%A9%20x?a%20b&c=%20%01 HTTP")));
-}
-
 TEST(CurlDownloader, RefusesAnAddressThatIsNotValid) {
   for (const char* address : {"https://", "https://localhost:port/", "https://a host/x"}) {
     EXPECT_EQ(errorOf(download(address, {})), "The address is not valid.") << address;

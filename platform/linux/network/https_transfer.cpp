@@ -22,23 +22,6 @@ std::size_t endOfAuthority(std::string_view url) {
   return url.find_first_of("/?#", scheme == std::string_view::npos ? 0 : scheme + 3);
 }
 
-/// Percent-encodes what a URL may not contain: white space, control characters and bytes outside
-/// ASCII. Leaves the host to libcurl, which knows international domain names.
-std::string withEscapes(const std::string& url) {
-  constexpr std::string_view digits = "0123456789ABCDEF";
-  const std::size_t start = std::min(endOfAuthority(url), url.size());
-  std::string escaped = url.substr(0, start);
-  for (const char character : url.substr(start)) {
-    const auto byte = static_cast<unsigned char>(character);
-    if (byte > 0x20 && byte < 0x7F) {
-      escaped += character;
-    } else {
-      escaped += {'%', digits[byte >> 4], digits[byte & 0xF]};
-    }
-  }
-  return escaped;
-}
-
 /// The host and the port in typographic quotes.
 std::string quotedHost(std::string_view url) {
   std::string_view host = url.substr(0, endOfAuthority(url));
@@ -192,7 +175,7 @@ HttpsTransferOptions withProxyOf(const Environment& environment, HttpsTransferOp
 Result<HttpResponse> downloadOverHttps(const CurlLibrary& curl, const std::string& url,
                                        std::size_t maximumBodySize,
                                        const HttpsTransferOptions& options) {
-  return Transfer(curl, withEscapes(url), maximumBodySize).perform(options);
+  return Transfer(curl, url, maximumBodySize).perform(options);
 }
 
 }  // namespace quillmar
