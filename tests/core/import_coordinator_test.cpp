@@ -238,6 +238,16 @@ TEST_F(ImportCoordinatorTest, MergeAddsTheNewItemsAndSavesOnce) {
   EXPECT_EQ(folder("G").sortOrder, 1);
 }
 
+TEST_F(ImportCoordinatorTest, AMergeThatAddsNothingIsSaved) {
+  // Even the version stays the same.
+  settings->config.version = QuillmarConfig().version;
+  importCoordinator->review(packOf({}), "source");
+  memory.files.removeEntry(settingsPath);
+  pressInSheet("Merge");
+  EXPECT_EQ(posts, 1);
+  EXPECT_EQ(onDisk(), settings->config);
+}
+
 TEST_F(ImportCoordinatorTest, MergeUsesTheDocumentOfThatMoment) {
   review("Pack");
   settings->addCategory("Added meanwhile", std::nullopt, false);
