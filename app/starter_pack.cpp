@@ -9,6 +9,7 @@
 #include "config/settings_manager.h"
 #include "platform/bundle.h"
 #include "platform/file_system.h"
+#include "platform/pack_file_type.h"
 #include "platform/result.h"
 
 namespace quillmar {
@@ -16,7 +17,8 @@ namespace quillmar {
 namespace {
 
 Result<QuillmarConfig> readPack(const Bundle& bundle, const FileSystem& files) {
-  const auto path = bundle.pathForResource("starter", "quillmarpack", "packs");
+  const auto path =
+      bundle.pathForResource("starter", std::string(pack_file_type::extension), "packs");
   if (!path) return Error{"The resource “packs/starter.quillmarpack” is missing."};
   return readDocument(files, *path);
 }

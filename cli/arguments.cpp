@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/pack_file_type.h"
 #include "platform/result.h"
 #include "platform/text.h"
 
@@ -103,17 +104,17 @@ Result<Invocation> parseRun(const std::vector<std::string>& words) {
       RunInvocation{std::move(found.operands.front()), std::move(found.input), found.yes});
 }
 
-/// True if the argument cannot be meant as anything but a file.
+/// True if the argument looks like a file name: it contains a slash or ends in a known extension.
 bool isFileName(const std::string& argument) {
   const std::string lower = text::lowercased(argument);
   return argument.find('/') != std::string::npos || lower.ends_with(".json") ||
-         lower.ends_with(".quillmarpack");
+         lower.ends_with("." + std::string(pack_file_type::extension));
 }
 
-/// True for an address of a kind that Quillmar does not open, such as “https://…”.
-bool isOtherAddress(std::string_view argument) {
+/// True for a URL of a kind that Quillmar does not open, such as “https://…”.
+bool isUnsupportedUrl(std::string_view argument) {
   const std::size_t colon = argument.find("://");
-  return colon != std::string_view::npos && argument.find('/') > colon && !isLink(argument);
+  return colon != std::string_view::npos && argument.find('/') > colon && !isUrl(argument);
 }
 
 Result<Invocation> parseFilesAndLinks(const std::vector<std::string>& words) {
@@ -123,13 +124,13 @@ Result<Invocation> parseFilesAndLinks(const std::vector<std::string>& words) {
     if (!onlyFiles && word == "--") {
       onlyFiles = true;
     } else if (onlyFiles) {
-      invocation.filesAndLinks.push_back(isLink(word) ? "./" + word : word);
+      invocation.filesAndLinks.push_back(isUrl(word) ? "./" + word : word);
     } else if (word.starts_with('-')) {
       return unknownOption(word);
-    } else if (isOtherAddress(word)) {
+    } else if (isUnsupportedUrl(word)) {
       return Error{"Quillmar opens files and links that begin with “quillmar:” (got “" + word +
                    "”)."};
-    } else if (isLink(word) || isFileName(word)) {
+    } else if (isUrl(word) || isFileName(word)) {
       invocation.filesAndLinks.push_back(word);
     } else {
       return unknownSubCommand(word);
@@ -140,7 +141,7 @@ Result<Invocation> parseFilesAndLinks(const std::vector<std::string>& words) {
 
 }  // namespace
 
-bool isLink(std::string_view argument) {
+bool isUrl(std::string_view argument) {
   const std::string scheme = text::lowercased(argument.substr(0, argument.find(':') + 1));
   return scheme == "quillmar:" || scheme == "file:";
 }

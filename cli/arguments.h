@@ -14,7 +14,7 @@ namespace quillmar {
 
 /// Run in the panel, or pass the files and links on to the instance that does.
 struct ResidentInvocation {
-  /// Names of pack files, and links with the scheme “quillmar” or “file”; see isLink().
+  /// Names of pack files, and URLs with the scheme “quillmar” or “file”; see isUrl().
   std::vector<std::string> filesAndLinks;
   bool operator==(const ResidentInvocation&) const = default;
 };
@@ -63,9 +63,8 @@ using Invocation =
 /// names the wrong argument.
 Result<Invocation> parseArguments(const std::vector<std::string>& words);
 
-/// True if an element of ResidentInvocation::filesAndLinks is a link rather than the name of a
-/// file.
-bool isLink(std::string_view argument);
+/// True if an element of ResidentInvocation::filesAndLinks is a URL rather than the name of a file.
+bool isUrl(std::string_view argument);
 
 /// The text of --help.
 std::string_view helpText();

@@ -44,7 +44,7 @@ Result<std::vector<std::string>> urlsOf(const ResidentInvocation& invocation) {
   std::vector<std::string> urls;
   for (const std::string& argument : invocation.filesAndLinks) {
     const Result<std::string> url =
-        isLink(argument) ? Result<std::string>(argument) : fileUrl(argument);
+        isUrl(argument) ? Result<std::string>(argument) : fileUrl(argument);
     if (!url) return url.error();
     urls.push_back(url.value());
   }

@@ -81,12 +81,12 @@ TEST(ArgumentsTest, FilesAndLinksAreOpenedInOrder) {
               ElementsAre("a.json", "list", "--yes", "./file:a"));
 }
 
-TEST(ArgumentsTest, LinksAreToldFromFiles) {
+TEST(ArgumentsTest, UrlsAreToldFromFileNames) {
   for (const char* link : {"quillmar:", "QuillMar://import?url=x", "file:///a", "FILE:a"}) {
-    EXPECT_TRUE(isLink(link)) << link;
+    EXPECT_TRUE(isUrl(link)) << link;
   }
   for (const char* file : {"./quillmar:", "a.json", "xquillmar:", "quillmar", ":file:", ""}) {
-    EXPECT_FALSE(isLink(file)) << file;
+    EXPECT_FALSE(isUrl(file)) << file;
   }
 }
 
