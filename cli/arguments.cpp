@@ -128,13 +128,16 @@ Result<Invocation> parseFilesAndLinks(const std::vector<std::string>& words) {
     } else if (word.starts_with('-')) {
       return unknownOption(word);
     } else if (isUnsupportedUrl(word)) {
-      return Error{"Quillmar opens files and links that begin with “quillmar:” (got “" + word +
-                   "”)."};
+      invocation.errors.push_back(
+          "Quillmar opens files and links that begin with “quillmar:” (got “" + word + "”).");
     } else if (isUrl(word) || isFileName(word)) {
       invocation.filesAndLinks.push_back(word);
     } else {
       return unknownSubCommand(word);
     }
+  }
+  if (invocation.filesAndLinks.empty() && !invocation.errors.empty()) {
+    return Error{invocation.errors.front()};
   }
   return Invocation(std::move(invocation));
 }

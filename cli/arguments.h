@@ -16,6 +16,8 @@ namespace quillmar {
 struct ResidentInvocation {
   /// Names of pack files, and URLs with the scheme “quillmar” or “file”; see isUrl().
   std::vector<std::string> filesAndLinks;
+  /// A sentence for each URL that cannot be opened because it has another scheme.
+  std::vector<std::string> errors;
   bool operator==(const ResidentInvocation&) const = default;
 };
 

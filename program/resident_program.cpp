@@ -72,6 +72,9 @@ ExitStatus useRunningInstance(const std::vector<std::string>& urls, const Enviro
 
 ExitStatus runResidentProgram(const ResidentInvocation& invocation, const Environment& environment,
                               Console& console) {
+  for (const std::string& error : invocation.errors) console.printError(error + "\n");
+  const ExitStatus argumentStatus =
+      invocation.errors.empty() ? ExitStatus::success : ExitStatus::usage;
   const auto urls = urlsOf(invocation);
   if (!urls) {
     console.printError(urls.error().description + "\n");
@@ -107,7 +110,8 @@ ExitStatus runResidentProgram(const ResidentInvocation& invocation, const Enviro
     return ExitStatus::failure;
   }
   if (start.value() == ApplicationInstance::Start::alreadyRunning) {
-    return useRunningInstance(urls.value(), environment, console);
+    const ExitStatus opened = useRunningInstance(urls.value(), environment, console);
+    return opened == ExitStatus::success ? argumentStatus : opened;
   }
 
   instance->setActivation(activationOf(environment));
@@ -123,7 +127,7 @@ ExitStatus runResidentProgram(const ResidentInvocation& invocation, const Enviro
   delegate->openURLs(urls.value());
   const int status = instance->run();
   desktop->saveClipboardForQuit();
-  endProcess(status);
+  endProcess(status == 0 ? static_cast<int>(argumentStatus) : status);
 }
 
 }  // namespace quillmar

@@ -90,6 +90,16 @@ TEST(ArgumentsTest, UrlsAreToldFromFileNames) {
   }
 }
 
+TEST(ArgumentsTest, AUrlThatIsNotSupportedDoesNotKeepTheOthersFromOpening) {
+  EXPECT_EQ(parsed({"a.quillmarpack", "sftp://h/x.quillmarpack", "quillmar:", "ftp://h/y"}),
+            Invocation(ResidentInvocation{
+                .filesAndLinks = {"a.quillmarpack", "quillmar:"},
+                .errors = {"Quillmar opens files and links that begin with “quillmar:” (got "
+                           "“sftp://h/x.quillmarpack”).",
+                           "Quillmar opens files and links that begin with “quillmar:” (got "
+                           "“ftp://h/y”)."}}));
+}
+
 TEST(ArgumentsTest, WrongArgumentsAreNamed) {
   const auto error = [](const std::vector<std::string>& words) {
     return parseArguments(words).error().description;

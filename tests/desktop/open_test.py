@@ -11,7 +11,7 @@ import urllib.parse
 
 from accessible_windows import LABEL, AccessibleWindows
 from gi.repository import GLib
-from quillmar_desktop import DEADLINE_SECONDS, DesktopTestCase, document, run, wait_until
+from quillmar_desktop import DEADLINE_SECONDS, DesktopTestCase, document, run, sub_command, wait_until
 
 HERE = pathlib.Path(__file__).resolve().parent
 REGISTER = HERE.parents[1] / "scripts/register"
@@ -71,6 +71,14 @@ class RunningProgramTest(OpenTestCase):
         self.assertEqual((outcome.returncode, outcome.stdout, outcome.stderr), (0, "", ""))
         self.wait_for_review("last")
         self.assertEqual(self.bus.process_of(NAME), program.process.pid)
+
+    def test_a_url_that_is_not_supported_is_named_and_the_files_are_opened(self):
+        self.start_on_bus(document())
+        outcome = sub_command(str(self.pack("good")), "sftp://host/x.quillmarpack")
+        self.assertEqual((outcome.returncode, outcome.stdout), (2, ""))
+        self.assertEqual(outcome.stderr, "Quillmar opens files and links that begin with "
+                                         "“quillmar:” (got “sftp://host/x.quillmarpack”).\n")
+        self.wait_for_review("good")
 
 
 class LinkTest(OpenTestCase):
