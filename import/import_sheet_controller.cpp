@@ -27,7 +27,8 @@ constexpr double listingInset = 6;
 // Limits in characters. A pack must not imitate the dialog's own text or push the listing out of
 // the window. No host name and no file name is longer than the last one.
 constexpr std::size_t maximumNameLength = 100;
-constexpr std::size_t maximumDescriptionLength = 160;
+constexpr std::size_t maximumDescriptionLength = 320;
+constexpr std::size_t maximumDescriptionLengthWithWarnings = 160;
 constexpr std::size_t maximumSourceLength = 255;
 
 std::string counted(std::int64_t count, const std::string& noun) {
@@ -90,13 +91,16 @@ void ImportSheetController::buildUI() {
   column.setAlignment(StackAlignment::leading);
   column.setSpacing(rowSpacing);
   column.setEdgeInsets({margin, margin, margin, margin});
-  addTexts(column);
+  const std::string warnings = warningText(findWarnings(settings_.config, incoming_));
+  // The listing needs the rest of the space.
+  addTexts(column,
+           warnings.empty() ? maximumDescriptionLength : maximumDescriptionLengthWithWarnings);
   addListing(column);
-  addSummary(column);
+  addSummary(column, warnings);
   addButtons(column);
 }
 
-void ImportSheetController::addTexts(StackView& column) const {
+void ImportSheetController::addTexts(StackView& column, std::size_t descriptionLength) const {
   const std::string name =
       singleLineText(incoming_.name.value_or("Imported settings"), maximumNameLength);
   auto& title =
@@ -105,7 +109,7 @@ void ImportSheetController::addTexts(StackView& column) const {
 
   std::string subtitle;
   if (incoming_.description) {
-    subtitle = singleLineText(*incoming_.description, maximumDescriptionLength) + "\n";
+    subtitle = singleLineText(*incoming_.description, descriptionLength) + "\n";
   }
   subtitle += "From " + singleLineText(source_, maximumSourceLength);
   addWrappingLabel(column, std::move(subtitle)).setColor(TextColor::secondaryLabel);
@@ -128,12 +132,11 @@ void ImportSheetController::addListing(StackView& column) {
   details.setOnPress([this] { showDetailsPressed(); });
 }
 
-void ImportSheetController::addSummary(StackView& column) const {
+void ImportSheetController::addSummary(StackView& column, const std::string& warnings) const {
   const MergePreview preview = settings_.config.mergePreview(incoming_);
   addWrappingLabel(column, "Merge adds " + counted(preview.categories, "folder") + " and " +
                                counted(preview.items, "item") +
                                ". Items you already have are left unchanged.");
-  const std::string warnings = warningText(findWarnings(settings_.config, incoming_));
   if (!warnings.empty()) addWrappingLabel(column, warnings);
 }
 

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -61,9 +62,9 @@ class ImportSheetController final : public WindowDelegate {
   void windowWillClose(Window& window) override;
 
  private:
-  void addTexts(StackView& column) const;
+  void addTexts(StackView& column, std::size_t descriptionLength) const;
   void addListing(StackView& column);
-  void addSummary(StackView& column) const;
+  void addSummary(StackView& column, const std::string& warnings) const;
   void addButtons(StackView& column);
   void finish(std::optional<ImportMode> mode);
 

@@ -16,7 +16,7 @@ namespace quillmar {
 namespace {
 
 constexpr std::string_view fieldIndentation = "    ";
-constexpr std::string_view commandIndentation = "    │ ";
+constexpr std::string_view quotedIndentation = "    │ ";
 constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
 
 /// The whole text on one line.
@@ -26,6 +26,14 @@ std::string onOneLine(const std::string& text) {
 
 class DetailsWriter {
  public:
+  void addPack(const QuillmarConfig& pack) {
+    if (!pack.name && !pack.description) return;
+    addLine(pack.name ? "Pack: " + onOneLine(*pack.name) : "Pack without a name");
+    if (!pack.description) return;
+    addField("Description:");
+    addQuotedLines(*pack.description);
+  }
+
   void addFolder(const MergeStep& step, std::size_t number, std::size_t count) {
     beginParagraph();
     const MenuCategory& folder = *step.source;
@@ -77,10 +85,13 @@ class DetailsWriter {
 
   void addCommand(const MenuCommand& command) {
     addField(std::string(rawValue(command.type)) + ":");
-    std::string_view rest = command.value;
+    addQuotedLines(command.value);
+  }
+
+  void addQuotedLines(std::string_view rest) {
     while (true) {
       const std::size_t end = std::min(rest.find('\n'), rest.size());
-      text_.append(commandIndentation).append(rest.substr(0, end)).append("\n");
+      text_.append(quotedIndentation).append(rest.substr(0, end)).append("\n");
       if (end == rest.size()) break;
       rest.remove_prefix(end + 1);
     }
@@ -88,13 +99,13 @@ class DetailsWriter {
 
   void addShortcut(const KeyboardShortcut& shortcut) {
     std::string line = "Shortcut: " + onOneLine(ShortcutRecorderView::displayString(shortcut));
-    // The key counts, not the character that the pack states for it.
+    // The key code decides which key it is; the character comes from the pack and may differ.
     line += " (key code " + std::to_string(shortcut.keyCode) + ")";
     addField(line + (shortcut.isGlobal ? ", in all programs" : ", in the menu only"));
   }
 
   void addOptions(const MenuCommand& command) {
-    // Only scripts of the shell can.
+    // AppleScripts cannot open in a terminal.
     if (command.openInTerminal && command.type != CommandType::appleScript) {
       addField("Opens in a terminal");
       return;
@@ -125,6 +136,7 @@ class DetailsWriter {
 std::string packDetails(const QuillmarConfig& current, const QuillmarConfig& pack) {
   const std::vector<MergeStep> steps = current.mergeSteps(pack);
   DetailsWriter writer;
+  writer.addPack(pack);
   for (std::size_t i = 0; i < steps.size(); ++i) writer.addFolder(steps[i], i + 1, steps.size());
   return writer.takeText();
 }

@@ -8,9 +8,10 @@
 
 namespace quillmar {
 
-/// A paragraph for each folder and item, with all fields and the whole command. Names and other
-/// short texts are on one line each, with invisible characters made visible. Lines of commands
-/// begin with "│", so that a command cannot imitate the other lines.
+/// The name and the description of the pack, then a paragraph for each folder and item, with all
+/// fields and the whole command. Names and other short texts are on one line each, with invisible
+/// characters made visible. Lines of descriptions and commands begin with "│", so that they cannot
+/// imitate the other lines.
 std::string packDetails(const QuillmarConfig& current, const QuillmarConfig& pack);
 
 }  // namespace quillmar

@@ -264,6 +264,15 @@ TEST_F(ImportSheetTest, DetailsAreASheetOfTheReview) {
   EXPECT_EQ(memory.windows.focused(*details), &text);
 }
 
+TEST_F(ImportSheetTest, DetailsShowTheWholeDescription) {
+  QuillmarConfig pack = packNamed("Tools");
+  pack.description = "First line.\n" + std::string(1'000, 'd');
+  present(pack);
+  pressInSheet("Show Details…");
+  EXPECT_THAT(viewsOf<TextView>(*sheet()->sheet()).at(0)->text(),
+              HasSubstr("│ First line.\n    │ " + std::string(1'000, 'd') + "\n"));
+}
+
 TEST_F(ImportSheetTest, ReturnEscapeAndCloseEndTheDetailsOnly) {
   present(packNamed("Tools"));
   for (const auto& close : std::vector<std::function<void(Window&)>>{
@@ -304,9 +313,17 @@ TEST_F(ImportSheetTest, ALongNameEndsInAnEllipsis) {
 TEST_F(ImportSheetTest, ADescriptionIsOneParagraphOfLimitedLength) {
   EXPECT_EQ(subtitleFor("Safe.\nFrom quillmar.example\n\n\n"),
             "Safe. From quillmar.example   \nFrom tools.json");
-  EXPECT_EQ(subtitleFor(std::string(160, 'd')), std::string(160, 'd') + "\nFrom tools.json");
-  EXPECT_EQ(subtitleFor(std::string(1'000'000, 'd')), std::string(159, 'd') + "…\nFrom tools.json");
+  EXPECT_EQ(subtitleFor(std::string(320, 'd')), std::string(320, 'd') + "\nFrom tools.json");
+  EXPECT_EQ(subtitleFor(std::string(1'000'000, 'd')), std::string(319, 'd') + "…\nFrom tools.json");
   EXPECT_EQ(subtitleFor("\u202Eevil"), "‹U+202E›evil\nFrom tools.json");
+}
+
+TEST_F(ImportSheetTest, ADescriptionAboveWarningsIsShorter) {
+  QuillmarConfig pack = packNamed("Tools");
+  pack.categories[0].items[0].command.value = "ls\u200B";
+  pack.description = std::string(1'000'000, 'd');
+  present(pack);
+  EXPECT_EQ(subtitle(), std::string(159, 'd') + "…\nFrom tools.json");
 }
 
 TEST_F(ImportSheetTest, AnItemThatASeparatorHidesIsCountedAndShownInTheDetails) {

@@ -13,6 +13,7 @@ namespace {
 
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 
 QuillmarConfig packWith(std::vector<MenuCategory> folders) {
   QuillmarConfig pack;
@@ -121,6 +122,28 @@ TEST(PackDetails, NoTextCanImitateALineOfAnotherKind) {
   const std::string details = packDetails({}, packWith({folder}));
   EXPECT_THAT(details, Not(HasSubstr("\nItem 2")));
   EXPECT_THAT(details, HasSubstr("Item 1 of 1: A Item 2 of 2: B‹U+202E›\n"));
+}
+
+TEST(PackDetails, BeginWithTheWholeNameAndDescriptionOfThePack) {
+  QuillmarConfig pack = packWith({folderWith("F", 0)});
+  pack.name = std::string(200, 'n') + "\n\u202E";
+  EXPECT_EQ(packDetails({}, pack),
+            "Pack: " + std::string(200, 'n') + " ‹U+202E›\n\nFolder 1 of 1: Folder F\n");
+  pack.description = "First line.\n\n" + std::string(1'000, 'd') + "\u202E";
+  EXPECT_EQ(packDetails({}, pack), "Pack: " + std::string(200, 'n') +
+                                       " ‹U+202E›\n"
+                                       "    Description:\n"
+                                       "    │ First line.\n"
+                                       "    │ \n"
+                                       "    │ " +
+                                       std::string(1'000, 'd') +
+                                       "\u202E\n"
+                                       "\n"
+                                       "Folder 1 of 1: Folder F\n");
+  pack.name.reset();
+  pack.description = "About it";
+  EXPECT_THAT(packDetails({}, pack),
+              StartsWith("Pack without a name\n    Description:\n    │ About it\n\nFolder 1"));
 }
 
 TEST(PackDetails, TellTheFolderThatAMergeAddsTheItemsTo) {
