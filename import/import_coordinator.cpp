@@ -20,7 +20,7 @@ constexpr std::string_view importHost = "import";
 constexpr std::string_view packUrlItem = "url";
 constexpr std::string_view packUrlScheme = "https";
 
-/// Failures that are shown or wait at one time.
+/// Maximum number of failures that are shown or waiting.
 constexpr std::size_t maximumFailures = 5;
 
 // In characters. Texts of alerts contain links and file names.
@@ -43,8 +43,18 @@ std::optional<Url> packUrl(const Url& link) {
 }
 
 /// True if the text begins like a link of this program, whether or not it is a URL.
-bool isLink(std::string_view text) {
+bool hasLinkScheme(std::string_view text) {
   return text::lowercased(text.substr(0, linkScheme.size() + 1)) == std::string(linkScheme) + ":";
+}
+
+/// The host in lower case; empty if there is none. The rest of the link need not be valid.
+std::string hostOf(std::string_view link) {
+  constexpr std::string_view slashes = "//";
+  const std::size_t start = linkScheme.size() + 1;
+  if (!link.substr(start).starts_with(slashes)) return {};
+  const std::size_t end = link.find_first_of("/?#", start + slashes.size());
+  const std::optional<Url> url = parseUrl(link.substr(0, end));
+  return url ? text::lowercased(url->host.value_or("")) : "";
 }
 
 /// The last component of the path.
@@ -72,13 +82,13 @@ Window* ImportCoordinator::settingsWindow() const {
 }
 
 void ImportCoordinator::handle(const std::string& link) {
-  if (!isLink(link)) return;
-  const std::optional<Url> url = parseUrl(link);
-  if (!url || !url->host || text::lowercased(*url->host) != importHost) {
+  if (!hasLinkScheme(link)) return;
+  if (hostOf(link) != importHost) {
     fail("Unsupported Quillmar link.", link);
     return;
   }
-  if (const std::optional<Url> pack = packUrl(*url)) {
+  const std::optional<Url> url = parseUrl(link);
+  if (const std::optional<Url> pack = url ? packUrl(*url) : std::nullopt) {
     download(*pack);
   } else {
     fail("Quillmar links must point at an https URL.", link);

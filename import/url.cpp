@@ -20,10 +20,6 @@ struct FreeUri {
 };
 using Uri = std::unique_ptr<UriUriA, FreeUri>;
 
-struct FreeQueryList {
-  void operator()(UriQueryListA* list) const { uriFreeQueryListA(list); }
-};
-
 bool isHexDigit(char c) {
   return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
@@ -35,9 +31,9 @@ bool isAllowed(char c) {
   return isLetterOrDigit || others.find(c) != std::string_view::npos;
 }
 
-/// Percent-encodes the bytes that no URL may contain and those in `more`. A "%" that begins no code
-/// is encoded, too.
-std::string encoding(std::string_view text, std::string_view more) {
+/// Percent-encodes the bytes that no URL may contain and those in `alsoEncode`. Also encodes a "%"
+/// that is not followed by two hexadecimal digits.
+std::string percentEncoded(std::string_view text, std::string_view alsoEncode) {
   constexpr std::string_view digits = "0123456789ABCDEF";
   std::string encoded;
   encoded.reserve(text.size());
@@ -45,7 +41,7 @@ std::string encoding(std::string_view text, std::string_view more) {
     const char c = text[i];
     const bool beginsCode =
         c == '%' && i + 2 < text.size() && isHexDigit(text[i + 1]) && isHexDigit(text[i + 2]);
-    if (beginsCode || (isAllowed(c) && more.find(c) == std::string_view::npos)) {
+    if (beginsCode || (isAllowed(c) && alsoEncode.find(c) == std::string_view::npos)) {
       encoded += c;
       continue;
     }
@@ -88,17 +84,16 @@ std::string pathOf(const UriUriA& uri) {
 }
 
 std::vector<Url::QueryItem> queryItemsOf(const UriUriA& uri) {
-  UriQueryListA* first = nullptr;
-  if (uri.query.first == nullptr ||
-      uriDissectQueryMallocExA(&first, nullptr, uri.query.first, uri.query.afterLast, URI_FALSE,
-                               URI_BR_DONT_TOUCH) != URI_SUCCESS) {
-    return {};
-  }
-  const std::unique_ptr<UriQueryListA, FreeQueryList> list(first);
+  // The library's own function ends names and values at the code of a zero byte.
   std::vector<Url::QueryItem> items;
-  for (const UriQueryListA* item = first; item != nullptr; item = item->next) {
-    Url::QueryItem& added = items.emplace_back(Url::QueryItem{.name = item->key, .value = {}});
-    if (item->value != nullptr) added.value = item->value;
+  std::string_view rest = textOf(uri.query);
+  while (!rest.empty()) {
+    const std::string_view item = rest.substr(0, rest.find('&'));
+    rest.remove_prefix(std::min(item.size() + 1, rest.size()));
+    const std::size_t equals = item.find('=');
+    Url::QueryItem& added =
+        items.emplace_back(Url::QueryItem{.name = decoded(item.substr(0, equals)), .value = {}});
+    if (equals != std::string_view::npos) added.value = decoded(item.substr(equals + 1));
   }
   return items;
 }
@@ -106,17 +101,15 @@ std::vector<Url::QueryItem> queryItemsOf(const UriUriA& uri) {
 }  // namespace
 
 std::optional<Url> parseUrl(std::string_view text) {
-  constexpr std::string_view zeroByte("\0", 1);
-  if (text.size() > maximumUrlLength || text.find(zeroByte) != std::string_view::npos ||
-      text.find("%00") != std::string_view::npos) {
+  if (text.size() > maximumUrlLength || text.find('\0') != std::string_view::npos) {
     return std::nullopt;
   }
   Url url;
-  url.absoluteString = encoding(text, "");
+  url.absoluteString = percentEncoded(text, "");
   Uri uri = parse(url.absoluteString);
   if (!uri) {
-    // Brackets are allowed around the address of a host only.
-    url.absoluteString = encoding(text, "[]");
+    // Brackets may only enclose an IP address in the host.
+    url.absoluteString = percentEncoded(text, "[]");
     uri = parse(url.absoluteString);
   }
   if (!uri) return std::nullopt;

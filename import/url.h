@@ -30,13 +30,13 @@ struct Url {
   std::optional<std::string> host;
   /// Percent-decoded.
   std::string path;
-  /// In their order, percent-decoded one by one. "+" stays as it is.
+  /// In the order of the URL; names and values are percent-decoded. "+" stays as it is.
   std::vector<QueryItem> queryItems;
 };
 
 /// Parses a URL. Bytes that no URL may contain, such as spaces, quotes and non-ASCII characters,
 /// are percent-encoded first, because browsers and other programs send them. Fails if the text is
-/// still not a URL, is longer than maximumUrlLength, or contains a zero byte or its code.
+/// still not a URL, is longer than maximumUrlLength, or contains a zero byte.
 std::optional<Url> parseUrl(std::string_view text);
 
 /// The absolute path of a local file: the text itself if it begins with "/", or the path of a URL

@@ -48,7 +48,7 @@ TEST_F(ImportCoordinatorTest, ALinkDownloadsThePackThatItPointsAt) {
   EXPECT_THAT(sheet(), IsNull());
 }
 
-TEST_F(ImportCoordinatorTest, TheFormOfALinkDoesNotMatterIfItsMeaningIsTheSame) {
+TEST_F(ImportCoordinatorTest, EquivalentLinksDownloadTheSamePack) {
   for (const char* const link : {
            "QUILLMAR://IMPORT?url=https%3A%2F%2Fpacks.example%2Fp.json",
            "quillmar://import/?url=https%3A%2F%2Fpacks.example%2Fp.json",
@@ -107,6 +107,26 @@ TEST_F(ImportCoordinatorTest, ALinkWithoutAnHttpsUrlIsRefused) {
   EXPECT_THAT(memory.downloader.requests, IsEmpty());
 }
 
+TEST_F(ImportCoordinatorTest, TheHostIsCheckedBeforeTheRestOfTheLink) {
+  const std::string tooLong = "?x=" + std::string(200'000, 'x') + "&url=https://a.example/p";
+  for (const std::string rest :
+       {std::string("?url=https://a.example/p%00"), std::string("?url=https://a.example%00.org/"),
+        "/" + std::string(200'000, 'x'), tooLong}) {
+    importCoordinator->handle("quillmar://import" + rest);
+    EXPECT_EQ(titleOfSheet(), "Quillmar links must point at an https URL.") << rest.substr(0, 60);
+    pressInSheet("OK");
+  }
+  importCoordinator->handle("quillmar://export" + tooLong);
+  EXPECT_EQ(titleOfSheet(), "Unsupported Quillmar link.");
+  EXPECT_THAT(memory.downloader.requests, IsEmpty());
+}
+
+TEST_F(ImportCoordinatorTest, AZeroByteInAnotherQueryItemDoesNotMatter) {
+  importCoordinator->handle("quillmar://import?x=%00&url=https://a.example/p%2500");
+  ASSERT_THAT(memory.downloader.requests, SizeIs(1));
+  EXPECT_EQ(memory.downloader.requests[0].url, "https://a.example/p%00");
+}
+
 TEST_F(ImportCoordinatorTest, AnAlertShowsTheLinkAsItWasReceived) {
   importCoordinator->handle("quillmar://import?url=http://a.example/é {\u202E}");
   expectAlert("Quillmar links must point at an https URL.",
@@ -143,7 +163,7 @@ TEST_F(ImportCoordinatorTest, AFailedTransferShowsItsReason) {
   expectAlert("Could not download the pack.", "The server does not answer.");
 }
 
-TEST_F(ImportCoordinatorTest, AnotherStatusThanSuccessShowsTheStatus) {
+TEST_F(ImportCoordinatorTest, AnUnsuccessfulStatusIsShown) {
   for (const int status : {0, 199, 300, 304, 404, 500}) {
     openLink(status, pack);
     expectAlert("Could not download the pack.",
@@ -426,7 +446,7 @@ TEST_F(ImportCoordinatorTest, AFailureCanBeShownAgainAfterTheWindowWasClosed) {
   EXPECT_THAT(sheet(), IsNull());
 }
 
-TEST_F(ImportCoordinatorTest, OfManyFailuresMostAreOnlyLogged) {
+TEST_F(ImportCoordinatorTest, AtMostFiveFailuresWaitAndTheRestAreLogged) {
   for (int i = 0; i < 100; ++i) importCoordinator->fail("Failure.", std::to_string(i));
   ASSERT_THAT(log, SizeIs(95));
   EXPECT_EQ(log[0], "Failure. 5");

@@ -69,10 +69,17 @@ TEST(Url, OtherTextsAreNoUrls) {
 
 TEST(Url, AZeroByteIsNotAccepted) {
   EXPECT_FALSE(parseUrl(std::string_view("a://b\0c", 7)));
-  EXPECT_FALSE(parseUrl("a://b?c=%00"));
 }
 
-TEST(Url, IsAsLongAsTheLimitAndNotLonger) {
+TEST(Url, TheCodeOfAZeroByteIsDecodedLikeOthers) {
+  const auto url = parseUrl("a://b/c%00d?e%00f=g%00h");
+  ASSERT_TRUE(url);
+  EXPECT_EQ(url->path, std::string("/c\0d", 4));
+  EXPECT_THAT(url->queryItems,
+              ElementsAre(Url::QueryItem{std::string("e\0f", 3), std::string("g\0h", 3)}));
+}
+
+TEST(Url, RejectsUrlsLongerThanTheLimit) {
   for (const std::string character : {"a", "/", "&", "é", "=", "%20", ":", "."}) {
     std::string longest = "a:?";
     while (longest.size() + character.size() <= maximumUrlLength) longest += character;
