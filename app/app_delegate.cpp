@@ -95,8 +95,8 @@ void AppDelegate::menuSettingsChanged() {
 
 void AppDelegate::openURLs(const std::vector<std::string>& urls) {
   for (const std::string& url : urls) {
-    if (const std::optional<std::string> path = localFilePath(url)) {
-      collaborators_.importCoordinator.open(*path);
+    if (isFilePathOrUrl(url)) {
+      collaborators_.importCoordinator.open(url);
     } else {
       collaborators_.importCoordinator.handle(url);
     }

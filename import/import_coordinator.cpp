@@ -65,6 +65,10 @@ std::string fileName(std::string_view path) {
                                                                     : path.substr(slash + 1));
 }
 
+std::string couldNotRead(std::string_view path) {
+  return "Could not read “" + fileName(path) + "”.";
+}
+
 }  // namespace
 
 ImportCoordinator::ImportCoordinator(Collaborators collaborators)
@@ -125,14 +129,16 @@ void ImportCoordinator::downloaded(const Url& url, const Result<HttpResponse>& r
   review(std::move(config).value(), url.host.value_or(url.absoluteString));
 }
 
-void ImportCoordinator::open(const std::string& path) {
-  const std::string name = fileName(path);
-  Result<QuillmarConfig> config = readDocument(collaborators_.files, path);
-  if (config) {
-    review(std::move(config).value(), name);
-  } else {
-    fail("Could not read “" + name + "”.", config.error().description);
+void ImportCoordinator::open(const std::string& file) {
+  const std::optional<std::string> path = localFilePath(file);
+  if (!path) {
+    const std::optional<Url> url = parseUrl(file);
+    return fail(couldNotRead(url ? url->path : file),
+                "“" + file + "” is not the address of a file on this computer.");
   }
+  Result<QuillmarConfig> config = readDocument(collaborators_.files, *path);
+  if (!config) return fail(couldNotRead(*path), config.error().description);
+  review(std::move(config).value(), fileName(*path));
 }
 
 void ImportCoordinator::review(QuillmarConfig config, std::string source) {

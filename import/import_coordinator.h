@@ -1,5 +1,5 @@
-// Brings packs into the document: reads or downloads them, shows them for review, and merges them
-// or replaces the user's folders, as the user chooses. Nothing changes before the user has chosen.
+// Imports packs: reads or downloads them, shows them for review, then merges them into the document
+// or replaces the user's folders. Nothing changes before the user has chosen.
 // Sheets and alerts are attached to the settings window. They wait while it shows another sheet or
 // a panel, for example an editor. Main thread.
 
@@ -26,7 +26,7 @@ namespace quillmar {
 class ImportSheetController;
 struct Url;
 
-/// A pack with a larger body is not imported from a link.
+/// Maximum size in bytes of a downloaded pack.
 inline constexpr std::size_t maximumPackSize = 2'097'152;
 
 class ImportCoordinator {
@@ -58,15 +58,15 @@ class ImportCoordinator {
   /// links of other schemes.
   void handle(const std::string& link);
 
-  /// Reads the pack at the absolute path and reviews it.
-  void open(const std::string& path);
+  /// Reads the pack and reviews it. `file` is an absolute path or a URL with the scheme "file".
+  void open(const std::string& file);
 
   /// Shows the pack to the user, who decides about it. A review that is shown or waits is replaced.
   /// `source` names where the pack came from: a file name or a host name.
   void review(QuillmarConfig config, std::string source);
 
-  /// Shows an alert. Does nothing if an equal one is shown or waits. If several wait, a failure is
-  /// only logged.
+  /// Shows an alert. Does nothing if an equal one is shown or waits. At most five failures are
+  /// shown or waiting; further ones are only logged.
   void fail(const std::string& message, const std::string& detail);
 
   /// The review on the screen; null if there is none.

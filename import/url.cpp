@@ -120,10 +120,17 @@ std::optional<Url> parseUrl(std::string_view text) {
   return url;
 }
 
+bool isFilePathOrUrl(std::string_view text) {
+  constexpr std::string_view filePrefix = "file:";
+  return text.starts_with('/') || text::lowercased(text.substr(0, filePrefix.size())) == filePrefix;
+}
+
 std::optional<std::string> localFilePath(const std::string& text) {
   if (text.starts_with('/')) return text;
   const std::optional<Url> url = parseUrl(text);
   if (!url || url->scheme != "file" || !url->path.starts_with('/')) return std::nullopt;
+  const bool isHere = !url->host || text::lowercased(*url->host) == "localhost";
+  if (!isHere || url->path.find('\0') != std::string::npos) return std::nullopt;
   return url->path;
 }
 

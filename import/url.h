@@ -39,8 +39,12 @@ struct Url {
 /// still not a URL, is longer than maximumUrlLength, or contains a zero byte.
 std::optional<Url> parseUrl(std::string_view text);
 
+/// True for an absolute path and for a URL with the scheme "file".
+bool isFilePathOrUrl(std::string_view text);
+
 /// The absolute path of a local file: the text itself if it begins with "/", or the path of a URL
-/// with the scheme "file". Absent for other texts.
+/// with the scheme "file" and no host or the host "localhost". Absent for other texts, and for a
+/// path with a zero byte, which no file has.
 std::optional<std::string> localFilePath(const std::string& text);
 
 }  // namespace quillmar

@@ -126,6 +126,24 @@ TEST_F(OpenURLsTest, AFileThatDoesNotExistIsReported) {
   EXPECT_EQ(titleOfSheet(), "Could not read “missing .json”.");
 }
 
+TEST_F(OpenURLsTest, AFileUrlThatNamesNoLocalFileIsReported) {
+  memory.files.addFile("/packs/c", encodeDocument(packNamed("C")));
+  const std::pair<const char*, const char*> urls[] = {
+      {"file://elsewhere/packs/b%20c.json", "b c.json"},
+      {"FILE://elsewhere/packs/c", "c"},
+      {"file:///packs/c%00.json", "c\uFFFD.json"},
+      {"file:packs/c", "c"},
+      {"file://[/packs/c", "c"}};
+  for (const auto& [url, name] : urls) {
+    delegate.openURLs({url});
+    ASSERT_THAT(sheet(), NotNull()) << url;
+    EXPECT_EQ(titleOfSheet(), "Could not read “" + std::string(name) + "”.") << url;
+    EXPECT_EQ(labelTexts(*sheet()).at(1),
+              "“" + std::string(url) + "” is not the address of a file on this computer.");
+    press("OK");
+  }
+}
+
 TEST_F(OpenURLsTest, AMergeChangesTheMenuTheHotKeysAndTheFile) {
   delegate.openURLs({"/packs/a.quillmarpack"});
   press("Merge");
@@ -136,7 +154,7 @@ TEST_F(OpenURLsTest, AMergeChangesTheMenuTheHotKeysAndTheFile) {
 }
 
 TEST_F(OpenURLsTest, OtherUrlsOpenNothing) {
-  delegate.openURLs({"https://packs.example/p.json", "mailto:a@b", "odd.json", "", "file:odd"});
+  delegate.openURLs({"https://packs.example/p.json", "mailto:a@b", "odd.json", ""});
   EXPECT_THAT(settingsWindow(), IsNull());
   EXPECT_THAT(memory.downloader.requests, IsEmpty());
 }

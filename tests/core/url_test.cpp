@@ -96,7 +96,10 @@ TEST(Url, ALocalFileIsAPathOrAFileUrl) {
   EXPECT_EQ(localFilePath("file:///a/é.json"), "/a/é.json");
   EXPECT_EQ(localFilePath("FILE:/a.json"), "/a.json");
   EXPECT_EQ(localFilePath("file://localhost/a.json"), "/a.json");
-  for (const char* const text : {"file:a.json", "a.json", "quillmar://import", "https://a/b", ""}) {
+  EXPECT_EQ(localFilePath("file://LOCALHOST/a.json"), "/a.json");
+  for (const char* const text :
+       {"file:a.json", "file:", "file://elsewhere/a.json", "file:///a%00.json", "file://[/a.json",
+        "a.json", "quillmar://import", "https://a/b", ""}) {
     EXPECT_EQ(localFilePath(text), std::nullopt) << text;
   }
 }
