@@ -172,7 +172,6 @@ class Bench {
                                                 .updaterManager = *updater_,
                                                 .importCoordinator = *importCoordinator_,
                                                 .files = files_,
-                                                .mainQueue = mainQueue_,
                                                 .windows = windows_,
                                                 .images = images_,
                                                 .loginItem = memory_.loginItem,

@@ -27,7 +27,6 @@ class ImportCoordinator;
 class LoginItem;
 class StackView;
 class TabView;
-class TaskQueue;
 class Workspace;
 
 class SettingsWindowController {
@@ -38,7 +37,6 @@ class SettingsWindowController {
     UpdaterManager& updaterManager;
     ImportCoordinator& importCoordinator;
     FileSystem& files;
-    TaskQueue& mainQueue;
     WindowSystem& windows;
     Images& images;
     LoginItem& loginItem;

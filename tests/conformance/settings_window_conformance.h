@@ -61,7 +61,6 @@ class SettingsWindowConformance : public testing::Test {
                                                 .updaterManager = *updaterManager,
                                                 .importCoordinator = *importCoordinator,
                                                 .files = memory.files,
-                                                .mainQueue = memory.queues.mainQueue(),
                                                 .windows = harness.windows(),
                                                 .images = memory.images,
                                                 .loginItem = memory.loginItem,
