@@ -21,7 +21,8 @@ void walk(View& view, const See& see) {
   for (View* const subview : view.subviews()) walk(*subview, see);
 }
 
-/// The window; null if it has been destroyed. The pointer does not keep `window` from expiring.
+/// The window; null if it has been destroyed. Unlike a locked pointer, the result does not keep
+/// `window` from expiring.
 Window* existing(const std::weak_ptr<Window*>& window) {
   const auto locked = window.lock();
   return locked ? *locked : nullptr;

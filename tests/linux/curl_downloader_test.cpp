@@ -315,14 +315,14 @@ TEST(CurlDownloader, AHostThatRefusesTheConnectionIsAnError) {
               StartsWith("The download from “" + port.host() + "” failed: Failed to connect to "));
 }
 
-TEST(CurlDownloader, AServerThatDoesNotTakePartInTheHandshakeIsNotWaitedForForEver) {
+TEST(CurlDownloader, AHandshakeThatNeverCompletesTimesOut) {
   const SilentPort port(true);
   EXPECT_EQ(errorOf(download("https://" + port.host() + "/",
                              {.connectTimeout = std::chrono::milliseconds(100)})),
             "The server “" + port.host() + "” did not answer in time.");
 }
 
-TEST(CurlDownloader, AServerThatStallsIsNotWaitedForForEver) {
+TEST(CurlDownloader, AStalledServerTimesOut) {
   const TlsServer server;
   for (const char* target : {"/stalled", "/stalled-body"}) {
     EXPECT_EQ(errorOf(download(server.url(target), {.certificateAuthorities = server.authority(),
@@ -332,7 +332,7 @@ TEST(CurlDownloader, AServerThatStallsIsNotWaitedForForEver) {
   }
 }
 
-TEST(CurlDownloader, AServerThatSendsWhatIsIgnoredIsNotListenedToForEver) {
+TEST(CurlDownloader, ARedirectWithAnEndlessBodyTimesOut) {
   const TlsServer server;
   EXPECT_EQ(errorOf(download(server.url("/endless-redirect"),
                              {.certificateAuthorities = server.authority(),
@@ -358,7 +358,7 @@ TEST(CurlDownloader, UsesTheProxyOfTheEnvironment) {
   }
 }
 
-TEST(CurlDownloader, UsesNoProxyForTheHostsThatTheEnvironmentExcepts) {
+TEST(CurlDownloader, BypassesTheProxyForHostsInNoProxy) {
   const TlsServer server;
   for (const char* variable : {"no_proxy", "NO_PROXY"}) {
     const auto options = withProxyOf({{{"https_proxy", server.proxy()}, {variable, "localhost"}}},
@@ -370,7 +370,7 @@ TEST(CurlDownloader, UsesNoProxyForTheHostsThatTheEnvironmentExcepts) {
   }
 }
 
-TEST(CurlDownloader, ReadsNoProxyFromTheProcess) {
+TEST(CurlDownloader, IgnoresTheProxyVariablesOfTheProcess) {
   g_setenv("https_proxy", "http://localhost:2", true);
   const TlsServer server;
   EXPECT_THAT(download(server, "/text"), HasStatusAndBody(200, "some text"));
@@ -459,7 +459,7 @@ TEST(CurlDownloader, WithoutAThreadEveryDownloadFails) {
                         "another thread."));
 }
 
-TEST(CurlDownloader, DownloadsThatRunCompleteAfterItsEnd) {
+TEST(CurlDownloader, RunningDownloadsOutliveTheDownloader) {
   const TlsServer server;
   MainLoopTaskQueue mainQueue;
   std::optional<std::string> body;

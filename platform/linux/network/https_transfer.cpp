@@ -61,7 +61,7 @@ class Transfer {
   Result<HttpResponse> perform(const HttpsTransferOptions& options) {
     if (!handle_) return Error{"Quillmar cannot download files, because libcurl failed to start."};
     configure(options);
-    // An option that the library does not know would weaken a promise.
+    // An option that an old library does not support would drop a guarantee of Downloader::get().
     if (optionFailure_ != CURLE_OK) return failure(optionFailure_);
     const CURLcode code = curl_.perform(handle_.get());
     const bool isNotHttp =

@@ -25,7 +25,7 @@ struct HttpsTransferOptions {
   std::chrono::milliseconds connectTimeout = std::chrono::seconds(30);
   /// A server is stalled if it sends less than 500 bytes per second for this long.
   std::chrono::seconds stallTimeout = std::chrono::seconds(30);
-  /// For everything together. Ends also transfers that make progress but are useless, such as a
+  /// For the whole transfer. Also ends transfers that make progress but never complete, such as a
   /// redirect with an endless body.
   std::chrono::milliseconds totalTimeout = std::chrono::minutes(5);
 };
@@ -34,7 +34,7 @@ struct HttpsTransferOptions {
 /// ALL_PROXY, and no_proxy or NO_PROXY.
 HttpsTransferOptions withProxyOf(const Environment& environment, HttpsTransferOptions options);
 
-/// Downloads the URL; see Downloader::get() for what it promises.
+/// Downloads the URL under the conditions of Downloader::get().
 Result<HttpResponse> downloadOverHttps(const CurlLibrary& curl, const std::string& url,
                                        std::size_t maximumBodySize,
                                        const HttpsTransferOptions& options);
