@@ -3,6 +3,7 @@
 #include "platform/widgets/outline_view.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QHelpEvent>
 #include <QPaintEvent>
 #include <QScrollBar>
@@ -174,6 +175,23 @@ TEST_F(OutlineViewTest, NoTextIsCutOffWhereThereIsRoom) {
     const QRect last(inkFrame(picture).right() - 2, 0, 4, picture.height());
     EXPECT_GT(inkFrame(picture.copy(last)).height(), 8);
   }
+}
+
+TEST_F(OutlineViewTest, AnUnderscoreIsDrawnInEverySizeOfTheDesktopFont) {
+  const QFont before = QApplication::font();
+  for (int size = 10; size <= 24; ++size) {
+    SCOPED_TRACE(size);
+    QFont font = before;
+    font.setPixelSize(size);
+    QApplication::setFont(font);
+    rows.folders[0].name = "_";
+    outline->reload();
+    show();
+    QRect row = tree().visualRect(index(0));
+    row.moveTopLeft(tree().viewport()->mapTo(&tree(), row.topLeft()));
+    EXPECT_FALSE(inkFrame(pictureOf(*outline).copy(row)).isEmpty());
+  }
+  QApplication::setFont(before);
 }
 
 TEST_F(OutlineViewTest, AChangedValueOfTheLastFolderIsDrawn) {

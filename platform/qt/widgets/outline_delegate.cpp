@@ -6,6 +6,7 @@
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QToolTip>
+#include <QtMath>
 #include <algorithm>
 #include <numeric>
 
@@ -88,8 +89,8 @@ QSize OutlineDelegate::naturalSize(const OutlineCell& cell) const {
   }
   const auto& text = std::get<TextCell>(cell);
   const QFontMetricsF metrics(desktopFont(text.font, view_));
-  return QSizeF(metrics.horizontalAdvance(shownText(text)), metrics.height()).toSize() +
-         QSize(1, 0);
+  // A height that is rounded down would cut off underscores.
+  return {qCeil(metrics.horizontalAdvance(shownText(text))) + 1, qCeil(metrics.height())};
 }
 
 std::vector<QRect> OutlineDelegate::places(const OutlineRow& row, const QRect& rowRect) const {
