@@ -3,6 +3,7 @@
 import struct
 import unittest
 
+from gi.repository import Gio, GLib
 from quillmar_desktop import Screen, wait_until
 from windows_test_case import WindowsTestCase
 from x_windows import XWindows
@@ -34,6 +35,40 @@ class SettingsService:
         return text + bytes(-len(text) % 4)
 
 
+class Portal:
+    """The settings portal, which says whether the user wants dark windows."""
+
+    NAME = "org.freedesktop.portal.Desktop"
+    PATH = "/org/freedesktop/portal/desktop"
+    INTERFACE = "org.freedesktop.portal.Settings"
+    PREFERS_DARK, PREFERS_LIGHT = 1, 2
+    DESCRIPTION = f"""<node><interface name="{INTERFACE}">
+        <method name="Read"><arg type="s" direction="in"/><arg type="s" direction="in"/>
+          <arg type="v" direction="out"/></method>
+        <signal name="SettingChanged"><arg type="s"/><arg type="s"/><arg type="v"/></signal>
+        </interface></node>"""
+
+    def __init__(self, bus, preference):
+        self.bus = bus
+        self.preference = preference
+        bus.connection.register_object(
+            self.PATH, Gio.DBusNodeInfo.new_for_xml(self.DESCRIPTION).interfaces[0], self.read)
+        bus.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                 "org.freedesktop.DBus.RequestName", GLib.Variant("(su)", (self.NAME, 0)))
+
+    def read(self, *call):
+        # A variant in a variant.
+        value = GLib.Variant("v", GLib.Variant("u", self.preference))
+        call[-1].return_value(GLib.Variant.new_tuple(GLib.Variant("v", value)))
+
+    def change(self, preference):
+        self.preference = preference
+        self.bus.connection.emit_signal(
+            None, self.PATH, self.INTERFACE, "SettingChanged",
+            GLib.Variant("(ssv)", ("org.freedesktop.appearance", "color-scheme",
+                                   GLib.Variant("u", preference))))
+
+
 class DarkTest(WindowsTestCase):
 
     def have_settings_service(self, theme):
@@ -50,6 +85,9 @@ class DarkTest(WindowsTestCase):
             folder.mkdir()
             (folder / "settings.ini").write_text(f"[Settings]\n{in_settings}\n")
         self.open(self.ask(), "Ask", environment=environment)
+        return self.background_now()
+
+    def background_now(self):
         panel = XWindows(self.program.process.pid).titled("Quillmar")
         wait_until(lambda: len(Screen().colours(panel)) > 8, "the panel is drawn")
         corner = panel._replace(width=10, height=10)
@@ -84,6 +122,16 @@ class DarkTest(WindowsTestCase):
 
     def test_windows_are_dark_where_the_users_settings_prefer_it(self):
         self.assertLess(self.background(in_settings="gtk-application-prefer-dark-theme=1"), DARK)
+
+    def test_an_open_window_follows_the_portal(self):
+        portal = Portal(self.bus, Portal.PREFERS_DARK)
+        self.addCleanup(self.bus.connection.close_sync)
+        self.background()
+        wait_until(lambda: self.background_now() < DARK, "the window is dark")
+        portal.change(Portal.PREFERS_LIGHT)
+        wait_until(lambda: self.background_now() > LIGHT, "the window is light")
+        portal.change(Portal.PREFERS_DARK)
+        wait_until(lambda: self.background_now() < DARK, "the window is dark again")
 
 
 if __name__ == "__main__":

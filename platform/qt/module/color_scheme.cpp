@@ -78,6 +78,8 @@ void ColorScheme::followKde() {
 void ColorScheme::askPortal() {
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
+  // Without its name the bus does not find the slot, which takes one.
+  qRegisterMetaType<QDBusVariant>("QDBusVariant");
   bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
               SLOT(portalChanged(QString, QString, QDBusVariant)));
   QDBusMessage read =
