@@ -135,6 +135,18 @@ class FirstStartTest(OpenTestCase):
                        stdout=subprocess.DEVNULL, check=True, timeout=DEADLINE_SECONDS)
         self.wait_for_review("first")
 
+    def test_a_url_that_is_not_supported_is_named_and_the_program_starts_with_the_file(self):
+        with subprocess.Popen(
+                [os.environ["QUILLMAR_PROGRAM"], "sftp://host/x.quillmarpack", self.pack("good")],
+                env={**os.environ, **self.variables}, stdin=subprocess.DEVNULL,
+                stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True) as program:
+            self.addCleanup(program.kill)
+            self.wait_for_review("good")
+            program.terminate()
+            _, errors = program.communicate(timeout=DEADLINE_SECONDS)
+        self.assertIn("(got “sftp://host/x.quillmarpack”).", errors)
+        self.assertEqual(program.returncode, 2)
+
     def test_a_call_on_the_bus_starts_the_program_with_the_file(self):
         self.bus.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
                       "org.freedesktop.DBus.UpdateActivationEnvironment",
