@@ -83,10 +83,11 @@ const MenuItem* findItem(const MenuCategory& category, std::string_view id) {
 std::vector<OutlineChild> DocumentRows::children(const std::string* row) {
   std::vector<OutlineChild> rows;
   if (row == nullptr) {
+    noteIndexes();
     for (const MenuCategory* const category : categoriesInDisplayOrder(settings_.config)) {
       rows.push_back({.row = rowOfFolder(category->id), .isExpandable = !category->isSeparator});
     }
-  } else if (const MenuCategory* const category = findCategory(settings_.config, unescaped(*row))) {
+  } else if (const MenuCategory* const category = folder(unescaped(*row))) {
     rows.reserve(category->items.size());
     for (const MenuItem& item : category->items) {
       rows.push_back({.row = rowOfItem(category->id, item.id), .isExpandable = false});
@@ -97,11 +98,28 @@ std::vector<OutlineChild> DocumentRows::children(const std::string* row) {
 
 OutlineRow DocumentRows::value(const std::string& row) {
   const std::optional<Selection> shown = Selection::fromRow(&row);
-  const MenuCategory* const category = findCategory(settings_.config, shown->categoryId);
+  const MenuCategory* const category = folder(shown->categoryId);
   if (category == nullptr) return {};
   if (!shown->itemId) return folderRow(*category);
   const MenuItem* const item = findItem(*category, *shown->itemId);
   return item == nullptr ? OutlineRow() : itemRow(*item, row);
+}
+
+void DocumentRows::noteIndexes() {
+  const std::vector<MenuCategory>& folders = settings_.config.categories;
+  indexes_.clear();
+  indexes_.reserve(folders.size());
+  for (std::size_t i = 0; i < folders.size(); ++i) indexes_.try_emplace(folders[i].id, i);
+}
+
+const MenuCategory* DocumentRows::folder(const std::string& id) const {
+  const std::vector<MenuCategory>& folders = settings_.config.categories;
+  const auto noted = indexes_.find(id);
+  if (noted != indexes_.end() && noted->second < folders.size() &&
+      folders[noted->second].id == id) {
+    return &folders[noted->second];
+  }
+  return findCategory(settings_.config, id);
 }
 
 OutlineRow DocumentRows::folderRow(const MenuCategory& category) const {

@@ -6,9 +6,11 @@
 
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "config/settings_manager.h"
@@ -47,11 +49,16 @@ class DocumentRows final : public OutlineDataSource {
   OutlineRow value(const std::string& row) override;
 
  private:
+  void noteIndexes();
+  /// The same as findCategory(). Fast unless the folders have changed since the top level was read.
+  const MenuCategory* folder(const std::string& id) const;
   OutlineRow folderRow(const MenuCategory& category) const;
   OutlineRow itemRow(const MenuItem& item, const std::string& row) const;
 
   const SettingsManager& settings_;
   Images& images_;
+  /// Where the folders were when the top level was read, by id.
+  std::unordered_map<std::string, std::size_t> indexes_;
 };
 
 }  // namespace quillmar

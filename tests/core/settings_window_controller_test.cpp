@@ -171,6 +171,12 @@ TEST_F(SettingsWindowControllerTest, ARowOfSomethingDeletedIsEmpty) {
   EXPECT_THAT(value("F").cells, IsEmpty());
 }
 
+TEST_F(SettingsWindowControllerTest, ARowShowsItsOwnFolderAfterTheFoldersHaveChangedPlaces) {
+  open({folderWith("F", 0), folderWith("G", 1)});
+  std::swap(settings->config.categories[0], settings->config.categories[1]);
+  EXPECT_EQ(value("F").title(), "Folder F");
+}
+
 TEST_F(SettingsWindowControllerTest, TheCheckboxOfAnItemEnablesIt) {
   open({folderWith("F", 0, {itemWith("I", "Item")})});
   outline().toggle(1, "F|I");
