@@ -243,17 +243,13 @@ void SettingsWindowController::confirmDeletion(const std::string& message, const
 void SettingsWindowController::moveSelection(std::int64_t offset) {
   const auto selected = selection();
   if (!selected) return;
-  const auto index = outlineView_->selectedIndex();
-  std::string row = rowOfFolder(selected->categoryId);
   if (selected->itemId) {
     collaborators_.settings.moveItem(*selected->itemId, selected->categoryId, offset);
-    row = rowOfItem(selected->categoryId, *selected->itemId);
   } else {
     collaborators_.settings.moveCategory(selected->categoryId, offset);
   }
-  // Saving has reloaded the outline.
-  const auto moved = outlineView_->indexOf(row);
-  outlineView_->setSelectedIndex(moved ? moved : index);
+  // Scrolls to the moved row, which is still selected.
+  outlineView_->setSelectedIndex(outlineView_->selectedIndex());
 }
 
 void SettingsWindowController::itemCheckboxChanged(const std::string& row, ControlState state) {
