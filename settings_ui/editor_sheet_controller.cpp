@@ -100,11 +100,7 @@ Result<void> EditorSheetController::present(Window& parent, Completion completio
   completion_ = std::move(completion);
   isSaved_ = false;
   Result<void> shown = parent.beginSheet(window_, {});
-  if (shown) {
-    focusFirstField();
-  } else {
-    completion_ = {};
-  }
+  if (shown) focusFirstField();
   return shown;
 }
 
