@@ -50,8 +50,8 @@ TEST_F(DropTargetViewTest, FoldersOtherFilesAndNothingAreRefused) {
 }
 
 TEST_F(DropTargetViewTest, OfSeveralFilesOnlyTheFirstAcceptableOneIsTaken) {
-  EXPECT_TRUE(
-      view.performDragOperation({"/a/notes.txt", "/a/z.quillmarpack", "/a/a.json", "/a/b.json"}));
+  EXPECT_TRUE(view.performDragOperation(
+      {"/a/folder", "/a/notes.txt", "/a/z.quillmarpack", "/a/a.json", "/a/b.json"}));
   EXPECT_THAT(dropped, ElementsAre("/a/z.quillmarpack"));
 }
 

@@ -107,6 +107,15 @@ TEST_F(FolderEditorControllerTest, ANameOfOnlySpacesIsRefusedAndTheNameFieldGets
   EXPECT_EQ(posts, 0);
 }
 
+TEST_F(FolderEditorControllerTest, LineBreaksInAnUneditedNameAreKept) {
+  MenuCategory folder = folderWith("F", 0);
+  folder.name = "One\ntwo";
+  edit(folder);
+  editor().iconField().type("star");
+  pressInSheet("Save");
+  EXPECT_EQ(this->folder("F").name, "One\ntwo");
+}
+
 TEST_F(FolderEditorControllerTest, ClearingTheIconRemovesIt) {
   MenuCategory withIcon = folderWith("F", 0);
   withIcon.iconSymbolName = "star";

@@ -156,6 +156,16 @@ TEST_F(GeneralTabTest, ARefusedLoginItemShowsAnAlertAndTheCheckboxShowsTheRealSt
   EXPECT_THAT(sheet(), IsNull());
 }
 
+TEST_F(GeneralTabTest, AnAlertThatCannotBeShownIsLogged) {
+  memory.loginItem.switchOff();
+  openTab();
+  memory.windows.failure = Error{"There is no display."};
+  tab().launchAtLoginCheckbox().toggle();
+  EXPECT_THAT(
+      log,
+      ElementsAre(testing::StartsWith("Could not change the login item: The login item is off.")));
+}
+
 TEST_F(GeneralTabTest, OnlyAnEnabledLoginItemIsTicked) {
   openTab();
   const auto shown = [this] {

@@ -91,6 +91,12 @@ TEST_F(SettingsWindowControllerTest, ReturnClosesTheWindowAndItOpensAgain) {
   EXPECT_THAT(rows(), ElementsAre("F"));
 }
 
+TEST_F(SettingsWindowControllerTest, EscapeClosesTheWindow) {
+  open({});
+  controller->window().key(pressOf(keys::escape));
+  EXPECT_FALSE(controller->window().visible());
+}
+
 // Rows.
 
 TEST_F(SettingsWindowControllerTest, ShowsFoldersBySortOrderWithTheirItemsInStoredOrder) {
