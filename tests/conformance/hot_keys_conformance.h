@@ -36,6 +36,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/hot_keys.h"
+#include "tests/virtual_keys.h"
 
 namespace quillmar {
 
@@ -49,10 +50,6 @@ class HotKeysConformance : public testing::Test {
     bool operator==(const Refusal&) const = default;
   };
 
-  // Virtual key codes of letters.
-  static constexpr std::uint32_t keyJ = 38;
-  static constexpr std::uint32_t keyK = 40;
-  static constexpr std::uint32_t keyN = 45;
   static constexpr std::uint32_t commandShift =
       hot_key_modifiers::command | hot_key_modifiers::shift;
 
@@ -146,39 +143,39 @@ class HotKeysConformance : public testing::Test {
 TYPED_TEST_SUITE_P(HotKeysConformance);
 
 TYPED_TEST_P(HotKeysConformance, EachPressIsReportedOnceWithTheIdOfItsHotKey) {
-  this->add(7, this->keyJ);
-  this->add(8, this->keyK);
-  this->press(this->keyJ);
-  this->press(this->keyK);
-  this->press(this->keyK);
-  this->press(this->keyJ);
+  this->add(7, keyJ);
+  this->add(8, keyK);
+  this->press(keyJ);
+  this->press(keyK);
+  this->press(keyK);
+  this->press(keyJ);
   EXPECT_THAT(this->pressed(4), testing::ElementsAre(7, 8, 8, 7));
 }
 
 TYPED_TEST_P(HotKeysConformance, AKeyThatIsHeldDownIsReportedOnce) {
-  this->add(1, this->keyJ);
-  this->add(2, this->keyK);
-  this->backend_.hold(this->keyJ, this->commandShift);
-  this->press(this->keyK);
+  this->add(1, keyJ);
+  this->add(2, keyK);
+  this->backend_.hold(keyJ, this->commandShift);
+  this->press(keyK);
   EXPECT_THAT(this->pressed(2), testing::ElementsAre(1, 2));
 }
 
 TYPED_TEST_P(HotKeysConformance, OnlyTheExactModifiersMatch) {
-  this->add(1, this->keyJ, this->commandShift);
-  this->add(2, this->keyJ, hot_key_modifiers::command);
-  this->add(3, this->keyK, this->commandShift);
-  this->press(this->keyJ, hot_key_modifiers::command);
-  this->press(this->keyK, hot_key_modifiers::command);
-  this->press(this->keyJ, this->commandShift);
+  this->add(1, keyJ, this->commandShift);
+  this->add(2, keyJ, hot_key_modifiers::command);
+  this->add(3, keyK, this->commandShift);
+  this->press(keyJ, hot_key_modifiers::command);
+  this->press(keyK, hot_key_modifiers::command);
+  this->press(keyJ, this->commandShift);
   EXPECT_THAT(this->pressed(2), testing::ElementsAre(2, 1));
 }
 
 TYPED_TEST_P(HotKeysConformance, LockModifiersDoNotMatter) {
-  this->add(1, this->keyJ);
+  this->add(1, keyJ);
   for (const bool capsLock : {false, true}) {
     for (const bool numLock : {false, true}) {
       this->backend_.setLocks(capsLock, numLock);
-      this->press(this->keyJ);
+      this->press(keyJ);
       EXPECT_THAT(this->pressed(1), testing::ElementsAre(1))
           << "CapsLock " << capsLock << ", NumLock " << numLock;
     }
@@ -187,79 +184,79 @@ TYPED_TEST_P(HotKeysConformance, LockModifiersDoNotMatter) {
 }
 
 TYPED_TEST_P(HotKeysConformance, TwoHotKeysCannotHaveTheSameCombination) {
-  this->add(1, this->keyJ);
-  EXPECT_EQ(this->statusOf(this->tryRegister(2, this->keyJ)), HotKeyStatus::keyTaken);
-  this->press(this->keyJ);
+  this->add(1, keyJ);
+  EXPECT_EQ(this->statusOf(this->tryRegister(2, keyJ)), HotKeyStatus::keyTaken);
+  this->press(keyJ);
   EXPECT_THAT(this->pressed(1), testing::ElementsAre(1));
 }
 
 TYPED_TEST_P(HotKeysConformance, ACombinationIsFreeAfterItIsUnregistered) {
-  const HotKeyReference first = this->add(1, this->keyJ);
-  this->add(2, this->keyK);
+  const HotKeyReference first = this->add(1, keyJ);
+  this->add(2, keyK);
   this->remove(first);
-  this->press(this->keyJ);
-  this->press(this->keyK);
+  this->press(keyJ);
+  this->press(keyK);
   EXPECT_THAT(this->pressed(1), testing::ElementsAre(2));
-  EXPECT_TRUE(this->backend_.takeByOtherProgram(this->keyJ, this->commandShift));
+  EXPECT_TRUE(this->backend_.takeByOtherProgram(keyJ, this->commandShift));
 }
 
 TYPED_TEST_P(HotKeysConformance, AnUnregisteredCombinationCanBeRegisteredAgain) {
-  this->remove(this->add(1, this->keyJ));
-  this->add(2, this->keyJ);
-  this->press(this->keyJ);
+  this->remove(this->add(1, keyJ));
+  this->add(2, keyJ);
+  this->press(keyJ);
   EXPECT_THAT(this->pressed(1), testing::ElementsAre(2));
 }
 
 TYPED_TEST_P(HotKeysConformance, UnregisteringAnUnknownReferenceDoesNothing) {
-  const HotKeyReference known = this->add(1, this->keyJ);
-  this->add(2, this->keyK);
+  const HotKeyReference known = this->add(1, keyJ);
+  this->add(2, keyK);
   this->remove(HotKeyReference{0xFFFF'FFFF'FFFF});
   this->remove(known);
   this->remove(known);
-  this->press(this->keyK);
+  this->press(keyK);
   EXPECT_THAT(this->pressed(1), testing::ElementsAre(2));
 }
 
 TYPED_TEST_P(HotKeysConformance, ACombinationOfAnotherProgramIsRefusedAndTheOthersWork) {
-  ASSERT_TRUE(this->backend_.takeByOtherProgram(this->keyJ, this->commandShift));
-  this->add(1, this->keyK);
-  EXPECT_EQ(this->refusalOf(2, this->keyJ), HotKeyStatus::keyTaken);
-  this->add(3, this->keyN);
-  this->press(this->keyJ);
-  this->press(this->keyK);
-  this->press(this->keyN);
+  ASSERT_TRUE(this->backend_.takeByOtherProgram(keyJ, this->commandShift));
+  this->add(1, keyK);
+  EXPECT_EQ(this->refusalOf(2, keyJ), HotKeyStatus::keyTaken);
+  this->add(3, keyN);
+  this->press(keyJ);
+  this->press(keyK);
+  this->press(keyN);
   EXPECT_THAT(this->pressed(2), testing::ElementsAre(1, 3));
 }
 
 TYPED_TEST_P(HotKeysConformance, ARefusedCombinationCanBeRegisteredOnceItIsFree) {
-  ASSERT_TRUE(this->backend_.takeByOtherProgram(this->keyJ, this->commandShift));
-  EXPECT_EQ(this->refusalOf(1, this->keyJ), HotKeyStatus::keyTaken);
+  ASSERT_TRUE(this->backend_.takeByOtherProgram(keyJ, this->commandShift));
+  EXPECT_EQ(this->refusalOf(1, keyJ), HotKeyStatus::keyTaken);
   this->backend_.releaseByOtherPrograms();
-  this->add(2, this->keyJ);
-  this->press(this->keyJ);
+  this->add(2, keyJ);
+  this->press(keyJ);
   EXPECT_THAT(this->pressed(1), testing::ElementsAre(2));
 }
 
 TYPED_TEST_P(HotKeysConformance, NothingIsReportedDuringACall) {
-  const HotKeyReference other = this->add(1, this->keyJ);
-  this->add(2, this->keyK);
-  this->press(this->keyK);
+  const HotKeyReference other = this->add(1, keyJ);
+  this->add(2, keyK);
+  this->press(keyK);
   // The handlers fail the test if they run inside one of these calls.
-  ASSERT_TRUE(this->tryRegister(3, this->keyN).ok());
-  EXPECT_EQ(this->statusOf(this->tryRegister(4, this->keyN)), HotKeyStatus::keyTaken);
+  ASSERT_TRUE(this->tryRegister(3, keyN).ok());
+  EXPECT_EQ(this->statusOf(this->tryRegister(4, keyN)), HotKeyStatus::keyTaken);
   this->remove(other);
   EXPECT_THAT(this->pressed(1), testing::ElementsAre(2));
 }
 
 TYPED_TEST_P(HotKeysConformance, AHandlerMayUnregisterItsOwnHotKey) {
-  const HotKeyReference own = this->add(1, this->keyJ);
-  this->add(2, this->keyK);
+  const HotKeyReference own = this->add(1, keyJ);
+  this->add(2, keyK);
   this->onPressed_ = [&] { this->hotKeys().unregisterHotKey(own); };
-  this->press(this->keyJ);
+  this->press(keyJ);
   EXPECT_THAT(this->pressed(1), testing::ElementsAre(1));
   this->backend_.settle();
-  this->press(this->keyJ);
-  this->press(this->keyK);
+  this->press(keyJ);
+  this->press(keyK);
   EXPECT_THAT(this->pressed(1), testing::ElementsAre(2));
 }
 

@@ -24,6 +24,7 @@
 #include "tests/core/menu_outline.h"
 #include "tests/core/window_contents.h"
 #include "tests/key_presses.h"
+#include "tests/virtual_keys.h"
 
 namespace quillmar {
 namespace {
@@ -34,9 +35,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::IsSupersetOf;
 using testing::SizeIs;
-
-/// Virtual key code.
-constexpr std::uint16_t keyK = 40;
 
 class AppDelegateTest : public testing::Test {
  protected:

@@ -10,12 +10,10 @@
 #include <unistd.h>
 
 #include "platform/file_descriptor.h"
+#include "tests/core/timeouts.h"
 
 namespace quillmar {
 namespace {
-
-constexpr std::chrono::hours longTimeout(1);
-constexpr std::chrono::milliseconds noTimeout(0);
 
 /// A pipe whose reader decides when it is emptied.
 class SlowPipe {

@@ -7,11 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/core/timeouts.h"
+
 namespace quillmar {
 namespace {
-
-constexpr std::chrono::hours longTimeout(1);
-constexpr std::chrono::milliseconds noTimeout(0);
 
 /// A server that replies only when the test lets it, and counts its calls.
 struct SilentServer {

@@ -17,6 +17,7 @@
 #include "platform/key_equivalent.h"
 #include "platform/memory/memory_platform.h"
 #include "tests/collaborators.h"
+#include "tests/virtual_keys.h"
 
 namespace quillmar {
 namespace {
@@ -25,12 +26,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-// Virtual key codes.
-constexpr std::uint16_t keyA = 0;
-constexpr std::uint16_t keyB = 11;
-constexpr std::uint16_t keyF5 = 96;
-
-constexpr std::uint32_t command = hot_key_modifiers::command;
+using hot_key_modifiers::command;
 
 class HotKeyManagerTest : public testing::Test {
  protected:

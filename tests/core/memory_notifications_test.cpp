@@ -27,7 +27,7 @@ class Line final : public TaskQueue {
   std::deque<Task> tasks_;
 };
 
-class MemoryBackend {
+class MemoryNotificationsBackend {
  public:
   UserNotificationCenter& center() { return center_; }
 
@@ -52,7 +52,7 @@ class MemoryBackend {
   MemoryNotifications center_{line_};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, UserNotificationsConformance, MemoryBackend);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, UserNotificationsConformance, MemoryNotificationsBackend);
 
 TEST(MemoryNotifications, RemembersWhatPermissionWasAskedFor) {
   Line line;

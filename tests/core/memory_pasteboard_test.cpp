@@ -7,7 +7,7 @@
 namespace quillmar {
 namespace {
 
-class MemoryBackend {
+class MemoryPasteboardBackend {
  public:
   Pasteboard& pasteboard() { return pasteboard_; }
   std::optional<std::string> paste() { return pasteboard_.string(); }
@@ -16,7 +16,7 @@ class MemoryBackend {
   MemoryPasteboard pasteboard_;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, PasteboardConformance, MemoryBackend);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, PasteboardConformance, MemoryPasteboardBackend);
 
 TEST(MemoryPasteboard, RemembersEveryText) {
   MemoryPasteboard pasteboard;

@@ -13,7 +13,7 @@
 namespace quillmar {
 namespace {
 
-class MemoryHarness {
+class MemoryStatusItemHarness {
  public:
   struct Opened {
     MemoryStatusItem::OpenMenu handle;
@@ -38,7 +38,7 @@ class MemoryHarness {
   MemoryStatusItem item_{queue_};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, StatusItemConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, StatusItemConformance, MemoryStatusItemHarness);
 
 TEST(MemoryStatusItem, CountsTheMenusThatItWasGiven) {
   HeldTaskQueue queue;

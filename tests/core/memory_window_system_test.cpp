@@ -23,7 +23,7 @@ namespace quillmar {
 namespace {
 
 /// The user does to the model what a real widget would.
-class MemoryHarness {
+class MemoryWindowsHarness {
  public:
   static constexpr int randomActions = 10000;
 
@@ -188,20 +188,20 @@ class MemoryHarness {
   MemoryWindowSystem screen_{queue_};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, AlertConformance, MemoryHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, CompletionsConformance, MemoryHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, DropsConformance, MemoryHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, PanelsConformance, MemoryHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WaitingConformance, MemoryHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SettingsWindowConformance, MemoryHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetChoicesConformance, MemoryHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetControlsConformance, MemoryHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetKeyboardConformance, MemoryHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, OutlineConformance, MemoryHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, TabViewConformance, MemoryHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, TextViewConformance, MemoryHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetClosingConformance, MemoryHarness);
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, CustomViewConformance, MemoryHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, AlertConformance, MemoryWindowsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, CompletionsConformance, MemoryWindowsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, DropsConformance, MemoryWindowsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, PanelsConformance, MemoryWindowsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WaitingConformance, MemoryWindowsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, SettingsWindowConformance, MemoryWindowsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetChoicesConformance, MemoryWindowsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetControlsConformance, MemoryWindowsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetKeyboardConformance, MemoryWindowsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, OutlineConformance, MemoryWindowsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, TabViewConformance, MemoryWindowsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, TextViewConformance, MemoryWindowsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, WidgetClosingConformance, MemoryWindowsHarness);
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, CustomViewConformance, MemoryWindowsHarness);
 
 }  // namespace
 }  // namespace quillmar

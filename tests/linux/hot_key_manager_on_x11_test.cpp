@@ -21,6 +21,7 @@
 #include "tests/linux/main_loop.h"
 #include "tests/linux/open_sockets.h"
 #include "tests/linux/x_keyboard.h"
+#include "tests/virtual_keys.h"
 
 namespace quillmar {
 namespace {
@@ -28,9 +29,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-constexpr std::uint16_t keyK = 40;
-constexpr std::uint16_t keyL = 37;
 
 /// Set QUILLMAR_RELOADS to run the test as a load test.
 std::uint32_t reloadCount() {

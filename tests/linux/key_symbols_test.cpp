@@ -8,19 +8,14 @@
 #include <gtest/gtest.h>
 
 #include "platform/virtual_key_codes.h"
+#include "tests/virtual_keys.h"
 
 namespace quillmar {
 namespace {
 
 // Virtual key codes, named as on a US keyboard.
-constexpr std::uint32_t keyA = 0;
-constexpr std::uint32_t keyZ = 6;
-constexpr std::uint32_t keyQ = 12;
-constexpr std::uint32_t key2 = 19;
 constexpr std::uint32_t leftBracket = 33;
 constexpr std::uint32_t tab = 48;
-constexpr std::uint32_t space = 49;
-constexpr std::uint32_t keypad7 = 89;
 constexpr std::uint32_t f13 = 105;
 constexpr std::uint32_t help = 114;
 
@@ -38,7 +33,7 @@ TEST(KeySymbols, NameTheShiftedCharacterUnlessItIsTheCapital) {
   EXPECT_EQ(symbols("us", key2), (KeySymbols{"2", "at"}));
   EXPECT_EQ(symbols("fr", key2), (KeySymbols{"eacute", "2"}));
   EXPECT_EQ(symbols("us", keyA), (KeySymbols{"a", ""}));
-  EXPECT_EQ(symbols("us", space), (KeySymbols{"space", ""}));
+  EXPECT_EQ(symbols("us", keySpace), (KeySymbols{"space", ""}));
   EXPECT_EQ(symbols("us", tab), (KeySymbols{"Tab", ""}));
 }
 

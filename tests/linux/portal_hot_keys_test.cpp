@@ -17,6 +17,7 @@
 #include "tests/linux/portal_service.h"
 #include "tests/linux/private_bus.h"
 #include "tests/linux/wayland_seat.h"
+#include "tests/virtual_keys.h"
 
 namespace quillmar {
 namespace {
@@ -74,11 +75,6 @@ class RealBackend {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Portal, HotKeysConformance, RealBackend);
-
-constexpr std::uint32_t keyQ = 12;
-constexpr std::uint32_t keyJ = 38;
-constexpr std::uint32_t keyK = 40;
-constexpr std::uint32_t keypad5 = 87;
 
 TEST_F(PortalHotKeysTest, HotKeysOfOneTurnAreBoundAtOnce) {
   start(Kind::documented);

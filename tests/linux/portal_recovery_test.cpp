@@ -11,6 +11,7 @@
 #include "tests/linux/portal_hot_keys_fixture.h"
 #include "tests/linux/portal_service.h"
 #include "tests/linux/private_bus.h"
+#include "tests/virtual_keys.h"
 
 namespace quillmar {
 namespace {
@@ -21,9 +22,6 @@ using testing::IsEmpty;
 using testing::StartsWith;
 using Kind = PortalService::Kind;
 using std::chrono::milliseconds;
-
-constexpr std::uint32_t keyJ = 38;
-constexpr std::uint32_t keyK = 40;
 
 using PortalRecoveryTest = PortalHotKeysTest;
 

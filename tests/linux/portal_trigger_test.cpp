@@ -8,6 +8,7 @@
 
 #include "platform/hot_keys.h"
 #include "platform/linux/hot_keys/key_symbols.h"
+#include "tests/virtual_keys.h"
 
 namespace quillmar {
 namespace {
@@ -16,16 +17,6 @@ using hot_key_modifiers::command;
 using hot_key_modifiers::control;
 using hot_key_modifiers::option;
 using hot_key_modifiers::shift;
-
-constexpr std::uint32_t keyK = 40;
-constexpr std::uint32_t key2 = 19;
-constexpr std::uint32_t space = 49;
-constexpr std::uint32_t forwardDelete = 117;
-constexpr std::uint32_t f5 = 96;
-constexpr std::uint32_t keypad5 = 87;
-constexpr std::uint32_t keypadPlus = 69;
-constexpr std::uint32_t keypadEnter = 76;
-constexpr std::uint32_t pageUp = 116;
 
 std::string trigger(std::uint32_t keyCode, std::uint32_t modifiers, TriggerDialect dialect) {
   static const KeySymbolTable us = keySymbolsOfLayout("us");
@@ -43,16 +34,16 @@ std::string kde(std::uint32_t keyCode, std::uint32_t modifiers) {
 TEST(PortalTrigger, NamesModifiersAndTheKeySymbol) {
   EXPECT_EQ(documented(keyK, command | shift), "SHIFT+LOGO+k");
   EXPECT_EQ(documented(keyK, control | option), "CTRL+ALT+k");
-  EXPECT_EQ(documented(f5, 0), "F5");
-  EXPECT_EQ(documented(pageUp, control), "CTRL+Prior");
+  EXPECT_EQ(documented(keyF5, 0), "F5");
+  EXPECT_EQ(documented(keyPageUp, control), "CTRL+Prior");
 }
 
 TEST(PortalTrigger, KdeNamesAShiftedCharacterItself) {
   EXPECT_EQ(documented(key2, control | shift), "CTRL+SHIFT+2");
   EXPECT_EQ(kde(key2, control | shift), "CTRL+at");
   EXPECT_EQ(kde(keyK, command | shift), "SHIFT+LOGO+k");
-  EXPECT_EQ(kde(space, command | shift), "SHIFT+LOGO+space");
-  EXPECT_EQ(kde(forwardDelete, shift), "SHIFT+Delete");
+  EXPECT_EQ(kde(keySpace, command | shift), "SHIFT+LOGO+space");
+  EXPECT_EQ(kde(keyForwardDelete, shift), "SHIFT+Delete");
 }
 
 TEST(PortalTrigger, KdeCannotMatchDeadKeys) {
@@ -71,8 +62,8 @@ TEST(PortalTrigger, KdeCannotMatchMostKeypadKeys) {
 }
 
 TEST(PortalTrigger, KeysOfVirtualConsolesHaveNone) {
-  EXPECT_EQ(documented(f5, control | option), "none");
-  EXPECT_EQ(documented(f5, control | option | shift), "CTRL+ALT+SHIFT+F5");
+  EXPECT_EQ(documented(keyF5, control | option), "none");
+  EXPECT_EQ(documented(keyF5, control | option | shift), "CTRL+ALT+SHIFT+F5");
 }
 
 TEST(PortalTrigger, AKeyWithoutASymbolHasNone) {

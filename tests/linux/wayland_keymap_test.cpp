@@ -10,6 +10,7 @@
 #include "platform/linux/hot_keys/key_symbols.h"
 #include "tests/linux/main_loop.h"
 #include "tests/linux/wayland_seat.h"
+#include "tests/virtual_keys.h"
 
 namespace quillmar {
 namespace {
@@ -21,7 +22,6 @@ class WaylandKeymapTest : public testing::Test {
  protected:
   void watch(const Environment& environment) {
     keymap_.emplace(environment, [this](const std::optional<std::string>& keymap) {
-      constexpr std::uint32_t keyQ = 12;
       reported_.push_back(keymap ? keySymbolsOfKeymap(*keymap).at(keyQ).plain : "none");
     });
   }

@@ -14,12 +14,9 @@
 #include "tests/linux/child_programs.h"
 #include "tests/linux/main_loop.h"
 #include "tests/linux/x_keyboard.h"
+#include "tests/virtual_keys.h"
 
 namespace quillmar {
-
-// Virtual key codes.
-inline constexpr std::uint32_t kKey = 40;
-inline constexpr std::uint32_t lKey = 37;
 
 inline constexpr int badAccess = 10;
 inline constexpr std::uint16_t mod2 = XCB_MOD_MASK_2;
@@ -60,7 +57,7 @@ class X11HotKeysTest : public testing::Test {
   }
 
   void waitForPresses() {
-    const auto marker = registerKey(f5Key, 0, markerId);
+    const auto marker = registerKey(keyF5, 0, markerId);
     keyboard_.type({keys::f5});
     ASSERT_TRUE(runMainLoopUntil([&] { return !pressed_.empty() && pressed_.back() == markerId; }));
     pressed_.pop_back();
@@ -73,7 +70,6 @@ class X11HotKeysTest : public testing::Test {
     waitForPresses();
   }
 
-  static constexpr std::uint32_t f5Key = 96;
   static constexpr std::uint32_t markerId = 4711;
 
   XServer server_;

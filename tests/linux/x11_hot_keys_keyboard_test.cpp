@@ -19,7 +19,7 @@ constexpr std::uint32_t qKey = 12;
 using X11HotKeysKeyboardTest = X11HotKeysTest;
 
 TEST_F(X11HotKeysKeyboardTest, HotKeysStayOnTheirKeysInEveryLayout) {
-  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(keyK, hot_key_modifiers::command, 1);
   registerKey(qKey, hot_key_modifiers::command | hot_key_modifiers::shift, 2);
   changeKeyboard({"setxkbmap", "fr"});
   type({keys::super, keys::k});
@@ -34,7 +34,7 @@ TEST_F(X11HotKeysKeyboardTest, HotKeysStayOnTheirKeysInEveryLayout) {
 }
 
 TEST_F(X11HotKeysKeyboardTest, FollowsNumLockToAnotherModifier) {
-  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(keyK, hot_key_modifiers::command, 1);
   changeKeyboard({"xmodmap", "-e", "remove Mod2 = Num_Lock", "-e", "add Mod3 = Num_Lock"});
   keyboard_.type({keys::numLock});
   ASSERT_EQ(keyboard_.state(), mod3);
@@ -45,7 +45,7 @@ TEST_F(X11HotKeysKeyboardTest, FollowsNumLockToAnotherModifier) {
 }
 
 TEST_F(X11HotKeysKeyboardTest, FollowsSuperToAnotherModifier) {
-  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(keyK, hot_key_modifiers::command, 1);
   changeKeyboard({"xmodmap", "-e", "clear Mod4", "-e", "clear Mod3", "-e", "add Mod3 = Super_L"});
   type({keys::super, keys::k});
   EXPECT_THAT(pressed_, ElementsAre(1));
@@ -53,23 +53,23 @@ TEST_F(X11HotKeysKeyboardTest, FollowsSuperToAnotherModifier) {
 
 TEST_F(X11HotKeysKeyboardTest, AKeyboardWithoutSuperHasNoSuchKeys) {
   ASSERT_TRUE(runCommand({"xmodmap", "-e", "clear Mod4"}, {"DISPLAY=" + display()}));
-  EXPECT_EQ(tryToRegister(kKey, hot_key_modifiers::command, 1).error(), HotKeyStatus::noSuchKey);
-  EXPECT_TRUE(tryToRegister(kKey, hot_key_modifiers::option, 1).ok());
+  EXPECT_EQ(tryToRegister(keyK, hot_key_modifiers::command, 1).error(), HotKeyStatus::noSuchKey);
+  EXPECT_TRUE(tryToRegister(keyK, hot_key_modifiers::option, 1).ok());
 }
 
 TEST_F(X11HotKeysKeyboardTest, AHotKeyKeepsTheGrabThatItSharesWithAnUnregisteredOne) {
   ASSERT_TRUE(runCommand({"xmodmap", "-e", "clear Mod4", "-e", "add Mod1 = Super_L"},
                          {"DISPLAY=" + display()}));
-  const auto reference = registerKey(kKey, hot_key_modifiers::option, 1);
+  const auto reference = registerKey(keyK, hot_key_modifiers::option, 1);
   hotKeys_->unregisterHotKey(reference);
-  registerKey(kKey, hot_key_modifiers::command, 2);
+  registerKey(keyK, hot_key_modifiers::command, 2);
   runMainLoopWhileReady();
   type({keys::super, keys::k});
   EXPECT_THAT(pressed_, ElementsAre(2));
 }
 
 TEST_F(X11HotKeysKeyboardTest, AHotKeyWaitsForAModifierThatTheKeyboardLostForAWhile) {
-  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(keyK, hot_key_modifiers::command, 1);
   changeKeyboard({"xmodmap", "-e", "clear Mod4"});
   type({keys::super, keys::k});
   EXPECT_THAT(pressed_, IsEmpty());
@@ -80,8 +80,8 @@ TEST_F(X11HotKeysKeyboardTest, AHotKeyWaitsForAModifierThatTheKeyboardLostForAWh
 }
 
 TEST_F(X11HotKeysKeyboardTest, AKeyThatIsTakenAfterAChangeOfTheKeyboardIsRefused) {
-  const auto taken = registerKey(kKey, hot_key_modifiers::command, 1);
-  registerKey(lKey, hot_key_modifiers::command, 2);
+  const auto taken = registerKey(keyK, hot_key_modifiers::command, 1);
+  registerKey(keyL, hot_key_modifiers::command, 2);
   OtherProgramWithGrabs other(display());
   ASSERT_EQ(other.grab(keys::k, mod3), 0);
   changeKeyboard({"xmodmap", "-e", "clear Mod4", "-e", "clear Mod3", "-e", "add Mod3 = Super_L"});
@@ -94,7 +94,7 @@ TEST_F(X11HotKeysKeyboardTest, AKeyThatIsTakenAfterAChangeOfTheKeyboardIsRefused
 }
 
 TEST_F(X11HotKeysKeyboardTest, FollowsTheKeyboardThatTheUserTurnsTo) {
-  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(keyK, hot_key_modifiers::command, 1);
   // The server uses the keyboard of the tests from its first key on.
   const std::string keyboardOfTests = "5";
   std::string description = runCommand({"xkbcomp", display(), "-"}).value_or("");
@@ -106,7 +106,7 @@ TEST_F(X11HotKeysKeyboardTest, FollowsTheKeyboardThatTheUserTurnsTo) {
   keyboard_.type({keys::numLock});
   ASSERT_EQ(keyboard_.state(), mod3);
   // The reply to this request follows the event for the other keyboard.
-  registerKey(lKey, hot_key_modifiers::command, 2);
+  registerKey(keyL, hot_key_modifiers::command, 2);
   runMainLoopWhileReady();
   type({keys::super, keys::k});
   EXPECT_THAT(pressed_, ElementsAre(1));

@@ -26,7 +26,7 @@ constexpr std::uint32_t helpKey = 114;
 constexpr std::uint32_t fnKey = 63;
 
 /// A user and another program beside the hot keys.
-class X11Backend {
+class X11HotKeysBackend {
  public:
   HotKeys& hotKeys() { return hotKeys_; }
   void press(std::uint32_t keyCode, std::uint32_t modifiers) {
@@ -69,24 +69,24 @@ class X11Backend {
   X11HotKeys hotKeys_{server_.display()};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(X11HotKeys, HotKeysConformance, X11Backend);
+INSTANTIATE_TYPED_TEST_SUITE_P(X11HotKeys, HotKeysConformance, X11HotKeysBackend);
 
 TEST_F(X11HotKeysTest, ConnectsOnTheFirstRegistration) {
   const std::size_t before = openSockets();
   hotKeys_->unregisterHotKey(HotKeyReference{1});
   EXPECT_EQ(openSockets(), before);
-  registerKey(kKey, hot_key_modifiers::command, 1);
-  registerKey(lKey, hot_key_modifiers::command, 2);
+  registerKey(keyK, hot_key_modifiers::command, 1);
+  registerKey(keyL, hot_key_modifiers::command, 2);
   EXPECT_EQ(openSockets(), before + 1);
   hotKeys_.reset();
   EXPECT_EQ(openSockets(), before);
 }
 
 TEST_F(X11HotKeysTest, SuperIsCommandAndAltIsOption) {
-  registerKey(kKey, hot_key_modifiers::command, 1);
-  registerKey(kKey, hot_key_modifiers::option, 2);
-  registerKey(kKey, hot_key_modifiers::shift, 3);
-  registerKey(kKey, hot_key_modifiers::control, 4);
+  registerKey(keyK, hot_key_modifiers::command, 1);
+  registerKey(keyK, hot_key_modifiers::option, 2);
+  registerKey(keyK, hot_key_modifiers::shift, 3);
+  registerKey(keyK, hot_key_modifiers::control, 4);
   type({keys::super, keys::k});
   type({keys::alt, keys::k});
   type({keys::shift, keys::k});
@@ -97,7 +97,7 @@ TEST_F(X11HotKeysTest, SuperIsCommandAndAltIsOption) {
 TEST_F(X11HotKeysTest, LockedModifiersDoNotMatter) {
   // Keyboards without this change have no bit for ScrollLock.
   ASSERT_TRUE(runCommand({"xmodmap", "-e", "add Mod3 = Scroll_Lock"}, {"DISPLAY=" + display()}));
-  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(keyK, hot_key_modifiers::command, 1);
   std::vector<std::uint16_t> states;
   for (const xcb_keycode_t lock : {keys::capsLock, keys::numLock, keys::capsLock, keys::scrollLock,
                                    keys::numLock, keys::capsLock, keys::numLock}) {
@@ -113,7 +113,7 @@ TEST_F(X11HotKeysTest, LockedModifiersDoNotMatter) {
 }
 
 TEST_F(X11HotKeysTest, AnotherCombinationOfTheKeyIsNotReported) {
-  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(keyK, hot_key_modifiers::command, 1);
   type({keys::super, keys::shift, keys::k});
   type({keys::k});
   type({keys::super, keys::l});
@@ -121,7 +121,7 @@ TEST_F(X11HotKeysTest, AnotherCombinationOfTheKeyIsNotReported) {
 }
 
 TEST_F(X11HotKeysTest, APressCarriesTheTimeOfTheEvent) {
-  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(keyK, hot_key_modifiers::command, 1);
   type({keys::super, keys::k});
   type({keys::super, keys::k});
   ASSERT_EQ(activations_.size(), 4);
@@ -135,7 +135,7 @@ TEST_F(X11HotKeysTest, AKeyOfAnotherProgramIsTakenAndNoVariantStaysGrabbed) {
                                     std::uint16_t{mod2 | XCB_MOD_MASK_LOCK}}) {
     OtherProgramWithGrabs owner(display());
     ASSERT_EQ(owner.grab(keys::k, mod4 | locks), 0);
-    const auto result = tryToRegister(kKey, hot_key_modifiers::command, 1);
+    const auto result = tryToRegister(keyK, hot_key_modifiers::command, 1);
     ASSERT_FALSE(result.ok());
     EXPECT_EQ(result.error(), HotKeyStatus::keyTaken);
     EXPECT_EQ(static_cast<int>(result.error()), badAccess);
@@ -144,11 +144,11 @@ TEST_F(X11HotKeysTest, AKeyOfAnotherProgramIsTakenAndNoVariantStaysGrabbed) {
       EXPECT_EQ(third.grab(keys::k, mod4 | variant), variant == locks ? badAccess : 0);
     }
   }
-  EXPECT_TRUE(tryToRegister(kKey, hot_key_modifiers::command, 1).ok());
+  EXPECT_TRUE(tryToRegister(keyK, hot_key_modifiers::command, 1).ok());
 }
 
 TEST_F(X11HotKeysTest, ARegisteredKeyIsOursWhateverIsLocked) {
-  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(keyK, hot_key_modifiers::command, 1);
   OtherProgramWithGrabs other(display());
   for (const int variant : {0, 2, 16, 18})
     EXPECT_EQ(other.grab(keys::k, mod4 | variant), badAccess);
@@ -156,7 +156,7 @@ TEST_F(X11HotKeysTest, ARegisteredKeyIsOursWhateverIsLocked) {
 }
 
 TEST_F(X11HotKeysTest, AnUnregisteredKeyIsFreeForOthers) {
-  const auto reference = registerKey(kKey, hot_key_modifiers::command, 1);
+  const auto reference = registerKey(keyK, hot_key_modifiers::command, 1);
   hotKeys_->unregisterHotKey(reference);
   runMainLoopWhileReady();
   OtherProgramWithGrabs other(display());
@@ -164,11 +164,11 @@ TEST_F(X11HotKeysTest, AnUnregisteredKeyIsFreeForOthers) {
 }
 
 TEST_F(X11HotKeysTest, AHotKeyThatIsRegisteredAgainAtOnceIsNeverFreeForOthers) {
-  const auto reference = registerKey(kKey, hot_key_modifiers::command, 1);
+  const auto reference = registerKey(keyK, hot_key_modifiers::command, 1);
   hotKeys_->unregisterHotKey(reference);
   OtherProgramWithGrabs other(display());
   EXPECT_EQ(other.grab(keys::k, XCB_MOD_MASK_4), XCB_ACCESS);
-  registerKey(kKey, hot_key_modifiers::command, 2);
+  registerKey(keyK, hot_key_modifiers::command, 2);
   runMainLoopWhileReady();
   EXPECT_EQ(other.grab(keys::k, XCB_MOD_MASK_4), XCB_ACCESS);
   type({keys::super, keys::k});
@@ -209,7 +209,7 @@ TEST_F(X11HotKeysTest, EveryVirtualKeyCodeIsReportedOrDoesNotExist) {
 }
 
 TEST_F(X11HotKeysTest, TypingTheSameKeyTwiceInAMillisecondIsTwoPresses) {
-  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(keyK, hot_key_modifiers::command, 1);
   std::vector<std::uint32_t> expected;
   keyboard_.press({keys::super});
   for (int i = 0; i < 100; ++i) {
@@ -223,8 +223,8 @@ TEST_F(X11HotKeysTest, TypingTheSameKeyTwiceInAMillisecondIsTwoPresses) {
 }
 
 TEST_F(X11HotKeysTest, AHotKeyThatIsPressedWhileAnotherIsHeldIsReported) {
-  registerKey(kKey, hot_key_modifiers::command, 1);
-  registerKey(lKey, hot_key_modifiers::command, 2);
+  registerKey(keyK, hot_key_modifiers::command, 1);
+  registerKey(keyL, hot_key_modifiers::command, 2);
   keyboard_.press({keys::super, keys::k});
   keyboard_.press({keys::l});
   keyboard_.release({keys::k});
@@ -237,33 +237,33 @@ TEST_F(X11HotKeysTest, AHotKeyThatIsPressedWhileAnotherIsHeldIsReported) {
 }
 
 TEST_F(X11HotKeysTest, AServerThatGoesAwayRefusesEveryHotKey) {
-  const auto first = registerKey(kKey, hot_key_modifiers::command, 1);
-  const auto second = registerKey(lKey, hot_key_modifiers::command, 2);
+  const auto first = registerKey(keyK, hot_key_modifiers::command, 1);
+  const auto second = registerKey(keyL, hot_key_modifiers::command, 2);
   server_.end();
   runMainLoopUntil([&] { return refused_.size() == 2; });
   EXPECT_THAT(refused_, ElementsAre(Pair(first, HotKeyStatus::serviceFailed),
                                     Pair(second, HotKeyStatus::serviceFailed)));
   hotKeys_->unregisterHotKey(first);
-  EXPECT_EQ(tryToRegister(kKey, 0, 3).error(), HotKeyStatus::serviceFailed);
+  EXPECT_EQ(tryToRegister(keyK, 0, 3).error(), HotKeyStatus::serviceFailed);
   // Nothing is left that would keep the main loop busy.
   EXPECT_FALSE(g_main_context_iteration(nullptr, false));
 }
 
 TEST_F(X11HotKeysTest, AServerThatGoesAwayUnnoticedRefusesARegistrationAndThenEveryHotKey) {
-  const auto first = registerKey(kKey, hot_key_modifiers::command, 1);
+  const auto first = registerKey(keyK, hot_key_modifiers::command, 1);
   server_.end();
-  EXPECT_EQ(tryToRegister(lKey, 0, 2).error(), HotKeyStatus::serviceFailed);
+  EXPECT_EQ(tryToRegister(keyL, 0, 2).error(), HotKeyStatus::serviceFailed);
   EXPECT_THAT(refused_, IsEmpty());
   runMainLoopUntil([&] { return !refused_.empty(); });
   EXPECT_THAT(refused_, ElementsAre(Pair(first, HotKeyStatus::serviceFailed)));
 }
 
 TEST_F(X11HotKeysTest, ASuccessorOfTheServerHasTheNextHotKeys) {
-  registerKey(kKey, hot_key_modifiers::command, 1);
+  registerKey(keyK, hot_key_modifiers::command, 1);
   server_.end();
   runMainLoopUntil([&] { return !refused_.empty(); });
   const XServer successor(display());
-  registerKey(kKey, hot_key_modifiers::command, 2);
+  registerKey(keyK, hot_key_modifiers::command, 2);
   XKeyboard(display()).type({keys::super, keys::k});
   runMainLoopUntil([&] { return !pressed_.empty(); });
   EXPECT_THAT(pressed_, ElementsAre(2));
@@ -271,7 +271,7 @@ TEST_F(X11HotKeysTest, ASuccessorOfTheServerHasTheNextHotKeys) {
 
 TEST(X11HotKeys, WithoutAServerARegistrationFails) {
   X11HotKeys hotKeys(":no such display");
-  EXPECT_EQ(hotKeys.registerHotKey({.keyCode = kKey, .id = {}, .description = {}}).error(),
+  EXPECT_EQ(hotKeys.registerHotKey({.keyCode = keyK, .id = {}, .description = {}}).error(),
             HotKeyStatus::serviceFailed);
 }
 

@@ -39,7 +39,7 @@ CommandOutput pasteWithXsel(const std::string& display) {
   return runCommand({"xsel", "--clipboard", "--output"}, {"DISPLAY=" + display});
 }
 
-class X11Backend {
+class X11PasteboardBackend {
  public:
   Pasteboard& pasteboard() { return pasteboard_; }
   std::optional<std::string> paste() { return pasteWithXclip(server_.display()); }
@@ -49,7 +49,7 @@ class X11Backend {
   X11Pasteboard pasteboard_{server_.display(), [](std::string_view) {}};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(X11, PasteboardConformance, X11Backend);
+INSTANTIATE_TYPED_TEST_SUITE_P(X11, PasteboardConformance, X11PasteboardBackend);
 
 class X11PasteboardTest : public testing::Test {
  protected:

@@ -24,6 +24,9 @@ class QWidget;
 
 namespace quillmar {
 
+/// The key equivalent of undo in text fields.
+inline const KeyEquivalent undo{"z", modifiers::control};
+
 /// Handles events until the condition holds. False, and the test fails, when it still does not
 /// after a minute.
 bool handleEventsUntil(const std::function<bool()>& done);

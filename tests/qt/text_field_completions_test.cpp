@@ -24,8 +24,6 @@ namespace {
 
 using testing::ElementsAre;
 
-const KeyEquivalent undo{"z", modifiers::control};
-
 Image symbol(const std::string& name, bool isTemplate) {
   return {.name = name, .isTemplate = isTemplate, .pointSize = {}, .weight = {}};
 }

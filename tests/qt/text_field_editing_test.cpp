@@ -18,7 +18,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const KeyEquivalent undo{"z", modifiers::control};
 const KeyEquivalent redo{"z", modifiers::control | modifiers::shift};
 
 class TextFieldEditingTest : public WidgetsFixture<QtUser> {
