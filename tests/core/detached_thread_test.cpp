@@ -37,7 +37,7 @@ TEST(DetachedThread, ItHasItsName) {
   EXPECT_EQ(name.get_future().get(), "commands");
 }
 
-#ifndef __SANITIZE_ADDRESS__  // The sanitizer needs more address space than this leaves.
+#ifndef QUILLMAR_SANITIZED  // Sanitizers need more address space than this leaves.
 
 /// Ends the process: with 0 when the refusal of a thread is an ordinary failure.
 [[noreturn]] void startThreadsUntilRefused() {

@@ -295,7 +295,7 @@ TEST_F(PosixProcessesTest, CommandsBeyondTheDescriptorLimitFailAndLeaveSomeForTh
   EXPECT_EQ(outputOf(testProgram({"exhaustDescriptors", "separate", "100"})), outcome);
 }
 
-#ifndef __SANITIZE_ADDRESS__  // The sanitizer's allocator ends the program where others throw.
+#ifndef QUILLMAR_SANITIZED  // A sanitizer's allocator ends the program where others throw.
 
 /// Ends the process: with 0 when an endless output was an error and its command was ended by it.
 [[noreturn]] void readEndlessOutputInLittleMemory(PosixProcesses& processes) {
