@@ -136,6 +136,7 @@ void AppDelegate::openSettings() {
             .updaterManager = collaborators_.updaterManager(),
             .importCoordinator = collaborators_.importCoordinator,
             .files = collaborators_.files,
+            .mainQueue = collaborators_.mainQueue,
             .windows = collaborators_.windows,
             .images = collaborators_.images,
             .loginItem = collaborators_.loginItem,

@@ -45,6 +45,7 @@ class AppDelegate : public UserNotificationCenterDelegate {
     LoginItem& loginItem = Platform::shared().loginItem;
     const Bundle& bundle = Platform::shared().bundle;
     FileSystem& files = Platform::shared().files;
+    TaskQueue& mainQueue = Platform::shared().queues.mainQueue();
     NotificationCenter& notificationCenter = NotificationCenter::defaultCenter();
     LogLine log = logToStandardOutput;
   };

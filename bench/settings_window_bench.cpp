@@ -177,6 +177,7 @@ class Bench {
                                                 .updaterManager = *updater_,
                                                 .importCoordinator = *importCoordinator_,
                                                 .files = files_,
+                                                .mainQueue = mainQueue_,
                                                 .windows = windows_,
                                                 .images = images_,
                                                 .loginItem = memory_.loginItem,

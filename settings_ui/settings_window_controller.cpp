@@ -6,6 +6,7 @@
 #include "import/import_coordinator.h"
 #include "platform/file_system.h"
 #include "platform/pack_file_type.h"
+#include "platform/task_queue.h"
 #include "platform/widgets/button.h"
 #include "platform/widgets/file_panel.h"
 #include "platform/widgets/scroll_view.h"
@@ -262,8 +263,10 @@ void SettingsWindowController::itemCheckboxChanged(const std::string& row, Contr
 void SettingsWindowController::importSettings() {
   const Result<void> shown = window_.beginOpenPanel(
       {.title = "Choose a Quillmar pack or settings file", .types = importedTypes()},
-      [&coordinator = collaborators_.importCoordinator](const std::string& path) {
-        coordinator.open(path);
+      [&queue = collaborators_.mainQueue,
+       &coordinator = collaborators_.importCoordinator](const std::string& path) {
+        // In a later task, after the panel has left the screen.
+        queue.async([&coordinator, path] { coordinator.open(path); });
       });
   if (!shown) collaborators_.log("Could not show the open panel: " + shown.error().description);
 }

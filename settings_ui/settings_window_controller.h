@@ -27,6 +27,7 @@ class ImportCoordinator;
 class LoginItem;
 class StackView;
 class TabView;
+class TaskQueue;
 class Workspace;
 
 class SettingsWindowController {
@@ -37,6 +38,7 @@ class SettingsWindowController {
     UpdaterManager& updaterManager;
     ImportCoordinator& importCoordinator;
     FileSystem& files;
+    TaskQueue& mainQueue;
     WindowSystem& windows;
     Images& images;
     LoginItem& loginItem;

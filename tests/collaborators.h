@@ -84,6 +84,7 @@ inline AppDelegate::Collaborators delegateCollaborators(
       .loginItem = platform.loginItem,
       .bundle = platform.bundle,
       .files = platform.files,
+      .mainQueue = platform.queues.mainQueue(),
       .notificationCenter = notificationCenter,
       .log = std::move(log),
   };

@@ -61,6 +61,7 @@ class SettingsWindowConformance : public testing::Test {
                                                 .updaterManager = *updaterManager,
                                                 .importCoordinator = *importCoordinator,
                                                 .files = memory.files,
+                                                .mainQueue = memory.queues.mainQueue(),
                                                 .windows = harness.windows(),
                                                 .images = memory.images,
                                                 .loginItem = memory.loginItem,

@@ -70,6 +70,7 @@ class ImportFixture : public SettingsWindowFixture {
     ASSERT_THAT(memory.windows.filePanels(), testing::SizeIs(1));
     const auto end = memory.windows.filePanels()[0]->end;
     end(path.empty() ? std::nullopt : std::optional(path));
+    memory.queues.runAll();
   }
 };
 

@@ -47,8 +47,11 @@ TEST_F(SettingsImportExportTest, ImportAsksForAPackOrASettingsFile) {
 
 TEST_F(SettingsImportExportTest, TheChosenFileIsReviewedAfterThePanelHasGone) {
   press("Import…");
-  endPanel("/home/user/tools.json");
+  const auto end = memory.windows.filePanels().at(0)->end;
+  end("/home/user/tools.json");
   EXPECT_THAT(memory.windows.filePanels(), IsEmpty());
+  EXPECT_THAT(sheet(), IsNull());
+  memory.queues.runAll();
   EXPECT_THAT(labelTexts(*sheet()),
               ElementsAre("Add “Tools” to Quillmar?", "From tools.json", HasSubstr("Merge adds")));
 }

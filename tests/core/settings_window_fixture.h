@@ -85,6 +85,7 @@ class SettingsWindowFixture : public testing::Test {
         .updaterManager = *updaterManager,
         .importCoordinator = *importCoordinator,
         .files = memory.files,
+        .mainQueue = memory.queues.mainQueue(),
         .windows = memory.windows,
         .images = memory.images,
         .loginItem = memory.loginItem,
