@@ -54,7 +54,7 @@ const std::map<std::uint16_t, std::string>& ShortcutRecorderView::specialKeyName
         {escapeKey, "⎋"}, {123, "←"}, {124, "→"},    {126, "↑"},       {125, "↓"},
         {115, "↖"},       {119, "↘"}, {116, "⇞"},    {121, "⇟"}};
     for (std::size_t i = 0; i < functionKeys.size(); ++i) {
-      all.emplace(functionKeys[i], "F" + std::to_string(i + 1));
+      all[functionKeys[i]].append("F").append(std::to_string(i + 1));
     }
     return all;
   }();

@@ -109,7 +109,7 @@ TEST_F(ImportCoordinatorTest, ALinkWithoutAnHttpsUrlIsRefused) {
 
 TEST_F(ImportCoordinatorTest, TheHostIsCheckedBeforeTheRestOfTheLink) {
   const std::string tooLong = "?x=" + std::string(200'000, 'x') + "&url=https://a.example/p";
-  for (const std::string rest :
+  for (const std::string& rest :
        {std::string("?url=https://a.example/p%00"), std::string("?url=https://a.example%00.org/"),
         "/" + std::string(200'000, 'x'), tooLong}) {
     importCoordinator->handle("quillmar://import" + rest);

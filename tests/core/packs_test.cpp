@@ -73,7 +73,7 @@ class Packs : public testing::TestWithParam<std::string> {
 };
 
 INSTANTIATE_TEST_SUITE_P(, Packs, testing::ValuesIn(packNames),
-                         [](const auto& info) { return info.param; });
+                         [](const auto& pack) { return pack.param; });
 
 TEST_P(Packs, AreWrittenAsTheProgramWritesThem) {
   EXPECT_EQ(encodeDocument(pack), bytesOf(GetParam()));
