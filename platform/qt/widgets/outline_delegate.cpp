@@ -171,7 +171,7 @@ void OutlineDelegate::paintText(QPainter& painter, const TextCell& text, const Q
   const QFont font = desktopFont(text.font, view_);
   painter.setFont(font);
   painter.setPen(textColor(option, text.color));
-  painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+  painter.drawText(place, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
                    QFontMetrics(font).elidedText(shownText(text), Qt::ElideRight, place.width()));
 }
 
