@@ -23,6 +23,7 @@
 #include "platform/qt/module/qt_window_module.h"
 #include "platform/qt/module/unexpected_exit.h"
 #include "platform/qt/module/x11_settings.h"
+#include "tests/qt/settings_portal.h"
 
 namespace quillmar {
 namespace {
@@ -160,6 +161,13 @@ TEST_F(QtWindowModuleTest, WindowsAreDarkWhereTheThemeInTheEnvironmentIs) {
 TEST_F(QtWindowModuleTest, WindowsStayLightWhereTheThemeInTheEnvironmentIs) {
   ASSERT_TRUE(start({{"QT_QPA_PLATFORM", "offscreen"}, {"GTK_THEME", "Adwaita"}}).ok());
   EXPECT_NE(QApplication::palette().color(QPalette::Window), darkPalette().color(QPalette::Window));
+}
+
+TEST_F(QtWindowModuleTest, TheFirstWindowIsDarkWhereThePortalSaysSo) {
+  const SettingsPortal portal;
+  setenv("DBUS_SESSION_BUS_ADDRESS", portal.busAddress().c_str(), 1);
+  ASSERT_TRUE(start({{"QT_QPA_PLATFORM", "offscreen"}}).ok());
+  EXPECT_EQ(QApplication::palette().color(QPalette::Window), darkPalette().color(QPalette::Window));
 }
 
 TEST_F(QtWindowModuleTest, WhenTheToolkitEndsTheProgramALineSaysWhy) {

@@ -5,6 +5,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusReply>
 #include <QDBusVariant>
 #include <QFileInfo>
 #include <QStyle>
@@ -23,6 +24,9 @@ constexpr QLatin1String path("/org/freedesktop/portal/desktop");
 constexpr QLatin1String interface("org.freedesktop.portal.Settings");
 constexpr QLatin1String appearance("org.freedesktop.appearance");
 constexpr QLatin1String colorScheme("color-scheme");
+
+/// In milliseconds. A portal that runs answers sooner.
+constexpr int firstAnswerTimeout = 100;
 
 /// The portal's values.
 enum Preference : unsigned { none = 0, dark = 1, light = 2 };
@@ -85,6 +89,13 @@ void ColorScheme::askPortal() {
   QDBusMessage read =
       QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"));
   read << QString(appearance) << QString(colorScheme);
+  // Waits, because the title bars that the toolkit draws on Wayland keep their first colours.
+  const QDBusReply<QDBusVariant> answer = bus.call(read, QDBus::Block, firstAnswerTimeout);
+  if (answer.isValid()) {
+    setFromPortal(preferenceOf(QVariant::fromValue(answer.value())));
+    return;
+  }
+  if (answer.error().type() != QDBusError::NoReply) return;
   auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(read), this);
   connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
     const QDBusPendingReply<QDBusVariant> reply = *watcher;
