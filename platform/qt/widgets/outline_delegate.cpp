@@ -27,9 +27,8 @@ namespace {
 constexpr int verticalMargin = 2;
 /// Of a text. More does not fit on a screen, and drawing it would take long.
 constexpr std::size_t maximumShownBytes = 4000;
-/// Shares of the text's colour; the rest is the background's.
-constexpr float secondaryShare = 0.68F;
-constexpr float tertiaryShare = 0.5F;
+/// The fraction of the text colour in tertiary labels.
+constexpr float tertiaryLabelShare = 0.5F;
 
 const OutlineItemModel& modelOf(const QModelIndex& index) {
   return static_cast<const OutlineItemModel&>(*index.model());
@@ -59,9 +58,9 @@ QColor textColor(const QStyleOptionViewItem& option, TextColor color) {
     case TextColor::label:
       return text;
     case TextColor::secondaryLabel:
-      return mixed(background, text, isSelected(option) ? 1.0F : secondaryShare);
+      return mixed(background, text, isSelected(option) ? 1.0F : secondaryLabelShare);
     case TextColor::tertiaryLabel:
-      return mixed(background, text, isSelected(option) ? 1.0F : tertiaryShare);
+      return mixed(background, text, isSelected(option) ? 1.0F : tertiaryLabelShare);
   }
   return text;
 }

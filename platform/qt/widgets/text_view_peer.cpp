@@ -9,7 +9,7 @@ namespace quillmar {
 
 namespace {
 
-constexpr int fewestLines = 2;
+constexpr int minimumLines = 2;
 constexpr int preferredLines = 4;
 /// In characters.
 constexpr int shortestLine = 20;
@@ -58,7 +58,7 @@ Extent TextViewPeer::contentHorizontal() const {
 
 Extent TextViewPeer::contentVertical(int /*width*/) const {
   const int line = edit().fontMetrics().lineSpacing();
-  const int least = fewestLines * line + 2 * margin();
+  const int least = minimumLines * line + 2 * margin();
   return {least, least, preferredLines * line + 2 * margin(), Extent::unlimited};
 }
 

@@ -21,9 +21,6 @@ namespace quillmar {
 
 namespace {
 
-/// Of its colour, the rest being the window's.
-constexpr float secondaryShare = 0.68F;
-
 qreal heightOf(const QTextLayout& layout) {
   const int count = layout.lineCount();
   if (count == 0) return 0;
@@ -148,7 +145,7 @@ QColor TextWidget::textColor() const {
   if (!secondary_) return text;
   // The palette has grey texts, for placeholders, that are too faint for whole sentences.
   const QColor window = palette().color(QPalette::Active, QPalette::Window);
-  return mixed(window, text, secondaryShare);
+  return mixed(window, text, secondaryLabelShare);
 }
 
 void TextWidget::paintWhole(QPainter& painter) {
