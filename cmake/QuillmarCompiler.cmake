@@ -31,4 +31,9 @@ if(QUILLMAR_SANITIZE)
   add_compile_options(-fsanitize=${QUILLMAR_SANITIZE} -fno-sanitize-recover=undefined
                       -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${QUILLMAR_SANITIZE})
+  # Eight files at once compile in half the time. The core does without, because its windows have
+  # layout constants of the same names.
+  set(CMAKE_UNITY_BUILD ON)
+  set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
+  target_compile_options(quillmar_compiler INTERFACE -Wno-shadow)
 endif()
