@@ -18,14 +18,18 @@ constexpr std::string_view escapedEmptyId = "\\e";
 constexpr double noteFontSize = 11;
 constexpr const char* fallbackFolderSymbol = "folder";
 
-std::string escaped(const std::string& id) {
-  if (id.empty()) return std::string(escapedEmptyId);
-  std::string result;
-  for (const char character : id) {
-    if (character == rowSeparator || character == escape) result += escape;
-    result += character == rowSeparator ? escapedSeparator : character;
+void appendEscaped(std::string& row, std::string_view id) {
+  if (id.empty()) {
+    row += escapedEmptyId;
+  } else if (id.find(rowSeparator) == std::string_view::npos &&
+             id.find(escape) == std::string_view::npos) {
+    row += id;
+  } else {
+    for (const char character : id) {
+      if (character == rowSeparator || character == escape) row += escape;
+      row += character == rowSeparator ? escapedSeparator : character;
+    }
   }
-  return result;
 }
 
 std::string unescaped(const std::string& text) {
@@ -63,11 +67,18 @@ std::optional<Selection> Selection::fromRow(const std::string* row) {
 }
 
 std::string rowOfFolder(const std::string& categoryId) {
-  return escaped(categoryId);
+  std::string row;
+  appendEscaped(row, categoryId);
+  return row;
 }
 
 std::string rowOfItem(const std::string& categoryId, const std::string& itemId) {
-  return escaped(categoryId) + rowSeparator + escaped(itemId);
+  std::string row;
+  row.reserve(categoryId.size() + 1 + itemId.size());
+  appendEscaped(row, categoryId);
+  row += rowSeparator;
+  appendEscaped(row, itemId);
+  return row;
 }
 
 const MenuCategory* findCategory(const QuillmarConfig& config, std::string_view id) {
